@@ -1,0 +1,24 @@
+# The front door: thin over the CMake presets.
+JOBS ?= $(shell nproc)
+
+.PHONY: demo test dist format check-format deps clean
+
+deps:
+	@scripts/install-deps
+
+demo: deps
+	@cmake --preset release -DQUARZEL_TESTS=OFF >/dev/null
+	@cmake --build --preset release -j $(JOBS)
+	@scripts/demo build/release build/demo
+
+test: deps check-format
+	@scripts/test $(JOBS)
+
+format:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+check-format:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
+
+clean:
+	rm -rf build dist

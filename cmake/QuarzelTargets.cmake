@@ -1,0 +1,41 @@
+# How every target of the tree is compiled, and the two kinds of target that a folder declares.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+set(QUARZEL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined or thread")
+
+add_library(quarzel_options INTERFACE)
+target_include_directories(quarzel_options INTERFACE "${CMAKE_SOURCE_DIR}")
+# No contraction into fused operations: it changes the output of the feedback operators.
+target_compile_options(quarzel_options INTERFACE -Wall -Wextra -Werror -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    # Several plug-ins of one process must not share our inline statics.
+    target_compile_options(quarzel_options INTERFACE -fno-gnu-unique)
+endif()
+if(QUARZEL_SANITIZE)
+    target_compile_options(quarzel_options INTERFACE -fsanitize=${QUARZEL_SANITIZE}
+                                                     -fno-sanitize-recover=all
+                                                     -fno-omit-frame-pointer)
+    target_link_options(quarzel_options INTERFACE -fsanitize=${QUARZEL_SANITIZE})
+endif()
+
+# quarzel_library(NAME SOURCES file... [LINK target...]): a static library of one folder.
+function(quarzel_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC quarzel_options ${ARG_LINK})
+endfunction()
+
+# quarzel_test(NAME SOURCES file... [LINK target...]): a GoogleTest program whose cases
+# ctest runs one by one. Under MinGW each runs through Wine.
+function(quarzel_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120)
+endfunction()
