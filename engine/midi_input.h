@@ -1,0 +1,23 @@
+// Turns MIDI messages into what the engine does; all channels alike.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/engine.h"
+
+namespace engine {
+
+// The messages that reach beyond the engine. Called on the audio thread.
+class MidiListener {
+  public:
+    virtual ~MidiListener() = default;
+    virtual void programChange(int program) = 0;
+    // Both 0..127; true when the controller drives parameters, which then keeps it from its fixed
+    // meaning as pedal or expression.
+    virtual bool controlChange(int controller, int value) = 0;
+};
+
+// One message of three bytes. Any message wakes the engine; pressure has no further effect.
+void handleMidi(Engine& engine, MidiListener& listener, const std::uint8_t* message);
+
+}  // namespace engine

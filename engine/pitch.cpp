@@ -1,0 +1,19 @@
+#include "engine/pitch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace engine {
+
+Pitch pitchFromIndex(int semitones) {
+    const int octave = std::clamp(semitones / kSemitones, 0, 7);
+    return {std::clamp(semitones - kSemitones * octave, 0, kSemitones - 1),
+            static_cast<double>(1 << octave)};
+}
+
+float keyHighPassHertz(int index) {
+    const double bounded = std::clamp(index, 0, 103);
+    return static_cast<float>(kLowestKeyHighPassHertz * std::exp2(bounded / kSemitones));
+}
+
+}  // namespace engine

@@ -1,0 +1,57 @@
+// How MIDI keys become pitches: the twelve master frequencies and the divide-down octaves.
+#pragma once
+
+#include <array>
+
+namespace engine {
+
+constexpr int kSemitones = 12;
+
+// C0 to B0 in Hz; every pitch of the instrument is one of these times a power of two.
+constexpr std::array<double, kSemitones> kMasterFrequencies = {
+    16.35159783132, 17.32391443612, 18.35404799481, 19.44543648262, 20.60172230711, 21.82676446462,
+    23.12465141952, 24.49971474862, 25.95654359872, 27.50000000001, 29.13523509492, 30.86770632852};
+
+constexpr int kLowestKey = 12;
+constexpr int kHighestKey = 115;
+
+constexpr bool isPlayableKey(int key) {
+    return key >= kLowestKey && key <= kHighestKey;
+}
+
+struct Pitch {
+    int semitone = 0;           // 0..11, which master phase is read
+    double octaveFactor = 1.0;  // 1, 2, 4 ... 128
+
+    double hertz() const { return kMasterFrequencies[semitone] * octaveFactor; }
+};
+
+// Semitones above C0 that a playable key sounds at: 0..91. Keys from 97 on sound an octave lower.
+constexpr int upperKeyIndex(int key) {
+    return key <= 96 ? key - 12 : key - 24;
+}
+
+// `semitones` above C0, 0..95.
+Pitch pitchFromIndex(int semitones);
+
+// Corner of a voice's key high-pass in Hz for an upper key index: one octave above its pitch.
+float keyHighPassHertz(int index);
+
+constexpr float kLowestKeyHighPassHertz = 32.703196f;
+
+// The twelve phase accumulators that all voices share, in turns (0..1).
+class MasterPhases {
+  public:
+    void advance(double bendRatio, double sampleRate) {
+        for (int s = 0; s < kSemitones; ++s) {
+            phase_[s] += bendRatio * kMasterFrequencies[s] / sampleRate;
+            if (phase_[s] >= 1.0) phase_[s] -= 1.0;
+        }
+    }
+    double operator[](int semitone) const { return phase_[semitone]; }
+
+  private:
+    std::array<double, kSemitones> phase_{};
+};
+
+}  // namespace engine

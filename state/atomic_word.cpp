@@ -1,0 +1,22 @@
+#include "state/atomic_word.h"
+
+#include <cstring>
+
+namespace state {
+
+void storeBytes(void* to, const void* from, std::size_t size) {
+    const auto* source = static_cast<const unsigned char*>(from);
+    auto* words = static_cast<std::uint32_t*>(to);
+    const std::size_t count = size / sizeof(std::uint32_t);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint32_t word;
+        std::memcpy(&word, source + i * sizeof word, sizeof word);
+        storeWord(words[i], word);
+    }
+    auto* bytes = static_cast<unsigned char*>(to);
+    for (std::size_t i = count * sizeof(std::uint32_t); i < size; ++i) {
+        storeWord(bytes[i], source[i]);
+    }
+}
+
+}  // namespace state

@@ -1,0 +1,26 @@
+// Relaxed atomic access to plain words of records that two threads may touch.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace state {
+
+// The records are file formats, so their fields are plain; every access from code that may run
+// beside another thread goes through these.
+template <typename Word>
+Word loadWord(const Word& word) {
+    Word value;
+    __atomic_load(&word, &value, __ATOMIC_RELAXED);
+    return value;
+}
+
+template <typename Word>
+void storeWord(Word& word, Word value) {
+    __atomic_store(&word, &value, __ATOMIC_RELAXED);
+}
+
+// Copies `size` bytes; `to` is aligned for 32-bit words, `from` need not be.
+void storeBytes(void* to, const void* from, std::size_t size);
+
+}  // namespace state

@@ -1,0 +1,81 @@
+#include "state/bank.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "state/atomic_word.h"
+
+namespace state {
+
+namespace {
+
+// Up to the terminating zero or the end of the field.
+std::string fieldText(const char (&field)[kNameSize]) {
+    return {field, std::find(field, field + kNameSize, '\0')};
+}
+
+void setField(char (&field)[kNameSize], const char* text) {
+    char bytes[kNameSize] = {};
+    std::memcpy(bytes, text, strnlen(text, kNameSize - 1));
+    storeBytes(field, bytes, kNameSize);
+}
+
+}  // namespace
+
+Bank::Bank() {
+    for (int i = 0; i < kNumParams; ++i) {
+        ParameterRecord& record = chunk_.parameters[i];
+        record.programHeld = 1;
+        record.value = parameter(i).defaultValue;
+        setField(record.name, parameter(i).name);
+    }
+    for (ProgramRecord& program : chunk_.programs) {
+        setField(program.name, "Init");
+        for (int i = 0; i < kNumParams; ++i) program.values[i] = parameter(i).defaultValue;
+    }
+}
+
+float Bank::value(int program, int index) const {
+    const ParameterRecord& record = chunk_.parameters[index];
+    return loadWord(record.programHeld) ? loadWord(chunk_.programs[program].values[index])
+                                        : loadWord(record.value);
+}
+
+void Bank::setValue(int program, int index, float value) {
+    if (!std::isfinite(value)) value = 0.0f;
+    ParameterRecord& record = chunk_.parameters[index];
+    if (!loadWord(record.unclamped)) value = std::clamp(value, 0.0f, 1.0f);
+    storeWord(loadWord(record.programHeld) ? chunk_.programs[program].values[index] : record.value,
+              value);
+}
+
+float Bank::valuePastTable(int program) const {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(&chunk_);
+    const std::size_t record = offsetof(BankChunk, programs);
+    const bool programHeld = bytes[record] != 0;
+    const std::size_t at = programHeld ? record + (program + 1) * sizeof(ProgramRecord)
+                                       : record + offsetof(ParameterRecord, value);
+    float value = 0.0f;
+    if (at + sizeof value <= sizeof chunk_) std::memcpy(&value, bytes + at, sizeof value);
+    return std::isfinite(value) ? value : 0.0f;
+}
+
+std::string Bank::parameterName(int index) const {
+    return fieldText(chunk_.parameters[index].name);
+}
+
+std::string Bank::programName(int program) const {
+    return fieldText(chunk_.programs[program].name);
+}
+
+void Bank::setProgramName(int program, const char* name) {
+    setField(chunk_.programs[program].name, name);
+}
+
+void Bank::copyProgram(int from, int to) {
+    const ProgramRecord record = chunk_.programs[from];
+    storeBytes(&chunk_.programs[to], &record, sizeof record);
+}
+
+}  // namespace state

@@ -1,0 +1,88 @@
+// The 42 parameters: indices, names, defaults, and the mapping of each onto the engine.
+#pragma once
+
+#include "engine/engine.h"
+
+namespace state {
+
+class Bank;
+
+enum ParamIndex {
+    kVolume,
+    kPan,
+    kMasterP,
+    kVelocityAmp,
+    kHP,
+    kBrigthness,  // stored so
+    kWaveform,
+    kEnvAttack,
+    kEnvDecay,
+    kEnvSustain,
+    kEnvRelease,
+    kViola,
+    kViolin,
+    kBrass,
+    kHorn,
+    kContrabass,
+    kCello,
+    kViola2,
+    kViolin2,
+    kBrass2,
+    kHorn2,
+    kContrabass2,
+    kCello2,
+    kKSplit,
+    kVlphs,
+    kConfigs,
+    kChorus,
+    kDepth_1,
+    kDepth_6,
+    kWide,
+    kStereo,
+    kDryAdd,
+    kPhaser,
+    kRate,
+    kAmnt,
+    kStages,
+    kWidth,
+    kReverb,
+    kMix,
+    kSize,
+    kBrite,
+    kSpring,
+    kNumParams
+};
+
+// Hidden: polyphony as 0..1 for 6..44 voices; no record, no name, in no program.
+constexpr int kVoiceCountParam = 99999;
+
+constexpr bool isParameter(int index) {
+    return index >= 0 && index < kNumParams;
+}
+
+// What an applied value may depend on beside itself.
+struct ParameterValues {
+    const Bank& bank;
+    int program;
+    // As the engine may use it: finite, 0..1.
+    float operator[](ParamIndex index) const;
+};
+
+struct Parameter {
+    ParamIndex index;
+    const char* name;
+    float defaultValue;
+    // Hands the value (finite, 0..1) to the engine.
+    void (*apply)(engine::Engine& engine, float value, const ParameterValues& values);
+};
+
+// Throws nothing; `index` must be a parameter.
+const Parameter& parameter(int index);
+
+// 0 for a value that is not finite, else the value limited to 0..1.
+float engineValue(float value);
+
+// Voices for a value of kVoiceCountParam, limited to what the engine has.
+int voiceCount(float value);
+
+}  // namespace state
