@@ -92,7 +92,7 @@ class StereoPhaser {
     void takePendingSweep();
     bool setSweepParam(float& param, float value);
     Sweep computeSweep() const;
-    void buildTable();
+    void buildTable(double sampleRate);
 
     std::array<float, kTableSize> table_{};
     Sweep sweep_;
@@ -103,10 +103,9 @@ class StereoPhaser {
     float lastOutL_ = 0.0f;
     float lastOutR_ = 0.0f;
 
-    platform::CriticalSection setupLock_;  // rate and stages
-    float sampleRate_ = 44100.0f;
-
+    platform::CriticalSection setupLock_;  // table and stages
     platform::CriticalSection sweepLock_;  // the fields below
+    float sampleRate_ = 44100.0f;
     float depth_ = 0.5f;
     float rate_ = 0.1f;
     Sweep pendingSweep_;

@@ -27,7 +27,7 @@ class VoiceEnvelope {
     // range, or with a negative amount from the high end. An empty range is ignored.
     void setLevelKeyTrack(float amount);
     void setTimeKeyTrack(float amount);
-    void setKeyRange(int low, int high);
+    void setKeyRange(int low, int high);  // MIDI keys
 
     void setHoldToSustain(bool on) { holdToSustain_ = on; }    // releases wait for the sustain
     void setSustainForever(bool on) { sustainForever_ = on; }  // releases are refused
