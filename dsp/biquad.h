@@ -1,6 +1,7 @@
 // Direct form I biquad and its two RBJ designs, high-pass and low-pass.
 #pragma once
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
@@ -15,13 +16,13 @@ struct BiquadCoefficients {
     float a2 = 0.0f;
 };
 
-// The frequency in radians a sample, kept within 0.1 Hz and 0.49 of the rate; NaN counts as low.
+// The frequency in radians a sample, kept at or below 0.49 of the rate and at or above what float
+// coefficients can hold in a stable filter (1.86 Hz at 44.1 kHz); NaN counts as low.
 inline double biquadRadians(double hz, double sampleRate) {
     constexpr double kTwoPi = 6.283185307179586;
-    constexpr double kLowestHz = 0.1;
-    const double limit = 0.49 * sampleRate;
-    if (!(hz > kLowestHz)) hz = kLowestHz;
-    return kTwoPi * (hz < limit ? hz : limit) / sampleRate;
+    constexpr double kLowest = 2.65e-4;
+    const double w = kTwoPi * std::min(hz, 0.49 * sampleRate) / sampleRate;
+    return w > kLowest ? w : kLowest;
 }
 
 // RBJ high-pass; computed in double, stored as float. Q above 0.

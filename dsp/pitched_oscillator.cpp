@@ -26,6 +26,7 @@ PitchedOscillator::PitchedOscillator() : table_(&StringWavetable::shared()) {
 }
 
 void PitchedOscillator::setRate(double sampleRate) {
+    if (!(sampleRate > 0.0)) return;
     sampleRate_ = sampleRate;
     update();
 }

@@ -1,6 +1,8 @@
 // Square low-frequency oscillator with rounded edges, for the ensemble chorus.
 #pragma once
 
+#include <algorithm>
+
 namespace dsp {
 
 // Counts samples; a one-pole at about a tenth of the frequency rounds the square. Starts high.
@@ -31,9 +33,9 @@ class SquareLfo {
 
   private:
     void update() {
-        halfPeriod_ = static_cast<float>(0.5 / hz_ * sampleRate_);  // infinite at 0 Hz
-        const double coefficient = hz_ / sampleRate_ * 0.628318;
-        coefficient_ = static_cast<float>(coefficient < 1.0 ? coefficient : 1.0);
+        constexpr double kForever = 1e9;  // samples
+        halfPeriod_ = static_cast<float>(std::min(0.5 / hz_ * sampleRate_, kForever));
+        coefficient_ = static_cast<float>(std::min(hz_ / sampleRate_ * 0.628318, 1.0));
     }
 
     double sampleRate_ = 44100.0;

@@ -27,8 +27,8 @@ struct Knot {
     double slope;  // per row
 };
 constexpr Knot kStick[] = {
-    {8.0, -0.994385, 0.004}, {120.0, -0.42, 0.0058},         {300.0, 0.86, 0.0068},
-    {332.0, 0.985, 0.0},     {399.0, kLastPoint, -0.022187},  // meets the repeat of the first point
+    {8.0, -0.994385, 0.003}, {40.0, -0.84, 0.0056},          {330.0, 0.88, 0.0056},
+    {374.0, 0.995, 0.0},     {399.0, kLastPoint, -0.022187},  // meets the repeat of the first point
 };
 
 double hermite(const Knot& from, const Knot& to, double row) {
@@ -42,7 +42,7 @@ double hermite(const Knot& from, const Knot& to, double row) {
 
 // Largest level of one folded-back image below StringWavetable::kCleanHz, against a fundamental
 // of amplitude 1.
-constexpr double kImageLevel = 1e-4;
+constexpr double kImageLevel = 8e-5;
 constexpr double kBend = 1.122462048309373;  // two semitones
 
 // How much of a harmonic of the given amplitude a column of a fundamental (Hz) keeps.
