@@ -1,0 +1,33 @@
+// Corners of the output filter.
+#include "dsp/output_filter.h"
+
+#include <algorithm>
+
+namespace dsp {
+namespace {
+
+// Above it the first stage would blow up; no rate from 41.5 kHz reaches it.
+constexpr double kMaxFrequency1 = 1.6;
+
+// Corner of the first stage in Hz, 98 .. 8198.
+float cornerHz(float x) {
+    return x * x * x * 8100.0f + 98.0f;
+}
+
+}  // namespace
+
+void OutputFilter::setHighPass(float x, double sampleRate) {
+    const double f = cornerHz(x);
+    frequency1_ = std::min(6.22 / sampleRate * f, kMaxFrequency1);
+    frequency2_ = 6.22 / sampleRate * (f * 0.1462585 + 86.0);
+}
+
+void OutputFilter::setRate(double sampleRate, float x) {
+    clear();
+    const float f = cornerHz(x);
+    const float unit = 6.22f / static_cast<float>(sampleRate);
+    frequency1_ = std::min<double>(unit * f, kMaxFrequency1);
+    frequency2_ = unit * (f * 0.1462585f + 86.0f);
+}
+
+}  // namespace dsp

@@ -1,0 +1,47 @@
+// Settings of the pitched wavetable oscillator.
+#include "dsp/pitched_oscillator.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace dsp {
+namespace {
+
+// The high-pass lies at half the fundamental, and no higher than this: it only takes off what
+// moves slower than the note.
+constexpr double kMaxHighPassHz = 250.0;
+
+// A column further up for every semitone, begun or whole, by which the rate is below the one the
+// columns are made for.
+int columnFor(int note, double sampleRate) {
+    if (sampleRate >= StringWavetable::kDesignRate) return note;
+    const double semitones = 12.0 * std::log2(StringWavetable::kDesignRate / sampleRate);
+    return std::min(note + static_cast<int>(std::ceil(semitones)), kNumNotes - 1);
+}
+
+}  // namespace
+
+PitchedOscillator::PitchedOscillator() : table_(&StringWavetable::shared()) {
+    update();
+}
+
+void PitchedOscillator::setRate(double sampleRate) {
+    if (!(sampleRate > 0.0)) return;
+    sampleRate_ = sampleRate;
+    update();
+}
+
+void PitchedOscillator::setNote(int midiNote) {
+    note_ = std::clamp(midiNote, 0, kNumNotes - 1);
+    update();
+}
+
+void PitchedOscillator::update() {
+    const double hz = noteFrequencies()[static_cast<std::size_t>(note_)];
+    column_ = table_->column(columnFor(note_, sampleRate_)).data();
+    step_ = kCyclePoints * hz / sampleRate_;
+    const double highPassHz = std::min(0.5 * hz, kMaxHighPassHz);
+    coefficient_ = static_cast<float>(std::min(6.28319 / sampleRate_ * highPassHz, 1.0));
+}
+
+}  // namespace dsp

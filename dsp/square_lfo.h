@@ -1,0 +1,49 @@
+// Square low-frequency oscillator with rounded edges, for the ensemble chorus.
+#pragma once
+
+#include <algorithm>
+
+namespace dsp {
+
+// Counts samples; a one-pole at about a tenth of the frequency rounds the square. Starts high.
+class SquareLfo {
+  public:
+    // 0 Hz (also given for a negative frequency or NaN) holds the output.
+    void setFrequency(double hz) {
+        hz_ = hz > 0.0 ? hz : 0.0;
+        update();
+    }
+    void setRate(double sampleRate) {
+        sampleRate_ = sampleRate;
+        update();
+    }
+    void clear() {
+        count_ = 0.0f;
+        smoothed_ = 0.0f;
+    }
+
+    // Within -1 .. 1.
+    float tick() {
+        const float raw = count_ < halfPeriod_ ? 1.0f : -1.0f;
+        count_ += 1.0f;
+        if (count_ >= 2.0f * halfPeriod_) count_ = 0.0f;
+        smoothed_ += (raw - smoothed_) * coefficient_;
+        return smoothed_;
+    }
+
+  private:
+    void update() {
+        constexpr double kForever = 1e9;  // samples
+        halfPeriod_ = static_cast<float>(std::min(0.5 / hz_ * sampleRate_, kForever));
+        coefficient_ = static_cast<float>(std::min(hz_ / sampleRate_ * 0.628318, 1.0));
+    }
+
+    double sampleRate_ = 44100.0;
+    double hz_ = 0.0;
+    float halfPeriod_ = 1.0f;  // samples
+    float coefficient_ = 0.0f;
+    float count_ = 0.0f;  // samples since the period began
+    float smoothed_ = 0.0f;
+};
+
+}  // namespace dsp

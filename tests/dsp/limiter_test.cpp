@@ -1,0 +1,84 @@
+// Tests of the peak limiter.
+#include "dsp/limiter.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "dsp/random.h"
+
+namespace {
+
+TEST(PeakLimiter, PassesQuietSoundTimesFour) {
+    dsp::PeakLimiter limiter;
+    float left = 0.5f;
+    float right = -0.25f;
+    limiter.process(left, right);
+    EXPECT_EQ(left, 2.0f);
+    EXPECT_EQ(right, -1.0f);
+    EXPECT_EQ(limiter.level(), 0.125f);
+    EXPECT_DOUBLE_EQ(limiter.follower(), 0.125 * 0.202885692337);
+    const double before = limiter.follower();
+    left = right = 0.0f;
+    limiter.process(left, right);
+    EXPECT_DOUBLE_EQ(limiter.follower(), before * (1.0 - 0.01085387128));
+}
+
+TEST(PeakLimiter, HoldsLoudSoundJustAboveItsThreshold) {
+    for (const float level : {1.0f, 4.0f, 100.0f}) {
+        SCOPED_TRACE(level);
+        dsp::PeakLimiter limiter;
+        float left = 0.0f;
+        for (int i = 0; i < 500; ++i) {
+            left = level;
+            float right = level;
+            limiter.process(left, right);
+        }
+        // A hundredth of what is above -1 dB remains, times four.
+        const double overshoot = 20.0 * std::log10(level) + 1.0;
+        EXPECT_NEAR(20.0 * std::log10(left / 4.0f), -1.0 + overshoot * 0.01, 1e-3);
+    }
+}
+
+TEST(PeakLimiter, GivesTheBitsOfTheFullGainLaw) {
+    dsp::PeakLimiter limiter;
+    dsp::Random random;
+    for (int i = 0; i < 20000; ++i) {
+        float left = static_cast<float>(random.next()) * 6e-5f;
+        float right = left;
+        const float in = left;
+        limiter.process(left, right);
+        double exponent = 0.0;
+        if (limiter.follower() >= 1e-5) {
+            const double decibels = 20.0 * std::log10(limiter.follower());
+            if (decibels >= -1.0) exponent = (decibels + 1.0) * -0.0495;
+        }
+        ASSERT_EQ(left, static_cast<float>(in * std::pow(10.0, exponent) * 4.0));
+    }
+}
+
+TEST(PeakLimiter, RecoversFromWhatIsNoNumber) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    for (const float bad : {infinity, -infinity, std::numeric_limits<float>::quiet_NaN()}) {
+        dsp::PeakLimiter limiter;
+        float left = bad;
+        float right = 0.0f;
+        limiter.process(left, right);
+        left = right = 0.25f;
+        limiter.process(left, right);
+        EXPECT_EQ(left, 1.0f);
+    }
+}
+
+TEST(PeakLimiter, SilenceEndsInAnExactZero) {
+    dsp::PeakLimiter limiter;
+    for (int i = 0; i < 100000; ++i) {
+        float left = i == 0 ? 1.0f : 0.0f;
+        float right = left;
+        limiter.process(left, right);
+    }
+    EXPECT_EQ(limiter.follower(), 0.0);
+}
+
+}  // namespace
