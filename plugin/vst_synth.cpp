@@ -5,6 +5,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "state/controller_map.h"
+
 namespace plugin {
 
 namespace {
@@ -29,7 +31,8 @@ void copyText(std::string_view text, char* buffer, size_t bufferSize) {
 
 }  // namespace
 
-VstSynth::VstSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms, kNumParams) {
+VstSynth::VstSynth(audioMasterCallback host)
+    : AudioEffectX(host, state::kNumPrograms, state::kNumParams), instrument_(sampleRate_) {
     programsAreChunks();
     if (host) {
         setNumInputs(0);
@@ -41,13 +44,14 @@ VstSynth::VstSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms, 
 
     // Here the controller map is loaded.
 
-    // Here the engine is built, at the host's rate, and the default bank loaded.
     updateSampleRate();
-    setProgram(currentProgram_);
+    instrument_.setSampleRate(sampleRate_);
+    // Here the default bank is loaded.
     updateDisplay();
     initialising_ = false;
 
-    // Here the editor attaches itself and program 0 is pushed.
+    // Here the editor attaches itself.
+    setProgram(0);
 }
 
 VstSynth::~VstSynth() = default;
@@ -85,54 +89,115 @@ VstIntPtr VstSynth::onWheelMessage(VstInt32 lArg, VstIntPtr lArg2, void*, float 
     return editor_->onWheel(floatArg);
 }
 
-// Here parameters, programs and chunks are forwarded to the bank, events and sound to the engine.
+void VstSynth::suspend() {
+    instrument_.engine().forgetHeldNotes();
+    instrument_.stopRendering();
+}
 
-void VstSynth::suspend() {}
-
-void VstSynth::resume() {}
+void VstSynth::resume() {
+    instrument_.engine().forgetHeldNotes();
+    wantEvents(1);
+}
 
 void VstSynth::setSampleRate(float sampleRate) {
+    if (!engine::isUsableRate(sampleRate)) return;
     AudioEffectX::setSampleRate(sampleRate);
+    instrument_.setSampleRate(sampleRate);
 }
 
 void VstSynth::setBlockSize(VstInt32 sampleFrames) {
     AudioEffectX::setBlockSize(sampleFrames);
 }
 
+VstInt32 VstSynth::processEvents(VstEvents* events) {
+    if (!initialising_) events_.receive(events);
+    return 1;
+}
+
 void VstSynth::processReplacing(float**, float** outputs, VstInt32 sampleFrames) {
-    if (!outputs || sampleFrames <= 0) return;
-    for (int channel = 0; channel < 2; ++channel) {
-        if (outputs[channel]) std::fill_n(outputs[channel], sampleFrames, 0.0f);
+    if (!outputs || !outputs[0] || !outputs[1] || sampleFrames <= 0) return;
+    if (initialising_ || !instrument_.render(outputs[0], outputs[1], sampleFrames, *this)) {
+        std::fill_n(outputs[0], sampleFrames, 0.0f);
+        std::fill_n(outputs[1], sampleFrames, 0.0f);
+        events_.postpone();
     }
+    events_.finishBlock();
 }
 
-void VstSynth::setParameter(VstInt32, float) {}
-
-float VstSynth::getParameter(VstInt32) {
-    return 0.0f;
+VstInt32 VstSynth::processPendingEvents(VstInt32 frame) {
+    events_.dispatchUpTo(frame, [this](const std::uint8_t* message) {
+        engine::handleMidi(instrument_.engine(), *this, message);
+    });
+    return events_.nextIndex();
 }
 
-void VstSynth::setProgram(VstInt32 program) {
-    AudioEffectX::setProgram(program);
+// Here MIDI learn binds the controller before it is applied.
+bool VstSynth::controlChange(int controller, int value) {
+    bool bound = false;
+    for (int index = 0; index < state::kNumParams; ++index) {
+        if (state::controllerMap().controller(index) != controller) continue;
+        setParameter(index, static_cast<float>(value) * (1.0f / 127.0f));
+        bound = true;
+    }
+    return bound;
 }
 
-void VstSynth::setProgramName(const char*) {}
+void VstSynth::tellEditor(VstInt32 index) {
+    if (editor_) editor_->setParameter(index, instrument_.value(index));
+}
 
-void VstSynth::getProgramName(char* name) {
-    *name = '\0';
+void VstSynth::setParameter(VstInt32 index, float value) {
+    if (!initialising_) instrument_.setValue(index, value);
+    if (editor_) editor_->setParameter(index, value);
+}
+
+float VstSynth::getParameter(VstInt32 index) {
+    return instrument_.value(index);
 }
 
 void VstSynth::getParameterLabel(VstInt32, char* label) {
     *label = '\0';
 }
 
-void VstSynth::getParameterDisplay(VstInt32, char* text) {
-    *text = '\0';
+void VstSynth::getParameterDisplay(VstInt32 index, char* text) {
+    copyText(state::valueText(getParameter(index)), text, kVstMaxParamStrLen);
 }
 
-void VstSynth::getParameterName(VstInt32, char* text) {
-    *text = '\0';
+void VstSynth::getParameterName(VstInt32 index, char* text) {
+    const bool named = state::isParameter(index);
+    copyText(named ? instrument_.bank().parameterName(index) : "", text, state::kNameSize);
 }
+
+void VstSynth::setProgram(VstInt32 program) {
+    if (!instrument_.setProgram(program)) return;
+    for (VstInt32 index = 0; index < state::kNumParams; ++index) {
+        tellEditor(index);
+    }
+    afterProgramPush();
+    if (updateDisplay()) updateDisplay();
+}
+
+void VstSynth::setProgramName(const char* name) {
+    instrument_.bank().setProgramName(getProgram(), name);
+}
+
+void VstSynth::getProgramName(char* name) {
+    copyText(instrument_.bank().programName(getProgram()), name, state::kNameSize);
+}
+
+bool VstSynth::getProgramNameIndexed(VstInt32, VstInt32 index, char* text) {
+    if (!state::isProgram(index)) return false;
+    copyText(instrument_.bank().programName(index), text, state::kNameSize);
+    return true;
+}
+
+bool VstSynth::copyProgram(VstInt32 destination) {
+    if (!state::isProgram(destination)) return false;
+    instrument_.bank().copyProgram(getProgram(), destination);
+    return true;
+}
+
+// Here chunks are handed out and taken.
 
 VstInt32 VstSynth::getChunk(void**, bool) {
     return 0;
@@ -140,22 +205,6 @@ VstInt32 VstSynth::getChunk(void**, bool) {
 
 VstInt32 VstSynth::setChunk(void*, VstInt32, bool) {
     return 1;
-}
-
-bool VstSynth::getProgramNameIndexed(VstInt32, VstInt32, char*) {
-    return false;
-}
-
-VstInt32 VstSynth::processEvents(VstEvents*) {
-    return 1;
-}
-
-bool VstSynth::copyProgram(VstInt32) {
-    return false;
-}
-
-VstInt32 VstSynth::processPendingEvents(VstInt32) {
-    return -1;
 }
 
 }  // namespace plugin

@@ -4,16 +4,17 @@
 
 #include <atomic>
 
+#include "engine/midi_input.h"
 #include "plugin/audio_effect_x.h"
+#include "plugin/event_queue.h"
+#include "state/instrument.h"
 
 namespace plugin {
 
-constexpr VstInt32 kNumParams = 42;
-constexpr VstInt32 kNumPrograms = 128;
 constexpr VstInt32 kUniqueId = fourCharCode("seni");
 
 // One instance lives from VSTPluginMain to the host's effClose.
-class VstSynth : public AudioEffectX {
+class VstSynth : public AudioEffectX, private engine::EventSource, private engine::MidiListener {
   public:
     // Host may be null, for an instance that no host drives.
     explicit VstSynth(audioMasterCallback host);
@@ -27,6 +28,7 @@ class VstSynth : public AudioEffectX {
 
     void setParameter(VstInt32 index, float value) override;
     float getParameter(VstInt32 index) override;
+    VstInt32 getProgram() override { return instrument_.program(); }
     void setProgram(VstInt32 program) override;
     void setProgramName(const char* name) override;
     void getProgramName(char* name) override;
@@ -58,6 +60,13 @@ class VstSynth : public AudioEffectX {
     virtual void afterProgramPush() {}
 
   private:
+    void dispatchUpTo(int frame) override { processPendingEvents(frame); }
+    void programChange(int program) override { setProgram(program); }
+    bool controlChange(int controller, int value) override;
+    void tellEditor(VstInt32 index);
+
+    state::Instrument instrument_;
+    EventQueue events_;
     // Set while the engine is being built: events and parameters have no effect yet.
     std::atomic<bool> initialising_{true};
 };

@@ -56,10 +56,11 @@ void Instrument::setValue(int index, float value) {
     }
 }
 
-void Instrument::setProgram(int program) {
-    if (!isProgram(program) || pushing_.load(std::memory_order_acquire)) return;
+bool Instrument::setProgram(int program) {
+    if (!isProgram(program) || pushing_.load(std::memory_order_acquire)) return false;
     program_.store(program, std::memory_order_relaxed);
     demand(kPushProgram);
+    return true;
 }
 
 void Instrument::setSampleRate(double rate) {
@@ -69,17 +70,12 @@ void Instrument::setSampleRate(double rate) {
 }
 
 bool Instrument::render(float* left, float* right, int frames, engine::EventSource& events) {
-    const bool owned = gate_.beginBlock();
-    if (owned) {
-        carryOutPending();
-        RequestsFirst source(*this, events);
-        engine_.render(left, right, frames, source);
-        gate_.endBlock();
-    } else {
-        std::fill_n(left, frames, 0.0f);
-        std::fill_n(right, frames, 0.0f);
-    }
-    return owned;
+    if (!gate_.beginBlock()) return false;
+    carryOutPending();
+    RequestsFirst source(*this, events);
+    engine_.render(left, right, frames, source);
+    gate_.endBlock();
+    return true;
 }
 
 void Instrument::stopRendering() {

@@ -26,14 +26,14 @@ class Instrument {
     void setValue(int index, float value);
 
     int program() const { return program_.load(std::memory_order_relaxed); }
-    // Makes the program current and sends all its values to the engine. Ignored out of range and
-    // while another program is being sent.
-    void setProgram(int program);
+    // Makes the program current and sends all its values to the engine. False, and nothing done,
+    // out of range and while another program is being sent.
+    bool setProgram(int program);
 
     // Hz; a rate that is not usable is ignored.
     void setSampleRate(double rate);
 
-    // Audio thread. False, with both buffers silent, when the engine could not be had.
+    // Audio thread. False, with both buffers untouched, when the engine could not be had.
     bool render(float* left, float* right, int frames, engine::EventSource& events);
     // Carries out what is still requested; no block is expected until the next one begins.
     void stopRendering();

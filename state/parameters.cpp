@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 
 #include "state/bank.h"
@@ -171,6 +172,13 @@ float engineValue(float value) {
 
 float ParameterValues::operator[](ParamIndex index) const {
     return engineValue(bank.value(program, index));
+}
+
+std::string valueText(float value) {
+    char text[8];
+    const float shown = std::isfinite(value) ? std::clamp(value, -99.0f, 999.0f) : 0.0f;
+    const auto end = std::to_chars(text, text + sizeof text, shown, std::chars_format::fixed, 3);
+    return {text, end.ptr};
 }
 
 int voiceCount(float value) {

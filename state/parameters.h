@@ -1,6 +1,8 @@
 // The 42 parameters: indices, names, defaults, and the mapping of each onto the engine.
 #pragma once
 
+#include <string>
+
 #include "engine/engine.h"
 
 namespace state {
@@ -81,6 +83,9 @@ const Parameter& parameter(int index);
 
 // 0 for a value that is not finite, else the value limited to 0..1.
 float engineValue(float value);
+
+// The value with three decimals and a point, in at most 7 characters whatever the value.
+std::string valueText(float value);
 
 // Voices for a value of kVoiceCountParam, limited to what the engine has.
 int voiceCount(float value);
