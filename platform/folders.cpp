@@ -1,0 +1,40 @@
+// Chooses between the system's folders and those that a test put in place.
+#include "platform/folders.h"
+
+#include <utility>
+
+#include "platform/file.h"
+#include "platform/system_folders.h"
+
+namespace platform {
+namespace {
+
+struct Folders {
+    std::string module;
+    std::string applicationData;
+};
+std::optional<Folders> replacement;
+
+}  // namespace
+
+std::string moduleFolder() {
+    if (replacement) return replacement->module;
+    const std::string path = systemModulePath();
+    return path.substr(0, path.rfind(kSeparator) + 1);
+}
+
+std::optional<std::string> applicationDataFolder() {
+    if (!replacement) return systemApplicationDataFolder();
+    if (replacement->applicationData.empty()) return std::nullopt;
+    return replacement->applicationData;
+}
+
+ScopedFolders::ScopedFolders(std::string module, std::string applicationData) {
+    replacement = Folders{std::move(module), std::move(applicationData)};
+}
+
+ScopedFolders::~ScopedFolders() {
+    replacement.reset();
+}
+
+}  // namespace platform

@@ -1,0 +1,27 @@
+// The two folders that the instrument finds its files in.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+// Folder of the library or program that this code is linked into, links resolved, ending in a
+// separator; empty when the system does not tell.
+std::string moduleFolder();
+
+// The user's folder for application data, created if need be, without a closing separator; nothing
+// when there is none. Windows: the roaming one. Linux: $XDG_CONFIG_HOME if set and absolute, else
+// $HOME/.config.
+std::optional<std::string> applicationDataFolder();
+
+// Puts other folders in place for a scope; an empty `applicationData` stands for none. For tests.
+class ScopedFolders {
+  public:
+    ScopedFolders(std::string module, std::string applicationData);
+    ~ScopedFolders();
+    ScopedFolders(const ScopedFolders&) = delete;
+    ScopedFolders& operator=(const ScopedFolders&) = delete;
+};
+
+}  // namespace platform
