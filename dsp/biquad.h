@@ -2,8 +2,9 @@
 #pragma once
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
+
+#include "dsp/denormal.h"
 
 namespace dsp {
 
@@ -102,7 +103,7 @@ class PhaserPreFilter : private Biquad {
         float y = respond(in);
         if (y > kCeiling) y = kCeiling;
         if (y < -kCeiling) y = -kCeiling;
-        if (std::fabs(y) < FLT_MIN) y = 0.0f;
+        y = flushed(y);
         push(in, y);
         return y;
     }

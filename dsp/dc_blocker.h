@@ -1,11 +1,14 @@
 // DC blocker: a one-zero, one-pole high-pass at 40 Hz.
 #pragma once
 
+#include "dsp/finite.h"
+
 namespace dsp {
 
 class DcBlocker {
   public:
     void setRate(double sampleRate) {
+        if (!isUsableRate(sampleRate)) return;
         // 251.32741 = 2 pi x 40
         pole_ = static_cast<float>(1.0 - 251.32741 / sampleRate);
     }

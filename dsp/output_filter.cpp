@@ -2,6 +2,9 @@
 #include "dsp/output_filter.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "dsp/finite.h"
 
 namespace dsp {
 namespace {
@@ -17,6 +20,7 @@ float cornerHz(float x) {
 }  // namespace
 
 void OutputFilter::setHighPass(float x, double sampleRate) {
+    if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;
     const double f = cornerHz(x);
     frequency1_ = std::min(6.22 / sampleRate * f, kMaxFrequency1);
     frequency2_ = 6.22 / sampleRate * (f * 0.1462585 + 86.0);
@@ -24,6 +28,7 @@ void OutputFilter::setHighPass(float x, double sampleRate) {
 
 void OutputFilter::setRate(double sampleRate, float x) {
     clear();
+    if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;
     const float f = cornerHz(x);
     const float unit = 6.22f / static_cast<float>(sampleRate);
     frequency1_ = std::min<double>(unit * f, kMaxFrequency1);

@@ -9,7 +9,8 @@ namespace dsp {
 // mixed with its high-pass and the input to feed the second stage, whose high-pass is the output.
 class OutputFilter {
   public:
-    // Sets both corners for the high-pass amount x (0 .. 1) at the rate. States stay.
+    // Sets both corners for the high-pass amount x (0 .. 1) at the rate. States stay. Both setters
+    // ignore what is not finite and rates of 0 or less.
     void setHighPass(float x, double sampleRate);
 
     // The set-up of a rate change: clears the states and sets both corners with coefficients

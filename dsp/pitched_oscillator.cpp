@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dsp/finite.h"
+
 namespace dsp {
 namespace {
 
@@ -26,7 +28,7 @@ PitchedOscillator::PitchedOscillator() : table_(&StringWavetable::shared()) {
 }
 
 void PitchedOscillator::setRate(double sampleRate) {
-    if (!(sampleRate > 0.0)) return;
+    if (!isUsableRate(sampleRate)) return;
     sampleRate_ = sampleRate;
     update();
 }

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "dsp/finite.h"
+
 namespace dsp {
 
 // Counts samples; a one-pole at about a tenth of the frequency rounds the square. Starts high.
@@ -14,6 +16,7 @@ class SquareLfo {
         update();
     }
     void setRate(double sampleRate) {
+        if (!isUsableRate(sampleRate)) return;
         sampleRate_ = sampleRate;
         update();
     }

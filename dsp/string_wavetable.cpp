@@ -5,8 +5,6 @@
 #include <cmath>
 #include <complex>
 #include <iterator>
-#include <memory>
-#include <vector>
 
 namespace dsp {
 namespace {
@@ -27,8 +25,11 @@ struct Knot {
     double slope;  // per row
 };
 constexpr Knot kStick[] = {
-    {8.0, -0.994385, 0.003}, {40.0, -0.84, 0.0056},          {330.0, 0.88, 0.0056},
-    {374.0, 0.995, 0.0},     {399.0, kLastPoint, -0.022187},  // meets the repeat of the first point
+    {8.0, -0.994385, 0.003},         // the last point of the slip
+    {40.0, -0.84, 0.0056},           // from here on the string moves with the bow
+    {330.0, 0.88, 0.0056},           // to here
+    {374.0, 0.995, 0.0},             // top
+    {399.0, kLastPoint, -0.022187},  // meets the repeat of the first point
 };
 
 double hermite(const Knot& from, const Knot& to, double row) {
@@ -55,7 +56,7 @@ double keptShare(int harmonic, double amplitude, double hz) {
     // Nothing above the fold, everything below kClean, a cosine between.
     const double t = (harmonic * hz - kClean) / (foldHz / kBend - kClean);
     if (t >= 1.0) return 0.0;
-    double share = t <= 0.0 ? 1.0 : 0.5 + 0.5 * std::cos(kPi * t);
+    const double share = t <= 0.0 ? 1.0 : 0.5 + 0.5 * std::cos(kPi * t);
     // Linear interpolation leaves images at 400 m - h and 400 m + h, each (h / image)^2 of its
     // harmonic h. The lowest one that folds back is the loudest.
     double image = kCyclePoints - harmonic;

@@ -91,6 +91,8 @@ TEST(OutputFilter, StaysBoundedAtEveryRate) {
             dsp::OutputFilter filters[2];
             filters[0].setHighPass(x, rate);
             filters[1].setRate(rate, x);
+            for (auto& filter : filters) filter.setHighPass(std::nanf(""), rate);
+            for (auto& filter : filters) filter.setHighPass(x, 0.0);
             dsp::Random random;
             double peak = 0.0;
             for (int i = 0; i < 20000; ++i) {

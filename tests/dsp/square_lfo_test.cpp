@@ -65,6 +65,8 @@ TEST(SquareLfo, StandsStillAtFrequenciesThatAreNone) {
     }
     dsp::SquareLfo fast;
     fast.setFrequency(1e30);
+    fast.setRate(0.0);
+    fast.setRate(nan);
     for (int i = 0; i < 1000; ++i) EXPECT_LE(std::fabs(fast.tick()), 1.0f);
 }
 
