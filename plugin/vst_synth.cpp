@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "state/controller_map.h"
+#include "state/chunks.h"
 
 namespace plugin {
 
@@ -42,11 +42,11 @@ VstSynth::VstSynth(audioMasterCallback host)
         setUniqueID(kUniqueId);
     }
 
-    // Here the controller map is loaded.
+    state::controllerMap().load();
 
     updateSampleRate();
     instrument_.setSampleRate(sampleRate_);
-    // Here the default bank is loaded.
+    state::loadDefaultBank(instrument_.bank(), kUniqueId);
     updateDisplay();
     initialising_ = false;
 
@@ -54,7 +54,9 @@ VstSynth::VstSynth(audioMasterCallback host)
     setProgram(0);
 }
 
-VstSynth::~VstSynth() = default;
+VstSynth::~VstSynth() {
+    state::controllerMap().save();
+}
 
 bool VstSynth::getOutputProperties(VstInt32 pin, VstPinProperties* properties) {
     if (pin < 0 || pin >= kAnsweredPins) return false;
@@ -131,8 +133,10 @@ VstInt32 VstSynth::processPendingEvents(VstInt32 frame) {
     return events_.nextIndex();
 }
 
-// Here MIDI learn binds the controller before it is applied.
 bool VstSynth::controlChange(int controller, int value) {
+    const int learning = learnSlot_.take();
+    if (state::isParameter(learning)) state::controllerMap().bind(learning, controller);
+
     bool bound = false;
     for (int index = 0; index < state::kNumParams; ++index) {
         if (state::controllerMap().controller(index) != controller) continue;
@@ -197,13 +201,25 @@ bool VstSynth::copyProgram(VstInt32 destination) {
     return true;
 }
 
-// Here chunks are handed out and taken.
-
-VstInt32 VstSynth::getChunk(void**, bool) {
-    return 0;
+VstInt32 VstSynth::getChunk(void** data, bool isPreset) {
+    state::BankChunk& chunk = instrument_.bank().chunk();
+    if (isPreset) {
+        *data = &chunk.programs[getProgram()];
+        return sizeof(state::ProgramRecord);
+    }
+    *data = &chunk;
+    return sizeof chunk;
 }
 
-VstInt32 VstSynth::setChunk(void*, VstInt32, bool) {
+VstInt32 VstSynth::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
+    state::Bank& bank = instrument_.bank();
+    // A refused bank still sends the current program anew, a refused preset does not: kept.
+    if (isPreset) {
+        if (!state::takeProgramChunk(bank, getProgram(), data, byteSize)) return 1;
+    } else {
+        state::takeBankChunk(bank, data, byteSize);
+    }
+    setProgram(getProgram());
     return 1;
 }
 

@@ -7,6 +7,7 @@
 #include "engine/midi_input.h"
 #include "plugin/audio_effect_x.h"
 #include "plugin/event_queue.h"
+#include "state/controller_map.h"
 #include "state/instrument.h"
 
 namespace plugin {
@@ -59,6 +60,9 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     // Called once after each program push.
     virtual void afterProgramPush() {}
 
+    // The next controller is bound to the parameter armed here.
+    state::LearnSlot& learnSlot() { return learnSlot_; }
+
   private:
     void dispatchUpTo(int frame) override { processPendingEvents(frame); }
     void programChange(int program) override { setProgram(program); }
@@ -67,6 +71,7 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
 
     state::Instrument instrument_;
     EventQueue events_;
+    state::LearnSlot learnSlot_;
     // Set while the engine is being built: events and parameters have no effect yet.
     std::atomic<bool> initialising_{true};
 };

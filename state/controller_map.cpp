@@ -1,6 +1,56 @@
 #include "state/controller_map.h"
 
+#include <algorithm>
+#include <string>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "state/data_folder.h"
+
 namespace state {
+
+namespace {
+
+constexpr std::size_t kEntrySize = 4;  // bytes, little-endian
+constexpr std::size_t kFileSize = kNumParams * kEntrySize;
+constexpr std::size_t kLargestFile = 1 << 20;
+
+std::string dataFolderPath() {
+    return findDataFolder(kProductName).value_or("") + kControllerMapFile;
+}
+
+}  // namespace
+
+void ControllerMap::clear() {
+    for (int i = 0; i < kNumParams; ++i) bind(i, kUnbound);
+}
+
+void ControllerMap::load() {
+    std::string path = dataFolderPath();
+    if (!platform::fileExists(path)) path = platform::moduleFolder() + kControllerMapFile;
+    const auto contents = platform::readFile(path, kLargestFile);
+    if (!contents) return clear();
+
+    std::string bytes = contents->substr(0, kFileSize);
+    bytes.resize(kFileSize, '\0');
+    for (int i = 0; i < kNumParams; ++i) {
+        std::uint32_t word = 0;
+        for (std::size_t b = 0; b < kEntrySize; ++b) {
+            word |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i * 4 + b]))
+                    << 8 * b;
+        }
+        bind(i, static_cast<std::int32_t>(word));
+    }
+}
+
+void ControllerMap::save() const {
+    std::string bytes;
+    for (int i = 0; i < kNumParams; ++i) {
+        const auto word = static_cast<std::uint32_t>(controller(i));
+        for (std::size_t b = 0; b < kEntrySize; ++b) bytes += static_cast<char>(word >> 8 * b);
+    }
+    platform::writeFile(dataFolderPath(), bytes);
+}
 
 ControllerMap& controllerMap() {
     static ControllerMap map;

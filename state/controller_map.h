@@ -1,4 +1,5 @@
-// Which MIDI controller drives which parameter, shared by all instances of the process.
+// Which MIDI controller drives which parameter, shared by all instances of the process and kept in
+// a file.
 #pragma once
 
 #include <array>
@@ -10,14 +11,12 @@
 namespace state {
 
 // One word a parameter: a controller number 0..127, or kUnbound. Several parameters may follow one
-// controller. Read on the audio thread, written on any.
+// controller. Any thread reads and binds; the files belong to the user-interface thread.
 class ControllerMap {
   public:
     static constexpr std::int32_t kUnbound = -1;
 
-    ControllerMap() {
-        for (auto& entry : controllers_) entry = kUnbound;
-    }
+    ControllerMap() { clear(); }
 
     std::int32_t controller(int parameter) const {
         return controllers_[parameter].load(std::memory_order_relaxed);
@@ -25,6 +24,14 @@ class ControllerMap {
     void bind(int parameter, std::int32_t controller) {
         controllers_[parameter].store(controller, std::memory_order_relaxed);
     }
+    void clear();
+
+    // Reads the map from the data folder, or from beside the library when it is not there. A short
+    // file leaves the rest bound to controller 0: kept. Without a file nothing is bound.
+    void load();
+    // Writes the map to the data folder, or to the current folder when there is none. Failures
+    // are not reported.
+    void save() const;
 
   private:
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
@@ -32,5 +39,21 @@ class ControllerMap {
 
 // The map of the process.
 ControllerMap& controllerMap();
+
+// The parameter that waits for the next controller to be bound to it, at most one an instance.
+// Armed by the editor, taken by whichever thread meets a controller first.
+class LearnSlot {
+  public:
+    static constexpr int kNone = -1;
+
+    void arm(int parameter) { parameter_.store(parameter, std::memory_order_relaxed); }
+    void disarm() { arm(kNone); }
+    int armed() const { return parameter_.load(std::memory_order_relaxed); }
+    // The armed parameter, disarmed by this call, or kNone.
+    int take() { return parameter_.exchange(kNone, std::memory_order_relaxed); }
+
+  private:
+    std::atomic<int> parameter_{kNone};
+};
 
 }  // namespace state

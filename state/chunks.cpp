@@ -1,0 +1,139 @@
+#include "state/chunks.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <string>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "platform/message_box.h"
+#include "state/atomic_word.h"
+#include "state/data_folder.h"
+
+namespace state {
+
+namespace {
+
+constexpr std::size_t kLargestFile = 64 << 20;
+
+std::atomic<bool> bankMissing{false};
+
+void say(const char* title, const char* text) {
+    platform::showMessage(title, text, platform::MessageIcon::kNone);
+}
+
+constexpr std::uint32_t code(const char (&text)[5]) {
+    std::uint32_t value = 0;
+    for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(text[i]);
+    return value;
+}
+
+// The bytes of a bank file: words are big-endian, but for the fields that the list form keeps in
+// the order of the machine.
+class BankFile {
+  public:
+    static constexpr std::size_t kFirstProgram = 156;
+    static constexpr std::size_t kChunk = 160;
+
+    explicit BankFile(const std::string& bytes) : bytes_(bytes) {}
+
+    bool holds(std::size_t at, std::size_t size) const {
+        return at <= bytes_.size() && size <= bytes_.size() - at;
+    }
+    // 0 where the file has ended.
+    std::uint32_t bigEndian(std::size_t at) const {
+        if (!holds(at, 4)) return 0;
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i) {
+            value = value << 8 | static_cast<unsigned char>(bytes_[at + i]);
+        }
+        return value;
+    }
+    template <typename Word>
+    Word machineOrder(std::size_t at) const {
+        Word value{};
+        if (holds(at, sizeof value)) std::memcpy(&value, bytes_.data() + at, sizeof value);
+        return value;
+    }
+
+    std::uint32_t chunkMagic() const { return bigEndian(0); }
+    std::uint32_t fxMagic() const { return bigEndian(8); }
+    std::uint32_t fxId() const { return bigEndian(16); }
+    std::int32_t numPrograms() const { return static_cast<std::int32_t>(bigEndian(24)); }
+    std::int32_t chunkSize() const { return static_cast<std::int32_t>(bigEndian(kFirstProgram)); }
+    const void* chunk() const { return bytes_.data() + std::min(kChunk, bytes_.size()); }
+    // What the header promises, but never more than the file has.
+    std::int32_t usableChunkSize() const {
+        const std::size_t rest = bytes_.size() - std::min(kChunk, bytes_.size());
+        return std::min(chunkSize(), static_cast<std::int32_t>(rest));
+    }
+
+  private:
+    const std::string& bytes_;
+};
+
+// The list form is read as it always was: values in the order of the machine, entries four bytes
+// further apart than the standard puts them, names passed over. A file that runs out ends the list.
+void takeProgramList(Bank& bank, const BankFile& file) {
+    constexpr std::size_t kNumParamsAt = 24;
+    constexpr std::size_t kValuesAt = 56;
+    constexpr std::size_t kEntryOverhead = 60;
+    const int programs = std::min(file.numPrograms(), static_cast<std::int32_t>(kNumPrograms));
+    std::size_t entry = BankFile::kFirstProgram;
+    for (int program = 0; program < programs; ++program) {
+        const auto count = file.machineOrder<std::int32_t>(entry + kNumParamsAt);
+        if (count < 0 || !file.holds(entry + kValuesAt, std::size_t{4} * count)) return;
+        for (int i = 0; i < std::min(count, static_cast<std::int32_t>(kNumParams)); ++i) {
+            bank.setValue(program, i, file.machineOrder<float>(entry + kValuesAt + 4 * i));
+        }
+        entry += kEntryOverhead + std::size_t{4} * count;
+    }
+}
+
+}  // namespace
+
+bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t size) {
+    constexpr auto kSize = static_cast<std::int32_t>(sizeof(ProgramRecord));
+    if (size < 0 || size > kSize || (!data && size > 0)) {
+        say("Error!", "Can't load preset, wrong file size!");
+        return false;
+    }
+    storeBytes(&bank.chunk().programs[program], data, size);
+    return true;
+}
+
+bool takeBankChunk(Bank& bank, const void* data, std::int32_t size) {
+    if (size != static_cast<std::int32_t>(sizeof(BankChunk)) || !data) {
+        say("Error!", "Can't load bank, wrong file size!");
+        return false;
+    }
+    storeBytes(&bank.chunk(), data, sizeof(BankChunk));
+    return true;
+}
+
+void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
+    constexpr const char* kTitle = "Preset loader";
+    const auto bytes =
+        platform::readFile(platform::moduleFolder() + kDefaultBankFile, kLargestFile);
+    bankMissing = !bytes;
+    if (!bytes) return;
+
+    const BankFile file(*bytes);
+    const bool list = file.fxMagic() == code("FxBk");
+    if (file.chunkMagic() != code("CcnK") || (!list && file.fxMagic() != code("FBCh"))) {
+        return say(kTitle, "Default bank error: not an fxb file");
+    }
+    if (file.fxId() != uniqueId) return say(kTitle, "Default bank error: wrong unique ID");
+    if (list) {
+        takeProgramList(bank, file);
+    } else {
+        takeBankChunk(bank, file.chunk(), file.usableChunkSize());
+    }
+}
+
+bool defaultBankMissing() {
+    return bankMissing;
+}
+
+}  // namespace state

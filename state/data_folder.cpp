@@ -1,0 +1,32 @@
+#include "state/data_folder.h"
+
+#include "platform/file.h"
+#include "platform/folders.h"
+
+namespace state {
+
+namespace {
+
+constexpr std::size_t kLongestPath = 255;
+
+// A folder without any entry counts as missing, and making it again fails: kept.
+bool ensureFolder(const std::string& folder) {
+    return platform::folderHasEntry(folder) || platform::createFolder(folder);
+}
+
+}  // namespace
+
+platform::SettingsStore settings() {
+    return {"Tembrilon", kProductName};
+}
+
+std::optional<std::string> findDataFolder(const std::string& productName) {
+    const auto base = platform::applicationDataFolder();
+    if (!base) return std::nullopt;
+    const std::string family = *base + platform::kSeparator + kHostFamilyFolder;
+    const std::string folder = family + platform::kSeparator + productName;
+    if (!ensureFolder(family) || !ensureFolder(folder)) return std::nullopt;
+    return (folder + platform::kSeparator).substr(0, kLongestPath);
+}
+
+}  // namespace state

@@ -1,0 +1,26 @@
+// Where the instrument keeps its files, and their names.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/settings_store.h"
+
+namespace state {
+
+constexpr const char* kProductName = "Quarzel Strings";
+constexpr const char* kHostFamilyFolder = "Quarzel Studio 9";
+constexpr const char* kControllerMapFile = "Pluginccmap.bin";
+constexpr const char* kDefaultBankFile = "default.fxb";
+
+// Names in the settings store.
+constexpr const char* kSkinNameSetting = "SkinName";
+constexpr const char* kDataPathSetting = "DataPath";
+
+platform::SettingsStore settings();
+
+// The per-user folder of the product, created if missing, ending in a separator and at most 255
+// bytes long. Nothing when there is no application-data folder or a folder cannot be made.
+std::optional<std::string> findDataFolder(const std::string& productName);
+
+}  // namespace state
