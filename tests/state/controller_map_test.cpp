@@ -1,0 +1,108 @@
+// The controller map: what it reads, where it writes, what it binds.
+#include "state/controller_map.h"
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using state::ControllerMap;
+
+constexpr const char* kInDataFolder = "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin";
+
+struct Folders {
+    TemporaryFolder module;
+    TemporaryFolder applicationData;
+    platform::ScopedFolders scope{module.path(), applicationData.path()};
+};
+
+TEST(ControllerMap, IsUnboundWithoutAFile) {
+    const Folders folders;
+    ControllerMap map;
+    map.bind(3, 7);
+    map.load();
+    for (int i = 0; i < state::kNumParams; ++i) {
+        EXPECT_EQ(map.controller(i), ControllerMap::kUnbound);
+    }
+}
+
+TEST(ControllerMap, KeepsItsBindingsInTheDataFolder) {
+    const Folders folders;
+    ControllerMap map;
+    map.bind(state::kPan, 20);
+    map.bind(state::kMix, 20);
+    map.bind(state::kSpring, 127);
+    map.save();
+    const std::string path = folders.applicationData.path() + kInDataFolder;
+    const auto bytes = platform::readFile(path, 1000);
+    ASSERT_TRUE(bytes);
+    ASSERT_EQ(bytes->size(), 168u);
+    EXPECT_EQ(bytes->substr(0, 8), std::string("\xFF\xFF\xFF\xFF\x14\0\0\0", 8));
+    EXPECT_FALSE(platform::fileExists(folders.module.path() + "Pluginccmap.bin"));
+
+    ControllerMap loaded;
+    loaded.load();
+    EXPECT_EQ(loaded.controller(state::kPan), 20);
+    EXPECT_EQ(loaded.controller(state::kMix), 20);
+    EXPECT_EQ(loaded.controller(state::kSpring), 127);
+    EXPECT_EQ(loaded.controller(state::kVolume), ControllerMap::kUnbound);
+    // Nothing else is left beside the file.
+    const auto entries =
+        std::filesystem::directory_iterator(std::filesystem::path(path).parent_path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
+}
+
+TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
+    const Folders folders;
+    folders.module.write("Pluginccmap.bin", std::string("\x05\0\0\0", 4));
+    ControllerMap map;
+    map.load();
+    EXPECT_EQ(map.controller(0), 5);
+    // What a short file does not say is bound to controller 0: kept.
+    EXPECT_EQ(map.controller(1), 0);
+    EXPECT_EQ(map.controller(41), 0);
+}
+
+TEST(ControllerMap, ReadsDamagedFilesWithinTheirBytes) {
+    const Folders folders;
+    for (const std::size_t size : {0, 1, 3, 167, 169, 5000}) {
+        SCOPED_TRACE(size);
+        folders.module.write("Pluginccmap.bin", std::string(size, '\x7F'));
+        ControllerMap map;
+        map.load();
+        EXPECT_EQ(map.controller(41), size < 165 ? 0 : size < 168 ? 0x7F7F7F : 0x7F7F7F7F);
+    }
+}
+
+TEST(ControllerMap, IsNotHarmedByAFailedWrite) {
+    const Folders folders;
+    ControllerMap map;
+    map.bind(1, 33);
+    map.save();
+    const std::string path = folders.applicationData.path() + kInDataFolder;
+    const auto before = platform::readFile(path, 1000);
+    // A folder in the way of the rename.
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path + "/inside");
+    map.save();
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+    std::filesystem::remove_all(path);
+    map.save();
+    EXPECT_EQ(platform::readFile(path, 1000), before);
+}
+
+TEST(LearnSlot, IsTakenOnce) {
+    state::LearnSlot slot;
+    EXPECT_EQ(slot.take(), state::LearnSlot::kNone);
+    slot.arm(12);
+    EXPECT_EQ(slot.armed(), 12);
+    EXPECT_EQ(slot.take(), 12);
+    EXPECT_EQ(slot.take(), state::LearnSlot::kNone);
+}
+
+}  // namespace

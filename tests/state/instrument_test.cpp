@@ -1,0 +1,133 @@
+// Bank and engine together: what reaches the sound when, and from which thread.
+#include "state/instrument.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using state::Instrument;
+
+// Runs something before the first frame of a block.
+class AtStart : public engine::EventSource {
+  public:
+    explicit AtStart(std::function<void()> action = [] {}) : action_(std::move(action)) {}
+    void dispatchUpTo(int frame) override {
+        if (frame == 1) action_();
+    }
+
+  private:
+    std::function<void()> action_;
+};
+
+struct Sound {
+    std::vector<float> left;
+    std::vector<float> right;
+    bool operator==(const Sound& o) const { return left == o.left && right == o.right; }
+};
+
+Sound render(
+    Instrument& instrument, int frames, std::function<void()> action = [] {}) {
+    Sound sound{std::vector<float>(frames), std::vector<float>(frames)};
+    AtStart events(std::move(action));
+    EXPECT_TRUE(instrument.render(sound.left.data(), sound.right.data(), frames, events));
+    return sound;
+}
+
+std::unique_ptr<Instrument> playing() {
+    auto instrument = std::make_unique<Instrument>(44100.0);
+    instrument->setProgram(0);
+    render(*instrument, 4000, [&] { instrument->engine().noteOn(64, 100); });
+    return instrument;
+}
+
+void onAnotherThread(std::function<void()> action) {
+    std::thread(std::move(action)).join();
+}
+
+TEST(Instrument, SoundsTheSameWhicheverThreadChangesIt) {
+    const auto near = playing();
+    near->setValue(state::kBrigthness, 0.2f);
+    near->setValue(state::kViolin, 1.0f);
+    near->setValue(state::kHP, 0.9f);
+    const auto far = playing();
+    onAnotherThread([&] {
+        far->setValue(state::kBrigthness, 0.2f);
+        far->setValue(state::kViolin, 1.0f);
+        far->setValue(state::kHP, 0.9f);
+        EXPECT_EQ(far->value(state::kViolin), 1.0f);
+    });
+    EXPECT_TRUE(render(*near, 2000) == render(*far, 2000));
+}
+
+TEST(Instrument, LeavesChangesOfOtherThreadsToTheRenderer) {
+    const auto instrument = playing();
+    onAnotherThread([&] {
+        instrument->setValue(state::kVoiceCountParam, 0.0f);
+        instrument->setSampleRate(96000.0);
+    });
+    EXPECT_EQ(instrument->engine().polyphony(), engine::kInitialVoices);
+    EXPECT_EQ(instrument->engine().sampleRate(), 44100.0);
+    render(*instrument, 1);
+    EXPECT_EQ(instrument->engine().polyphony(), engine::kMinVoices);
+    EXPECT_EQ(instrument->engine().sampleRate(), 96000.0);
+}
+
+TEST(Instrument, TakesChangesAtOnceWhileNobodyRenders) {
+    const auto instrument = playing();
+    instrument->stopRendering();
+    onAnotherThread([&] { instrument->setSampleRate(48000.0); });
+    EXPECT_EQ(instrument->engine().sampleRate(), 48000.0);
+}
+
+TEST(Instrument, CarriesOutWhatIsPendingWhenRenderingStops) {
+    const auto instrument = playing();
+    onAnotherThread([&] { instrument->setSampleRate(48000.0); });
+    instrument->stopRendering();
+    EXPECT_EQ(instrument->engine().sampleRate(), 48000.0);
+}
+
+TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
+    const auto instrument = playing();
+    onAnotherThread([&] {
+        EXPECT_TRUE(instrument->setProgram(5));
+        EXPECT_EQ(instrument->program(), 5);
+    });
+    EXPECT_EQ(instrument->program(), 5);
+    const Sound sound = render(*instrument, 4000, [&] { instrument->engine().noteOn(64, 100); });
+    EXPECT_GT(*std::max_element(sound.left.begin(), sound.left.end()), 0.01f);
+}
+
+TEST(Instrument, RefusesProgramsOutOfRange) {
+    const auto instrument = playing();
+    EXPECT_FALSE(instrument->setProgram(-1));
+    EXPECT_FALSE(instrument->setProgram(128));
+    EXPECT_EQ(instrument->program(), 0);
+}
+
+TEST(Instrument, ReadsOneIndexPastTheTable) {
+    const auto instrument = playing();
+    EXPECT_EQ(instrument->value(42), instrument->bank().valuePastTable(0));
+    EXPECT_EQ(instrument->value(43), 0.0f);
+    EXPECT_EQ(instrument->value(-1), 0.0f);
+}
+
+TEST(Instrument, MovesTheHighPassOnceForEachSetting) {
+    const auto moved = [](int times, bool elsewhere) {
+        const auto instrument = playing();
+        const auto move = [&] {
+            for (int i = 0; i < times; ++i) instrument->setValue(state::kHP, 1.0f);
+        };
+        elsewhere ? onAnotherThread(move) : move();
+        return render(*instrument, 1000);
+    };
+    EXPECT_TRUE(moved(3, true) == moved(3, false));
+    EXPECT_FALSE(moved(3, true) == moved(1, false));
+}
+
+}  // namespace
