@@ -54,7 +54,7 @@ TEST(AudioEffect, AnswersEveryOpcodeByDefault) {
                 break;
             case effSetTotalSampleToProcess:
                 expected = 1;
-                break;  // the value
+                break;           // the value
             case effGetProgram:  // set just before
             case effCanBeAutomated:
             case effGetNumProgramCategories:

@@ -1,7 +1,9 @@
 // The instrument as a host meets it: loaded from its file and asked through its record.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -137,6 +139,19 @@ TEST_F(LoadedPlugin, ChangesItsProgramWithinRangeOnly) {
     }
 }
 
+TEST_F(LoadedPlugin, RedrawsTheHostOnceMoreWhenItAnswers) {
+    PluginInstance plugin(library_.entry());
+    for (const VstIntPtr answer : {0, 1}) {
+        host_.answers[audioMasterUpdateDisplay] = answer;
+        host_.calls.clear();
+        plugin.dispatch(effSetProgram, 0, 1);
+        const auto updates = std::count_if(
+            host_.calls.begin(), host_.calls.end(),
+            [](const TestHost::Call& call) { return call.opcode == audioMasterUpdateDisplay; });
+        EXPECT_EQ(updates, 1 + answer);
+    }
+}
+
 TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithoutPointers) {
     std::vector<VstInt32> opcodes = {-1, INT32_MIN, INT32_MAX, 0x73744341, 9999};
     for (VstInt32 opcode = 0; opcode <= 100; ++opcode) opcodes.push_back(opcode);
@@ -153,7 +168,7 @@ TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithoutPointers) {
         for (const auto& argument : arguments) {
             SCOPED_TRACE(testing::Message() << "opcode " << opcode << ", index " << argument.index
                                             << ", value " << argument.value);
-            // A window of no host is not for us to survive, nor is an arrangement at address 1.
+            // Only here does a host pass an address as the value.
             const bool valueIsAddress =
                 opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement;
             plugin.dispatch(opcode, argument.index, valueIsAddress ? 0 : argument.value, nullptr,
