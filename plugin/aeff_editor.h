@@ -30,6 +30,7 @@ class AEffEditor {
         systemWindow_ = parentWindow;
         return false;
     }
+    // May come when nothing is open.
     virtual void close() { systemWindow_ = nullptr; }
     virtual bool isOpen() const { return systemWindow_ != nullptr; }
     virtual void idle() {}

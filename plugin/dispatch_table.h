@@ -40,6 +40,8 @@ T argumentOf(const HostCall& call) {
         return static_cast<T>(call.ptr);
     } else if constexpr (std::is_pointer_v<T>) {
         return reinterpret_cast<T>(call.value);
+    } else if constexpr (std::is_same_v<T, VstIntPtr>) {
+        return call.value;
     } else {
         const VstInt32 number = from == kIndex ? call.index : toInt32(call.value);
         return static_cast<T>(number);

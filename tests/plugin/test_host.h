@@ -1,0 +1,38 @@
+// A host for tests: answers as told and remembers what it was asked.
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "plugin/vst2.h"
+
+// The published callback carries no host of its own, so there is one at a time.
+class TestHost {
+  public:
+    struct Call {
+        AEffect* effect;
+        VstInt32 opcode;
+        VstInt32 index;
+        VstIntPtr value;
+        void* ptr;
+        float opt;
+    };
+
+    TestHost() { current_ = this; }
+    ~TestHost() { current_ = nullptr; }
+    TestHost(const TestHost&) = delete;
+    TestHost& operator=(const TestHost&) = delete;
+
+    static VstIntPtr callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                              void* ptr, float opt) {
+        current_->calls.push_back({effect, opcode, index, value, ptr, opt});
+        const auto answer = current_->answers.find(opcode);
+        return answer == current_->answers.end() ? 0 : answer->second;
+    }
+
+    std::vector<Call> calls;
+    std::map<VstInt32, VstIntPtr> answers = {{audioMasterVersion, kVstVersion}};  // 0 for others
+
+  private:
+    inline static TestHost* current_ = nullptr;
+};

@@ -1,0 +1,65 @@
+// The instrument's own operations, called directly.
+#include <gtest/gtest.h>
+
+#include "plugin/vst_synth.h"
+#include "tests/plugin/recording_effect.h"
+#include "tests/plugin/test_host.h"
+
+namespace plugin {
+namespace {
+
+constexpr VstInt32 kMessage = 0x73744341;  // 'stCA'
+constexpr VstInt32 kTurn = 0x57686565;     // 'Whee'
+
+TEST(VstSynth, PassesWheelMessagesToItsEditor) {
+    VstSynth synth(nullptr);
+    CallNote note(nullptr);
+    synth.setEditor(new RecordingEditor(&synth, note));
+    struct {
+        VstInt32 lArg;
+        VstIntPtr lArg2;
+        float distance;
+        const char* reached;
+        VstIntPtr answer;
+    } const rows[] = {
+        {kMessage, kTurn, 1.0f, "onWheel 1", 1},
+        {kMessage, kTurn, -2.0f, "onWheel -2", 0},  // this editor uses upward turns only
+        {kTurn, kMessage, 1.0f, "", 0},
+        {kMessage, 0, 1.0f, "", 0},
+        {kMessage, kTurn + (VstIntPtr{1} << 32), 1.0f, "", 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(synth.onWheelMessage(row.lArg, row.lArg2, nullptr, row.distance), row.answer);
+        EXPECT_EQ(note.take(), row.reached);
+    }
+    AEffect* const record = synth.getAeffect();
+    EXPECT_EQ(record->dispatcher(record, effVendorSpecific, kMessage, kTurn, nullptr, 1.0f), 0);
+    EXPECT_EQ(note.take(), "");
+    synth.setEditor(nullptr);
+    EXPECT_EQ(synth.onWheelMessage(kMessage, kTurn, nullptr, 1.0f), 0);
+}
+
+TEST(VstSynth, IsASynthOnlyForAHost) {
+    VstSynth alone(nullptr);
+    EXPECT_EQ(alone.getPlugCategory(), kPlugCategUnknown);
+    EXPECT_EQ(alone.getAeffect()->flags, effFlagsCanReplacing | effFlagsProgramChunks);
+    TestHost host;
+    VstSynth hosted(TestHost::callback);
+    EXPECT_EQ(hosted.getPlugCategory(), kPlugCategSynth);
+}
+
+TEST(VstSynth, AdoptsTheHostsRate) {
+    struct {
+        VstIntPtr answer;
+        float rate;
+    } const rows[] = {{0, 44100.0f}, {-48000, 44100.0f}, {96000, 96000.0f}};
+    for (const auto& row : rows) {
+        TestHost host;
+        host.answers[audioMasterGetSampleRate] = row.answer;
+        VstSynth synth(TestHost::callback);
+        EXPECT_EQ(synth.getSampleRate(), row.rate) << row.answer;
+    }
+}
+
+}  // namespace
+}  // namespace plugin
