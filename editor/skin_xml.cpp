@@ -2,6 +2,7 @@
 #include "editor/skin_xml.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "editor/skin_text.h"
 
@@ -45,6 +46,17 @@ class Reader {
         return name;
     }
 
+    // The text up to the next stop, which is left. Nothing when the text or a zero byte comes
+    // first.
+    std::optional<std::string_view> takeUntil(char stop) {
+        const char ends[] = {stop, '\0'};
+        const std::size_t end = text_.find_first_of({ends, 2}, position_);
+        if (end == std::string_view::npos || text_[end] != stop) return std::nullopt;
+        const std::string_view taken = text_.substr(position_, end - position_);
+        position_ = end;
+        return taken;
+    }
+
     bool startTag(XmlNode& node) {
         skipSpace();
         if (!take('<') || !isLetter(peek())) return false;
@@ -63,11 +75,10 @@ class Reader {
             if (!take('=')) continue;  // a name without a value is dropped
             skipSpace();
             if (!take('"')) return false;
-            const std::size_t end = text_.find('"', position_);
-            if (end == std::string_view::npos) return false;
-            const std::string_view value = text_.substr(position_, end - position_);
-            node.attributes.push_back({std::string(name), std::string(value)});
-            position_ = end + 1;
+            const auto value = takeUntil('"');
+            if (!value) return false;
+            ++position_;
+            node.attributes.push_back({std::string(name), std::string(*value)});
         }
         return true;
     }
@@ -75,10 +86,9 @@ class Reader {
     bool content(XmlNode& node) {
         for (;;) {
             skipSpace();
-            const std::size_t end = text_.find('<', position_);
-            if (end == std::string_view::npos) return false;
-            if (end > position_) node.text = text_.substr(position_, end - position_);
-            position_ = end;
+            const auto stretch = takeUntil('<');
+            if (!stretch) return false;
+            if (!stretch->empty()) node.text = *stretch;
             if (text_.substr(position_, 2) == "</") return endTag(node.name);
             node.children.emplace_back();
             if (!element(node.children.back())) return false;
@@ -102,9 +112,8 @@ class Reader {
 }  // namespace
 
 std::ptrdiff_t parseXml(std::string_view text, std::ptrdiff_t start, XmlNode& node) {
-    const std::string_view upToZero = text.substr(0, text.find('\0'));
-    if (start < 0 || static_cast<std::size_t>(start) > upToZero.size()) return -1;
-    Reader reader(upToZero, static_cast<std::size_t>(start));
+    if (start < 0 || static_cast<std::size_t>(start) > text.size()) return -1;
+    Reader reader(text, static_cast<std::size_t>(start));
     return reader.element(node) ? static_cast<std::ptrdiff_t>(reader.position()) : -1;
 }
 
