@@ -31,7 +31,8 @@ struct ValueCase {
     double value;
 };
 
-void expectValues(SkinConstantTable table, const std::vector<ValueCase>& cases) {
+void expectValues(const std::vector<ValueCase>& cases) {
+    SkinConstantTable table;
     for (const auto& [text, value] : cases) {
         SCOPED_TRACE(text);
         const auto result = evaluateStatement(table, text);
@@ -41,58 +42,58 @@ void expectValues(SkinConstantTable table, const std::vector<ValueCase>& cases) 
 }
 
 TEST(SkinExpression, FollowsItsOwnPrecedences) {
-    expectValues({}, {
-                         {"1+2*3+4", 11},
-                         {"10-4-3", 3},
-                         {"64/4/2", 8},
-                         {"2*3-4/8", 5.5},
-                         {"1|2&3", 3},   // (1|2)&3, the reverse of the usual order
-                         {"4&1|4", 4},   // 4&(1|4)
-                         {"1+1$2", 8},   // (1+1)$2
-                         {"1$1+1", 4},   // 1$(1+1)
-                         {"1$2$3", 32},  // (1$2)$3
-                         {"1$1|2", 8},   // 1$(1|2)
-                         {"6 & 3 $ 1", 4},
-                         {"\t 1 +\t2 ", 3},
-                         {"1\n+2", 1},  // only blanks and tabs are whitespace
-                     });
+    expectValues({
+        {"1+2*3+4", 11},
+        {"10-4-3", 3},
+        {"64/4/2", 8},
+        {"2*3-4/8", 5.5},
+        {"1|2&3", 3},   // (1|2)&3, the reverse of the usual order
+        {"4&1|4", 4},   // 4&(1|4)
+        {"1+1$2", 8},   // (1+1)$2
+        {"1$1+1", 4},   // 1$(1+1)
+        {"1$2$3", 32},  // (1$2)$3
+        {"1$1|2", 8},   // 1$(1|2)
+        {"6 & 3 $ 1", 4},
+        {"\t 1 +\t2 ", 3},
+        {"1\n+2", 1},  // only blanks and tabs are whitespace
+    });
 }
 
 TEST(SkinExpression, ReadsAgainWhatAnInnerExpressionDidNotHandBack) {
-    expectValues({}, {
-                         {"(1+2)*3", 3},
-                         {"2*(1+2)+1", 6},
-                         {"3*(1+2)", 9},
-                         {"1+-2*3", -11},
-                         {"(1)*3", 1},  // a ")" ends every level
-                         {"(5", 5},
-                         {"5)+3", 5},
-                         {"-(1+2)", -3},
-                         {"-2*3", -6},
-                         {"2*-3", -6},
-                         {"1--1", 2},
-                         {"--4", 4},
-                         {"-(-1+2)", 0},   // -1, then "-1+2" again
-                         {"(-2*3", -12},   // -6, then "-2*3" again
-                         {"1|-2*3", -11},  // -5, then "-2*3" again
-                     });
+    expectValues({
+        {"(1+2)*3", 3},
+        {"2*(1+2)+1", 6},
+        {"3*(1+2)", 9},
+        {"1+-2*3", -11},
+        {"(1)*3", 1},  // a ")" ends every level
+        {"(5", 5},
+        {"5)+3", 5},
+        {"-(1+2)", -3},
+        {"-2*3", -6},
+        {"2*-3", -6},
+        {"1--1", 2},
+        {"--4", 4},
+        {"-(-1+2)", 0},   // -1, then "-1+2" again
+        {"(-2*3", -12},   // -6, then "-2*3" again
+        {"1|-2*3", -11},  // -5, then "-2*3" again
+    });
 }
 
 TEST(SkinExpression, ReadsNumbersDigitByDigit) {
-    expectValues({}, {
-                         {"7.", 7},
-                         {"0.5", 5 * 0.1},
-                         {"1.25", 125 * (0.1 * 0.1)},
-                         {"007", 7},
-                         {"", 0},
-                         {"   ", 0},
-                         {".5", 0},
-                         {"+5", 5},
-                         {"*5", 0},
-                         {"5 6", 5},
-                         {"5px", 5},
-                         {"#", 0},
-                     });
+    expectValues({
+        {"7.", 7},
+        {"0.5", 5 * 0.1},
+        {"1.25", 125 * (0.1 * 0.1)},
+        {"007", 7},
+        {"", 0},
+        {"   ", 0},
+        {".5", 0},
+        {"+5", 5},
+        {"*5", 0},
+        {"5 6", 5},
+        {"5px", 5},
+        {"#", 0},
+    });
     SkinConstantTable table;
     for (const char* text : {"1.5.2", "1..", "1+2.0.", "(1.5.2", "-1.5.2"}) {
         EXPECT_FALSE(evaluateStatement(table, text)) << text;
@@ -101,21 +102,21 @@ TEST(SkinExpression, ReadsNumbersDigitByDigit) {
 
 TEST(SkinExpression, TruncatesBitwiseOperandsTo32Bits) {
     const double lowest = std::numeric_limits<std::int32_t>::min();
-    expectValues({}, {
-                         {"3.9|0", 3},
-                         {"0-3.9|0", -3},
-                         {"2147483647.9|0", 2147483647.0},
-                         {"2147483648|0", lowest},
-                         {"0-2147483648.9|0", lowest},
-                         {"0-2147483649|0", lowest},
-                         {"99999999999|1", lowest + 1},
-                         {"1/0|0", lowest},
-                         {"0/0|0", lowest},
-                         {"1$31", lowest},
-                         {"1$32", 1},  // the count is masked to 5 bits
-                         {"1$33.9", 2},
-                         {"3$31", lowest},
-                     });
+    expectValues({
+        {"3.9|0", 3},
+        {"0-3.9|0", -3},
+        {"2147483647.9|0", 2147483647.0},
+        {"2147483648|0", lowest},
+        {"0-2147483648.9|0", lowest},
+        {"0-2147483649|0", lowest},
+        {"99999999999|1", lowest + 1},
+        {"1/0|0", lowest},
+        {"0/0|0", lowest},
+        {"1$31", lowest},
+        {"1$32", 1},  // the count is masked to 5 bits
+        {"1$33.9", 2},
+        {"3$31", lowest},
+    });
 }
 
 TEST(SkinExpression, DividesByZeroAsFloatingPointDoes) {

@@ -41,7 +41,7 @@ Loaded load(const std::string& document, SkinElements elements = SkinElements::k
 
 TEST(SkinLoader, HandsOverTheChildrenOfGuiInOrder) {
     const std::string document =
-        "<gui><Knob X=\"2\"/><BackGround x=\"b\"/><list><knob x=\"inner\"/></list><knob/></gui>";
+        R"(<gui><Knob X="2"/><BackGround x="b"/><list><knob x="inner"/></list><knob/></gui>)";
     const Loaded all = load(document);
     EXPECT_EQ(all.result, SkinLoad::kBuilt);
     EXPECT_EQ(all.elements, "Knob=2 BackGround=b list=none knob=none ");
@@ -69,8 +69,9 @@ TEST(SkinLoader, ReportsAMissingGui) {
 
 TEST(SkinLoader, SaysNothingAboutAFileItCannotRead) {
     const std::string tooLong = "<GUI/>" + std::string(editor::kMaxSkinFileBytes, ' ');
-    for (const std::string& document : {std::string(), std::string("<?xml version=\"1.0\"?><GUI/>"),
-                                        std::string("<GUI>"), tooLong}) {
+    for (const std::string& document :
+         {std::string(), std::string(R"(<?xml version="1.0"?><GUI/>)"), std::string("<GUI>"),
+          tooLong}) {
         SCOPED_TRACE(document.substr(0, 40));
         const Loaded loaded = load(document);
         EXPECT_EQ(loaded.result, SkinLoad::kUnreadable);

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "editor/skin_report.h"
-#include "editor/skin_text.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
@@ -48,9 +47,9 @@ RecordedMessage failed(const std::string& tag, const std::string& object) {
 }
 
 TEST(SkinValues, HoldWhatAnElementSays) {
-    const Read slider = read(
-        "<Slider X=\"A + 5\" y=\"\" len=\"100\" id=\"2.5\" style=\"1|2\" bitmap_bk=\"b.png\" "
-        "bitmap_handle=\"h.png\" default=\"0.5\" other=\"nope\"/>");
+    const Read slider =
+        read(R"(<Slider X="A + 5" y="" len="100" id="2.5" style="1|2" bitmap_bk="b.png" )"
+             R"(bitmap_handle="h.png" default="0.5" other="nope"/>)");
     EXPECT_TRUE(slider.messages.empty());
     ASSERT_TRUE(slider.values);
     EXPECT_EQ(slider.values->number("x"), 15.0);
@@ -62,9 +61,9 @@ TEST(SkinValues, HoldWhatAnElementSays) {
     EXPECT_EQ(slider.values->number("other"), std::nullopt);
     EXPECT_EQ(slider.values->picture("bitmap_bk"), "b.png");
 
-    const Read display = read(
-        "<anydisp x=\"1\" y=\"2\" w=\"3\" h=\"4\" style=\"5\" font=\"6\" halign=\"2\" "
-        "txtface=\"1\" transparent=\"n\" fontcolor=\"0xFF8000\" backcolor=\"red\"/>");
+    const Read display =
+        read(R"(<anydisp x="1" y="2" w="3" h="4" style="5" font="6" halign="2" )"
+             R"(txtface="1" transparent="n" fontcolor="0xFF8000" backcolor="red"/>)");
     EXPECT_TRUE(display.messages.empty());
     ASSERT_TRUE(display.values);
     EXPECT_EQ(display.values->number("halign"), 2.0);
@@ -79,8 +78,8 @@ TEST(SkinValues, TakeYesFromTheFirstCharacter) {
                                                   {" y", false}, {"true", false}};
     for (const auto& [value, expected] : cases) {
         SCOPED_TRACE(value);
-        const Read knob = read("<knob x=\"1\" y=\"1\" w=\"1\" h=\"1\" id=\"1\" stackbmp=\"" +
-                               std::string(value) + "\"/>");
+        const Read knob = read(R"(<knob x="1" y="1" w="1" h="1" id="1" stackbmp=")" +
+                               std::string(value) + R"("/>)");
         ASSERT_TRUE(knob.values);
         EXPECT_EQ(knob.values->flag("stackbmp"), expected);
         EXPECT_EQ(knob.values->flag("transparent"), std::nullopt);
@@ -93,22 +92,22 @@ TEST(SkinValues, ReportWhatStopsAnElement) {
         RecordedMessage message;
     };
     const Case cases[] = {
-        {"<update src=\"1\"/>", missing("dst", "update")},
+        {R"(<update src="1"/>)", missing("dst", "update")},
         {"<Update/>", missing("src", "Update")},
-        {"<update src=\"B\" dst=\"1\"/>", failed("src", "update")},
-        {"<update src=\"1.2.3\"/>", failed("src", "update")},
-        {"<onoff x=\"1\" y=\"1\" id=\"1\"/>", missing("bitmap_handle", "onoff")},
-        {"<background filename=\"missing.png\"/>", {"Bitmap not found", "missing.png"}},
-        {"<background filename=\"\"/>", {"Bitmap not found", ""}},
-        {"<vswitch x=\"1\" y=\"1\" id=\"1\" entries=\"3\" bitmap_handle=\"missing.png\"/>",
+        {R"(<update src="B" dst="1"/>)", failed("src", "update")},
+        {R"(<update src="1.2.3"/>)", failed("src", "update")},
+        {R"(<onoff x="1" y="1" id="1"/>)", missing("bitmap_handle", "onoff")},
+        {R"(<background filename="missing.png"/>)", {"Bitmap not found", "missing.png"}},
+        {R"(<background filename=""/>)", {"Bitmap not found", ""}},
+        {R"(<vswitch x="1" y="1" id="1" entries="3" bitmap_handle="missing.png"/>)",
          {"Bitmap not found", "missing.png"}},
-        {"<onoff x=\"1\" y=\"1\" id=\"1\" bitmap_handle=\"missing.png\"/>",
+        {R"(<onoff x="1" y="1" id="1" bitmap_handle="missing.png"/>)",
          {"QXSKIN: Bitmap not found", "missing.png"}},
-        {"<kick x=\"1\" y=\"1\" id=\"1\" bitmap_handle=\"missing.png\"/>",
+        {R"(<kick x="1" y="1" id="1" bitmap_handle="missing.png"/>)",
          {"QXSKIN: Bitmap not found", "missing.png"}},
-        {"<about x=\"1\" y=\"1\" w=\"1\" h=\"1\" bitmap_pop=\"missing.png\"/>",
+        {R"(<about x="1" y="1" w="1" h="1" bitmap_pop="missing.png"/>)",
          {"QXSKIN: Bitmap not found", "missing.png"}},
-        {"<knob x=\"1\" y=\"1\" w=\"1\" h=\"1\" id=\"1\" bitmap_bk=\"missing.png\"/>",
+        {R"(<knob x="1" y="1" w="1" h="1" id="1" bitmap_bk="missing.png"/>)",
          {"Bitmap not found", "missing.png"}},
     };
     for (const auto& [document, message] : cases) {
@@ -120,8 +119,8 @@ TEST(SkinValues, ReportWhatStopsAnElement) {
 }
 
 TEST(SkinValues, LeaveOutOptionalNumbersThatFail) {
-    const Read knob = read(
-        "<knob x=\"1\" y=\"1\" w=\"1\" h=\"1\" id=\"1\" xoff=\"B\" yoff=\"2\" default=\"C\"/>");
+    const Read knob =
+        read(R"(<knob x="1" y="1" w="1" h="1" id="1" xoff="B" yoff="2" default="C"/>)");
     ASSERT_TRUE(knob.values);
     EXPECT_EQ(knob.values->number("xoff"), std::nullopt);
     EXPECT_EQ(knob.values->number("yoff"), 2.0);
@@ -158,11 +157,11 @@ TEST(SkinReport, ListsElementsNumbersAndMessagesInNoLocale) {
     folder.write("there.png", "");
     folder.write("skin.xml",
                  "<GUI><CONSTANTS>Col = 8, Row, bad = nope</CONSTANTS>"
-                 "<background filename=\"there.png\"/>"
-                 "<update src=\"COL\" dst=\"1000+ROW/4\"/>"
-                 "<update src=\"1\"/>"
-                 "<kick x=\"1\" y=\"2\" id=\"3\" bitmap_handle=\"gone.png\" transparent=\"y\"/>"
-                 "<NoteDisplay x=\"1\" y=\"2\" w=\"3\" h=\"4\" id=\"5\" fontcolor=\"0x00ff01\"/>"
+                 R"(<background filename="there.png"/>)"
+                 R"(<update src="COL" dst="1000+ROW/4"/>)"
+                 R"(<update src="1"/>)"
+                 R"(<kick x="1" y="2" id="3" bitmap_handle="gone.png" transparent="y"/>)"
+                 R"(<NoteDisplay x="1" y="2" w="3" h="4" id="5" fontcolor="0x00ff01"/>)"
                  "<gadget/></GUI>");
     std::ostringstream out;
     out.imbue(std::locale(std::locale::classic(), new CommaPunctuation));
@@ -186,7 +185,7 @@ TEST(SkinReport, CountsWhatCannotBeReadAtAll) {
     EXPECT_EQ(editor::reportSkin(folder.path(), unreadable), 1);
 
     folder.write("skin.xml",
-                 "<GUI><update src=\"1\" dst=\"2\" note=\"" + std::string(128, 'n') + "\"/></GUI>");
+                 R"(<GUI><update src="1" dst="2" note=")" + std::string(128, 'n') + R"("/></GUI>)");
     std::ostringstream tooLong;
     EXPECT_EQ(editor::reportSkin(folder.path(), tooLong), 1);
     EXPECT_EQ(tooLong.str(), "! Attribute too long: note\nupdate src=1 dst=2\n");
@@ -195,25 +194,6 @@ TEST(SkinReport, CountsWhatCannotBeReadAtAll) {
     std::ostringstream clean;
     EXPECT_EQ(editor::reportSkin(folder.path(), clean), 0);
     EXPECT_EQ(clean.str(), "");
-}
-
-TEST(SkinSchema, ReadsEveryAttributeOfEveryElement) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"CONSTANTS", nullptr},
-        {"gadget", nullptr},
-        {"KNOB", "x y w h id | stackbmp xoff yoff bitmap_bk bitmap_handle transparent | default"},
-        {"viewtaps", "x y w h |  | "},
-        {"vumeter", "x y id leds style bitmap_off bitmap_on |  | "},
-    };
-    for (const auto& [element, attributes] : cases) {
-        SCOPED_TRACE(element);
-        const editor::SkinElementRule* const rule = editor::findSkinElementRule(element);
-        ASSERT_EQ(rule != nullptr, attributes != nullptr);
-        if (!rule) continue;
-        std::ostringstream row;
-        row << rule->required << " | " << rule->optional << " | " << rule->finishing;
-        EXPECT_EQ(row.str(), attributes);
-    }
 }
 
 }  // namespace

@@ -57,24 +57,24 @@ TEST(SkinXml, ReadsElementsAttributesAndText) {
         {" \t\r\n<a />", "a"},
         {"<a / >", "a"},
         {"<a></a>", "a"},
-        {"<a_1>x</a_1>", "a_1\"x\""},
+        {"<a_1>x</a_1>", R"(a_1"x")"},
         {"<knob></KNOB>", "knob"},
         {"<a></ \n a \t>", "a"},
-        {"<a x=\"10\" X=\"11\"/>", "a[x=10;X=11;]"},
+        {R"(<a x="10" X="11"/>)", "a[x=10;X=11;]"},
         {"<a x\n=\t\"1\"y=\"2\"_z=\"3\">", "-1"},
         {"<a x\n=\t\"1\"y=\"2\"_z=\"3\"/>", "a[x=1;y=2;_z=3;]"},
-        {"<a x=\"\"/>", "a[x=;]"},
-        {"<a x y=\"1\" z/>", "a[y=1;]"},
+        {R"(<a x=""/>)", "a[x=;]"},
+        {R"(<a x y="1" z/>)", "a[y=1;]"},
         {"<a x=\"<b/> '>\n\"/>", "a[x=<b/> '>\n;]"},
-        {"<a x=\"&lt;&#65;\">&amp;</a>", "a[x=&lt;&#65;;]\"&amp;\""},
-        {"<a>one<b/>two</a>", "a\"two\"(b)"},
-        {"<a>one<b/> \n</a>", "a\"one\"(b)"},
+        {R"(<a x="&lt;&#65;">&amp;</a>)", R"(a[x=&lt;&#65;;]"&amp;")"},
+        {"<a>one<b/>two</a>", R"(a"two"(b))"},
+        {"<a>one<b/> \n</a>", R"(a"one"(b))"},
         {"<a> \n x y \n</a>", "a\"x y \n\""},
-        {"<a><b><c/></b><d>t</d></a>", "a(b(c)d\"t\")"},
+        {"<a><b><c/></b><d>t</d></a>", R"(a(b(c)d"t"))"},
         {"<a/>anything <! after", "a"},
         {kDocument,
          "GUI[a=1;b=2 < 3;]\"tail \"(CONSTANTS\"A = 1,\n B\"knob[x=A;y=;]slider[z=&amp;;]"
-         "list(entry\"one\"entry\"two \"))"},
+         R"(list(entry"one"entry"two ")))"},
     };
     for (const auto& [document, tree] : cases) {
         SCOPED_TRACE(document);
@@ -92,7 +92,7 @@ TEST(SkinXml, RefusesWhatItDoesNotKnow) {
         "<1/>",
         "<_a/>",
         "<>",
-        "<?xml version=\"1.0\"?><a/>",
+        R"(<?xml version="1.0"?><a/>)",
         "<!-- c --><a/>",
         "<!DOCTYPE a><a/>",
         "<a><!-- c --></a>",
@@ -102,10 +102,10 @@ TEST(SkinXml, RefusesWhatItDoesNotKnow) {
         "<a x='1'/>",
         "<a x=1/>",
         "<a x=/>",
-        "<a \"x\"/>",
-        "<a x \"1\"/>",
-        "<a x=\"1/>",
-        "<a x-y=\"1\"/>",
+        R"(<a "x"/>)",
+        R"(<a x "1"/>)",
+        R"(<a x="1/>)",
+        R"(<a x-y="1"/>)",
         "<a/ x>",
         "<a/",
         "<a",
@@ -147,7 +147,7 @@ TEST(SkinXml, EndsAtAZeroByte) {
 
 TEST(SkinAttributes, FindTheFirstOfANameWithoutRegardToCase) {
     XmlNode node;
-    ASSERT_GT(parseXml("<a x=\"1\" X=\"2\" empty=\"\">text</a>", 0, node), 0);
+    ASSERT_GT(parseXml(R"(<a x="1" X="2" empty="">text</a>)", 0, node), 0);
     const SkinAttributes attributes(node);
     EXPECT_EQ(*attributes.find("X"), "1");
     EXPECT_EQ(*attributes.find("EMPTY"), "");
@@ -187,7 +187,7 @@ TEST(SkinXmlHostile, NestingIsBoundedAndWidthIsNot) {
     ASSERT_GT(parseXml("<a>" + repeated("<b/>", 10000) + "</a>", 0, node), 0);
     EXPECT_EQ(node.children.size(), 10000u);
     XmlNode wide;
-    ASSERT_GT(parseXml("<a " + repeated("x=\"1\" ", 10000) + "/>", 0, wide), 0);
+    ASSERT_GT(parseXml("<a " + repeated(R"(x="1" )", 10000) + "/>", 0, wide), 0);
     EXPECT_EQ(wide.attributes.size(), 10000u);
 }
 
