@@ -25,7 +25,7 @@ struct SkinValues {
 
     Named<double> numbers;
     Named<std::string> pictures;   // file names that LoadPicture accepted
-    Named<bool> flags;             // yes/no attributes; "transparent" of a text is always true
+    Named<bool> flags;             // of a text, the presence of "transparent" alone counts
     Named<std::uint32_t> colours;  // 0xRRGGBB
 
     // The value, or nothing when the attribute is absent or unusable.
