@@ -1,7 +1,7 @@
 # The front door: thin over the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist format check-format deps clean
+.PHONY: demo test dist fuzz format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -13,6 +13,9 @@ demo: deps
 
 test: deps check-format
 	@scripts/test $(JOBS)
+
+fuzz: deps
+	@scripts/fuzz $(JOBS)
 
 format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i

@@ -23,13 +23,4 @@ TEST(Message, GoesToTheInnermostHandler) {
     EXPECT_EQ(outer.all, (std::vector<RecordedMessage>{{"two", "2", MessageIcon::kNone}}));
 }
 
-#ifndef _WIN32
-TEST(Message, IsOneLineOnStandardErrorWithoutADisplay) {
-    testing::internal::CaptureStderr();
-    showMessage("Skin Error", "Missing tag x for object knob", MessageIcon::kError);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Skin Error: Missing tag x for object knob\n");
-}
-#endif
-
 }  // namespace
