@@ -1,0 +1,117 @@
+// Golden audio: each scene against the samples and levels kept in data/.
+//
+// A change of sound is minted with QUARZEL_MINT_GOLDEN=1: the test then writes the files anew, and
+// the difference of features.csv is what a reviewer reads.
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "tests/golden/scenes.h"
+
+namespace {
+
+// Of full scale. Builds of one system agree to the bit; between systems the C libraries' sines
+// and powers differ in the last place.
+constexpr float kTolerance = 1e-6f;
+constexpr int kWindows = 8;
+constexpr int kWindowFrames = 256;
+constexpr double kLevelSeconds = 0.1;
+
+const std::string kFolder = QUARZEL_GOLDEN_FOLDER "/";
+
+bool minting() {
+    return std::getenv("QUARZEL_MINT_GOLDEN") != nullptr;
+}
+
+// Equal windows spread over the scene, left and right frame by frame.
+std::vector<float> sampled(const StereoSound& sound) {
+    std::vector<float> samples;
+    const int frames = static_cast<int>(sound.left.size());
+    for (int w = 0; w < kWindows; ++w) {
+        const int start = (frames - kWindowFrames) / (kWindows - 1) * w;
+        for (int i = start; i < start + kWindowFrames; ++i) {
+            samples.push_back(sound.left[i]);
+            samples.push_back(sound.right[i]);
+        }
+    }
+    return samples;
+}
+
+std::string fileName(const std::string& scene) {
+    std::string name = scene + ".f32";
+    for (char& c : name) {
+        if (c == ' ' || c == ',') c = '_';
+    }
+    return kFolder + name;
+}
+
+// Levels in dBFS to a tenth, one column a stretch of kLevelSeconds.
+std::string levels(const std::vector<float>& channel, float sampleRate) {
+    std::string text;
+    const auto stretch = static_cast<std::size_t>(kLevelSeconds * sampleRate);
+    for (std::size_t start = 0; start + stretch <= channel.size(); start += stretch) {
+        double sum = 0.0;
+        for (std::size_t i = start; i < start + stretch; ++i) sum += channel[i] * channel[i];
+        const double decibels = std::max(10.0 * std::log10(sum / stretch + 1e-20), -150.0);
+        char column[16];
+        std::snprintf(column, sizeof column, ",%d.%d", static_cast<int>(decibels),
+                      static_cast<int>(std::fabs(decibels) * 10.0) % 10);
+        text += column;
+    }
+    return text;
+}
+
+std::string features(const Scene& scene, const StereoSound& sound) {
+    return std::string(scene.name) + ",left" + levels(sound.left, scene.sampleRate) + "\n" +
+           scene.name + ",right" + levels(sound.right, scene.sampleRate) + "\n";
+}
+
+class Golden : public testing::TestWithParam<int> {};
+
+TEST_P(Golden, SceneIsUnchanged) {
+    const Scene& scene = scenes()[GetParam()];
+    SCOPED_TRACE(scene.name);
+    const StereoSound sound = playScene(scene, 64);
+    const std::vector<float> samples = sampled(sound);
+    if (minting()) {
+        std::ofstream(fileName(scene.name), std::ios::binary)
+            .write(reinterpret_cast<const char*>(samples.data()), samples.size() * sizeof(float));
+        const auto mode = GetParam() == 0 ? std::ios::trunc : std::ios::app;
+        std::ofstream(kFolder + "features.csv", mode) << features(scene, sound);
+        return;
+    }
+    std::ifstream file(fileName(scene.name), std::ios::binary);
+    std::vector<float> golden(samples.size());
+    file.read(reinterpret_cast<char*>(golden.data()), golden.size() * sizeof(float));
+    ASSERT_TRUE(file) << "no golden samples, or too few";
+    float largest = 0.0f;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        largest = std::max(largest, std::fabs(samples[i] - golden[i]));
+    }
+    RecordProperty("largest_difference", std::to_string(largest));
+    EXPECT_LE(largest, kTolerance);
+
+    std::ifstream table(kFolder + "features.csv");
+    std::stringstream kept;
+    kept << table.rdbuf();
+    EXPECT_NE(kept.str().find(features(scene, sound)), std::string::npos) << "levels now:\n"
+                                                                          << features(scene, sound);
+}
+
+TEST_P(Golden, SceneRepeatsBitForBit) {
+    const Scene& scene = scenes()[GetParam()];
+    SCOPED_TRACE(scene.name);
+    const StereoSound first = playScene(scene, 64);
+    const StereoSound second = playScene(scene, 64);
+    EXPECT_TRUE(first.left == second.left && first.right == second.right);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, Golden, testing::Range(0, static_cast<int>(scenes().size())));
+
+}  // namespace

@@ -1,0 +1,36 @@
+// Named scenes: short performances that every build must render alike.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "state/parameters.h"
+
+struct SceneSetting {
+    int index;
+    float value;
+};
+
+struct SceneEvent {
+    double seconds;
+    std::uint8_t message[3];
+};
+
+struct Scene {
+    const char* name;
+    float sampleRate;  // Hz
+    double seconds;
+    std::vector<SceneSetting> settings;  // sent before the first block
+    std::vector<SceneEvent> events;      // in order of time
+};
+
+struct StereoSound {
+    std::vector<float> left;
+    std::vector<float> right;
+};
+
+const std::vector<Scene>& scenes();
+
+// Plays the scene through the plug-in interface, as a host with blocks of `blockSize` frames.
+StereoSound playScene(const Scene& scene, int blockSize);
