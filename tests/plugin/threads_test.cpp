@@ -1,0 +1,139 @@
+// A host that renders on one thread and changes everything from others; run it under the thread
+// sanitizer, too.
+#include <atomic>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "plugin/vst_synth.h"
+
+namespace {
+
+constexpr int kBlock = 64;
+
+class Threads : public testing::Test {
+  protected:
+    // Renders blocks while `change` runs again and again on another thread; calls check for each.
+    template <typename Change, typename Check>
+    void renderAgainst(int blocks, Change change, Check check) {
+        std::atomic<bool> finished{false};
+        std::atomic<int> changes{0};
+        std::thread other([&] {
+            while (!finished) {
+                change();
+                ++changes;
+                std::this_thread::yield();
+            }
+        });
+        // A change that finishes late may need more blocks than were asked for.
+        for (int i = 0; i < blocks || changes < 3; ++i) {
+            render();
+            check();
+        }
+        finished = true;
+        other.join();
+    }
+
+    void render() {
+        float* outputs[] = {left_, right_};
+        synth_->processReplacing(nullptr, outputs, kBlock);
+    }
+
+    void noteOn(int key) {
+        VstMidiEvent midi = {};
+        midi.type = kVstMidiType;
+        midi.midiData[0] = static_cast<char>(0x90);
+        midi.midiData[1] = static_cast<char>(key);
+        midi.midiData[2] = 100;
+        VstEvents list = {};
+        list.numEvents = 1;
+        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
+        synth_->processEvents(&list);
+        render();
+    }
+
+    float level() const {
+        float sum = 0.0f;
+        for (int i = 0; i < kBlock; ++i) sum += left_[i] * left_[i] + right_[i] * right_[i];
+        return std::sqrt(sum / kBlock);
+    }
+
+    std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(nullptr);
+    float left_[kBlock];
+    float right_[kBlock];
+};
+
+TEST_F(Threads, ParametersCostNoBlock) {
+    synth_->setParameter(state::kEnvAttack, 0.0f);
+    noteOn(60);
+    for (int i = 0; i < 20; ++i) render();
+    std::mt19937 random(1);
+    // Everything that does not silence the note by its meaning.
+    const int indices[] = {state::kBrigthness, state::kViola, state::kViolin, state::kDepth_1,
+                           state::kEnvDecay,   state::kRate,  state::kAmnt,   state::kMix,
+                           state::kSize,       state::kWidth, state::kKSplit, state::kEnvRelease};
+    renderAgainst(
+        2000,
+        [&] {
+            const float value = 0.2f + 0.7f * static_cast<float>(random() % 1000) / 1000.0f;
+            synth_->setParameter(indices[random() % std::size(indices)], value);
+        },
+        [&] { ASSERT_GT(level(), 1e-4f); });
+}
+
+TEST_F(Threads, ProgramsLoseNoBlockAndNoValue) {
+    std::mt19937 random(2);
+    renderAgainst(
+        600,
+        [&] {
+            const int program = static_cast<int>(random() % 128);
+            synth_->setProgram(program);
+            synth_->setParameter(state::kPan, 0.25f);
+            EXPECT_EQ(synth_->getParameter(state::kPan), 0.25f);
+        },
+        [&] { ASSERT_TRUE(std::isfinite(level())); });
+    noteOn(60);
+    for (int i = 0; i < 200; ++i) render();
+    EXPECT_GT(level(), 1e-4f);
+}
+
+TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
+    std::mt19937 random(3);
+    renderAgainst(
+        400,
+        [&] {
+            void* chunk = nullptr;
+            switch (random() % 6) {
+                case 0:
+                    synth_->setSampleRate(random() % 2 ? 44100.0f : 48000.0f);
+                    break;
+                case 1:
+                    synth_->setParameter(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
+                    break;
+                case 2: {
+                    const auto bank = std::make_unique<state::BankChunk>();
+                    synth_->setChunk(bank.get(), sizeof *bank, false);
+                    break;
+                }
+                case 3:
+                    EXPECT_EQ(synth_->getChunk(&chunk, true), 192);
+                    break;
+                case 4:
+                    synth_->copyProgram(static_cast<int>(random() % 128));
+                    break;
+                default:
+                    synth_->suspend(), synth_->resume();
+                    break;
+            }
+        },
+        [&] {
+            ASSERT_TRUE(std::isfinite(level()));
+            noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
+        });
+}
+
+}  // namespace
