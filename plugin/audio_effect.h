@@ -71,9 +71,9 @@ class AudioEffect {
     VstInt32 getBlockSize() const { return blockSize_; }
 
     // Questions to the host.
-    VstInt32 getMasterVersion();  // 1 when it does not say
-    VstInt32 getCurrentUniqueId();
-    void masterIdle();
+    virtual VstInt32 getMasterVersion();  // 1 when it does not say
+    virtual VstInt32 getCurrentUniqueId();
+    virtual void masterIdle();
 
     // Deprecated. Level 0..1, and the accumulating process entry, which adds to its outputs.
     virtual float getVu() { return 0.0f; }

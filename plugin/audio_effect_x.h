@@ -33,10 +33,11 @@ class AudioEffectX : public AudioEffect {
 
     // Channels and settings of the connection to the host.
     virtual bool ioChanged() { return callHost(audioMasterIOChanged); }
-    float updateSampleRate();     // adopts the host's answer above 0; returns the current rate, Hz
-    VstInt32 updateBlockSize();   // adopts the host's answer above 0; returns the current size
-    VstInt32 getInputLatency();   // frames
-    VstInt32 getOutputLatency();  // frames
+    // These two adopt the host's answer when it is above 0, and return what then holds.
+    virtual float updateSampleRate();     // Hz
+    virtual VstInt32 updateBlockSize();   // frames
+    virtual VstInt32 getInputLatency();   // frames
+    virtual VstInt32 getOutputLatency();  // frames
     virtual bool getInputProperties(VstInt32 /*pin*/, VstPinProperties*) { return false; }
     virtual bool getOutputProperties(VstInt32 /*pin*/, VstPinProperties*) { return false; }
     virtual bool setSpeakerArrangement(VstSpeakerArrangement* /*input*/,
@@ -53,28 +54,28 @@ class AudioEffectX : public AudioEffect {
     virtual VstInt32 getNumMidiOutputChannels() { return 0; }
 
     // Time and events. The host's list stays valid until the processReplacing that follows returns.
-    VstTimeInfo* getTimeInfo(VstInt32 filter);  // VstTimeInfoFlags; null when unknown
+    virtual VstTimeInfo* getTimeInfo(VstInt32 filter);  // VstTimeInfoFlags; null when unknown
     virtual VstInt32 processEvents(VstEvents*) { return 0; }
-    bool sendVstEventsToHost(VstEvents* events);
+    virtual bool sendVstEventsToHost(VstEvents* events);
     virtual VstInt32 startProcess() { return 0; }
     virtual VstInt32 stopProcess() { return 0; }
     virtual bool processVariableIo(VstVariableIo*) { return false; }
     virtual VstInt32 setTotalSampleToProcess(VstInt32 frames) { return frames; }
 
     // Host.
-    bool getHostVendorString(char* text);   // kVstMaxVendorStrLen
-    bool getHostProductString(char* text);  // kVstMaxProductStrLen
-    VstInt32 getHostVendorVersion();
-    VstIntPtr hostVendorSpecific(VstInt32 index, VstIntPtr value, void* ptr, float opt);
-    VstInt32 canHostDo(const char* text);
-    VstInt32 getHostLanguage();
-    VstInt32 getCurrentProcessLevel();  // VstProcessLevels
-    VstInt32 getAutomationState();      // VstAutomationStates
-    const char* getDirectory();         // the effect's folder; null when unknown
+    virtual bool getHostVendorString(char* text);   // kVstMaxVendorStrLen
+    virtual bool getHostProductString(char* text);  // kVstMaxProductStrLen
+    virtual VstInt32 getHostVendorVersion();
+    virtual VstIntPtr hostVendorSpecific(VstInt32 index, VstIntPtr value, void* ptr, float opt);
+    virtual VstInt32 canHostDo(const char* text);
+    virtual VstInt32 getHostLanguage();
+    virtual VstInt32 getCurrentProcessLevel();  // VstProcessLevels
+    virtual VstInt32 getAutomationState();      // VstAutomationStates
+    virtual const char* getDirectory();         // the effect's folder; null when unknown
     virtual bool sizeWindow(VstInt32 width, VstInt32 height);  // pixels
     virtual bool updateDisplay() { return callHost(audioMasterUpdateDisplay); }
-    bool openFileSelector(VstFileSelect* selector);
-    bool closeFileSelector(VstFileSelect* selector);
+    virtual bool openFileSelector(VstFileSelect* selector);
+    virtual bool closeFileSelector(VstFileSelect* selector);
 
     // Identity.
     void isSynth(bool state = true) { setFlag(effFlagsIsSynth, state); }
@@ -102,7 +103,7 @@ class AudioEffectX : public AudioEffect {
     virtual bool offlineRun(VstOfflineTask*, VstInt32 /*count*/) { return false; }
 
     // Deprecated.
-    void wantEvents(VstInt32 filter = 1) { callHost(audioMasterWantMidi, 0, filter); }
+    virtual void wantEvents(VstInt32 filter = 1) { callHost(audioMasterWantMidi, 0, filter); }
     virtual VstInt32 getNumCategories() { return 1; }
     virtual bool copyProgram(VstInt32 /*destination*/) { return false; }
     virtual void inputConnected(VstInt32 /*pin*/, bool) {}

@@ -1,5 +1,7 @@
-// The instrument's own operations, called directly.
+// The instrument's own operations, called directly. It is too large for some systems' stacks.
 #include <gtest/gtest.h>
+
+#include <memory>
 
 #include "plugin/vst_synth.h"
 #include "tests/plugin/recording_effect.h"
@@ -12,9 +14,9 @@ constexpr VstInt32 kMessage = 0x73744341;  // 'stCA'
 constexpr VstInt32 kTurn = 0x57686565;     // 'Whee'
 
 TEST(VstSynth, PassesWheelMessagesToItsEditor) {
-    VstSynth synth(nullptr);
     CallNote note(nullptr);
-    synth.setEditor(new RecordingEditor(&synth, note));
+    const auto synth = std::make_unique<VstSynth>(nullptr);
+    synth->setEditor(new RecordingEditor(synth.get(), note));
     struct {
         VstInt32 lArg;
         VstIntPtr lArg2;
@@ -29,23 +31,23 @@ TEST(VstSynth, PassesWheelMessagesToItsEditor) {
         {kMessage, kTurn + (VstIntPtr{1} << 32), 1.0f, "", 0},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(synth.onWheelMessage(row.lArg, row.lArg2, nullptr, row.distance), row.answer);
+        EXPECT_EQ(synth->onWheelMessage(row.lArg, row.lArg2, nullptr, row.distance), row.answer);
         EXPECT_EQ(note.take(), row.reached);
     }
-    AEffect* const record = synth.getAeffect();
+    AEffect* const record = synth->getAeffect();
     EXPECT_EQ(record->dispatcher(record, effVendorSpecific, kMessage, kTurn, nullptr, 1.0f), 0);
     EXPECT_EQ(note.take(), "");
-    synth.setEditor(nullptr);
-    EXPECT_EQ(synth.onWheelMessage(kMessage, kTurn, nullptr, 1.0f), 0);
+    synth->setEditor(nullptr);
+    EXPECT_EQ(synth->onWheelMessage(kMessage, kTurn, nullptr, 1.0f), 0);
 }
 
 TEST(VstSynth, IsASynthOnlyForAHost) {
-    VstSynth alone(nullptr);
-    EXPECT_EQ(alone.getPlugCategory(), kPlugCategUnknown);
-    EXPECT_EQ(alone.getAeffect()->flags, effFlagsCanReplacing | effFlagsProgramChunks);
+    const auto alone = std::make_unique<VstSynth>(nullptr);
+    EXPECT_EQ(alone->getPlugCategory(), kPlugCategUnknown);
+    EXPECT_EQ(alone->getAeffect()->flags, effFlagsCanReplacing | effFlagsProgramChunks);
     TestHost host;
-    VstSynth hosted(TestHost::callback);
-    EXPECT_EQ(hosted.getPlugCategory(), kPlugCategSynth);
+    const auto hosted = std::make_unique<VstSynth>(TestHost::callback);
+    EXPECT_EQ(hosted->getPlugCategory(), kPlugCategSynth);
 }
 
 TEST(VstSynth, AdoptsTheHostsRate) {
@@ -56,8 +58,8 @@ TEST(VstSynth, AdoptsTheHostsRate) {
     for (const auto& row : rows) {
         TestHost host;
         host.answers[audioMasterGetSampleRate] = row.answer;
-        VstSynth synth(TestHost::callback);
-        EXPECT_EQ(synth.getSampleRate(), row.rate) << row.answer;
+        const auto synth = std::make_unique<VstSynth>(TestHost::callback);
+        EXPECT_EQ(synth->getSampleRate(), row.rate) << row.answer;
     }
 }
 
