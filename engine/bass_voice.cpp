@@ -1,3 +1,4 @@
+// Notes, legato glide and sound of the bass voice.
 #include "engine/bass_voice.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Settings, notes and the render loop, sample by sample.
 #include "engine/engine.h"
 
 #include <algorithm>

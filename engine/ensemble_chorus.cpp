@@ -1,3 +1,4 @@
+// Modulation and taps of the ensemble chorus.
 #include "engine/ensemble_chorus.h"
 
 namespace engine {

@@ -1,3 +1,4 @@
+// The meaning of each MIDI message.
 #include "engine/midi_input.h"
 
 namespace engine {

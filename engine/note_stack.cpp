@@ -1,3 +1,4 @@
+// Keys pushed, removed and held by the pedal.
 #include "engine/note_stack.h"
 
 #include <algorithm>

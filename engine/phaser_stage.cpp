@@ -1,3 +1,4 @@
+// The phaser between its filters.
 #include "engine/phaser_stage.h"
 
 namespace engine {

@@ -1,3 +1,4 @@
+// Octaves and key high-pass corners.
 #include "engine/pitch.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The spring loop and the room.
 #include "engine/spring_reverb.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The mono tone path, stage by stage.
 #include "engine/tone_stages.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Notes and sources of the polyphonic pool.
 #include "engine/upper_voices.h"
 
 #include <algorithm>

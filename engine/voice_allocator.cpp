@@ -1,3 +1,4 @@
+// Slots for notes: finding, stealing, sustaining.
 #include "engine/voice_allocator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Keeping and dropping a block's events.
 #include "plugin/event_queue.h"
 
 #include <algorithm>
@@ -6,9 +7,14 @@
 namespace plugin {
 
 void EventQueue::receive(const VstEvents* events) {
+    forgotten_.store(false, std::memory_order_relaxed);
     const bool any = events && events->numEvents > 0;
     events_ = any ? events : nullptr;
     next_ = any ? 0 : -1;
+}
+
+void EventQueue::beginBlock() {
+    if (forgotten_.exchange(false, std::memory_order_relaxed)) finishBlock();
 }
 
 void EventQueue::finishBlock() {

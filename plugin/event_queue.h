@@ -2,17 +2,20 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 
 #include "plugin/vst2.h"
 
 namespace plugin {
 
-// Audio thread only. Keeps the host's list by pointer, as the host guarantees it for the block;
-// events of a block that could not be played are copied and come first in the next one.
+// Audio thread, but for forget. Keeps the host's list by pointer, as the host guarantees it for the
+// block; events of a block that could not be played are copied and come first in the next one.
 class EventQueue {
   public:
     void receive(const VstEvents* events);
+    // To be called before a block is rendered or postponed.
+    void beginBlock();
     // Calls handle(const std::uint8_t message[3]) for every event due before the frame-th sample,
     // counted from 1: one sample before its nominal place.
     template <typename Handle>
@@ -21,6 +24,8 @@ class EventQueue {
     VstInt32 nextIndex() const { return next_; }
     // Drops what is left of the block's list.
     void finishBlock();
+    // Any thread: the list given last is not valid any more, because its block will not come.
+    void forget() { forgotten_.store(true, std::memory_order_relaxed); }
     // Keeps the MIDI messages of the block's list for the next one, as many as there is room for.
     void postpone();
 
@@ -32,6 +37,7 @@ class EventQueue {
     static constexpr int kCapacity = 1024;
     using Message = std::array<std::uint8_t, 3>;
 
+    std::atomic<bool> forgotten_{false};
     const VstEvents* events_ = nullptr;
     VstInt32 next_ = -1;
     std::array<Message, kCapacity> kept_{};

@@ -94,6 +94,7 @@ VstIntPtr VstSynth::onWheelMessage(VstInt32 lArg, VstIntPtr lArg2, void*, float 
 void VstSynth::suspend() {
     instrument_.engine().forgetHeldNotes();
     instrument_.stopRendering();
+    events_.forget();
 }
 
 void VstSynth::resume() {
@@ -118,6 +119,7 @@ VstInt32 VstSynth::processEvents(VstEvents* events) {
 
 void VstSynth::processReplacing(float**, float** outputs, VstInt32 sampleFrames) {
     if (!outputs || !outputs[0] || !outputs[1] || sampleFrames <= 0) return;
+    events_.beginBlock();
     if (initialising_ || !instrument_.render(outputs[0], outputs[1], sampleFrames, *this)) {
         std::fill_n(outputs[0], sampleFrames, 0.0f);
         std::fill_n(outputs[1], sampleFrames, 0.0f);

@@ -1,3 +1,4 @@
+// Copies between plain bytes and words that two threads may touch.
 #include "state/atomic_word.h"
 
 #include <cstring>

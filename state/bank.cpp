@@ -1,3 +1,4 @@
+// Values and names of the bank, bounded however the chunk came.
 #include "state/bank.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Sizes, messages and the two forms of the default bank.
 #include "state/chunks.h"
 
 #include <algorithm>

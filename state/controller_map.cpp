@@ -1,3 +1,4 @@
+// The controller map and its file.
 #include "state/controller_map.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Finds and makes the data folder.
 #include "state/data_folder.h"
 
 #include "platform/file.h"

@@ -1,3 +1,4 @@
+// Ownership of the engine by compare and exchange.
 #include "state/engine_gate.h"
 
 namespace state {

@@ -1,3 +1,4 @@
+// Requests, and who carries them out.
 #include "state/instrument.h"
 
 #include <algorithm>

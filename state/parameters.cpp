@@ -1,3 +1,4 @@
+// The parameter table with the mapping of each value.
 #include "state/parameters.h"
 
 #include <algorithm>

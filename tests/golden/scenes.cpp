@@ -1,3 +1,4 @@
+// The scenes, and a small host that plays them.
 #include "tests/golden/scenes.h"
 
 #include <algorithm>
