@@ -47,9 +47,9 @@ class ModuleFMop {
     static constexpr float kMaxIncrement = 1.9f / kTwoPole;
     static constexpr float kMaxIncrementSquared = 1.9f / kOnePole;
 
-    // sin(2 pi turns) as a polynomial on one period. The wrap truncates toward zero, so below
-    // -0.5 up to one cycle too many is left: part of the sound. A phase too large to hold a
-    // fraction, or no number, reads as 0.
+    // sin(2 pi turns) as a polynomial on one period, to within 0.012. The wrap truncates toward
+    // zero, so below -0.5 up to one cycle too many is left: part of the sound. A phase too large
+    // to hold a fraction, or no number, reads as 0.
     static float sine(float turns) {
         const float p = std::fabs(turns) < 8388608.0f
                             ? turns - static_cast<float>(static_cast<int>(turns + 0.5f))

@@ -11,21 +11,20 @@ namespace dsp {
 
 namespace {
 
+constexpr double kDesignRate = 44100.0;
 constexpr int kSpread = 23;  // samples by which the right lines are longer
 
-// Seconds, in single precision.
-constexpr std::array<float, ReverbModel::kCombs> kCombSeconds = {
-    0.025306122f, 0.026938776f, 0.028956916f, 0.030748298f,
-    0.0322449f,   0.033809524f, 0.035306122f, 0.036666665f};
-constexpr std::array<float, ReverbModel::kAllpasses> kAllpassSeconds = {
-    0.0126077095f, 0.01f, 0.0077324263f, 0.0051020407f};
+// Samples at the design rate.
+constexpr std::array<int, ReverbModel::kCombs> kCombLengths = {1116, 1188, 1277, 1356,
+                                                               1422, 1491, 1557, 1617};
+constexpr std::array<int, ReverbModel::kAllpasses> kAllpassLengths = {556, 441, 341, 225};
 
 // The first left combs are shortened by a fixed number of samples, the right ones are not.
 constexpr std::array<int, ReverbModel::kCombs> kLeftShortening = {450, 250, 156};
 
-int lineLength(float seconds, float sampleRate, int offset) {
-    const float samples = std::trunc(sampleRate * seconds) + static_cast<float>(offset);
-    return static_cast<int>(std::clamp(samples, 1.0f, static_cast<float>(kReverbCapacity)));
+int lineLength(int designLength, double sampleRate, int offset) {
+    const double samples = std::trunc(sampleRate * designLength / kDesignRate) + offset;
+    return static_cast<int>(std::clamp(samples, 1.0, static_cast<double>(kReverbCapacity)));
 }
 
 }  // namespace
@@ -60,7 +59,7 @@ float ReverbModel::Channel::tick(float x) {
 }
 
 ReverbModel::ReverbModel() {
-    setLengths(false, 44100.0f);
+    setLengths(false, kDesignRate);
     left_.setLengths(lengths_.left);
     right_.setLengths(lengths_.right);
     update();
@@ -69,12 +68,12 @@ ReverbModel::ReverbModel() {
 void ReverbModel::setLengths(bool clear, float sampleRate) {
     if (isUsableRate(sampleRate)) {
         for (int i = 0; i < kCombs; ++i) {
-            lengths_.left.combs[i] = lineLength(kCombSeconds[i], sampleRate, -kLeftShortening[i]);
-            lengths_.right.combs[i] = lineLength(kCombSeconds[i], sampleRate, kSpread);
+            lengths_.left.combs[i] = lineLength(kCombLengths[i], sampleRate, -kLeftShortening[i]);
+            lengths_.right.combs[i] = lineLength(kCombLengths[i], sampleRate, kSpread);
         }
         for (int i = 0; i < kAllpasses; ++i) {
-            lengths_.left.allpasses[i] = lineLength(kAllpassSeconds[i], sampleRate, 0);
-            lengths_.right.allpasses[i] = lineLength(kAllpassSeconds[i], sampleRate, kSpread);
+            lengths_.left.allpasses[i] = lineLength(kAllpassLengths[i], sampleRate, 0);
+            lengths_.right.allpasses[i] = lineLength(kAllpassLengths[i], sampleRate, kSpread);
         }
     }
     if (clear) mute();

@@ -1,0 +1,135 @@
+// Tests of the stereo phaser.
+#include "dsp/stereo_phaser.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "tests/dsp/measure.h"
+
+namespace dsp {
+namespace {
+
+using Frame = std::pair<float, float>;
+
+Frame tick(StereoPhaser& phaser, float left, float right) {
+    Frame out;
+    phaser.process(left, right, &out.first, &out.second);
+    return out;
+}
+
+// The answer to an impulse on the left.
+std::vector<Frame> impulse(StereoPhaser& phaser, int samples) {
+    std::vector<Frame> out;
+    for (int i = 0; i < samples; ++i) out.push_back(tick(phaser, i == 0 ? 1.0f : 0.0f, 0.0f));
+    return out;
+}
+
+// Coefficient of the allpass `steps` of 1/256 octave above 20 Hz.
+double coefficient(double steps, double rate) {
+    const double w = 20.0 * std::exp2(steps / 256.0) * 3.141592653589793 / rate;
+    return (1.0 - w) / (1.0 + w);
+}
+
+TEST(StereoPhaser, FirstSamplesAreAllpassesPlusDry) {
+    StereoPhaser phaser;
+    ASSERT_TRUE(phaser.setSampleRate(48000.0f, false));
+    phaser.setFeedback(0.5f);
+    const double a = coefficient(1344.0, 48000.0);
+    const std::vector<Frame> out = impulse(phaser, 2);
+    EXPECT_NEAR(out[0].first, 1.0 + a * a, 1e-6);
+    const double x = 0.5 * a * a;  // the fed-back chain output
+    const double y = (x + a) * a - 1.0;
+    EXPECT_NEAR(out[1].first, (y + a * a) * a - a, 1e-6);
+    EXPECT_NEAR(out[1].second, 0.0, 1e-15);
+
+    phaser.setStages(1.0f);  // two more, nearly an octave higher
+    const double high = coefficient(1344.0 + 233.0, 48000.0);
+    EXPECT_NEAR(tick(phaser, 1.0f, 0.0f).first, 1.0 + a * a * high * high, 1e-6);
+}
+
+TEST(StereoPhaser, StagesChangeAtOneHalfAndClearOnlyOnChange) {
+    StereoPhaser phaser;
+    tick(phaser, 1.0f, 0.0f);
+    EXPECT_TRUE(phaser.setStages(0.49f));  // still 2: the tail goes on
+    EXPECT_GT(std::fabs(tick(phaser, 0.0f, 0.0f).first), 0.01f);
+    EXPECT_TRUE(phaser.setStages(0.5f));  // 4: cleared
+    EXPECT_LT(std::fabs(tick(phaser, 0.0f, 0.0f).first), 1e-15f);
+}
+
+TEST(StereoPhaser, SweepStaysBetweenItsBoundsAndTurns) {
+    // Quick sweep over 832..1856 steps; the first allpass coefficient squared is read back
+    // through cleared states.
+    StereoPhaser phaser;
+    phaser.setDepth(1.0f);
+    phaser.setRate(1.0f);
+    tick(phaser, 0.0f, 0.0f);
+    double lowest = 1.0;
+    double highest = 0.0;
+    for (int i = 0; i < 44100; ++i) {
+        phaser.clear();
+        const double a = std::sqrt(tick(phaser, 1.0f, 0.0f).first - 1.0);
+        lowest = std::fmin(lowest, a);
+        highest = std::fmax(highest, a);
+    }
+    EXPECT_NEAR(highest, coefficient(1344.0 - 512.0, 44100.0), 1e-3);
+    EXPECT_NEAR(lowest, coefficient(1344.0 + 512.0, 44100.0), 1e-3);
+}
+
+TEST(StereoPhaser, RateChangeKeepsParametersAndCentresTheSweep) {
+    const auto configure = [](StereoPhaser& phaser) {
+        phaser.setStages(1.0f);
+        phaser.setDepth(0.9f);
+        phaser.setRate(0.8f);
+        phaser.setFeedback(0.6f);
+    };
+    StereoPhaser used;
+    configure(used);
+    for (int i = 0; i < 20000; ++i) tick(used, 0.5f, -0.5f);
+    ASSERT_TRUE(used.setSampleRate(96000.0f, true));
+    used.clear();
+
+    StereoPhaser fresh;
+    configure(fresh);
+    ASSERT_TRUE(fresh.setSampleRate(96000.0f, true));
+    EXPECT_EQ(impulse(used, 20000), impulse(fresh, 20000));
+}
+
+TEST(StereoPhaser, RefusesValuesOutOfRange) {
+    StereoPhaser phaser;
+    StereoPhaser untouched;
+    for (const float bad : {-0.01f, 1.01f, kHostile[0], kHostile[1]}) {
+        SCOPED_TRACE(bad);
+        EXPECT_FALSE(phaser.setStages(bad));
+        EXPECT_FALSE(phaser.setDepth(bad));
+        EXPECT_FALSE(phaser.setRate(bad));
+        EXPECT_FALSE(phaser.setFeedback(bad));
+        EXPECT_FALSE(phaser.setSampleRate(bad, false));
+    }
+    EXPECT_FALSE(phaser.setFeedback(0.95f));
+    EXPECT_FALSE(phaser.setSampleRate(7999.0f, false));
+    EXPECT_FALSE(phaser.setSampleRate(384001.0f, false));
+    EXPECT_EQ(impulse(phaser, 100), impulse(untouched, 100));
+}
+
+TEST(StereoPhaser, TakesParametersFromAnotherThread) {
+    StereoPhaser phaser;
+    std::thread control([&] {
+        for (int i = 0; i < 2000; ++i) {
+            phaser.setDepth(static_cast<float>(i % 10) * 0.1f);
+            phaser.setRate(static_cast<float>(i % 7) * 0.1f);
+            phaser.setFeedback(static_cast<float>(i % 9) * 0.1f);
+        }
+    });
+    float highest = 0.0f;
+    for (int i = 0; i < 20000; ++i) {
+        highest = std::fmax(highest, std::fabs(tick(phaser, 0.1f, 0.1f).first));
+    }
+    control.join();
+    EXPECT_LT(highest, 50.0f);
+}
+
+}  // namespace
+}  // namespace dsp
