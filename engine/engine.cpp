@@ -16,11 +16,11 @@ constexpr double kExpressionSeconds = 0.005;
 }  // namespace
 
 Engine::Engine(double sampleRate) : random_(dsp::kStateAfterTable), reverb_(kHighestRate) {
-    setSampleRate(isUsableRate(sampleRate) ? sampleRate : sampleRate_);
+    setSampleRate(isAcceptedRate(sampleRate) ? sampleRate : sampleRate_);
 }
 
 void Engine::setSampleRate(double sampleRate) {
-    if (!isUsableRate(sampleRate)) return;
+    if (!isAcceptedRate(sampleRate)) return;
     sampleRate_ = sampleRate;
     upper_.setRate(sampleRate);
     bass_.setRate(sampleRate);

@@ -19,7 +19,7 @@ namespace engine {
 // Rates outside are refused; all memory is sized for the highest.
 constexpr double kLowestRate = 1000.0;
 constexpr double kHighestRate = 768000.0;
-constexpr bool isUsableRate(double rate) {
+constexpr bool isAcceptedRate(double rate) {
     return rate >= kLowestRate && rate <= kHighestRate;
 }
 

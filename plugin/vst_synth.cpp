@@ -103,7 +103,7 @@ void VstSynth::resume() {
 }
 
 void VstSynth::setSampleRate(float sampleRate) {
-    if (!engine::isUsableRate(sampleRate)) return;
+    if (!engine::isAcceptedRate(sampleRate)) return;
     AudioEffectX::setSampleRate(sampleRate);
     instrument_.setSampleRate(sampleRate);
 }

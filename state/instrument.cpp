@@ -65,7 +65,7 @@ bool Instrument::setProgram(int program) {
 }
 
 void Instrument::setSampleRate(double rate) {
-    if (!engine::isUsableRate(rate)) return;
+    if (!engine::isAcceptedRate(rate)) return;
     sampleRate_.store(rate, std::memory_order_relaxed);
     demand(kChangeRate);
 }

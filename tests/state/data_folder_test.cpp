@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/file.h"
 #include "platform/folders.h"
 #include "tests/support/temporary_folder.h"
 
@@ -37,8 +38,12 @@ TEST(DataFolder, IsCutAtTheLongestPath) {
     const TemporaryFolder base;
     const platform::ScopedFolders folders("", base.path());
     const auto folder = state::findDataFolder(std::string(250, 'x'));
-    ASSERT_TRUE(folder);
-    EXPECT_EQ(folder->size(), 255u);
+    if (platform::kSeparator == '/') {
+        ASSERT_TRUE(folder);
+        EXPECT_EQ(folder->size(), 255u);
+    } else {
+        EXPECT_FALSE(folder) << "Windows makes no folder of that length";
+    }
 }
 
 TEST(Settings, KeepTextsApartFromOneAnother) {
