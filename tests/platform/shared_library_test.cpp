@@ -1,0 +1,40 @@
+// Loading libraries of code by their path.
+#include "platform/shared_library.h"
+
+#include <fstream>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string loadingError(const std::string& path) {
+    try {
+        platform::SharedLibrary library(path);
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(SharedLibrary, FindsItsSymbolsAndNoOthers) {
+    const platform::SharedLibrary library(TEST_LIBRARY);
+    const auto answer = reinterpret_cast<int (*)()>(library.symbol("answer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    EXPECT_EQ(library.symbol("question"), nullptr);
+}
+
+TEST(SharedLibrary, SaysWhyAFileCannotBeLoaded) {
+    const std::string text = testing::TempDir() + "quarzel_no_library.so";
+    std::ofstream(text) << "This is no library, however long the text that it holds may become.";
+    for (const std::string& path : {text, text + ".missing", std::string("libm.so.6")}) {
+        SCOPED_TRACE(path);
+        const std::string error = loadingError(path);
+        EXPECT_NE(error, "");
+        EXPECT_EQ(error.find(path), std::string::npos) << error;
+    }
+    std::remove(text.c_str());
+}
+
+}  // namespace
