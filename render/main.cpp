@@ -19,6 +19,8 @@ void interrupt(int) {
 int main(int argc, char** argv) {
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
+    std::signal(SIGHUP, interrupt);
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error, not the end
     return render::run(argc, argv,
                        {std::cout, std::cerr, platform::errorStreamIsTerminal(), interrupted});
 }

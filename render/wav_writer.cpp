@@ -14,6 +14,7 @@
 namespace render {
 namespace {
 
+constexpr std::size_t kBufferedSamples = 16384;
 constexpr int64_t kMaxWavBytes = 0xffff0000;  // the sizes in the file have 32 bits
 
 int bytesOf(SampleFormat format) {
@@ -48,6 +49,15 @@ SF_INFO fileInfo(const WavSettings& settings) {
     return info;
 }
 
+// The reason of the last failure, without the frame that libsndfile puts around the system's text.
+std::string libraryError(SNDFILE* file) {
+    std::string text = sf_strerror(file);
+    const std::string prefix = "System error : ";
+    if (text.compare(0, prefix.size(), prefix) == 0) text.erase(0, prefix.size());
+    while (!text.empty() && text.back() == '.') text.pop_back();
+    return text;
+}
+
 // The file that path leads to, so that renaming onto it keeps a link.
 std::string resolved(const std::string& path) {
     std::error_code error;
@@ -68,7 +78,7 @@ WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
     file_ = sf_open(temporaryPath_.c_str(), SFM_WRITE, &info);
     if (!file_) {
         std::remove(temporaryPath_.c_str());
-        fail(sf_strerror(nullptr));
+        fail(libraryError(nullptr));
     }
     // A peak chunk would carry the date, and equal renders would differ.
     sf_command(file_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
@@ -102,22 +112,30 @@ void WavWriter::createTemporary() {
 }
 
 void WavWriter::write(const std::vector<float>& samples) {
-    const auto count = static_cast<sf_count_t>(samples.size());
-    sf_count_t written = 0;
     if (format_ == SampleFormat::kFloat32) {
-        written = sf_write_float(file_, samples.data(), count);
+        floats_.insert(floats_.end(), samples.begin(), samples.end());
     } else {
-        integers_.clear();
         for (const float sample : samples) integers_.push_back(quantized(sample));
-        written = sf_write_int(file_, integers_.data(), count);
     }
-    if (written != count) fail(sf_strerror(file_));
+    if (floats_.size() + integers_.size() >= kBufferedSamples) flush();
+}
+
+// Small blocks gather, for libsndfile asks the system for every one that it gets.
+void WavWriter::flush() {
+    const auto floats = static_cast<sf_count_t>(floats_.size());
+    const auto integers = static_cast<sf_count_t>(integers_.size());
+    const bool wrote = sf_write_float(file_, floats_.data(), floats) == floats &&
+                       sf_write_int(file_, integers_.data(), integers) == integers;
+    if (!wrote) fail(libraryError(file_));
+    floats_.clear();
+    integers_.clear();
 }
 
 // The sample as the upper bits of a 32-bit integer, which is how libsndfile takes it.
 int WavWriter::quantized(float sample) {
-    double value = std::nearbyint(sample * fullScale_);
-    if (value < -fullScale_ || value > fullScale_ - 1.0) {
+    const double exact = sample * fullScale_;
+    double value = exact + (exact < 0.0 ? -0.5 : 0.5);  // the conversion below drops the fraction
+    if (value <= -fullScale_ - 1.0 || value >= fullScale_) {
         ++clippedSamples_;
         value = value < 0.0 ? -fullScale_ : fullScale_ - 1.0;
     }
@@ -125,6 +143,7 @@ int WavWriter::quantized(float sample) {
 }
 
 void WavWriter::commit() {
+    flush();
     sf_write_sync(file_);
     const int closeError = sf_close(file_);
     file_ = nullptr;

@@ -42,6 +42,7 @@ class WavWriter {
     [[noreturn]] void fail(const std::string& reason) const;
     void createTemporary();
     int quantized(float sample);
+    void flush();
 
     std::string path_;
     std::string temporaryPath_;
@@ -50,7 +51,8 @@ class WavWriter {
     int bits_;
     double fullScale_;  // steps of an integer format
     sf_private_tag* file_ = nullptr;
-    std::vector<int> integers_;
+    std::vector<float> floats_;  // waiting to be written, as are
+    std::vector<int> integers_;  // those of an integer format
     int64_t clippedSamples_ = 0;
 };
 
