@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <utility>
 
 #include "platform/file.h"
 #include "render/byte_reader.h"

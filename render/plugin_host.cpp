@@ -12,6 +12,9 @@
 namespace render {
 namespace {
 
+// More than the interface grants, for instruments that write more than they may.
+constexpr int kTextBytes = 1024;
+
 // The host that an instrument talks to before it has an AEffect to say so.
 thread_local PluginHost* loadingHost = nullptr;
 
@@ -97,8 +100,10 @@ void PluginHost::setProgram(int index) {
 }
 
 std::string PluginHost::programName(int index) {
-    char buffer[256] = {};
-    if (dispatch(effGetProgramNameIndexed, index, -1, buffer) != 0) return buffer;
+    char buffer[kTextBytes] = {};
+    const bool isNamed = dispatch(effGetProgramNameIndexed, index, -1, buffer) != 0;
+    buffer[kTextBytes - 1] = '\0';
+    if (isNamed) return buffer;
     // An instrument that names only the program it is in has to be taken there.
     const int current = program();
     setProgram(index);
@@ -170,11 +175,10 @@ void PluginHost::sendEvents(const std::vector<BlockEvent>& events) {
     dispatch(effProcessEvents, 0, 0, list);
 }
 
-// A text of the instrument. The buffer forgives instruments that write more than they may.
 std::string PluginHost::text(VstInt32 opcode, VstInt32 index) const {
-    char buffer[1024] = {};
+    char buffer[kTextBytes] = {};
     dispatch(opcode, index, 0, buffer);
-    buffer[sizeof buffer - 1] = '\0';
+    buffer[kTextBytes - 1] = '\0';
     return buffer;
 }
 

@@ -39,14 +39,14 @@ std::vector<std::string> with(std::vector<std::string> options, const std::strin
     return options;
 }
 
-class Program : public testing::Test {
+class QuarzelRender : public testing::Test {
   protected:
     ScratchFolder folder_;
     std::string song_ = folder_.write("song.mid", kSong);
     std::string output_ = folder_.path("out.wav");
 };
 
-TEST_F(Program, RendersAndReports) {
+TEST_F(QuarzelRender, RendersAndReports) {
     const auto outcome = run(with({"--rate", "48000", "--tail", "1"}, song_, output_));
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.err, "");
@@ -61,7 +61,7 @@ TEST_F(Program, RendersAndReports) {
     EXPECT_EQ(folder_.fileCount(), 2);
 }
 
-TEST_F(Program, AppliesProgramAndParameters) {
+TEST_F(QuarzelRender, AppliesProgramAndParameters) {
     struct Case {
         std::vector<std::string> options;
         float left;  // of the first frame
@@ -83,7 +83,7 @@ TEST_F(Program, AppliesProgramAndParameters) {
     }
 }
 
-TEST_F(Program, PlaysTheInstrumentBesideItUnlessToldOtherwise) {
+TEST_F(QuarzelRender, PlaysTheInstrumentBesideItUnlessToldOtherwise) {
     const platform::ScopedFolders folders(folder_.path(""), "");
     EXPECT_EQ(run({"--list"}).err,
               "quarzel-render: There is no file " + folder_.path("QuarzelStrings.so") + ".\n");
@@ -91,12 +91,12 @@ TEST_F(Program, PlaysTheInstrumentBesideItUnlessToldOtherwise) {
     EXPECT_EQ(run({"--list"}).out.substr(0, 15), "Test Instrument");
 }
 
-TEST_F(Program, CountsClippedSamples) {
+TEST_F(QuarzelRender, CountsClippedSamples) {
     const auto outcome = run(with({"--gain", "12", "--tail", "0"}, song_, output_));
     EXPECT_NE(outcome.out.find("clipped   2 samples\n"), std::string::npos) << outcome.out;
 }
 
-TEST_F(Program, ListsProgramsAndParametersWithTheirValues) {
+TEST_F(QuarzelRender, ListsProgramsAndParametersWithTheirValues) {
     const auto outcome =
         run({"--list", "--plugin", TEST_INSTRUMENT, "--program", "Soft", "--set", "Viola#2=0.5"});
     EXPECT_EQ(outcome.exitCode, 0);
@@ -114,7 +114,7 @@ TEST_F(Program, ListsProgramsAndParametersWithTheirValues) {
               "    4   Fault                 0.000000  0\n");
 }
 
-TEST_F(Program, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
+TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
     const std::string text = folder_.write("text.mid", "no music");
     const std::string cut = folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));
     const std::string type2 = folder_.write("type2.mid", midiFile(2, 96, {""}));
@@ -155,7 +155,7 @@ TEST_F(Program, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
     EXPECT_EQ(folder_.read("song.mid"), kSong);
 }
 
-TEST_F(Program, EndsCleanlyWhenInterrupted) {
+TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     folder_.write("out.wav", "before");
     const auto outcome = run(with({}, song_, output_), true);
     EXPECT_EQ(outcome.exitCode, 1);
@@ -170,7 +170,7 @@ class Foreign : public std::numpunct<char> {
     std::string do_grouping() const override { return "\1"; }
 };
 
-TEST_F(Program, WritesAndReadsNumbersWithAPointInEveryLocale) {
+TEST_F(QuarzelRender, WritesAndReadsNumbersWithAPointInEveryLocale) {
     const std::locale before = std::locale::global(std::locale(std::locale(), new Foreign));
     const auto outcome =
         run(with({"--gain", "60.0", "--set", "Ring=0.5", "--tail", "0.5"}, song_, output_));

@@ -4,18 +4,17 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
-
-#include <gtest/gtest.h>
 
 class ScratchFolder {
   public:
     ScratchFolder() {
-        const auto& test = *testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = std::filesystem::temp_directory_path() /
-                  (std::string("quarzel_") + test.test_suite_name() + test.name());
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
+        const auto temporary = std::filesystem::temp_directory_path();
+        std::random_device random;
+        do {
+            folder_ = temporary / ("quarzel_render_test_" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(folder_));
     }
     ~ScratchFolder() { std::filesystem::remove_all(folder_); }
     ScratchFolder(const ScratchFolder&) = delete;
