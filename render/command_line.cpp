@@ -1,0 +1,112 @@
+// Reads the command line with CLI11, and its numbers without the locale.
+#include "render/command_line.h"
+
+#include <CLI/CLI.hpp>
+
+#include "render/error.h"
+#include "render/numbers.h"
+
+namespace render {
+namespace {
+
+// The options as they were typed.
+struct Typed {
+    std::optional<std::string> rate, block, bits, gain, tail;
+    std::vector<std::string> settings;
+};
+
+template <typename Number>
+Number inRange(const std::string& what, const std::string& text, std::optional<Number> number,
+               Number least, Number most) {
+    if (!number) throw UsageError(what + ": " + text + " is not a number");
+    if (*number >= least && *number <= most) return *number;
+    const std::string bounds = fixedText(least, 0) + " to " + fixedText(most, 0);
+    throw Error(what + ": " + text + " is out of range; it can be " + bounds + ".");
+}
+
+int readInteger(const std::string& what, const std::string& text, int least, int most) {
+    return inRange(what, text, parseInteger(text), least, most);
+}
+
+double readDouble(const std::string& what, const std::string& text, double least, double most) {
+    return inRange(what, text, parseDouble(text), least, most);
+}
+
+SampleFormat formatOf(const std::string& bits) {
+    if (bits == "16") return SampleFormat::kInt16;
+    if (bits == "24") return SampleFormat::kInt24;
+    if (bits == "32f") return SampleFormat::kFloat32;
+    throw UsageError("--bits: " + bits + " is none of 16, 24 and 32f");
+}
+
+ParameterSetting settingOf(const std::string& text) {
+    const auto equals = text.rfind('=');  // a name may hold the sign, a value cannot
+    if (equals == std::string::npos || equals == 0) {
+        throw UsageError("--set: " + text + " is not NAME=VALUE or INDEX=VALUE");
+    }
+    const double value = readDouble("--set " + text, text.substr(equals + 1), 0.0, 1.0);
+    return {text.substr(0, equals), static_cast<float>(value)};
+}
+
+void declare(CLI::App& app, CommandLine& line, Typed& typed) {
+    app.set_version_flag("--version", "quarzel-render " QUARZEL_VERSION,
+                         "Print the version and leave");
+    app.add_option("SONG.mid", line.song, "Standard MIDI file of type 0 or 1")->type_name("");
+    app.add_option("OUT.wav", line.output, "File to write")->type_name("");
+    app.add_option("--plugin", line.plugin,
+                   "VST 2.4 instrument (default: QuarzelStrings.so beside this program)")
+        ->type_name("FILE");
+    app.add_option("--rate", typed.rate, "Sample rate, 8000 to 768000 (default: 44100)")
+        ->type_name("HZ");
+    app.add_option("--block", typed.block, "Frames a block, 1 to 65536 (default: 512)")
+        ->type_name("FRAMES");
+    app.add_option("--bits", typed.bits, "Sample format: 16, 24 or 32f (default: 24)")
+        ->type_name("FORMAT");
+    app.add_option("--gain", typed.gain, "Gain, -60 to 60 (default: 0)")->type_name("DB");
+    app.add_option("--program", line.program, "Program to play")->type_name("N|NAME");
+    app.add_option("--set", typed.settings,
+                   "Set a parameter, 0 to 1; repeatable; the second of two equal names is NAME#2")
+        ->type_name("NAME|INDEX=VALUE")
+        ->allow_extra_args(false);
+    app.add_option("--tail", typed.tail,
+                   "Length after the song, 0 to 600 (default: until silent, at most 30)")
+        ->type_name("SECONDS");
+    app.add_flag("--list", line.list, "Print programs and parameters with their values");
+    app.add_flag("--quiet", line.quiet, "Print nothing but errors");
+}
+
+void readTyped(const Typed& typed, CommandLine& line) {
+    if (typed.rate) line.sampleRate = readInteger("--rate", *typed.rate, 8000, 768000);
+    if (typed.block) line.blockSize = readInteger("--block", *typed.block, 1, 65536);
+    if (typed.bits) line.format = formatOf(*typed.bits);
+    if (typed.gain) line.render.gainDb = readDouble("--gain", *typed.gain, -60.0, 60.0);
+    if (typed.tail) line.render.tailSeconds = readDouble("--tail", *typed.tail, 0.0, 600.0);
+    for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
+}
+
+}  // namespace
+
+CommandLine parseCommandLine(int argc, const char* const* argv) {
+    CommandLine line;
+    Typed typed;
+    CLI::App app("Renders a MIDI file through a VST 2.4 instrument into a WAV file.",
+                 "quarzel-render");
+    declare(app, line, typed);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        line.answer = app.help();
+        return line;
+    } catch (const CLI::CallForVersion& version) {
+        line.answer = std::string(version.what()) + "\n";
+        return line;
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    readTyped(typed, line);
+    if (line.list && !line.song.empty()) throw UsageError("--list takes no files");
+    if (!line.list && line.output.empty()) throw UsageError("SONG.mid and OUT.wav are needed");
+    return line;
+}
+
+}  // namespace render

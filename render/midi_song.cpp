@@ -1,0 +1,237 @@
+// Reads Standard MIDI Files: chunks, tracks, and the tempo map that gives every event its time.
+#include "render/midi_song.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+#include "platform/file.h"
+#include "render/byte_reader.h"
+#include "render/error.h"
+
+namespace render {
+namespace {
+
+constexpr std::size_t kMaxFileBytes = 64 << 20;
+constexpr uint64_t kMaxSeconds = 24 * 60 * 60;
+constexpr uint32_t kDefaultTempo = 500000;  // microseconds a quarter note: 120 a minute
+
+// How long a tick lasts, in units of the song.
+struct Timing {
+    uint64_t unitsPerSecond;
+    uint64_t unitsPerTick;  // until a tempo change
+    bool followsTempo;
+};
+
+struct TrackEvent {
+    enum class Kind { kMessage, kTempo, kEnd };
+    uint64_t tick;
+    Kind kind;
+    uint32_t tempo;  // microseconds a quarter note
+    MidiMessage message;
+};
+
+// With ticks a quarter note the unit is a microsecond divided by their number, so that a tick
+// lasts as many units as the tempo has microseconds. With SMPTE frames tempo means nothing.
+Timing timingOf(uint32_t division) {
+    if ((division & 0x8000) == 0) {
+        if (division == 0) throw Damage("states a time division of zero");
+        return {division * uint64_t{1000000}, kDefaultTempo, true};
+    }
+    const uint32_t framesPerSecond = 0x100 - (division >> 8);
+    const uint64_t ticksPerFrame = division & 0xff;
+    if (ticksPerFrame == 0) throw Damage("states a time division of zero");
+    switch (framesPerSecond) {
+        case 24:
+        case 25:
+        case 30:
+            return {framesPerSecond * ticksPerFrame, 1, false};
+        case 29:  // stands for 30000 / 1001
+            return {30000 * ticksPerFrame, 1001, false};
+    }
+    throw Damage("states an unknown SMPTE frame rate");
+}
+
+// Reads the events of one track.
+class TrackReader {
+  public:
+    explicit TrackReader(std::string_view bytes) : reader_(bytes) {}
+
+    // Appends what matters of the track, its end included.
+    void readInto(std::vector<TrackEvent>& events) {
+        while (!ended_) {
+            if (reader_.left() == 0) throw Damage("has no end mark");
+            tick_ += reader_.variableLengthNumber();
+            if (const auto event = readEvent()) events.push_back(*event);
+        }
+        if (reader_.left() != 0) throw Damage("goes on after its end mark");
+    }
+
+  private:
+    std::optional<TrackEvent> readEvent() {
+        const uint32_t first = reader_.number(1);
+        if (first == 0xff) return readMeta();
+        if (first == 0xf0 || first == 0xf7) {
+            runningStatus_ = 0;
+            reader_.take(reader_.variableLengthNumber());
+            return std::nullopt;
+        }
+        if (first > 0xf0) throw Damage("holds a status byte that no file may hold");
+        if (first >= 0x80) {
+            runningStatus_ = first;
+            return readMessage(reader_.number(1));
+        }
+        if (runningStatus_ == 0) throw Damage("holds data where a status byte is due");
+        return readMessage(first);
+    }
+
+    TrackEvent readMessage(uint32_t data1) {
+        const uint32_t kind = runningStatus_ & 0xf0;
+        const bool hasTwoDataBytes = kind != 0xc0 && kind != 0xd0;
+        const uint32_t data2 = hasTwoDataBytes ? reader_.number(1) : 0;
+        if (data1 > 0x7f || data2 > 0x7f) throw Damage("holds a status byte where data is due");
+        TrackEvent event = {tick_, TrackEvent::Kind::kMessage, 0, {}};
+        event.message = {uint8_t(runningStatus_), uint8_t(data1), uint8_t(data2)};
+        return event;
+    }
+
+    std::optional<TrackEvent> readMeta() {
+        runningStatus_ = 0;
+        const uint32_t type = reader_.number(1);
+        ByteReader content(reader_.take(reader_.variableLengthNumber()));
+        if (type == 0x2f) {
+            if (content.left() != 0) throw Damage("has an end mark of the wrong length");
+            ended_ = true;
+            return TrackEvent{tick_, TrackEvent::Kind::kEnd, 0, {}};
+        }
+        if (type != 0x51) return std::nullopt;
+        if (content.left() != 3) throw Damage("holds a tempo of the wrong length");
+        const uint32_t tempo = content.number(3);
+        if (tempo == 0) throw Damage("holds a tempo of zero");
+        return TrackEvent{tick_, TrackEvent::Kind::kTempo, tempo, {}};
+    }
+
+    ByteReader reader_;
+    uint64_t tick_ = 0;
+    uint32_t runningStatus_ = 0;  // 0: none
+    bool ended_ = false;
+};
+
+MidiSong timedSong(const std::vector<TrackEvent>& events, Timing timing) {
+    MidiSong song = {timing.unitsPerSecond, {}, 0};
+    const uint64_t maxUnits = timing.unitsPerSecond * kMaxSeconds;
+    uint64_t tick = 0;
+    uint64_t time = 0;
+    for (const TrackEvent& event : events) {
+        const uint64_t ticks = event.tick - tick;
+        if (ticks > (maxUnits - time) / timing.unitsPerTick) throw Damage("lasts more than a day");
+        time += ticks * timing.unitsPerTick;
+        tick = event.tick;
+        if (event.kind == TrackEvent::Kind::kMessage) song.events.push_back({time, event.message});
+        if (event.kind == TrackEvent::Kind::kTempo && timing.followsTempo) {
+            timing.unitsPerTick = event.tempo;
+        }
+    }
+    song.endTime = time;
+    return song;
+}
+
+// Runs read and says in the damage that it reports where the damage is.
+template <typename Read>
+auto within(const std::string& place, Read read) {
+    try {
+        return read();
+    } catch (const Damage& damage) {
+        throw Damage(place + " " + damage.what());
+    }
+}
+
+struct Header {
+    uint32_t type;
+    uint32_t trackCount;
+    uint32_t division;
+};
+
+Header readHeader(ByteReader& file) {
+    const std::string_view content = file.take(file.number(4));
+    if (content.size() < 6) throw Damage("is too short");
+    ByteReader reader(content);
+    Header header = {};
+    header.type = reader.number(2);
+    header.trackCount = reader.number(2);
+    header.division = reader.number(2);
+    return header;
+}
+
+Timing timingOf(const Header& header) {
+    if (header.trackCount == 0) throw Damage("counts no track");
+    if (header.type == 0 && header.trackCount != 1) throw Damage("counts too many tracks");
+    return timingOf(header.division);
+}
+
+// Reads one chunk and appends the events of a track. Returns whether it was a track.
+bool readTrackChunk(ByteReader& file, std::vector<TrackEvent>& events) {
+    if (file.left() == 0) throw Damage("is missing");
+    const std::string_view kind = file.take(4);
+    const std::string_view content = file.take(file.number(4));
+    if (kind != "MTrk") return false;
+    TrackReader(content).readInto(events);
+    return true;
+}
+
+// The events of all tracks in the order of time. Chunks of other kinds are passed over.
+std::vector<TrackEvent> readTracks(ByteReader& file, uint32_t trackCount) {
+    std::vector<TrackEvent> events;
+    for (uint32_t track = 1; track <= trackCount;) {
+        const bool wasTrack =
+            within("track " + std::to_string(track), [&] { return readTrackChunk(file, events); });
+        if (wasTrack) ++track;
+    }
+    std::stable_sort(events.begin(), events.end(),
+                     [](const TrackEvent& a, const TrackEvent& b) { return a.tick < b.tick; });
+    return events;
+}
+
+}  // namespace
+
+int64_t MidiSong::frameAt(uint64_t time, int sampleRate) const {
+    const auto rate = static_cast<uint64_t>(sampleRate);
+    const uint64_t wholeSeconds = time / unitsPerSecond;
+    const uint64_t rest = time % unitsPerSecond;  // below 2^35, so the product below fits
+    return static_cast<int64_t>(wholeSeconds * rate + rest * rate / unitsPerSecond);
+}
+
+MidiSong parseMidiSong(std::string_view bytes, const std::string& name) {
+    if (bytes.substr(0, 4) != "MThd") throw Error(name + " is not a MIDI file.");
+    ByteReader file(bytes.substr(4));
+    try {
+        const Header header = within("its header", [&] { return readHeader(file); });
+        if (header.type > 1) {
+            throw Error(name + " is a MIDI file of type " + std::to_string(header.type) +
+                        "; only types 0 and 1 can be rendered.");
+        }
+        const Timing timing = within("its header", [&] { return timingOf(header); });
+        const auto events = readTracks(file, header.trackCount);
+        return within("the song", [&] { return timedSong(events, timing); });
+    } catch (const Damage& damage) {
+        throw Error(name + " is damaged: " + damage.what() + ".");
+    }
+}
+
+MidiSong readMidiSong(const std::string& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found) {
+        throw Error("There is no file " + path + ".");
+    }
+    if (status.type() != std::filesystem::file_type::regular) {
+        throw Error(path + " is not a file that can be read.");
+    }
+    const auto size = std::filesystem::file_size(path, error);
+    if (!error && size > kMaxFileBytes) throw Error(path + " is too large to be a MIDI file.");
+    const auto bytes = platform::readFile(path, kMaxFileBytes);
+    if (!bytes) throw Error(path + " cannot be read.");
+    return parseMidiSong(*bytes, path);
+}
+
+}  // namespace render

@@ -1,0 +1,243 @@
+// Drives a VST 2.4 instrument: loading, names and values, blocks of events and sound.
+#include "render/plugin_host.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <map>
+
+#include "render/error.h"
+
+namespace render {
+namespace {
+
+// More than the interface grants, for instruments that write more than they may.
+constexpr int kTextBytes = 1024;
+
+// The host that an instrument talks to before it has an AEffect to say so.
+thread_local PluginHost* loadingHost = nullptr;
+
+platform::SharedLibrary loadLibrary(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) throw Error("There is no file " + path + ".");
+    try {
+        return platform::SharedLibrary(path);
+    } catch (const std::runtime_error& reason) {
+        throw Error(path + " cannot be loaded: " + reason.what() + ".");
+    }
+}
+
+void copyText(void* destination, const char* text) {
+    std::memcpy(destination, text, std::strlen(text) + 1);
+}
+
+std::vector<float*> pointersInto(std::vector<std::vector<float>>& channels) {
+    std::vector<float*> pointers;
+    for (auto& channel : channels) pointers.push_back(channel.data());
+    return pointers;
+}
+
+}  // namespace
+
+PluginHost::PluginHost(const std::string& path, int sampleRate, int blockSize)
+    : sampleRate_(sampleRate), blockSize_(blockSize), library_(loadLibrary(path)) {
+    time_.sampleRate = sampleRate;
+    start(path);
+
+    dispatch(effOpen);
+    dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
+    dispatch(effSetBlockSize, 0, blockSize);
+
+    const auto frames = static_cast<std::size_t>(blockSize);
+    inputs_.assign(std::max(effect_->numInputs, 0), std::vector<float>(frames));
+    outputs_.assign(effect_->numOutputs, std::vector<float>(frames));
+    inputPointers_ = pointersInto(inputs_);
+    outputPointers_ = pointersInto(outputs_);
+}
+
+PluginHost::~PluginHost() {
+    if (running_) suspend();
+}
+
+void PluginHost::Closer::operator()(AEffect* effect) const {
+    effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
+}
+
+// Creates the instrument and checks that it can be played.
+void PluginHost::start(const std::string& path) {
+    using EntryPoint = AEffect* (*)(audioMasterCallback);
+    const auto entry = reinterpret_cast<EntryPoint>(library_.symbol("VSTPluginMain"));
+    if (!entry) throw Error(path + " is not a VST 2.4 plug-in: it has no VSTPluginMain.");
+
+    loadingHost = this;
+    AEffect* const effect = entry(&PluginHost::answer);
+    loadingHost = nullptr;
+    if (!effect || effect->magic != kEffectMagic || !effect->dispatcher) {
+        throw Error(path + " did not start.");
+    }
+    effect->resvd1 = reinterpret_cast<VstIntPtr>(this);
+    effect_.reset(effect);
+
+    const bool canReplace = (effect->flags & effFlagsCanReplacing) && effect->processReplacing;
+    if (!(effect->flags & effFlagsIsSynth) || !canReplace || effect->numOutputs < 1) {
+        throw Error(path + " is not an instrument.");
+    }
+}
+
+std::string PluginHost::name() const {
+    return text(effGetEffectName);
+}
+
+int PluginHost::program() const {
+    return static_cast<int>(dispatch(effGetProgram));
+}
+
+void PluginHost::setProgram(int index) {
+    dispatch(effBeginSetProgram);
+    dispatch(effSetProgram, 0, index);
+    dispatch(effEndSetProgram);
+}
+
+std::string PluginHost::programName(int index) {
+    char buffer[kTextBytes] = {};
+    const bool isNamed = dispatch(effGetProgramNameIndexed, index, -1, buffer) != 0;
+    buffer[kTextBytes - 1] = '\0';
+    if (isNamed) return buffer;
+    // An instrument that names only the program it is in has to be taken there.
+    const int current = program();
+    setProgram(index);
+    const std::string name = text(effGetProgramName);
+    setProgram(current);
+    return name;
+}
+
+float PluginHost::parameter(int index) const {
+    return effect_->getParameter(effect_.get(), index);
+}
+
+void PluginHost::setParameter(int index, float value) {
+    effect_->setParameter(effect_.get(), index, value);
+}
+
+std::string PluginHost::parameterName(int index) const {
+    return text(effGetParamName, index);
+}
+
+std::string PluginHost::parameterDisplay(int index) const {
+    const std::string unit = text(effGetParamLabel, index);
+    return text(effGetParamDisplay, index) + (unit.empty() ? "" : " " + unit);
+}
+
+VstIntPtr PluginHost::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                               float opt) const {
+    return effect_->dispatcher(effect_.get(), opcode, index, value, ptr, opt);
+}
+
+void PluginHost::resume() {
+    time_.samplePos = 0.0;
+    time_.flags = kVstTransportPlaying | kVstTransportChanged;
+    running_ = true;
+    dispatch(effMainsChanged, 0, 1);
+}
+
+void PluginHost::suspend() {
+    dispatch(effMainsChanged, 0, 0);
+    running_ = false;
+    time_.flags = kVstTransportChanged;
+}
+
+void PluginHost::process(const std::vector<BlockEvent>& events, int frames) {
+    if (!events.empty()) sendEvents(events);
+    effect_->processReplacing(effect_.get(), inputPointers_.data(), outputPointers_.data(), frames);
+    time_.samplePos += frames;
+    time_.flags = kVstTransportPlaying;
+}
+
+void PluginHost::sendEvents(const std::vector<BlockEvent>& events) {
+    midiEvents_.clear();
+    midiEvents_.reserve(events.size());
+    // The list stays untouched until the block is rendered.
+    eventList_.assign(offsetof(VstEvents, events) / sizeof(VstIntPtr) + events.size(), 0);
+    auto* const list = reinterpret_cast<VstEvents*>(eventList_.data());
+    list->numEvents = static_cast<VstInt32>(events.size());
+    auto** const entries = reinterpret_cast<VstEvent**>(eventList_.data()) +
+                           offsetof(VstEvents, events) / sizeof(VstIntPtr);
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        VstMidiEvent midi = {};
+        midi.type = kVstMidiType;
+        midi.byteSize = sizeof midi;
+        midi.deltaFrames = events[i].frame;
+        std::memcpy(midi.midiData, events[i].message.data(), events[i].message.size());
+        midiEvents_.push_back(midi);
+        entries[i] = reinterpret_cast<VstEvent*>(&midiEvents_.back());
+    }
+    dispatch(effProcessEvents, 0, 0, list);
+}
+
+std::string PluginHost::text(VstInt32 opcode, VstInt32 index) const {
+    char buffer[kTextBytes] = {};
+    dispatch(opcode, index, 0, buffer);
+    buffer[kTextBytes - 1] = '\0';
+    return buffer;
+}
+
+VstIntPtr PluginHost::answer(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void* ptr,
+                             float) {
+    PluginHost* host = loadingHost;
+    if (effect && effect->resvd1 != 0) host = reinterpret_cast<PluginHost*>(effect->resvd1);
+    if (host) return host->answer(opcode, ptr);
+    return opcode == audioMasterVersion ? kVstVersion : 0;
+}
+
+VstIntPtr PluginHost::answer(VstInt32 opcode, void* ptr) {
+    switch (opcode) {
+        case audioMasterVersion:
+            return kVstVersion;
+        case audioMasterGetTime:
+            return reinterpret_cast<VstIntPtr>(&time_);
+        case audioMasterGetSampleRate:
+            return sampleRate_;
+        case audioMasterGetBlockSize:
+            return blockSize_;
+        case audioMasterGetCurrentProcessLevel:
+            return kVstProcessLevelOffline;
+        case audioMasterGetVendorString:
+            copyText(ptr, "Tembrilon");
+            return 1;
+        case audioMasterGetProductString:
+            copyText(ptr, "quarzel-render");
+            return 1;
+        case audioMasterCanDo:
+            return std::strcmp(static_cast<const char*>(ptr), "sendVstEvents") == 0 ||
+                   std::strcmp(static_cast<const char*>(ptr), "sendVstMidiEvent") == 0 ||
+                   std::strcmp(static_cast<const char*>(ptr), "sendVstTimeInfo") == 0;
+        case audioMasterGetLanguage:
+            return 1;  // English
+    }
+    return 0;
+}
+
+std::vector<std::string> distinctNames(const std::vector<std::string>& names) {
+    std::map<std::string, int> seen;
+    std::vector<std::string> distinct;
+    for (const auto& name : names) {
+        const int count = ++seen[name];
+        distinct.push_back(count == 1 ? name : name + "#" + std::to_string(count));
+    }
+    return distinct;
+}
+
+std::vector<std::string> distinctProgramNames(PluginHost& host) {
+    std::vector<std::string> names;
+    for (int i = 0; i < host.programCount(); ++i) names.push_back(host.programName(i));
+    return distinctNames(names);
+}
+
+std::vector<std::string> distinctParameterNames(const PluginHost& host) {
+    std::vector<std::string> names;
+    for (int i = 0; i < host.parameterCount(); ++i) names.push_back(host.parameterName(i));
+    return distinctNames(names);
+}
+
+}  // namespace render

@@ -1,0 +1,90 @@
+// Loads one VST 2.4 instrument and drives it as a host does.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/shared_library.h"
+#include "plugin/vst2.h"
+#include "render/midi_song.h"
+
+namespace render {
+
+struct BlockEvent {
+    int frame;  // from the start of the block
+    MidiMessage message;
+};
+
+// One thread calls everything.
+class PluginHost {
+  public:
+    // Loads and opens the instrument; sampleRate in Hz, blockSize the most frames of a block.
+    // Throws Error when the file is no instrument that can be played.
+    PluginHost(const std::string& path, int sampleRate, int blockSize);
+    ~PluginHost();
+    PluginHost(const PluginHost&) = delete;
+    PluginHost& operator=(const PluginHost&) = delete;
+
+    std::string name() const;
+    int sampleRate() const { return sampleRate_; }
+    int blockSize() const { return blockSize_; }
+    int outputCount() const { return effect_->numOutputs; }
+
+    int programCount() const { return effect_->numPrograms; }
+    int program() const;
+    void setProgram(int index);
+    std::string programName(int index);
+
+    int parameterCount() const { return effect_->numParams; }
+    float parameter(int index) const;
+    void setParameter(int index, float value);  // 0..1
+    std::string parameterName(int index) const;
+    std::string parameterDisplay(int index) const;  // its value and unit, as the instrument says
+
+    // Passes one request to the instrument, with the published meaning of the arguments.
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
+                       void* ptr = nullptr, float opt = 0.0f) const;
+
+    // Blocks are processed between these two.
+    void resume();
+    void suspend();
+
+    // Renders frames, 1..blockSize(). events are in the order of their frames, each below frames.
+    void process(const std::vector<BlockEvent>& events, int frames);
+
+    // The frames of the last block. channel is below outputCount().
+    const float* output(int channel) const { return outputs_[channel].data(); }
+
+  private:
+    struct Closer {
+        void operator()(AEffect* effect) const;
+    };
+
+    static VstIntPtr answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                            void* ptr, float opt);
+    VstIntPtr answer(VstInt32 opcode, void* ptr);
+    void start(const std::string& path);
+    void sendEvents(const std::vector<BlockEvent>& events);
+    std::string text(VstInt32 opcode, VstInt32 index = 0) const;
+
+    int sampleRate_;
+    int blockSize_;
+    VstTimeInfo time_ = {};
+    platform::SharedLibrary library_;
+    std::unique_ptr<AEffect, Closer> effect_;
+    bool running_ = false;
+    std::vector<std::vector<float>> inputs_;
+    std::vector<std::vector<float>> outputs_;
+    std::vector<float*> inputPointers_;
+    std::vector<float*> outputPointers_;
+    std::vector<VstMidiEvent> midiEvents_;
+    std::vector<VstIntPtr> eventList_;  // room for a VstEvents of any length
+};
+
+// The names of a list as they are told apart: the second of two equal names gets "#2".
+std::vector<std::string> distinctNames(const std::vector<std::string>& names);
+std::vector<std::string> distinctProgramNames(PluginHost& host);
+std::vector<std::string> distinctParameterNames(const PluginHost& host);
+
+}  // namespace render

@@ -1,0 +1,94 @@
+// The command line: what its options mean, and which lines mean nothing.
+#include "render/command_line.h"
+
+#include <gtest/gtest.h>
+
+#include "render/error.h"
+
+namespace {
+
+render::CommandLine parsed(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "quarzel-render");
+    return render::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+}
+
+TEST(CommandLine, HasTheStatedDefaults) {
+    const auto line = parsed({"a.mid", "b.wav"});
+    EXPECT_EQ(line.song, "a.mid");
+    EXPECT_EQ(line.output, "b.wav");
+    EXPECT_EQ(line.plugin, "");
+    EXPECT_EQ(line.sampleRate, 44100);
+    EXPECT_EQ(line.blockSize, 512);
+    EXPECT_EQ(line.format, render::SampleFormat::kInt24);
+    EXPECT_EQ(line.render.gainDb, 0.0);
+    EXPECT_FALSE(line.render.tailSeconds);
+    EXPECT_FALSE(line.program);
+    EXPECT_TRUE(line.settings.empty());
+    EXPECT_FALSE(line.list || line.quiet);
+}
+
+TEST(CommandLine, TakesEveryOptionAnywhere) {
+    const auto line =
+        parsed({"--rate",       "96000",  "--set", "Viola#2=0.5", "a.mid",  "--gain", "-6.5",
+                "--block=1",    "--set",  "a=b=1", "b.wav",       "--bits", "32f",    "--program",
+                "Soft Strings", "--tail", "2.5",   "--plugin",    "x.so",   "--quiet"});
+    EXPECT_EQ(line.sampleRate, 96000);
+    EXPECT_EQ(line.blockSize, 1);
+    EXPECT_EQ(line.format, render::SampleFormat::kFloat32);
+    EXPECT_EQ(line.render.gainDb, -6.5);
+    EXPECT_EQ(line.render.tailSeconds, 2.5);
+    EXPECT_EQ(line.program, "Soft Strings");
+    EXPECT_EQ(line.plugin, "x.so");
+    EXPECT_TRUE(line.quiet);
+    ASSERT_EQ(line.settings.size(), 2u);
+    EXPECT_EQ(line.settings[0].parameter, "Viola#2");
+    EXPECT_EQ(line.settings[0].value, 0.5f);
+    EXPECT_EQ(line.settings[1].parameter, "a=b");
+    EXPECT_EQ(line.output, "b.wav");
+}
+
+TEST(CommandLine, AnswersForHelpAndVersion) {
+    EXPECT_EQ(parsed({"--version"}).answer.substr(0, 15), "quarzel-render ");
+    const std::string help = parsed({"--help"}).answer;
+    for (const char* option : {"--plugin", "--rate", "--block", "--bits", "--gain", "--program",
+                               "--set", "--tail", "--list", "--quiet", "--version", "--help"}) {
+        EXPECT_NE(help.find(option), std::string::npos) << option;
+    }
+}
+
+TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
+    const std::vector<std::vector<const char*>> meaningless = {
+        {},
+        {"a.mid"},
+        {"a.mid", "b.wav", "c"},
+        {"a.mid", "b.wav", "--unknown"},
+        {"a.mid", "b.wav", "--rate"},
+        {"a.mid", "b.wav", "--rate", "fast"},
+        {"a.mid", "b.wav", "--rate", "44100.5"},
+        {"a.mid", "b.wav", "--rate", "48000", "--rate", "96000"},
+        {"a.mid", "b.wav", "--gain", "1,5"},
+        {"a.mid", "b.wav", "--bits", "20"},
+        {"a.mid", "b.wav", "--set", "Viola"},
+        {"a.mid", "b.wav", "--set", "=1"},
+        {"a.mid", "b.wav", "--set", "Viola=loud"},
+        {"--list", "a.mid"},
+    };
+    for (const auto& arguments : meaningless) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        EXPECT_THROW(parsed(arguments), render::UsageError);
+    }
+    const std::vector<std::vector<const char*>> outOfRange = {
+        {"--rate", "7999"},     {"--rate", "768001"},  {"--block", "0"},   {"--block", "65537"},
+        {"--gain", "-60.1"},    {"--gain", "nan"},     {"--tail", "-1"},   {"--tail", "600.1"},
+        {"--set", "Viola=1.1"}, {"--set", "Viola=-1"}, {"--set", "a=inf"},
+    };
+    for (auto arguments : outOfRange) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        arguments.insert(arguments.end(), {"a.mid", "b.wav"});
+        EXPECT_THROW(parsed(arguments), render::Error);
+    }
+    EXPECT_EQ(parsed({"a", "b", "--rate", "8000"}).sampleRate, 8000);
+    EXPECT_EQ(parsed({"a", "b", "--rate", "768000"}).sampleRate, 768000);
+}
+
+}  // namespace

@@ -1,0 +1,183 @@
+// The whole program in-process: exit codes, messages, files, lists and reports.
+#include "render/program.h"
+
+#include <locale>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "platform/folders.h"
+#include "tests/render/midi_bytes.h"
+#include "tests/render/scratch_folder.h"
+#include "tests/render/wav_file.h"
+
+namespace {
+
+// One second with a note at its beginning and its end.
+const std::string kSong = midiFile(0, 500, {bytes({0, 0x90, 60, 64, 0x87, 0x68, 60, 0})});
+
+struct Outcome {
+    int exitCode;
+    std::string out;
+    std::string err;
+};
+
+Outcome run(std::vector<std::string> arguments, bool wasInterrupted = false) {
+    arguments.insert(arguments.begin(), "quarzel-render");
+    std::vector<const char*> argv;
+    for (const auto& argument : arguments) argv.push_back(argument.c_str());
+    std::ostringstream out, err;
+    const std::atomic<bool> interrupted{wasInterrupted};
+    const int exitCode =
+        render::run(static_cast<int>(argv.size()), argv.data(), {out, err, false, interrupted});
+    return {exitCode, out.str(), err.str()};
+}
+
+std::vector<std::string> with(std::vector<std::string> options, const std::string& song,
+                              const std::string& output) {
+    options.insert(options.end(), {"--plugin", TEST_INSTRUMENT, song, output});
+    return options;
+}
+
+class QuarzelRender : public testing::Test {
+  protected:
+    ScratchFolder folder_;
+    std::string song_ = folder_.write("song.mid", kSong);
+    std::string output_ = folder_.path("out.wav");
+};
+
+TEST_F(QuarzelRender, RendersAndReports) {
+    const auto outcome = run(with({"--rate", "48000", "--tail", "1"}, song_, output_));
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err, "");
+    for (const char* part : {"out.wav\n", "length    2.000 s\n", "peak      -6.02 dBFS\n",
+                             "RMS       -54.08 dBFS\n", "took      ", " times real time\n"}) {
+        EXPECT_NE(outcome.out.find(part), std::string::npos) << part << " in " << outcome.out;
+    }
+    EXPECT_EQ(outcome.out.find("clipped"), std::string::npos);
+    const WavFile file(output_);
+    EXPECT_EQ(file.info.frames, 96000);
+    EXPECT_EQ(file.info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
+    EXPECT_EQ(folder_.fileCount(), 2);
+}
+
+TEST_F(QuarzelRender, AppliesProgramAndParameters) {
+    struct Case {
+        std::vector<std::string> options;
+        float left;  // of the first frame
+    };
+    const Case cases[] = {
+        {{"--program", "Soft"}, 0.25f},
+        {{"--program", "Init#2"}, 0.375f},
+        {{"--program", "2", "--set", "Level=0.75"}, 0.75f},
+        {{"--set", "0=0.125", "--set", "Viola#2=1"}, 0.125f},
+        {{"--gain", "-6.020599913"}, 0.25f},
+    };
+    for (auto c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.options));
+        c.options.insert(c.options.end(), {"--bits", "32f", "--quiet"});
+        const auto outcome = run(with(c.options, song_, output_));
+        EXPECT_EQ(outcome.err + outcome.out, "");
+        ASSERT_EQ(outcome.exitCode, 0);
+        EXPECT_FLOAT_EQ(WavFile(output_).samples.at(0), c.left);
+    }
+}
+
+TEST_F(QuarzelRender, PlaysTheInstrumentBesideItUnlessToldOtherwise) {
+    const platform::ScopedFolders folders(folder_.path(""), "");
+    EXPECT_EQ(run({"--list"}).err,
+              "quarzel-render: There is no file " + folder_.path("QuarzelStrings.so") + ".\n");
+    std::filesystem::copy_file(TEST_INSTRUMENT, folder_.path("QuarzelStrings.so"));
+    EXPECT_EQ(run({"--list"}).out.substr(0, 15), "Test Instrument");
+}
+
+TEST_F(QuarzelRender, CountsClippedSamples) {
+    const auto outcome = run(with({"--gain", "12", "--tail", "0"}, song_, output_));
+    EXPECT_NE(outcome.out.find("clipped   2 samples\n"), std::string::npos) << outcome.out;
+}
+
+TEST_F(QuarzelRender, ListsProgramsAndParametersWithTheirValues) {
+    const auto outcome =
+        run({"--list", "--plugin", TEST_INSTRUMENT, "--program", "Soft", "--set", "Viola#2=0.5"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.out,
+              "Test Instrument\n\n"
+              "Programs (* is playing):\n"
+              "    0   Init\n"
+              "    1   Init#2\n"
+              "    2 * Soft\n\n"
+              "Parameters:\n"
+              "    0   Level                 0.250000  25 %\n"
+              "    1   Viola                 0.250000  25\n"
+              "    2   Viola#2               0.500000  50\n"
+              "    3   Ring                  0.000000  0\n"
+              "    4   Fault                 0.000000  0\n");
+}
+
+TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
+    const std::string text = folder_.write("text.mid", "no music");
+    const std::string cut = folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));
+    const std::string type2 = folder_.write("type2.mid", midiFile(2, 96, {""}));
+    const auto filesBefore = folder_.fileCount();
+    struct Case {
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::string part;
+    };
+    const std::vector<Case> cases = {
+        {{}, 2, "SONG.mid and OUT.wav are needed"},
+        {with({"--bits", "8"}, song_, output_), 2, "--bits"},
+        {with({"--rate", "1"}, song_, output_), 1, "8000 to 768000"},
+        {with({}, folder_.path("none.mid"), output_), 1, "There is no file"},
+        {with({}, folder_.path(""), output_), 1, "not a file that can be read"},
+        {with({}, text, output_), 1, "not a MIDI file"},
+        {with({}, type2, output_), 1, "type 2"},
+        {with({}, cut, output_), 1, "damaged"},
+        {with({}, song_, folder_.path("none/out.wav")), 1, "cannot be written"},
+        {with({}, song_, song_), 1, "is the song itself"},
+        {with({"--set", "Cello=1"}, song_, output_), 1, "no parameter named Cello"},
+        {with({"--set", "5=1"}, song_, output_), 1, "no parameter 5; they go from 0 to 4"},
+        {with({"--program", "-1"}, song_, output_), 1, "no program -1; they go from 0 to 2"},
+        {with({"--program", "init"}, song_, output_), 1, "no program named init"},
+        {{"--plugin", TEST_NO_INSTRUMENT, song_, output_}, 1, "has no VSTPluginMain"},
+        {{"--plugin", text, song_, output_}, 1, "cannot be loaded"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.arguments));
+        const auto outcome = run(c.arguments);
+        EXPECT_EQ(outcome.exitCode, c.exitCode);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err.find("quarzel-render: "), 0u);
+        EXPECT_NE(outcome.err.find(c.part), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
+        EXPECT_EQ(folder_.fileCount(), filesBefore);
+    }
+    EXPECT_EQ(folder_.read("song.mid"), kSong);
+}
+
+TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
+    folder_.write("out.wav", "before");
+    const auto outcome = run(with({}, song_, output_), true);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(folder_.read("out.wav"), "before");
+    EXPECT_EQ(folder_.fileCount(), 2);
+}
+
+// Writes 1.234,5 for 1234.5.
+class Foreign : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\1"; }
+};
+
+TEST_F(QuarzelRender, WritesAndReadsNumbersWithAPointInEveryLocale) {
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Foreign));
+    const auto outcome =
+        run(with({"--gain", "60.0", "--set", "Ring=0.5", "--tail", "0.5"}, song_, output_));
+    std::locale::global(before);
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("1.500 s"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("clipped   132300 samples"), std::string::npos) << outcome.out;
+}
+
+}  // namespace

@@ -1,0 +1,143 @@
+// The render loop: frames, block sizes, the tail, and what is measured.
+#include "render/renderer.h"
+
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "render/error.h"
+#include "tests/render/midi_bytes.h"
+#include "tests/render/scratch_folder.h"
+#include "tests/render/wav_file.h"
+
+namespace {
+
+using render::RenderSettings;
+using render::RenderStatistics;
+
+constexpr int kRate = 48000;
+enum TestParameter { kLevel, kFirstViola, kSecondViola, kRing, kFault };
+
+// 1000 ticks a second; notes on at 0, 100 and 250 ms, off at 130 ms, an end at 400 ms.
+render::MidiSong threeNotes() {
+    return render::parseMidiSong(
+        midiFile(0, 500, {bytes({0,  0x90, 60,   64, 100, 62,   32,   30,   0x80, 60,
+                                 16, 120,  0x90, 64, 127, 0x81, 0x16, 0xb0, 1,    0})}),
+        "a.mid");
+}
+
+struct Rendered {
+    RenderStatistics statistics;
+    WavFile file;
+};
+
+Rendered render_(const render::MidiSong& song, const RenderSettings& settings, int blockSize,
+                 const std::vector<std::pair<int, float>>& parameters = {}) {
+    const ScratchFolder folder;
+    render::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
+    for (const auto& [index, value] : parameters) host.setParameter(index, value);
+    render::WavWriter writer(folder.path("a.wav"),
+                             {kRate, render::channelsOf(host), render::SampleFormat::kFloat32,
+                              render::maxFramesOf(song, kRate, settings)});
+    const auto statistics =
+        render::renderSong(song, host, writer, settings, [](double) { return true; });
+    return {statistics, WavFile(folder.path("a.wav"))};
+}
+
+TEST(Renderer, PutsEveryNoteInItsFrameWithAnyBlockSize) {
+    const RenderSettings settings = {0.0, 0.25};
+    std::vector<float> expected(2 * 650 * 48, 0.0f);
+    const auto mark = [&](int ms, float left, float right) {
+        expected[2 * ms * 48] = left;
+        expected[2 * ms * 48 + 1] = right;
+    };
+    mark(0, 0.5f, 64 / 128.0f);
+    mark(100, 0.5f, 32 / 128.0f);
+    mark(130, 0.0f, -16 / 128.0f);
+    mark(250, 0.5f, 127 / 128.0f);
+    for (const int blockSize : {1, 17, 480, 512, 65536}) {
+        SCOPED_TRACE(blockSize);
+        const auto rendered = render_(threeNotes(), settings, blockSize);
+        EXPECT_EQ(rendered.statistics.frames, 650 * 48);
+        EXPECT_EQ(rendered.file.samples, expected);
+    }
+}
+
+TEST(Renderer, EndsHalfASecondAfterTheLastSound) {
+    struct Case {
+        const char* what;
+        RenderSettings settings;
+        std::vector<std::pair<int, float>> parameters;
+        int64_t frames;
+    };
+    const int64_t songFrames = 400 * 48;
+    const int64_t lastNote = 250 * 48;
+    const int64_t silence = kRate / 2;
+    const Case cases[] = {
+        {"silent at the end of the song", {}, {}, songFrames + silence},
+        {"ringing for 1.25 s", {}, {{kRing, 0.125f}}, lastNote + 60000 + 1 + silence},
+        {"ringing at -102 dBFS",
+         {-60.0, {}},
+         {{kRing, 1.0f}, {kLevel, 0.015625f}},
+         songFrames + silence},
+        {"a tail of a given length", {0.0, 1.5}, {{kRing, 1.0f}}, songFrames + 72000},
+        {"no tail", {0.0, 0.0}, {{kRing, 1.0f}}, songFrames},
+    };
+    for (const auto& c : cases) {
+        for (const int blockSize : {64, 10007}) {
+            SCOPED_TRACE(c.what);
+            const auto rendered = render_(threeNotes(), c.settings, blockSize, c.parameters);
+            EXPECT_EQ(rendered.statistics.frames, c.frames);
+            EXPECT_EQ(rendered.file.info.frames, c.frames);
+        }
+    }
+}
+
+TEST(Renderer, WaitsThirtySecondsForSilenceAtMost) {
+    std::string track = bytes({0, 0xb0, 1, 0});
+    for (int i = 0; i < 10; ++i) track += bytes({0, 0x90, 60, 1});
+    auto song = render::parseMidiSong(midiFile(0, 500, {track}), "a.mid");
+    for (int i = 1; i < 5; ++i) {  // keeps it ringing beyond the end of the song
+        song.events.push_back({i * 9 * song.unitsPerSecond, {0x90, 60, 1}});
+    }
+    EXPECT_EQ(render_(song, {}, 4096, {{kRing, 1.0f}}).statistics.frames, 30 * kRate);
+}
+
+TEST(Renderer, MeasuresAfterTheGain) {
+    const auto rendered = render_(threeNotes(), {20.0 * std::log10(2.0), 0.0}, 512);
+    const double frames = 400 * 48;
+    const double squares = 3 * 1.0 + 1.0 + 0.25 + 0.0625 + std::pow(127 / 64.0, 2);
+    EXPECT_FLOAT_EQ(rendered.statistics.peak, 127 / 64.0);
+    EXPECT_FLOAT_EQ(rendered.statistics.rms, std::sqrt(squares / (2 * frames)));
+    EXPECT_FLOAT_EQ(rendered.file.samples[1], 1.0f);
+    EXPECT_EQ(rendered.statistics.clippedSamples, 0);
+    EXPECT_EQ(rendered.statistics.nonFiniteSamples, 0);
+}
+
+TEST(Renderer, WritesSilenceForWhatIsNoNumber) {
+    const auto rendered = render_(threeNotes(), {0.0, 0.0}, 512, {{kFault, 1.0f}});
+    EXPECT_EQ(rendered.statistics.nonFiniteSamples, 2 * 400 * 48);
+    EXPECT_EQ(rendered.statistics.peak, 0.0);
+    EXPECT_EQ(rendered.file.samples, std::vector<float>(2 * 400 * 48, 0.0f));
+}
+
+TEST(Renderer, StopsWhenToldAndLeavesNoFile) {
+    const ScratchFolder folder;
+    const auto song = threeNotes();
+    render::PluginHost host(TEST_INSTRUMENT, kRate, 512);
+    double last = 0.0;
+    {
+        render::WavWriter writer(folder.path("a.wav"),
+                                 {kRate, 2, render::SampleFormat::kInt16, 1000});
+        const auto stopHalfWay = [&](double done) {
+            EXPECT_GT(done, last);
+            last = done;
+            return done < 0.5;
+        };
+        EXPECT_THROW(render::renderSong(song, host, writer, {}, stopHalfWay), render::Error);
+    }
+    EXPECT_NEAR(last, 0.5, 512.0 / (400 * 48));
+    EXPECT_EQ(folder.fileCount(), 0);
+}
+
+}  // namespace

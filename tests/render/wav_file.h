@@ -1,0 +1,25 @@
+// Reads a WAV file back with libsndfile.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <sndfile.h>
+
+struct WavFile {
+    SF_INFO info = {};
+    std::vector<float> samples;  // interleaved, 1.0 being full scale
+    std::vector<int> integers;   // the same as the upper bits of 32
+
+    explicit WavFile(const std::string& path) {
+        SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);
+        if (!file) return;
+        const auto count = static_cast<std::size_t>(info.frames * info.channels);
+        samples.resize(count);
+        integers.resize(count);
+        sf_read_float(file, samples.data(), static_cast<sf_count_t>(count));
+        sf_seek(file, 0, SEEK_SET);
+        sf_read_int(file, integers.data(), static_cast<sf_count_t>(count));
+        sf_close(file);
+    }
+};

@@ -1,0 +1,105 @@
+// WAV files: what is written is what is read, and no half file is ever seen.
+#include "render/wav_writer.h"
+
+#include <gtest/gtest.h>
+
+#include "render/error.h"
+#include "tests/render/scratch_folder.h"
+#include "tests/render/wav_file.h"
+
+namespace {
+
+using render::SampleFormat;
+using render::WavWriter;
+
+TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
+    const ScratchFolder folder;
+    struct Case {
+        SampleFormat format;
+        double step;
+        int shift;
+        int most;
+    };
+    for (const Case& c : {Case{SampleFormat::kInt16, 1.0 / 32768, 16, 32767},
+                          Case{SampleFormat::kInt24, 1.0 / 8388608, 8, 8388607}}) {
+        SCOPED_TRACE(c.most);
+        WavWriter writer(folder.path("a.wav"), {44100, 2, c.format, 1000});
+        const auto at = [&](double steps) { return static_cast<float>(steps * c.step); };
+        writer.write({0.0f, at(1.0), at(-1.0), at(1000.4), at(1000.6), at(c.most), -1.0f, -0.5f});
+        EXPECT_EQ(writer.clippedSamples(), 0);
+        writer.write({1.0f, -1.5f, 1e30f, 0.5f});
+        EXPECT_EQ(writer.clippedSamples(), 3);
+        writer.commit();
+
+        const WavFile file(folder.path("a.wav"));
+        EXPECT_EQ(file.info.channels, 2);
+        EXPECT_EQ(file.info.samplerate, 44100);
+        std::vector<int> expected = {0,      1,       -1,      1000,
+                                     1001,   c.most,  ~c.most, ~c.most / 2,
+                                     c.most, ~c.most, c.most,  (c.most + 1) / 2};
+        for (int& value : expected) value *= 1 << c.shift;
+        EXPECT_EQ(file.integers, expected);
+    }
+}
+
+TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
+    const ScratchFolder folder;
+    const std::vector<float> samples = {0.1f, -3.5f, 1e-30f, 1.0f};
+    for (const char* name : {"a.wav", "b.wav"}) {
+        WavWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32, 4});
+        writer.write(samples);
+        writer.commit();
+        EXPECT_EQ(writer.clippedSamples(), 0);
+    }
+    EXPECT_EQ(WavFile(folder.path("a.wav")).samples, samples);
+    EXPECT_EQ(folder.read("a.wav"), folder.read("b.wav"));
+    EXPECT_EQ(folder.read("a.wav").find("PEAK"), std::string::npos);
+}
+
+TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
+    const ScratchFolder folder;
+    for (const int64_t maxFrames : {int64_t{1000}, int64_t{1} << 32}) {
+        WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt24, maxFrames});
+        writer.write({0.0f, 0.0f});
+        writer.commit();
+        EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // it stayed small
+        EXPECT_EQ(WavFile(folder.path("a.wav")).info.frames, 1);
+    }
+}
+
+TEST(WavWriter, LeavesNothingBehindUnlessCommitted) {
+    const ScratchFolder folder;
+    folder.write("a.wav", "what was there before");
+    folder.write("a.wav.part1", "somebody else's");
+    {
+        WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16, 1000});
+        writer.write(std::vector<float>(100000));
+        EXPECT_EQ(folder.fileCount(), 3);
+    }
+    EXPECT_EQ(folder.fileCount(), 2);
+    EXPECT_EQ(folder.read("a.wav"), "what was there before");
+    EXPECT_EQ(folder.read("a.wav.part1"), "somebody else's");
+}
+
+TEST(WavWriter, WritesThroughALink) {
+    const ScratchFolder folder;
+    folder.write("real.wav", "");
+    std::filesystem::create_symlink("real.wav", folder.path("link.wav"));
+    WavWriter writer(folder.path("link.wav"), {44100, 1, SampleFormat::kInt16, 1});
+    writer.commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.wav")));
+    EXPECT_EQ(folder.read("real.wav").substr(0, 4), "RIFF");
+}
+
+TEST(WavWriter, RefusesAPlaceThatItCannotWriteTo) {
+    const ScratchFolder folder;
+    folder.write("file", "");
+    for (const std::string& path : {folder.path("missing/a.wav"), folder.path("file/a.wav"),
+                                    folder.path(""), std::string("/dev/null")}) {
+        SCOPED_TRACE(path);
+        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), render::Error);
+    }
+    EXPECT_EQ(folder.fileCount(), 1);
+}
+
+}  // namespace
