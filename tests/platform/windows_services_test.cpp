@@ -1,5 +1,4 @@
 // The Windows services as the system really answers them: registry, folders, message boxes.
-#include <atomic>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -14,31 +13,14 @@
 #include "platform/folders.h"
 #include "platform/message_box.h"
 #include "platform/settings_store.h"
+#include "tests/support/message_box_user.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
-// Presses OK in the message box with that title, as soon as it shows, and returns its text.
-std::string dismiss(const char* title) {
-    HWND box = nullptr;
-    for (int i = 0; i < 500 && !box; ++i) {
-        box = FindWindowA("#32770", title);
-        Sleep(10);
-    }
-    if (!box) return "no box";
-    char text[256] = {};
-    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
-    const HWND button = FindWindowExA(box, nullptr, "Button", nullptr);
-    char label[16] = {};
-    GetWindowTextA(button, label, sizeof label);
-    const bool alone = FindWindowExA(box, button, "Button", nullptr) == nullptr;
-    SendMessageA(button, BM_CLICK, 0, 0);
-    return std::string(text) + (alone ? " [" : " [more than ") + label + "]";
-}
-
 TEST(WindowsMessage, IsABoxWithOneButtonThatBlocksUntilDismissed) {
     std::string seen;
-    std::thread user([&] { seen = dismiss("Preset loader"); });
+    std::thread user([&] { seen = dismissMessageBox("Preset loader"); });
     platform::showMessage("Preset loader", "Default bank error: not an fxb file",
                           platform::MessageIcon::kNone);
     user.join();
@@ -47,7 +29,9 @@ TEST(WindowsMessage, IsABoxWithOneButtonThatBlocksUntilDismissed) {
 
 TEST(WindowsSettings, LieInTheRegistryAsWideTexts) {
     const platform::SettingsStore settings("Tembrilon", "Quarzel Strings");
-    const std::string value = "N\xC3\xA4cht \xE5\xBC\xA6";  // beyond the 8-bit code page
+    const std::string value =
+        "N\xC3\xA4"
+        "cht \xE5\xBC\xA6";  // beyond the 8-bit code page
     ASSERT_TRUE(settings.write("SkinName", value));
     wchar_t stored[64] = {};
     DWORD bytes = sizeof stored;

@@ -1,10 +1,7 @@
 // The built library as a host loads it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <dlfcn.h>
-
+#include "platform/shared_library.h"
 #include "plugin/vst2.h"
 #include "tests/plugin/test_host.h"
 
@@ -13,19 +10,12 @@ using PluginEntry = AEffect* (*)(audioMasterCallback host);
 // The library at QUARZEL_PLUGIN, loaded while this object lives.
 class PluginLibrary {
   public:
-    PluginLibrary() : handle_(dlopen(QUARZEL_PLUGIN, RTLD_NOW | RTLD_LOCAL)) {
-        EXPECT_NE(handle_, nullptr) << dlerror();
-    }
-    ~PluginLibrary() { dlclose(handle_); }
-    PluginLibrary(const PluginLibrary&) = delete;
-    PluginLibrary& operator=(const PluginLibrary&) = delete;
-
     PluginEntry entry(const char* name = "VSTPluginMain") const {
-        return reinterpret_cast<PluginEntry>(dlsym(handle_, name));
+        return reinterpret_cast<PluginEntry>(library_.symbol(name));
     }
 
   private:
-    void* handle_;
+    platform::SharedLibrary library_{QUARZEL_PLUGIN};
 };
 
 // One instance of the plug-in, from its creation to effClose.

@@ -31,7 +31,6 @@ TEST(DataFolder, IsNothingWhereItCannotBe) {
     base.write("Quarzel Studio 9", "a file in the way");
     const platform::ScopedFolders folders("", base.path());
     EXPECT_FALSE(state::findDataFolder("Quarzel Strings"));
-    EXPECT_FALSE(state::settings().read(state::kSkinNameSetting));
 }
 
 TEST(DataFolder, IsCutAtTheLongestPath) {
@@ -44,21 +43,6 @@ TEST(DataFolder, IsCutAtTheLongestPath) {
     } else {
         EXPECT_FALSE(folder) << "Windows makes no folder of that length";
     }
-}
-
-TEST(Settings, KeepTextsApartFromOneAnother) {
-    const TemporaryFolder base;
-    const platform::ScopedFolders folders("", base.path());
-    const auto settings = state::settings();
-    EXPECT_FALSE(settings.read(state::kSkinNameSetting));
-    const std::string odd = "/a = b\\c\nd \xC3\xA9";
-    EXPECT_TRUE(settings.write(state::kSkinNameSetting, "Night"));
-    EXPECT_TRUE(settings.write(state::kDataPathSetting, odd));
-    EXPECT_EQ(settings.read(state::kSkinNameSetting), "Night");
-    EXPECT_EQ(settings.read(state::kDataPathSetting), odd);
-    EXPECT_TRUE(settings.write(state::kSkinNameSetting, ""));
-    EXPECT_EQ(settings.read(state::kSkinNameSetting), "");
-    EXPECT_EQ(settings.read(state::kDataPathSetting), odd);
 }
 
 }  // namespace
