@@ -14,6 +14,9 @@ demo: deps
 test: deps check-format
 	@scripts/test $(JOBS)
 
+dist: deps
+	@scripts/dist $(JOBS)
+
 fuzz: deps
 	@scripts/fuzz $(JOBS)
 
