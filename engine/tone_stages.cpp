@@ -85,7 +85,7 @@ float ToneStages::addBowNoise(float mix, float sectionLevel, float dither) {
     mix += noise;
     if (highPassControl_ < kBreathBelow) mix += 0.5f * breath_.process(mix);
     // The noise also moves the breath filter's corner for the next sample.
-    const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0f) * kBreathHertz;
+    const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0) * kBreathHertz;
     breath_.setCoefficient(limitedCoefficient(coefficient));
     return mix;
 }
