@@ -9,6 +9,7 @@ namespace {
 constexpr double kTwoPi = 6.28319;
 constexpr double kBreathHertz = 2100.0;
 constexpr double kBreathCoefficientScale = 13194.699;  // 6.28319 x 2100
+constexpr double kBreathRateChangeScale = 28274.355;   // 6.28319 x 4500
 constexpr float kBreathMakeUp = 0.553f;
 constexpr float kBreathDamping = 1.14f;
 constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath filter runs
@@ -32,6 +33,8 @@ ToneStages::ToneStages() : bowNoise_(dsp::bowNoise()) {
 void ToneStages::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     shelf_.setSampleRate(static_cast<float>(sampleRate));
+    // Heard for one sample, when a program is pushed within a block: kept.
+    breath_.setCoefficient(limitedCoefficient(kBreathRateChangeScale / sampleRate));
     output_.setRate(sampleRate, highPassControl_);
 }
 
