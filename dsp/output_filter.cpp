@@ -9,8 +9,9 @@
 namespace dsp {
 namespace {
 
-// Above it the first stage would blow up; no rate from 41.5 kHz reaches it.
+// Above these the stages would blow up; no rate from 41.5 kHz reaches them.
 constexpr double kMaxFrequency1 = 1.6;
+constexpr double kMaxFrequency2 = 1.2;
 
 // Corner of the first stage in Hz, 98 .. 8198.
 float cornerHz(float x) {
@@ -23,7 +24,7 @@ void OutputFilter::setHighPass(float x, double sampleRate) {
     if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;
     const double f = cornerHz(x);
     frequency1_ = std::min(6.22 / sampleRate * f, kMaxFrequency1);
-    frequency2_ = 6.22 / sampleRate * (f * 0.1462585 + 86.0);
+    frequency2_ = std::min(6.22 / sampleRate * (f * 0.1462585 + 86.0), kMaxFrequency2);
 }
 
 void OutputFilter::setRate(double sampleRate, float x) {
@@ -32,7 +33,7 @@ void OutputFilter::setRate(double sampleRate, float x) {
     const float f = cornerHz(x);
     const float unit = 6.22f / static_cast<float>(sampleRate);
     frequency1_ = std::min<double>(unit * f, kMaxFrequency1);
-    frequency2_ = unit * (f * 0.1462585f + 86.0f);
+    frequency2_ = std::min<double>(unit * (f * 0.1462585f + 86.0f), kMaxFrequency2);
 }
 
 }  // namespace dsp

@@ -85,7 +85,7 @@ TEST(OutputFilter, ARateChangeClearsAndDiffersFromAPushInTheLastBitsOnly) {
 }
 
 TEST(OutputFilter, StaysBoundedAtEveryRate) {
-    for (const double rate : {8000.0, 22050.0, 44100.0, 768000.0}) {
+    for (const double rate : {1000.0, 4000.0, 8000.0, 22050.0, 44100.0, 768000.0}) {
         for (const float x : {0.0f, 1.0f}) {
             SCOPED_TRACE(testing::Message() << x << " at " << rate);
             dsp::OutputFilter filters[2];
