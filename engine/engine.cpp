@@ -176,6 +176,8 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
 StereoSample Engine::renderAwake(float random) {
     bool sounding = false;
     const float mono = renderMono(random, sounding);
+    // What is not finite goes out at once, before a clamp can hide it from the guard.
+    if (!std::isfinite(mono)) return {mono, mono};
     StereoSample out = reverb_.tick(phaser_.tick(chorus_.tick(mono)));
     // The volume does not reach the tails behind the last voice: kept.
     const float gain = (sounding ? volume_ : 1.0f) * tickExpression();
