@@ -1,0 +1,55 @@
+// Tests of the ensemble chorus, whose modulation a constant input makes readable.
+#include "engine/ensemble_chorus.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+using engine::EnsembleChorus;
+using engine::StereoSample;
+
+// Outputs of the three taps are 1 - 0.4 u for a constant 1; `combine` picks out of both sides what
+// only the delayed modulator moves. Gives the first sample at which it moves.
+template <typename Combine>
+int firstDelayedMove(double rate, bool slow, Combine combine) {
+    const auto chorus = std::make_unique<EnsembleChorus>();
+    chorus->setOn(true);
+    chorus->setStereo(1.0f);  // left: tap 2 and half of tap 3, right: tap 1 and half of tap 3
+    chorus->setSlowDepth(slow ? 1.0f : 0.0f);
+    chorus->setFastDepth(slow ? 0.0f : 1.0f);
+    chorus->setRate(rate);
+    const int filled = static_cast<int>(rate * 0.02);
+    for (int i = 0; i < 2 * static_cast<int>(rate); ++i) {
+        const StereoSample y = chorus->tick(1.0f);
+        if (i > filled && std::fabs(combine(y)) > 2e-6) return i;
+    }
+    return -1;
+}
+
+TEST(EnsembleChorus, DelaysItsModulatorsByAThirdOfTheirPeriods) {
+    struct Case {
+        double rate;
+        int slow;
+        int fast;
+    };
+    for (const Case& c : {Case{44100.0, 17093, 2261}, Case{96000.0, 37209, 4923}}) {
+        SCOPED_TRACE(c.rate);
+        EXPECT_EQ(
+            firstDelayedMove(c.rate, true, [](StereoSample y) { return 3.0 - (y.left + y.right); }),
+            c.slow);
+        EXPECT_EQ(firstDelayedMove(c.rate, false, [](StereoSample y) { return 1.5 - y.left; }),
+                  c.fast);
+    }
+}
+
+TEST(EnsembleChorus, IsQuieterOnTheRightWhenOff) {
+    const auto chorus = std::make_unique<EnsembleChorus>();
+    const StereoSample y = chorus->tick(0.75f);
+    EXPECT_EQ(y.left, 0.75f);
+    EXPECT_EQ(y.right, 0.375f);
+}
+
+}  // namespace

@@ -1,0 +1,77 @@
+// Plays MIDI into an engine frame by frame, keeps what it renders, and measures it.
+#pragma once
+
+#include <complex>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "engine/midi_input.h"
+
+namespace engine_test {
+
+constexpr double kRate = 44100.0;
+
+struct Sound {
+    std::vector<float> left;
+    std::vector<float> right;
+};
+
+bool sameBits(const Sound& a, const Sound& b);
+bool isFinite(const Sound& sound);
+bool isZero(const Sound& sound);
+double rms(const std::vector<float>& x, std::size_t from = 0);
+
+// Amplitude and phase of the partial at `hz`, through a Hann window that begins at `from`.
+std::complex<double> partial(const std::vector<float>& x, std::size_t from, std::size_t window,
+                             double hz, double rate = kRate);
+
+// Frequency of the partial that is within 5 Hz of `hz`, by its phase at two places.
+double partialHz(const std::vector<float>& x, double hz, double rate = kRate);
+
+// Equal-tempered frequency of a MIDI key.
+double keyHz(int key);
+
+// An engine with one plain patch: every section and effect off, instant attack, full sustain, and
+// a release of a hundredth of a second or so.
+class Rig : private engine::EventSource, private engine::MidiListener {
+  public:
+    explicit Rig(double rate = kRate);
+
+    engine::Engine& engine() { return *engine_; }
+    // Switches one section on at full level.
+    void playOnly(engine::Section section);
+    // Chorus, phaser, spring and reverb on, with all the modulation there is.
+    void useEffects();
+
+    // A message before the next frame, or before the frame-th of the next render (from 0).
+    void send(int status, int data1 = 0, int data2 = 0);
+    void sendAt(int frame, int status, int data1 = 0, int data2 = 0);
+    void noteOn(int key, int velocity = 127) { send(0x90, key, velocity); }
+    void noteOff(int key) { send(0x80, key); }
+
+    Sound render(int frames, int block = 512);
+    Sound renderSeconds(double seconds);
+
+    // What reached the listener, and whether it claims every controller.
+    std::vector<int> programs;
+    std::vector<std::pair<int, int>> controllers;
+    bool claimsControllers = false;
+
+  private:
+    struct Event {
+        int frame;
+        std::uint8_t message[3];
+    };
+    void dispatchUpTo(int frame) override;
+    void programChange(int program) override { programs.push_back(program); }
+    bool controlChange(int controller, int value) override;
+
+    std::unique_ptr<engine::Engine> engine_;
+    std::vector<Event> events_;  // ascending
+    std::size_t nextEvent_ = 0;
+    int blockStart_ = 0;
+};
+
+}  // namespace engine_test
