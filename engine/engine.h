@@ -47,8 +47,9 @@ class Engine {
     // clears the signal state.
     void render(float* left, float* right, int frames, EventSource& events);
 
-    // Everything silent, no note held, effects empty: what precedes a new program. The master
-    // phases, the limiter and the random state go on.
+    // Everything silent, no note held, filters and effects cleared: what precedes a new program.
+    // Goes with a rate change, which empties the chorus and the spring's line. The master phases,
+    // the limiter and the random state go on.
     void reset();
 
     // Notes; keys that are not playable are ignored. `velocity` is 1..127.
