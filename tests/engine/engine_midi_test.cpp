@@ -9,7 +9,6 @@
 
 namespace {
 
-using engine_test::keyHz;
 using engine_test::Rig;
 using engine_test::rms;
 using engine_test::Sound;

@@ -13,7 +13,7 @@ using engine_test::partial;
 using engine_test::Rig;
 using engine_test::Sound;
 
-constexpr double kKeySplitTop = 14.25 / 11.0;  // key 81
+constexpr float kKeySplitTop = 14.25f / 11.0f;  // key 81
 
 double cents(double hz, double expected) {
     return 1200.0 * std::log2(hz / expected);
@@ -63,7 +63,7 @@ TEST(EnginePitch, BrassAndHornSoundTheKey) {
 
 TEST(EnginePitch, CelloSoundsTheKeyAndContrabassAnOctaveBelow) {
     Rig rig;
-    rig.engine().setKeySplit(static_cast<float>(kKeySplitTop));
+    rig.engine().setKeySplit(kKeySplitTop);
     for (const int key : {24, 36, 45, 60, 80}) {
         rig.playOnly(engine::kCello);
         expectPitch(rig, key, keyHz(key));

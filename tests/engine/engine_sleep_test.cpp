@@ -34,7 +34,7 @@ TEST(EngineSleep, SilenceIsExactFourSecondsAfterTheLastVoiceAtMost) {
         EXPECT_FALSE(rig.engine().asleep());
         const int frames = framesUntilAsleep(rig, 5 * 44100);
         EXPECT_LE(frames, 4 * 44100 + 64);
-        // A loud tail alone does not shorten the wait, silence counts twice.
+        // While a tail is heard each sample counts once; in silence it counts twice.
         if (effects) {
             EXPECT_GE(frames, 4 * 44100 - release - 64);
         }
