@@ -12,6 +12,12 @@ FractionalDelay::FractionalDelay(float delaySamples, int capacity)
     setDelay(delaySamples);
 }
 
+void FractionalDelay::setCapacity(int samples) {
+    size_ = std::clamp(samples + 1, 1, static_cast<int>(buffer_.size()));
+    delay_ = std::min(delay_, static_cast<float>(size_ - 1));
+    reset();
+}
+
 void FractionalDelay::setDelay(float delaySamples) {
     const bool inRange = delaySamples >= 0.0f && delaySamples <= static_cast<float>(size_);
     if (!inRange) return;

@@ -12,6 +12,10 @@ class FractionalDelay {
     // Delay in samples; capacity in samples (from 0) is the longest delay.
     FractionalDelay(float delaySamples, int capacity);
 
+    // Works with less of the memory from now on, at most the constructor's capacity; empties the
+    // line. The delay keeps its value if it still fits.
+    void setCapacity(int samples);
+
     // Refused outside 0..capacity + 1 and for NaN: the line then keeps its read position.
     // Above capacity it is taken as capacity.
     void setDelay(float delaySamples);
@@ -36,7 +40,7 @@ class FractionalDelay {
   private:
     static constexpr double kOffset = 1e-38;
 
-    int size_;  // slots: capacity + 1
+    int size_;  // slots in use: capacity + 1
     std::vector<float> buffer_;
     int writeIndex_ = 0;
     int readIndex_ = 0;

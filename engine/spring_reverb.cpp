@@ -20,7 +20,7 @@ SpringReverb::SpringReverb(double highestRate)
 void SpringReverb::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     tuneSpring();
-    springLine_.reset();
+    springLine_.setCapacity(static_cast<int>(sampleRate * kSpringCapacitySeconds));
     springLine_.setDelay(static_cast<float>(sampleRate * kSpringSeconds));
     reverb_.setLengths(true, static_cast<float>(sampleRate));
 }

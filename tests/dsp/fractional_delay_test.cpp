@@ -75,5 +75,21 @@ TEST(FractionalDelay, ResetEmptiesTheLineAndKeepsTheDelay) {
     EXPECT_EQ(line.tick(0.0f), -1e-38f);  // the offset of a silent line
 }
 
+TEST(FractionalDelay, WorksAlikeWithLessOfItsMemory) {
+    FractionalDelay whole(0.0f, 40);
+    FractionalDelay part(0.0f, 1000);
+    part.setCapacity(40);
+    for (const float delay : {7.3f, 40.0f, 41.0f}) {
+        whole.setDelay(delay);
+        part.setDelay(delay);
+        EXPECT_EQ(impulse(whole, 100), impulse(part, 100)) << delay;
+    }
+    part.setCapacity(2000);
+    part.setDelay(1000.0f);
+    EXPECT_EQ(part.delay(), 1000.0f);
+    part.setCapacity(-1);
+    EXPECT_EQ(part.delay(), 0.0f);
+}
+
 }  // namespace
 }  // namespace dsp
