@@ -74,7 +74,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
         ->allow_extra_args(false);
     app.add_option(
            "--save-bank", line.savedBank,
-           "Save the bank with all of that applied; a song, then optional, is played after it")
+           "Save the bank with all of that applied, before the song is played; needs no song")
         ->type_name("FILE.fxb");
     app.add_option("--save-preset", line.savedPreset, "Save the current program, likewise")
         ->type_name("FILE.fxp");

@@ -1,4 +1,4 @@
-// Byte by byte: all numbers are big-endian, and a size counts the bytes behind it.
+// Bank and preset files byte by byte: numbers are big-endian, a size counts what is behind it.
 //
 //   0 "CcnK"   4 size   8 form   12 version of the form   16 ID   20 version of the instrument
 //   24 count of programs or parameters

@@ -120,8 +120,8 @@ void checkWrittenFiles(const CommandLine& line) {
     const std::string instrument = instrumentPath(line);
     std::vector<std::string> written;
     const auto check = [&](const std::string& path) {
-        if (!line.song.empty() && isSameFile(path, line.song))
-            throw Error(path + " is the song itself.");
+        const bool isSong = !line.song.empty() && isSameFile(path, line.song);
+        if (isSong) throw Error(path + " is the song itself.");
         if (isSameFile(path, instrument)) throw Error(path + " is the instrument itself.");
         for (const auto& other : written) {
             if (isSameFile(path, other)) throw Error(path + " would be written twice.");

@@ -1,5 +1,4 @@
 // The instrument as a host saves and restores it: the same names, the same values, the same bits.
-#include <cstdlib>
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -16,24 +15,8 @@ using render::PluginHost;
 constexpr int kBlock = 512;
 enum Index { kHighPass = 4, kBrightness = 5, kHorn = 14, kReverb = 37 };
 
-struct Session {
-    // The controller map of these instances is in a folder of their own.
-    Session() { setenv("XDG_CONFIG_HOME", config.path("").c_str(), 1); }
-    ~Session() {
-        if (before.empty()) {
-            unsetenv("XDG_CONFIG_HOME");
-        } else {
-            setenv("XDG_CONFIG_HOME", before.c_str(), 1);
-        }
-    }
-
-    ScratchFolder config;
-    std::string before = std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : "";
-};
-
 class SavedState : public testing::Test {
   protected:
-    Session session_;
     PluginHost saved_{QUARZEL_PLUGIN, 44100, kBlock};
     PluginHost restored_{QUARZEL_PLUGIN, 44100, kBlock};
 };
