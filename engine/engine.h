@@ -92,6 +92,8 @@ class Engine {
     int heldNotes() const { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const { return lastKey_.load(std::memory_order_relaxed); }  // -1 before the first
     float outputLevel() const { return outputLevel_.load(std::memory_order_relaxed); }
+    // Of a chorus tap, as the last block left it: 0..1 spans the range of its delay.
+    float chorusTap(int tap) const { return chorusTaps_[tap].load(std::memory_order_relaxed); }
     void forgetHeldNotes() { heldNotes_.store(0, std::memory_order_relaxed); }
 
   private:
@@ -137,6 +139,7 @@ class Engine {
     std::atomic<int> heldNotes_{0};
     std::atomic<int> lastKey_{-1};
     std::atomic<float> outputLevel_{0.0f};
+    std::array<std::atomic<float>, EnsembleChorus::kTaps> chorusTaps_{};
 };
 
 }  // namespace engine

@@ -45,9 +45,22 @@ void EnsembleChorus::clearModulators() {
     fastLfo_.clear();
 }
 
+float EnsembleChorus::shortestDelay() const {
+    return static_cast<float>(wide_ * kShortestSeconds * sampleRate_);
+}
+
+float EnsembleChorus::longestDelay() const {
+    return static_cast<float>(wide_ * kLongestSeconds * sampleRate_);
+}
+
+float EnsembleChorus::tapPosition(int tap) const {
+    const float shortest = shortestDelay();
+    return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
+}
+
 float EnsembleChorus::tickTap(int tap, float x, float modulation) {
-    const float shortest = static_cast<float>(wide_ * kShortestSeconds * sampleRate_);
-    const float longest = static_cast<float>(wide_ * kLongestSeconds * sampleRate_);
+    const float shortest = shortestDelay();
+    const float longest = longestDelay();
     lines_[tap].setDelay(shortest + (longest - shortest) * (modulation + 1.0f) * 0.5f);
     return lines_[tap].tick(x) * (1.0f - modulation * 0.4f);
 }

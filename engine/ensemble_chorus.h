@@ -30,9 +30,15 @@ class EnsembleChorus {
 
     void clearModulators();
 
+    // Where in the range of the delays a tap stands, 0 the shortest to 1 the longest. A strong
+    // modulation leaves the range.
+    float tapPosition(int tap) const;
+
     StereoSample tick(float x);
 
   private:
+    float shortestDelay() const;  // samples
+    float longestDelay() const;
     float tickTap(int tap, float x, float modulation);
 
     double sampleRate_ = 44100.0;
