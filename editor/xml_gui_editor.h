@@ -39,6 +39,8 @@ class xmlGuiEditor : public AEffGUIEditor,
 
     EditorRect getRect() override;
     bool open(void* parentWindow) override;
+    // Open, and not with the data-folder screen in place of a skin.
+    bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
     void close() override;
     void idle() override;
     void setParameter(int index) override { pending_.push(index); }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "plugin/editor_adapter.h"
 #include "state/chunks.h"
 
 namespace plugin {
@@ -50,11 +51,13 @@ VstSynth::VstSynth(audioMasterCallback host)
     updateDisplay();
     initialising_ = false;
 
-    // Here the editor attaches itself.
+    setEditor(new EditorAdapter(*this));
     setProgram(0);
 }
 
 VstSynth::~VstSynth() {
+    // The editor asks this instance to the end, and is deleted after it.
+    if (editor_) editor_->close();
     state::controllerMap().save();
 }
 

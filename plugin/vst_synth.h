@@ -62,6 +62,8 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
 
     // The next controller is bound to the parameter armed here.
     state::LearnSlot& learnSlot() { return learnSlot_; }
+    // For its queries.
+    const engine::Engine& engine() const { return instrument_.engine(); }
 
   private:
     void dispatchUpTo(int frame) override { processPendingEvents(frame); }

@@ -42,6 +42,7 @@ class Instrument {
     const Bank& bank() const { return bank_; }
     // For queries, and for the audio thread within a block.
     engine::Engine& engine() { return engine_; }
+    const engine::Engine& engine() const { return engine_; }
 
   private:
     class RequestsFirst;
