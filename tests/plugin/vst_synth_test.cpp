@@ -50,7 +50,8 @@ TEST(VstSynth, PassesWheelMessagesToItsEditor) {
 TEST(VstSynth, IsASynthOnlyForAHost) {
     const auto alone = std::make_unique<VstSynth>(nullptr);
     EXPECT_EQ(alone->getPlugCategory(), kPlugCategUnknown);
-    EXPECT_EQ(alone->getAeffect()->flags, effFlagsCanReplacing | effFlagsProgramChunks);
+    EXPECT_EQ(alone->getAeffect()->flags,
+              effFlagsHasEditor | effFlagsCanReplacing | effFlagsProgramChunks);
     TestHost host;
     const auto hosted = std::make_unique<VstSynth>(TestHost::callback);
     EXPECT_EQ(hosted->getPlugCategory(), kPlugCategSynth);
