@@ -105,7 +105,7 @@ void myEditor::fillMenu(COptionMenu& menu, int tag) {
         menu.addEntry("Off");
         menu.addEntry("On");
     } else if (tag == state::kWaveform) {
-        for (const char* const name : {"Feedback", "Table", "Squared"}) menu.addEntry(name);
+        for (const char* const name : {"Strings", "Bowed", "Hollow"}) menu.addEntry(name);
     }
 }
 

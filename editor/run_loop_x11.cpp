@@ -94,6 +94,10 @@ RunLoop& runLoop() {
 
 }  // namespace
 
+void Toolkit::prepareThread() {}
+
+void Toolkit::releaseThread() {}
+
 VSTGUI::IPlatformFrameConfig* Toolkit::frameConfig() {
     static VSTGUI::X11::FrameConfig config;
     config.runLoop = VSTGUI::SharedPointer<VSTGUI::X11::IRunLoop>(&runLoop());

@@ -15,11 +15,14 @@ int users = 0;
 
 Toolkit::Toolkit() {
     if (users++ > 0) return;
+    prepareThread();
     VSTGUI::init(static_cast<VSTGUI::PlatformInstanceHandle>(platform::moduleHandle()));
 }
 
 Toolkit::~Toolkit() {
-    if (--users == 0) VSTGUI::exit();
+    if (--users > 0) return;
+    VSTGUI::exit();
+    releaseThread();
 }
 
 }  // namespace editor

@@ -19,6 +19,10 @@ class Toolkit {
     static VSTGUI::IPlatformFrameConfig* frameConfig();
     // Serves the windows of all editors of the module where the system does not.
     static void pump();
+
+  private:
+    static void prepareThread();
+    static void releaseThread();
 };
 
 }  // namespace editor

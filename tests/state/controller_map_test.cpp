@@ -58,6 +58,21 @@ TEST(ControllerMap, KeepsItsBindingsInTheDataFolder) {
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
+TEST(ControllerMap, IsWrittenOnceForAChange) {
+    const Folders folders;
+    const std::string path = folders.applicationData.path() + kInDataFolder;
+    ControllerMap map;
+    map.load();
+    map.saveIfChanged();
+    EXPECT_FALSE(platform::fileExists(path));
+    map.bind(state::kPan, 20);
+    map.saveIfChanged();
+    EXPECT_TRUE(platform::fileExists(path));
+    std::filesystem::remove(path);
+    map.saveIfChanged();
+    EXPECT_FALSE(platform::fileExists(path));
+}
+
 TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
     const Folders folders;
     folders.module.write("Pluginccmap.bin", std::string("\x05\0\0\0", 4));
