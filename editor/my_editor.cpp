@@ -53,8 +53,8 @@ myEditor::myEditor(EditorHost& host) : xmlGuiEditor(host) {
 }
 
 void myEditor::close() {
-    meters_.clear();
     xmlGuiEditor::close();
+    if (!isOpen()) meters_.clear();
 }
 
 void myEditor::idle() {

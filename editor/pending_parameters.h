@@ -36,6 +36,11 @@ class PendingParameters {
         return index;
     }
 
+    void clear() {
+        while (take() != kNone) continue;
+        overrun_ = false;
+    }
+
     // Whether indices were lost since the last call.
     bool takeOverrun() {
         const bool lost = overrun_;

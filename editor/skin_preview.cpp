@@ -68,7 +68,7 @@ class PreviewEditor final : public myEditor {
     }
 
   protected:
-    SkinChoice chooseFromSkins() const override { return choice_; }
+    SkinChoice skinChoice() const override { return choice_; }
 
   private:
     SkinChoice choice_;

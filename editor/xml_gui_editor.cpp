@@ -20,6 +20,19 @@ namespace {
 
 constexpr const char* kMissingBank = "Missing Bank";
 
+// Puts the pointer back when a build ends, in whatever way.
+template <class Build>
+class CurrentBuild {
+  public:
+    CurrentBuild(Build*& current, Build& build) : current_(current) { current_ = &build; }
+    ~CurrentBuild() { current_ = nullptr; }
+    CurrentBuild(const CurrentBuild&) = delete;
+    CurrentBuild& operator=(const CurrentBuild&) = delete;
+
+  private:
+    Build*& current_;
+};
+
 }  // namespace
 
 xmlGuiEditor::~xmlGuiEditor() noexcept {
@@ -27,14 +40,14 @@ xmlGuiEditor::~xmlGuiEditor() noexcept {
 }
 
 EditorRect xmlGuiEditor::getRect() {
-    if (isOpen()) return AEffGUIEditor::getRect();
+    if (isOpen() || build_) return AEffGUIEditor::getRect();
     size_ = CPoint();
     if (!isSkinMissing()) {
         // Opening says what is wrong.
         const platform::ScopedMessageHandler silence(
             [](const std::string&, const std::string&, platform::MessageIcon) {});
         const Toolkit toolkit;
-        SkinBuild build(chooseFromSkins().folder());
+        SkinBuild build(skinChoice().folder());
         runBuild(build, SkinElements::kBackgroundOnly);
     }
     const double zoom = size_ == CPoint() ? 1 : readZoom() / 100.0;
@@ -43,32 +56,31 @@ EditorRect xmlGuiEditor::getRect() {
     return AEffGUIEditor::getRect();
 }
 
+// A message may stand for minutes, and the host may call anything meanwhile.
 bool xmlGuiEditor::open(void* parentWindow) {
-    if (!parentWindow) return false;
+    if (!parentWindow || build_) return false;
     close();
-    if (state::defaultBankMissing() && !missingBankShown_) {
-        missingBankShown_ = true;
-        platform::showMessage(kMissingBank, kMissingBank, platform::MessageIcon::kNone);
-    }
+    pending_.clear();
     const Toolkit toolkit;  // the pictures come before the frame
-    while (pending_.take() != PendingParameters::kNone) {
-    }
-    return openSkin(parentWindow) && (isOpen() || openDataFolderScreen(parentWindow));
+    if (!openSkin(parentWindow)) return false;
+    if (!isOpen() && !openDataFolderScreen(parentWindow)) return false;
+    sayMissingBank();
+    return isOpen();
 }
 
 // False when no window can be had. A skin that makes no frame leaves the editor closed.
 bool xmlGuiEditor::openSkin(void* parentWindow) {
     if (isSkinMissing()) return true;
-    skins_ = chooseFromSkins();
+    skins_ = skinChoice();
     SkinBuild build(skins_.folder());
     build.parentWindow = parentWindow;
     if (runBuild(build, SkinElements::kAll) != SkinLoad::kBuilt) setSkinMissing(true);
-    if (build.windowFailed) close();
-    return !build.windowFailed;
+    if (build.abandoned) close();
+    return !build.abandoned;
 }
 
 bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
-    xmlGuiEditor::close();
+    close();
     setRect(kDataFolderScreenWidth, kDataFolderScreenHeight);
     if (!openFrame(kDataFolderScreenWidth, kDataFolderScreenHeight, 1, parentWindow)) return false;
     dataFolderScreen_ = true;
@@ -77,18 +89,25 @@ bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
     return true;
 }
 
+void xmlGuiEditor::sayMissingBank() {
+    if (!state::defaultBankMissing() || missingBankShown_) return;
+    missingBankShown_ = true;
+    platform::showMessage(kMissingBank, kMissingBank, platform::MessageIcon::kNone);
+}
+
 SkinLoad xmlGuiEditor::runBuild(SkinBuild& build, SkinElements elements) {
-    build_ = &build;
-    const SkinLoad result =
-        loadSkin(build.skinFolder, elements,
-                 [this](const std::string& element, const SkinAttributes& attributes) {
-                     if (!build_->windowFailed) buildElement(element, attributes);
-                 });
-    build_ = nullptr;
-    return result;
+    const CurrentBuild<SkinBuild> current(build_, build);
+    return loadSkin(build.skinFolder, elements,
+                    [this](const std::string& element, const SkinAttributes& attributes) {
+                        if (!build_->abandoned) buildElement(element, attributes);
+                    });
 }
 
 void xmlGuiEditor::close() {
+    if (build_) {
+        build_->abandoned = true;
+        return;
+    }
     // These refer to views, which go with the frame. A text entry that ends on the way may still
     // report its change.
     if (frame) {
@@ -155,9 +174,11 @@ bool xmlGuiEditor::makeBackground(const SkinValues& values) {
 
     const double zoom = readZoom() / 100.0;
     setRect(size_.x * zoom, size_.y * zoom);
-    build_->windowFailed =
-        !openFrame(truncateToInt32(size_.x), truncateToInt32(size_.y), zoom, build_->parentWindow);
-    if (build_->windowFailed) return false;
+    if (!openFrame(truncateToInt32(size_.x), truncateToInt32(size_.y), zoom,
+                   build_->parentWindow)) {
+        build_->abandoned = true;
+        return false;
+    }
     frame->setBackground(build_->background);
     frame->registerMouseObserver(this);
     for (const auto& view : build_->waiting) {
@@ -180,10 +201,9 @@ void xmlGuiEditor::addControl(CControl* control) {
     addView(control);
     controls_.emplace(control->getTag(), control);
     auto* const menu = dynamic_cast<COptionMenu*>(control);
-    if (menu && menu->getTag() == kSkinSelectorTag) {
-        fillSkinSelector(*menu);
-    } else if (menu && menu->getNbEntries() == 0) {
-        fillMenu(*menu, menu->getTag());
+    if (menu && menu->getNbEntries() == 0) {
+        menu->getTag() == kSkinSelectorTag ? fillSkinSelector(*menu)
+                                           : fillMenu(*menu, menu->getTag());
     }
     auto* const display = dynamic_cast<CDisplay*>(control);
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);

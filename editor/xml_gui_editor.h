@@ -48,13 +48,13 @@ class xmlGuiEditor : public AEffGUIEditor,
     void valueChanged(VSTGUI::CControl* control) override;
 
   protected:
-    virtual SkinChoice chooseFromSkins() const { return findSkins(); }
+    virtual SkinChoice skinChoice() const { return findSkins(); }
     // Makes what one element says. False when it had to be abandoned; the user was told.
     virtual bool buildElement(const std::string& element, const SkinAttributes& attributes);
     // The items of a menu whose element lists none.
     virtual void fillMenu(VSTGUI::COptionMenu&, int /*tag*/) {}
     virtual void meterMade(VSTGUI::CVuMeter*, int /*number*/) {}
-    // A control has changed whose tag is neither a parameter nor one of those above.
+    // A control has changed whose tag means nothing here.
     virtual void otherControlChanged(VSTGUI::CControl*) {}
 
     // For buildElement. Nothing when the element has to be abandoned.
@@ -73,7 +73,8 @@ class xmlGuiEditor : public AEffGUIEditor,
         PictureCache pictures;
         VSTGUI::CBitmap* background = nullptr;  // once its element was met
         void* parentWindow = nullptr;           // null: only the size is asked for
-        bool windowFailed = false;
+        // No window could be made, or the host closed the editor while a message stood.
+        bool abandoned = false;
         // Made before the frame.
         std::vector<VSTGUI::SharedPointer<VSTGUI::CView>> waiting;
     };
@@ -83,7 +84,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     SkinLoad runBuild(SkinBuild& build, SkinElements elements);
     bool makeBackground(const SkinValues& values);
     void addControl(VSTGUI::CControl* control);
-    void bindToParameter(VSTGUI::CControl* control);
+    void sayMissingBank();
     void fillSkinSelector(VSTGUI::COptionMenu& menu);
 
     void sendParameter(VSTGUI::CControl& control);

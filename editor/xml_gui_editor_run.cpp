@@ -119,6 +119,7 @@ void xmlGuiEditor::endEdit(std::int32_t tag) {
 }
 
 void xmlGuiEditor::writeReadOut() {
+    if (readOuts_.empty()) return;
     const bool isLearnTag = currentTag_ > 0 && (currentTag_ & kLearnTagBase) != 0;
     const int index = isLearnTag ? currentTag_ & kLearnTagMask : currentTag_;
     std::string line = kNothingRead;

@@ -50,6 +50,34 @@ TEST_F(EditorTest, ASkinWithoutABackgroundShowsTheDataFolderScreen) {
     EXPECT_TRUE(edit.showsSkin());
 }
 
+TEST_F(EditorTest, TheHostMayCallAnythingWhileAMessageStands) {
+    const std::string broken = R"(<knob x="0" y="0" w="40" h="40"/>)";
+    const std::string meter = R"(<vumeter x="0" y="0" id="0" leds="10" style="2"
+                                 bitmap_on="20x40.png" bitmap_off="20x40.png"/>)";
+    for (const bool framed : {true, false}) {
+        writeSkin(framed ? R"(<background filename="bg.png"/>)" + meter + broken + kKnob
+                         : meter + broken + kKnob + R"(<background filename="bg.png"/>)");
+        {
+            const platform::ScopedMessageHandler host(
+                [this](const std::string&, const std::string&, platform::MessageIcon) {
+                    edit.idle();
+                    edit.getRect();
+                    EXPECT_FALSE(edit.open(&instrument));
+                    edit.close();
+                });
+            EXPECT_FALSE(edit.open(&instrument));
+        }
+        EXPECT_FALSE(edit.isOpen());
+        edit.idle();
+        EXPECT_TRUE(edit.open(&instrument));
+        EXPECT_EQ(frame().getNbViews(), 2u);
+        edit.idle();
+    }
+    writeSkin(meter);  // without a frame
+    EXPECT_TRUE(edit.open(&instrument));
+    edit.idle();
+}
+
 TEST_F(EditorTest, GesturesReachTheHostAsOneEdit) {
     edit.setKnobMode(kLinearMode);
     ASSERT_TRUE(open(std::string(kKnob) +
