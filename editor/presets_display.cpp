@@ -132,7 +132,7 @@ void CPresetsDisplay::openList() {
         lines.push_back(line(program));
     }
     EditorHost& host = host_;
-    popUpMenu(*getFrame(), textArea().getBottomLeft(), lines, host_.program(),
+    popUpMenu(*getFrame(), CPoint(textArea().left, textArea().bottom), lines, host_.program(),
               [&host](int program) { host.setProgram(program); });
 }
 
