@@ -70,8 +70,6 @@ void CFrame::redraw() {
 }
 
 void CFrame::showAgain(const IntRect& area) {
-    const auto alive = shared(this);
-    redraw();
     if (open_ && window_) window_->show(surface_.shown(), area);
 }
 

@@ -274,6 +274,10 @@ void FrameInput::keyboardLost() {
     duringEvent([this] { endTextEntry(); });
 }
 
+void FrameInput::drawPending() {
+    frame_.redraw();
+}
+
 void FrameInput::exposed(const IntRect& area) {
     frame_.showAgain(area);
 }

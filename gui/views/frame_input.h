@@ -49,6 +49,7 @@ class FrameInput final : public WindowClient {
     void wheelTurned(CPoint where, double right, double up, CButtonState modifiers) override;
     bool keyChanged(KeyboardEvent& event) override;
     void keyboardLost() override;
+    void drawPending() override;
     void exposed(const IntRect& area) override;
     void ticked() override;
     IReference& owner() override;

@@ -12,6 +12,7 @@
 #include "gui/base/utf8_string.h"
 #include "gui/controls/control.h"
 #include "gui/controls/knob.h"
+#include "gui/controls/menu_item.h"
 #include "gui/controls/option_menu.h"
 #include "gui/controls/param_display.h"
 #include "gui/controls/push_buttons.h"
