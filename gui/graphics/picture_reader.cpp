@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -22,6 +21,7 @@ namespace VSTGUI {
 namespace {
 
 constexpr int kChannels = 4;
+constexpr uintmax_t kLargestFile = uintmax_t{1} << 30;
 
 uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
@@ -61,7 +61,7 @@ struct FreePixels {
 }  // namespace
 
 std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
-    if (size > static_cast<size_t>(INT32_MAX)) return std::nullopt;
+    if (size > kLargestFile) return std::nullopt;
     const int length = static_cast<int>(size);
     int width = 0;
     int height = 0;
@@ -85,11 +85,16 @@ std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
 
 std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
     try {
-        std::ifstream file(std::filesystem::u8path(utf8Path), std::ios::binary);
-        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+        const auto path = std::filesystem::u8path(utf8Path);
+        if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // a pipe would block
+        const auto size = std::filesystem::file_size(path);
+        if (size > kLargestFile) return std::nullopt;
+        std::vector<char> bytes(size);
+        std::ifstream file(path, std::ios::binary);
+        if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
         return readPicture(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     } catch (const std::exception&) {
-        return std::nullopt;  // a malformed path, a folder, or no memory: no picture
+        return std::nullopt;  // a malformed path or no memory: no picture
     }
 }
 
