@@ -68,24 +68,6 @@ KeyboardEvent& castKeyboardEvent(Event& event) {
     return static_cast<KeyboardEvent&>(event);
 }
 
-MousePositionEvent* asMousePositionEvent(Event& event) {
-    if (event.type == EventType::MouseWheel) return static_cast<MouseWheelEvent*>(&event);
-    return asMouseEvent(event);
-}
-
-MouseEvent* asMouseEvent(Event& event) {
-    switch (event.type) {
-        case EventType::MouseDown:
-        case EventType::MouseMove:
-        case EventType::MouseUp:
-        case EventType::MouseEnter:
-        case EventType::MouseExit:
-            return static_cast<MouseEvent*>(&event);
-        default:
-            return nullptr;
-    }
-}
-
 CButtonState buttonStateFromMouseEvent(const MouseEvent& event) {
     CButtonState state = buttonStateFromEventModifiers(event.modifiers);
     for (const auto& row : kButtonBits)

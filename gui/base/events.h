@@ -17,7 +17,6 @@ enum class EventType : uint32_t {
     MouseEnter,
     MouseExit,
     MouseWheel,
-    ZoomGesture,
     KeyUp,
     KeyDown,
 };
@@ -51,8 +50,6 @@ class FlagSet {
     bool empty() const { return bits_ == 0; }
     void add(Flag flag) { bits_ |= static_cast<uint32_t>(flag); }
     void remove(Flag flag) { bits_ &= ~static_cast<uint32_t>(flag); }
-    void set(Flag flag) { bits_ = static_cast<uint32_t>(flag); }
-    void clear() { bits_ = 0; }
     bool operator==(const FlagSet& other) const { return bits_ == other.bits_; }
     bool operator!=(const FlagSet& other) const { return bits_ != other.bits_; }
 
@@ -98,7 +95,6 @@ class EventConsumeState {
         state_ = handled ? state_ | kHandled : state_ & ~kHandled;
         return *this;
     }
-    void reset() { state_ = 0; }
 
   protected:
     friend struct MouseDownUpMoveEvent;
@@ -186,7 +182,6 @@ struct KeyboardEvent : ModifierEvent {
 
     char32_t character = 0;
     VirtualKey virt = VirtualKey::None;
-    bool isRepeat = false;
 };
 
 // The event of a hit test that no event has caused.
@@ -198,9 +193,6 @@ MouseMoveEvent& castMouseMoveEvent(Event& event);
 MouseUpEvent& castMouseUpEvent(Event& event);
 MouseWheelEvent& castMouseWheelEvent(Event& event);
 KeyboardEvent& castKeyboardEvent(Event& event);
-// Null for an event without a pointer position, buttons or modifiers.
-MousePositionEvent* asMousePositionEvent(Event& event);
-MouseEvent* asMouseEvent(Event& event);
 
 // Between the event objects and the word of the classic mouse methods.
 CButtonState buttonStateFromMouseEvent(const MouseEvent& event);

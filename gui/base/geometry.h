@@ -17,10 +17,8 @@ struct CPoint {
     CPoint& offsetInverse(const CPoint& by) { return offset(-by.x, -by.y); }
 
     CPoint& operator+=(const CPoint& other) { return offset(other); }
-    CPoint& operator-=(const CPoint& other) { return offsetInverse(other); }
     CPoint operator+(const CPoint& other) const { return {x + other.x, y + other.y}; }
     CPoint operator-(const CPoint& other) const { return {x - other.x, y - other.y}; }
-    CPoint operator-() const { return {-x, -y}; }
     bool operator==(const CPoint& other) const { return x == other.x && y == other.y; }
     bool operator!=(const CPoint& other) const { return !(*this == other); }
 
@@ -48,9 +46,6 @@ struct CRect {
     CRect& setSize(const CPoint& size) { return setWidth(size.x).setHeight(size.y); }
 
     CPoint getTopLeft() const { return {left, top}; }
-    CPoint getTopRight() const { return {right, top}; }
-    CPoint getBottomLeft() const { return {left, bottom}; }
-    CPoint getBottomRight() const { return {right, bottom}; }
     CPoint getCenter() const { return {left + getWidth() / 2, top + getHeight() / 2}; }
 
     CRect& offset(CCoord dx, CCoord dy);

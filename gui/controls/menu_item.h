@@ -27,9 +27,6 @@ class CMenuItem : public CBaseObject {
     bool isEnabled() const { return !(flags_ & kDisabled); }
     virtual void setChecked(bool checked = true) { setFlag(kChecked, checked); }
     bool isChecked() const { return (flags_ & kChecked) != 0; }
-    virtual void setIsTitle(bool title = true) { setFlag(kTitle, title); }
-    bool isTitle() const { return (flags_ & kTitle) != 0; }
-    virtual void setIsSeparator(bool separator = true) { setFlag(kSeparator, separator); }
     bool isSeparator() const { return (flags_ & kSeparator) != 0; }
 
     bool isUsable() const { return !(flags_ & (kDisabled | kTitle | kSeparator)); }

@@ -8,6 +8,13 @@
 
 namespace VSTGUI {
 
+// What an open field holds until it commits.
+struct TextEntry {
+    TextLine line;
+    UTF8String textBefore;
+    CCoord scroll = 0;  // pixels of the text left of the field
+};
+
 class CTextEdit : public CTextLabel {
   public:
     enum Style : int32_t { kDoubleClickStyle = 1 << 8 };
@@ -38,12 +45,6 @@ class CTextEdit : public CTextLabel {
     bool losesFocusOnOutsidePress() const override { return entry_.has_value(); }
 
   private:
-    struct Entry {
-        TextLine line;
-        UTF8String textBefore;
-        CCoord scroll = 0;  // pixels of the text left of the field
-    };
-
     bool editKey(const KeyboardEvent& event);
     void entryChanged();
     void commit(const UTF8String& text);
@@ -54,7 +55,7 @@ class CTextEdit : public CTextLabel {
     void keepCaretInSight();
     size_t positionAt(CCoord x) const;
 
-    std::optional<Entry> entry_;  // while the field is open
+    std::optional<TextEntry> entry_;  // while the field is open
     UTF8String placeholder_;
     bool immediate_ = false;
 };

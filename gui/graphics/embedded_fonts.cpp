@@ -10,13 +10,11 @@
 // The assembler reads the file; a C++ array of its bytes would take many times as long to compile.
 #define QUARZEL_EMBED(symbol, file)                                          \
     extern "C" __attribute__((visibility("hidden"))) const uint8_t symbol[]; \
-    __asm__(QUARZEL_READ_ONLY                                                \
-            ".balign 16\n"                                                   \
-            ".globl " #symbol "\n" #symbol                                   \
-            ":\n"                                                            \
-            ".incbin \"" QUARZEL_FONT_FOLDER "/" file                        \
-            "\"\n"                                                           \
-            ".text\n")
+    __asm__(QUARZEL_READ_ONLY ".balign 16\n" #symbol                         \
+                              ":\n"                                          \
+                              ".incbin \"" QUARZEL_FONT_FOLDER "/" file      \
+                              "\"\n"                                         \
+                              ".text\n")
 
 QUARZEL_EMBED(quarzelSansRegular, "LiberationSans-Regular.ttf");
 QUARZEL_EMBED(quarzelSansBold, "LiberationSans-Bold.ttf");

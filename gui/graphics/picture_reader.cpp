@@ -27,31 +27,32 @@ uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
 }
 
-// Bytes of compressed pixels in all chunks of the file.
-size_t compressedSize(const uint8_t* bytes, size_t size) {
+// Bytes of compressed pixels that the chunks claim to hold; 0 if one of them claims none, which
+// stb_image would copy to a null pointer.
+uint64_t compressedSize(const uint8_t* bytes, size_t size) {
     constexpr size_t kSignature = 8;
-    constexpr size_t kChunkFrame = 12;  // length, name and checksum
-    size_t total = 0;
-    size_t position = kSignature;
-    while (position + kChunkFrame <= size) {
-        const size_t length = bigEndian(bytes + position);
+    constexpr size_t kHead = 8;  // length and name
+    constexpr size_t kChecksum = 4;
+    uint64_t total = 0;
+    for (size_t position = kSignature; position + kHead <= size;) {
+        const uint32_t length = bigEndian(bytes + position);
         const std::string_view name(reinterpret_cast<const char*>(bytes + position + 4), 4);
         if (name == "IDAT") total += length;
-        if (length > size - position - kChunkFrame) break;
-        position += kChunkFrame + length;
+        if (name == "IDAT" && length == 0) return 0;
+        position += kHead + size_t{length} + kChecksum;
     }
     return total;
 }
 
 // A sound encoder never stores more than the pixels take, at 8 bytes each, and a little frame. More
 // is a small picture that would unpack into gigabytes.
-bool isPlausible(int width, int height, size_t compressed) {
+bool isPlausible(int width, int height, uint64_t compressed) {
     const int64_t area = int64_t{width} * height;
     if (width < 1 || height < 1 || width > kLargestPictureSide || height > kLargestPictureSide ||
         area > kLargestPictureArea)
         return false;
-    const int64_t unpacked = area * 8 + height;
-    return static_cast<int64_t>(compressed) <= unpacked + unpacked / 64 + 4096;
+    const auto unpacked = static_cast<uint64_t>(area * 8 + height);
+    return compressed > 0 && compressed <= unpacked + unpacked / 64 + 4096;
 }
 
 struct FreePixels {

@@ -160,7 +160,6 @@ void CView::dispatchEvent(Event& event) {
         case EventType::KeyUp:
             return onKeyboardEvent(castKeyboardEvent(event));
         case EventType::Unknown:
-        case EventType::ZoomGesture:
             return;
     }
 }

@@ -25,8 +25,8 @@ class WindowClient {
     // True if somebody used the key.
     virtual bool keyChanged(KeyboardEvent& event) = 0;
     virtual void keyboardLost() = 0;
-    virtual void drawPending() = 0;    // brings the picture up to date
-    virtual void exposed(const IntRect& area) = 0;    // shows that part of it again
+    virtual void drawPending() = 0;                 // brings the picture up to date
+    virtual void exposed(const IntRect& area) = 0;  // shows that part of it again
     virtual void ticked() = 0;  // about 60 times a second where the system drives the time
 
     // Kept by whoever calls the client, which may be closed and released by such a call.

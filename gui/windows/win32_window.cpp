@@ -326,7 +326,7 @@ void Win32Window::handleCharacter(wchar_t unit) {
 }
 
 void Win32Window::paint() {
-    client_.drawPending();    // its areas join those that are painted now
+    client_.drawPending();  // its areas join those that are painted now
     if (!handle_) return;
     PAINTSTRUCT painting = {};
     const HWND handle = handle_;

@@ -68,6 +68,18 @@ TEST(Pictures, ThatClaimToBeSmallMayNotUnpackIntoGigabytes) {
     const char name[] = "IDAT";
     std::copy(name, name + 4, bytes.begin() + kDataAt + 4);
     EXPECT_FALSE(read(bytes));
+
+    bytes = bytesOf("rgb.png");  // the same claim at a place where the file ends
+    bytes.resize(bytes.size() - 12);
+    bytes.insert(bytes.end(), {0x3F, 0, 0, 0, 'I', 'D', 'A', 'T'});
+    EXPECT_FALSE(read(bytes));
+}
+
+TEST(Pictures, WithoutDataAreRefused) {
+    constexpr size_t kLengthAt = 33;
+    auto bytes = bytesOf("rgb.png");
+    putBigEndian(bytes, kLengthAt, 0);
+    EXPECT_FALSE(read(bytes));
 }
 
 TEST(Pictures, CutShortOrDamagedAreRefusedOrReadButNeverCrash) {
