@@ -69,8 +69,10 @@ void blendPicture(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& p
     for (int line = area.top; line < area.bottom; ++line) {
         uint32_t* const to = buffer.row(line);
         const uint32_t* const from = picture.row(line - y) - x;
-        for (int column = area.left; column < area.right; ++column)
-            to[column] = over(faded(from[column], alpha), to[column]);
+        for (int column = area.left; column < area.right; ++column) {
+            const uint32_t pixel = alpha == 255 ? from[column] : faded(from[column], alpha);
+            to[column] = over(pixel, to[column]);
+        }
     }
 }
 

@@ -49,6 +49,8 @@ void FrameSurface::invalidate(const IntRect& area) {
 void FrameSurface::redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                           const std::function<void(const IntRect&)>& show) {
     for (const IntRect& area : std::exchange(dirty_, {})) {
+        // What is see-through must not gather what was drawn before.
+        fillArea(picture_, area, premultiplied(kBlackCColor));
         CDrawContext context(picture_, area);
         paint(context, CRect(area.left, area.top, area.right, area.bottom));
         if (zoom_ == 1) {

@@ -69,6 +69,11 @@ TEST_F(GuiTest, TheFrameShowsItsPictureOrColour) {
     EXPECT_EQ(pixel(3, 3), CColor(201, 201, 255));
     frame->setBackground(gradient(200, 200));
     EXPECT_EQ(pixel(30, 70), CColor(30, 70, 0));
+    EXPECT_EQ(pixel(250, 70), kBlackCColor) << "where the picture ends";
+    frame->setBackground(plain(400, 300, CColor(255, 0, 0, 128)));
+    EXPECT_EQ(pixel(3, 3), CColor(128, 0, 0));
+    frame->invalid();
+    EXPECT_EQ(pixel(3, 3), CColor(128, 0, 0)) << "also when drawn again";
 }
 
 TEST_F(GuiTest, TheZoomScalesThePictureAndThePointer) {
