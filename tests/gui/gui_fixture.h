@@ -85,6 +85,13 @@ class GuiTest : public ::testing::Test {
         return control;
     }
 
+    // Half the range, drawn and with nothing reported.
+    void setHalf(CControl* control) {
+        control->setValue(0.5f);
+        frame->idle();
+        reports();
+    }
+
     CColor pixel(int x, int y) {
         const uint32_t word = headless::picture(*frame).at(x, y);
         return CColor(word >> 16 & 255, word >> 8 & 255, word & 255, word >> 24);
