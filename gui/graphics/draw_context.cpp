@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace VSTGUI {
 namespace {
@@ -69,19 +70,33 @@ CRect& CDrawContext::getClipRect(CRect& clip) const {
 }
 
 void CDrawContext::restoreGlobalState() {
-    if (saved_.empty()) return;
+    if (saved_.size() <= savedAround_) return;
     state_ = std::move(saved_.back());
     saved_.pop_back();
 }
 
-bool CDrawContext::enterView(const CRect& viewSize, float alpha) {
+void CDrawContext::drawInside(const CRect& viewSize, float alpha,
+                              const std::function<void()>& draw) {
     State inside;
     inside.origin = state_.origin;
     inside.limit = nearestPixels(placed(viewSize)).common(state_.limit);
     inside.clip = inside.limit;
     inside.viewAlpha = times255(state_.viewAlpha, toByte(alpha));
-    state_ = inside;
-    return !state_.limit.isEmpty() && state_.viewAlpha > 0;
+    if (inside.limit.isEmpty() || inside.viewAlpha == 0) return;
+
+    const State around = std::exchange(state_, inside);
+    const size_t savedAround = std::exchange(savedAround_, saved_.size());
+    draw();
+    saved_.resize(savedAround_);
+    savedAround_ = savedAround;
+    state_ = around;
+}
+
+void CDrawContext::drawFrom(const CPoint& origin, const std::function<void()>& draw) {
+    const CPoint before = state_.origin;
+    state_.origin += origin;
+    draw();
+    state_.origin = before;
 }
 
 uint32_t CDrawContext::fadedByState(CColor color) const {

@@ -8,6 +8,7 @@
 #include "gui/graphics/font.h"
 #include "gui/graphics/pixel_buffer.h"
 
+#include <functional>
 #include <vector>
 
 namespace VSTGUI {
@@ -79,11 +80,12 @@ class CDrawContext {
 
     // What follows is this layer's own; the toolkit has other means for it.
     void drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle style);
-    // Starts a view's drawing: the initial state, limited to the view and faded by its alpha.
-    // False if nothing of the view can be seen.
-    bool enterView(const CRect& viewSize, float alpha);
-    // From now on coordinates count from this point of the present ones.
-    void moveOrigin(const CPoint& to) { state_.origin += to; }
+    // Runs `draw` in a view's surroundings: from the initial state, limited to the view and faded
+    // by its alpha. Afterwards all is as before, whatever was saved and restored. Nothing runs if
+    // nothing of the view can be seen.
+    void drawInside(const CRect& viewSize, float alpha, const std::function<void()>& draw);
+    // Runs `draw` with coordinates that count from this point of the present ones.
+    void drawFrom(const CPoint& origin, const std::function<void()>& draw);
 
   private:
     struct State {
@@ -109,6 +111,7 @@ class CDrawContext {
     PixelBuffer& buffer_;
     State state_;
     std::vector<State> saved_;
+    size_t savedAround_ = 0;  // how many of them belong to the views around
 };
 
 }  // namespace VSTGUI

@@ -101,19 +101,16 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
         context->setFillColor(backgroundColor_);
         context->drawRect(size, kDrawFilled);
     }
-    context->saveGlobalState();
-    context->moveOrigin(size.getTopLeft());
     CRect update = updateRect;
     update.offsetInverse(size.getTopLeft());
-    forEachChild([&](CView* child) {
-        CRect meeting = child->getViewSize();
-        if (!child->isVisible() || meeting.bound(update).isEmpty()) return;
-        context->saveGlobalState();
-        if (context->enterView(child->getViewSize(), child->getAlphaValue()))
-            child->drawRect(context, meeting);
-        context->restoreGlobalState();
+    context->drawFrom(size.getTopLeft(), [&] {
+        forEachChild([&](CView* child) {
+            CRect meeting = child->getViewSize();
+            if (!child->isVisible() || meeting.bound(update).isEmpty()) return;
+            context->drawInside(child->getViewSize(), child->getAlphaValue(),
+                                [&] { child->drawRect(context, meeting); });
+        });
     });
-    context->restoreGlobalState();
     setDirty(false);
 }
 

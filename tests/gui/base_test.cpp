@@ -1,6 +1,6 @@
 // Rectangles, text, references and button states.
 #include "gui/base/utf8_string.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

@@ -1,5 +1,5 @@
 // Switches, buttons, the splash screen and the meter.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

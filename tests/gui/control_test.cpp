@@ -1,5 +1,5 @@
 // What all controls share: values, edits, the reset gesture.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // Pixels: blending, rectangles, lines, ellipses, pictures, text and enlarging.
 #include "gui/graphics/scale.h"
 #include "gui/graphics/text.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -96,13 +96,29 @@ TEST_F(Drawing, BlendsAStrokeOnceEvenWhenItIsWiderThanTheRectangle) {
 
 TEST_F(Drawing, StaysInsideTheClipAndTheClipInsideTheView) {
     context->setFillColor(kWhiteCColor);
-    context->saveGlobalState();
-    ASSERT_TRUE(context->enterView(CRect(10, 10, 30, 30), 1));
-    context->setFillColor(kWhiteCColor);
-    context->setClipRect(CRect(20, 0, 60, 20));
-    context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
+    context->drawInside(CRect(10, 10, 30, 30), 1, [&] {
+        EXPECT_EQ(context->getFillColor(), kBlackCColor) << "from the initial state";
+        context->setFillColor(kWhiteCColor);
+        context->setClipRect(CRect(20, 0, 60, 20));
+        context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
+    });
     EXPECT_EQ(inked(), CRect(20, 10, 30, 20));
+    context->drawInside(CRect(70, 10, 90, 30), 1, [] { FAIL() << "nothing can be seen"; });
+    context->drawInside(CRect(10, 10, 30, 30), 0, [] { FAIL() << "nothing can be seen"; });
+}
+
+TEST_F(Drawing, FindsItsStateAgainWhateverAViewSavesAndRestores) {
+    context->setFillColor(kRedCColor);
+    context->saveGlobalState();
+    context->drawInside(CRect(10, 10, 30, 30), 1, [&] {
+        for (int i = 0; i < 3; ++i) context->restoreGlobalState();
+        context->setFillColor(kBlueCColor);
+        for (int i = 0; i < 3; ++i) context->saveGlobalState();
+    });
+    EXPECT_EQ(context->getFillColor(), kRedCColor);
+    context->setFillColor(kGreenCColor);
     context->restoreGlobalState();
+    EXPECT_EQ(context->getFillColor(), kRedCColor);
     CRect clip;
     EXPECT_EQ(context->getClipRect(clip), CRect(0, 0, 60, 40));
 }

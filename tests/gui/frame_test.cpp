@@ -1,5 +1,5 @@
 // The frame's life, its zoom, and timers.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

@@ -1,5 +1,5 @@
 // Knobs: drags, the wheel, keys, and what they draw.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // Option menus: entries, choosing by pointer and keys, placing, scrolling, loose pop-ups.
 #include "gui/controls/menu_view.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

@@ -1,6 +1,6 @@
 // The picture reader and the factory: every colour type, and files that are no sound picture.
 #include "gui/graphics/picture_reader.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #include <filesystem>
 #include <fstream>

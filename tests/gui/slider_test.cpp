@@ -1,5 +1,5 @@
 // Sliders: drags in every mode, the wheel, and what they draw.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

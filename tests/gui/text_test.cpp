@@ -1,7 +1,7 @@
 // Displays, labels and text fields.
 #include "gui/controls/text_line.h"
 #include "gui/graphics/text.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #include <cstring>
 

@@ -1,5 +1,5 @@
 // Views and containers: drawing order and areas, dispatch of the mouse and the keys, focus.
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
 namespace {

@@ -1,6 +1,6 @@
 // Frames in real windows of Windows, driven by messages as a host's loop delivers them.
 #include "gui/headless.h"
-#include "gui_fixture.h"
+#include "tests/gui/gui_fixture.h"
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>

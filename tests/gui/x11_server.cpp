@@ -1,5 +1,5 @@
 // A private X server for a test, and a host's windows on it.
-#include "x11_server.h"
+#include "tests/gui/x11_server.h"
 
 #include <poll.h>
 #include <signal.h>

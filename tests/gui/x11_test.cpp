@@ -1,7 +1,7 @@
 // Frames in real windows of an X server, driven by real pointer and key events.
 #include "gui/headless.h"
-#include "gui_fixture.h"
-#include "x11_server.h"
+#include "tests/gui/gui_fixture.h"
+#include "tests/gui/x11_server.h"
 
 #include <chrono>
 #include <future>
