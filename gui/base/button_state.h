@@ -29,7 +29,6 @@ class CButtonState {
     int32_t getModifierState() const { return state_ & kModifiers; }
     // Each demands that button alone.
     bool isLeftButton() const { return getButtonState() == kLButton; }
-    bool isMiddleButton() const { return getButtonState() == kMButton; }
     bool isRightButton() const { return getButtonState() == kRButton; }
     bool isDoubleClick() const { return (state_ & kDoubleClick) != 0; }
 

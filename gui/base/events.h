@@ -63,7 +63,6 @@ struct MouseEventButtonState : FlagSet<MouseButton> {
     using FlagSet::FlagSet;
 
     bool isLeft() const { return is(MouseButton::Left); }
-    bool isMiddle() const { return is(MouseButton::Middle); }
     bool isRight() const { return is(MouseButton::Right); }
 };
 

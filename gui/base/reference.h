@@ -68,10 +68,6 @@ class SharedPointer {
     T* get() const { return object_; }
     operator T*() const { return object_; }
     T* operator->() const { return object_; }
-    template <class U>
-    SharedPointer<U> cast() const {
-        return SharedPointer<U>(dynamic_cast<U*>(object_));
-    }
 
   private:
     T* object_ = nullptr;

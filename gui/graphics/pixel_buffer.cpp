@@ -15,10 +15,6 @@ int toInt(CCoord coordinate) {
 
 }  // namespace
 
-bool IntRect::contains(const IntRect& other) const {
-    return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
-}
-
 IntRect IntRect::common(const IntRect& other) const {
     return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
             std::min(bottom, other.bottom)};

@@ -20,7 +20,6 @@ struct IntRect {
     int width() const { return right - left; }
     int height() const { return bottom - top; }
     bool isEmpty() const { return right <= left || bottom <= top; }
-    bool contains(const IntRect& other) const;
     IntRect common(const IntRect& other) const;  // empty if there is none
     IntRect around(const IntRect& other) const;  // the smallest rectangle around both
     bool operator==(const IntRect& other) const;

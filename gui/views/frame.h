@@ -43,7 +43,6 @@ class CFrame final : public CViewContainer {
     bool setZoom(double zoom);
     double getZoom() const { return surface_.zoom(); }
 
-    VSTGUIEditorInterface* getEditor() const { return editor_; }
     int32_t getKnobMode() const;
     static int32_t kDefaultKnobMode;
     void beginEdit(int32_t tag);

@@ -17,7 +17,6 @@ class FrameSurface {
     double zoom() const { return zoom_; }
 
     void invalidate(const IntRect& area);
-    bool needsRedraw() const { return !dirty_.empty(); }
     // Calls `paint` for every area collected, then `show` for what has changed in shown().
     void redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                 const std::function<void(const IntRect&)>& show);

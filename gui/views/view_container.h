@@ -44,7 +44,6 @@ class CViewContainer : public CView {
     virtual bool removeAll(bool withForget = true);
 
     uint32_t getNbViews() const { return static_cast<uint32_t>(children_.size()); }
-    bool hasChildren() const { return !children_.empty(); }
     CView* getView(uint32_t index) const;  // null beyond the last
     void forEachChild(const std::function<void(CView*)>& visit) const;
     bool isChild(CView* view) const { return isChild(view, false); }

@@ -113,6 +113,16 @@ TEST_F(Views, AreNeitherDrawnNorHitWhileInvisible) {
     EXPECT_EQ(logged(), "");
 }
 
+TEST_F(Views, AreHitInTheirMouseableAreaAlone) {
+    Probe* const view = probe(CRect(10, 10, 50, 50), "view");
+    EXPECT_EQ(view->getMouseableArea(), view->getViewSize());
+    view->setMouseableArea(CRect(20, 20, 80, 30));
+    headless::press(*frame, CPoint(15, 25));
+    EXPECT_EQ(logged(), "");
+    headless::press(*frame, CPoint(70, 25));
+    EXPECT_EQ(logged(), "view down 70");
+}
+
 TEST_F(Views, CountTheirChildrenFromTheirOwnCorner) {
     auto* const box = new CViewContainer(CRect(100, 50, 200, 150));
     box->setBackgroundColor(kGreenCColor);
