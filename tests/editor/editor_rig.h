@@ -14,6 +14,7 @@
 #include "editor/skin_preview.h"
 #include "gui/headless.h"
 #include "platform/folders.h"
+#include "platform/settings_store.h"
 #include "state/bank.h"
 #include "state/parameters.h"
 #include "tests/support/recorded_messages.h"
@@ -162,6 +163,7 @@ class EditorTest : public testing::Test {
     TemporaryFolder module;
     TemporaryFolder applicationData;
     platform::ScopedFolders folders{module.path(), applicationData.path()};
+    platform::ScopedSettings settings;
     RecordedMessages messages;
     FakeInstrument instrument;
     editor::myEditor edit{instrument};

@@ -224,7 +224,7 @@ TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
 }
 
 TEST_F(EditorTest, ThePathThatCannotBeKeptIsSaid) {
-    const platform::ScopedFolders nowhere(module.path(), "");
+    const platform::ScopedSettings unwritable(platform::ScopedSettings::kReadOnly);
     editor::setSkinMissing(true);
     ASSERT_TRUE(edit.open(&instrument));
     const auto before = look();

@@ -10,6 +10,7 @@
 #include "gui/headless.h"
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
 #include "plugin/vst_synth.h"
 #include "tests/plugin/test_host.h"
@@ -97,6 +98,7 @@ class HostedEditor : public testing::Test {
     TemporaryFolder module_;
     TemporaryFolder applicationData_;
     platform::ScopedFolders folders_{module_.path(), applicationData_.path()};
+    platform::ScopedSettings settings_;
     RecordedMessages messages_;
     TestHost host_;
     std::unique_ptr<plugin::VstSynth> synth_;

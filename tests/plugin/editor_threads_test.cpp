@@ -10,6 +10,7 @@
 #include "editor/skin_preview.h"
 #include "gui/headless.h"
 #include "platform/folders.h"
+#include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
 #include "plugin/vst_synth.h"
 #include "tests/support/recorded_messages.h"
@@ -41,6 +42,7 @@ TEST(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     const TemporaryFolder module;
     const TemporaryFolder applicationData;
     const platform::ScopedFolders folders(module.path(), applicationData.path());
+    const platform::ScopedSettings settings;
     const RecordedMessages messages;
     const headless::Scope scope;
     editor::setSkinMissing(false);
