@@ -64,7 +64,8 @@ class PreviewEditor final : public myEditor {
     PreviewEditor(EditorHost& host, std::string folder) : myEditor(host) {
         while (!folder.empty() && folder.back() == platform::kSeparator) folder.pop_back();
         const std::size_t nameStart = folder.rfind(platform::kSeparator) + 1;
-        choice_ = {folder.substr(0, nameStart), folder.substr(nameStart), {}};
+        const std::string name = folder.substr(nameStart);
+        choice_ = {folder.substr(0, nameStart), name, {name}};
     }
 
   protected:
