@@ -326,7 +326,8 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
                  <NoteDisplay x="0" y="0" w="50" h="20" id="0" backcolor="FF0000"/>)");
     std::ostringstream out;
     const std::string png = applicationData.path() + "out.png";
-    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, png, out), 0) << out.str();
+    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, png, out), 0)
+        << out.str();
     const auto drawn = getPlatformFactory().createBitmapFromPath(png.c_str());
     ASSERT_TRUE(drawn);
     EXPECT_EQ(drawn->pixels().width(), 400);
@@ -336,9 +337,12 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
     writeSkin(
         R"(<background filename="bg.png"/><kick x="1" y="1" id="1" bitmap_handle="broken.png"/>
                  <knob x="1" y="1" w="1" id="2"/>)");
-    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, png, out), 2);
+    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, png, out),
+              2);
     EXPECT_NE(out.str().find("! QXSKIN: Bitmap not found: broken.png"), std::string::npos);
-    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, module.path(), out), 3);
+    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator,
+                                        module.path(), out),
+              3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
 }
 
