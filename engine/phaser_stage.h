@@ -7,21 +7,20 @@
 #include "dsp/output_filter.h"
 #include "dsp/stereo_phaser.h"
 #include "engine/signal.h"
+#include "engine/sound_engine.h"
 
 namespace engine {
 
-class PhaserStage {
+class PhaserStage final : public PhaserControl {
   public:
     // Clears the output filters; phaser parameters are kept, the sweep starts at its centre.
     void setRate(double sampleRate);
 
-    void setOn(bool on) { on_ = on; }
-    void setRateControl(float control) { phaser_.setRate(control); }
-    void setDepthControl(float control) { phaser_.setDepth(control); }
-    // 0..0.9; other values are refused.
-    void setFeedback(float amount) { phaser_.setFeedback(amount); }
-    // 0..1: from a quarter on four stages, from a half on also the low-pass ahead.
-    void setStages(float control);
+    void setOn(bool on) override { on_ = on; }
+    void setRateControl(float control) override { phaser_.setRate(control); }
+    void setDepthControl(float control) override { phaser_.setDepth(control); }
+    void setFeedback(float amount) override { phaser_.setFeedback(amount); }
+    void setStages(float control) override;
     // As for ToneStages.
     void setHighPass(float control, float smoothed);
 

@@ -11,11 +11,10 @@
 #include "engine/envelope_settings.h"
 #include "engine/pitch.h"
 #include "engine/sections.h"
+#include "engine/sound_engine.h"
 #include "engine/voice_allocator.h"
 
 namespace engine {
-
-enum class Waveform { kFeedback, kTable, kSquaredFeedback };
 
 // What the pool adds up in one sample.
 struct SectionSums {
