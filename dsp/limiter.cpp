@@ -1,6 +1,7 @@
 // Peak limiter of the stereo output.
 #include "dsp/limiter.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
@@ -24,8 +25,7 @@ double gainFor(double follower) {
 
 }  // namespace
 
-void PeakLimiter::process(float& left, float& right) {
-    level_ = std::fabs(left + right) * 0.5f;
+void PeakLimiter::follow() {
     if (level_ > follower_) {
         // An infinite level must not stick in the follower.
         if (level_ <= FLT_MAX) follower_ += (level_ - follower_) * kAttackShare;
@@ -33,9 +33,32 @@ void PeakLimiter::process(float& left, float& right) {
         follower_ -= follower_ * kReleaseShare;
         if (follower_ < DBL_MIN) follower_ = 0.0;
     }
-    const double gain = gainFor(follower_);
-    left = static_cast<float>(left * gain * kMakeUp);
-    right = static_cast<float>(right * gain * kMakeUp);
+}
+
+void PeakLimiter::process(float& left, float& right) {
+    render(&left, &right, 1, 0.0);
+}
+
+int PeakLimiter::render(float* left, float* right, int frames, double quiet) {
+    PeakLimiter limiter = *this;
+    int quietFrames = 0;
+    for (int t = 0; t < frames; ++t) {
+        limiter.level_ = std::fabs(left[t] + right[t]) * 0.5f;
+        limiter.follow();
+        const double gain = gainFor(limiter.follower_);
+        left[t] = static_cast<float>(left[t] * gain * kMakeUp);
+        right[t] = static_cast<float>(right[t] * gain * kMakeUp);
+        quietFrames += limiter.follower_ < quiet;
+    }
+    *this = limiter;
+    return quietFrames;
+}
+
+void PeakLimiter::renderSilence(float* left, float* right, int frames) {
+    level_ = 0.0f;
+    for (int t = 0; t < frames && follower_ != 0.0; ++t) follow();
+    std::fill_n(left, frames, 0.0f);
+    std::fill_n(right, frames, 0.0f);
 }
 
 }  // namespace dsp

@@ -100,19 +100,50 @@ float BassVoice::tickFade() {
     return fade_;
 }
 
-float BassVoice::Source::tick(float phase, float gain) {
-    return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
+// The phase travels through a ring of 99 samples.
+int BassVoice::renderControls(const PhaseRows& phases, int frames, Signal& delayed,
+                              Signal& amplitude) {
+    int t = 0;
+    for (; t < frames && envelope_.stage() != dsp::VoiceEnvelope::kIdle; ++t) {
+        const double phase = phases.turns[t][pitch_.semitone] * 0.5 * pitch_.octaveFactor;
+        delayed[t] = phaseRing_.writeThenRead(static_cast<float>(phase));
+        const float fade = tickFade();
+        amplitude[t] = envelope_.tick() * 1.5f * fade;
+    }
+    return t;
 }
 
-void BassVoice::tick(const MasterPhases& phases, const Sections& sections, float& mix) {
-    const double phase = phases[pitch_.semitone] * 0.5 * pitch_.octaveFactor;
-    const float delayed = phaseRing_.writeThenRead(static_cast<float>(phase));
-    const float fade = tickFade();
-    const float amp = envelope_.tick() * 1.5f * fade;
-    if (sections.on[kContrabass]) {
-        mix += contrabass_.tick(delayed * 0.5f, amp * sections.level[kContrabass] * 0.4f);
+void BassVoice::Source::render(const Signal& phases, const Signal& gains, int frames, Signal& out) {
+    Source source = *this;
+    for (int t = 0; t < frames; ++t) {
+        const float tone = source.oscillator.process(phases[t] + 0.001f) * gains[t];
+        out[t] = source.dcBlocker.tick(source.filter.process(tone));
     }
-    if (sections.on[kCello]) mix += cello_.tick(delayed, amp * sections.level[kCello] * 0.4f);
+    *this = source;
+}
+
+void BassVoice::render(const PhaseRows& phases, const Sections& sections, int frames,
+                       BassRows& out) {
+    Signal delayed;
+    Signal amplitude;
+    Signal phase;
+    Signal gain;
+    out.sounding = renderControls(phases, frames, delayed, amplitude);
+    out.contrabassOn = sections.on[kContrabass];
+    out.celloOn = sections.on[kCello];
+    if (out.contrabassOn) {
+        for (int t = 0; t < out.sounding; ++t) {
+            phase[t] = delayed[t] * 0.5f;
+            gain[t] = amplitude[t] * sections.level[kContrabass] * 0.4f;
+        }
+        contrabass_.render(phase, gain, out.sounding, out.contrabass);
+    }
+    if (out.celloOn) {
+        for (int t = 0; t < out.sounding; ++t) {
+            gain[t] = amplitude[t] * sections.level[kCello] * 0.4f;
+        }
+        cello_.render(delayed, gain, out.sounding, out.cello);
+    }
 }
 
 }  // namespace engine

@@ -70,10 +70,14 @@ class Engine final : public SoundEngine {
     void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
   private:
-    StereoSample renderAwake(float random);
-    float renderMono(float random, bool& sounding);
+    void renderAwake(float* left, float* right, int frames);
+    // The mono part of the chain; returns in how many frames, from the first on, something sounds.
+    int renderMono(int frames);
+    void setVoiceGains(int sounding, int frames);
+    void applyGain(int sounding, int frames);
+    int framesToSleep() const;
+    void countSilence(int frames);
     float tickExpression();
-    void countSilence();
     void bend(float semitones);
     void clearFault();
     // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
@@ -101,6 +105,16 @@ class Engine final : public SoundEngine {
     float sharedEnvelope_ = 0.0f;
     bool shared_ = false;       // as latched at the start of the block
     float envelopeSum_ = 0.0f;  // last value computed in this block
+
+    // The segment under way.
+    PhaseRows phaseRows_;
+    SectionSums sums_{};
+    Signal voiceGains_{};
+    Signal sectionLevels_{};
+    Signal dither_{};
+    BassRows bassRows_{};
+    Signal mono_{};
+    StereoSignal stereo_{};
 
     float expression_ = 1.0f;
     float expressionTarget_ = 1.0f;

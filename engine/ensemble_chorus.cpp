@@ -70,4 +70,12 @@ StereoSample EnsembleChorus::tick(float x) {
             w[2] * tap3 + w[1] * tap2 + w[0] * tap1 + dry};
 }
 
+void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
+    for (int t = 0; t < frames; ++t) {
+        const StereoSample sample = tick(in[t]);
+        out.left[t] = sample.left;
+        out.right[t] = sample.right;
+    }
+}
+
 }  // namespace engine

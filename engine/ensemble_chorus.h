@@ -6,6 +6,7 @@
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
 #include "dsp/square_lfo.h"
+#include "engine/segment.h"
 #include "engine/signal.h"
 #include "engine/sound_engine.h"
 
@@ -29,9 +30,11 @@ class EnsembleChorus final : public ChorusControl {
 
     void clearModulators();
 
-    StereoSample tick(float x);
+    // A segment.
+    void render(const Signal& in, int frames, StereoSignal& out);
 
   private:
+    StereoSample tick(float x);
     float tickTap(int tap, float x, float modulation);
 
     double sampleRate_ = 44100.0;

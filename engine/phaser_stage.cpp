@@ -47,4 +47,13 @@ StereoSample PhaserStage::tick(StereoSample in) {
             static_cast<float>(outputFilters_[1].tick(out.right))};
 }
 
+void PhaserStage::render(StereoSignal& signal, int frames) {
+    if (!on_) return;
+    for (int t = 0; t < frames; ++t) {
+        const StereoSample out = tick({signal.left[t], signal.right[t]});
+        signal.left[t] = out.left;
+        signal.right[t] = out.right;
+    }
+}
+
 }  // namespace engine

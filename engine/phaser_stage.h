@@ -6,6 +6,7 @@
 #include "dsp/biquad.h"
 #include "dsp/output_filter.h"
 #include "dsp/stereo_phaser.h"
+#include "engine/segment.h"
 #include "engine/signal.h"
 #include "engine/sound_engine.h"
 
@@ -26,9 +27,11 @@ class PhaserStage final : public PhaserControl {
 
     void clear();
 
-    StereoSample tick(StereoSample in);
+    // A segment.
+    void render(StereoSignal& signal, int frames);
 
   private:
+    StereoSample tick(StereoSample in);
     bool filtersInput() const { return stages_ >= 0.5f; }
     void rebuildInputFilters();
 

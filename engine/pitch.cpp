@@ -17,4 +17,20 @@ float keyHighPassHertz(int index) {
     return static_cast<float>(kLowestKeyHighPassHertz * std::exp2(bounded / kSemitones));
 }
 
+void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows) {
+    std::array<double, kSemitones> step;
+    for (int s = 0; s < kSemitones; ++s) step[s] = bendRatio * kMasterFrequencies[s] / sampleRate;
+    std::array<double, kSemitones> phase = phase_;
+    for (int t = 0; t < frames; ++t) {
+        for (int s = 0; s < kSemitones; ++s) {
+            const double next = phase[s] + step[s];
+            phase[s] = next >= 1.0 ? next - 1.0 : next;
+        }
+        rows.turns[t] = phase;
+        float* const rounded = &rows.rounded[t * dsp::kMasterPhases];
+        for (int s = 0; s < kSemitones; ++s) rounded[s] = static_cast<float>(phase[s]);
+    }
+    phase_ = phase;
+}
+
 }  // namespace engine

@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "engine/segment.h"
+
 namespace engine {
 
 constexpr int kSemitones = 12;
@@ -39,16 +41,16 @@ float keyHighPassHertz(int index);
 
 constexpr float kLowestKeyHighPassHertz = 32.703196f;
 
-// The twelve phase accumulators that all voices share, in turns (0..1).
+// The twelve phases that all voices share, over a segment.
+struct PhaseRows {
+    std::array<std::array<double, kSemitones>, kLongestSegment> turns;  // 0..1
+    // The same rounded, padded for the lane kernels.
+    alignas(32) std::array<float, kLongestSegment * dsp::kMasterPhases> rounded{};
+};
+
 class MasterPhases {
   public:
-    void advance(double bendRatio, double sampleRate) {
-        for (int s = 0; s < kSemitones; ++s) {
-            phase_[s] += bendRatio * kMasterFrequencies[s] / sampleRate;
-            if (phase_[s] >= 1.0) phase_[s] -= 1.0;
-        }
-    }
-    double operator[](int semitone) const { return phase_[semitone]; }
+    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows);
 
   private:
     std::array<double, kSemitones> phase_{};

@@ -83,4 +83,13 @@ StereoSample SpringReverb::tick(StereoSample in) {
     return {std::clamp(2.0f * room[0], -4.0f, 4.0f), std::clamp(2.0f * room[1], -4.0f, 4.0f)};
 }
 
+void SpringReverb::render(StereoSignal& signal, int frames) {
+    if (!on_) return;
+    for (int t = 0; t < frames; ++t) {
+        const StereoSample out = tick({signal.left[t], signal.right[t]});
+        signal.left[t] = out.left;
+        signal.right[t] = out.right;
+    }
+}
+
 }  // namespace engine

@@ -4,6 +4,7 @@
 #include "dsp/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "dsp/reverb_model.h"
+#include "engine/segment.h"
 #include "engine/signal.h"
 #include "engine/sound_engine.h"
 
@@ -31,9 +32,11 @@ class SpringReverb final : public ReverbControl {
     // All states, also those that a program change leaves to the next sound.
     void clearFault();
 
-    StereoSample tick(StereoSample in);
+    // A segment.
+    void render(StereoSignal& signal, int frames);
 
   private:
+    StereoSample tick(StereoSample in);
     float tickSpring(StereoSample in);
 
     double sampleRate_ = 44100.0;

@@ -9,7 +9,7 @@
 #include "dsp/voice_envelope.h"
 #include "engine/envelope_settings.h"
 #include "engine/note_stack.h"
-#include "engine/pitch.h"
+#include "tests/reference/master_phases.h"
 #include "engine/sections.h"
 #include "tests/reference/names.h"
 

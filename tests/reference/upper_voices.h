@@ -9,7 +9,7 @@
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
 #include "engine/envelope_settings.h"
-#include "engine/pitch.h"
+#include "tests/reference/master_phases.h"
 #include "engine/sections.h"
 #include "engine/sound_engine.h"
 #include "engine/voice_allocator.h"
