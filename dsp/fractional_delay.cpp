@@ -31,6 +31,14 @@ void FractionalDelay::setDelay(float delaySamples) {
     if (readIndex_ >= size_) readIndex_ -= size_;
 }
 
+void FractionalDelay::read(float* out, int count) {
+    for (int i = 0; i < count; ++i) out[i] = take();
+}
+
+void FractionalDelay::write(const float* in, int count) {
+    for (int i = 0; i < count; ++i) put(in[i]);
+}
+
 void FractionalDelay::clear() {
     std::fill(buffer_.begin(), buffer_.end(), kDelayFill);
 }

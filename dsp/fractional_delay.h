@@ -27,18 +27,33 @@ class FractionalDelay {
     // The delay stays fixed between calls of setDelay. An offset of 1e-38 is added on the way
     // in and removed on the way out, so a silent line gives -1e-38.
     float tick(float x) {
-        buffer_[writeIndex_] = static_cast<float>(x + kOffset);
-        if (++writeIndex_ == size_) writeIndex_ = 0;
-
-        const int next = readIndex_ + 1 == size_ ? 0 : readIndex_ + 1;
-        const float output = buffer_[readIndex_] * oneMinusFrac_ + buffer_[next] * frac_;
-        readIndex_ = next;
-        const double kept = std::fabs(output) >= kOffset ? output : 0.0;
-        return static_cast<float>(kept - kOffset);
+        put(x);
+        return take();
     }
+
+    // The same apart, in runs that are shorter than the delay: first the outputs, then the inputs
+    // that belong to them.
+    void read(float* out, int count);
+    void write(const float* in, int count);
 
   private:
     static constexpr double kOffset = 1e-38;
+    // From here on a float does not notice the offset.
+    static constexpr float kInsensitive = 1e-29f;
+
+    void put(float x) {
+        if (std::fabs(x) < kInsensitive) x = static_cast<float>(x + kOffset);
+        buffer_[writeIndex_] = x;
+        if (++writeIndex_ == size_) writeIndex_ = 0;
+    }
+    float take() {
+        const int next = readIndex_ + 1 == size_ ? 0 : readIndex_ + 1;
+        const float output = buffer_[readIndex_] * oneMinusFrac_ + buffer_[next] * frac_;
+        readIndex_ = next;
+        if (std::fabs(output) >= kInsensitive) return output;
+        const double kept = std::fabs(output) >= kOffset ? output : 0.0;
+        return static_cast<float>(kept - kOffset);
+    }
 
     int size_;  // slots in use: capacity + 1
     std::vector<float> buffer_;

@@ -7,13 +7,16 @@
 #include <algorithm>
 
 #include "dsp/module_fm_op.h"
+#include "dsp/smoother.h"
 
 namespace dsp {
 
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes.inc"
+#include "dsp/comb_kernel.inc"
 #include "dsp/voice_kernel.inc"
+constexpr Kernels kKernels = {runFeedback, runSquared, sumVoices, runRamps, runCombs};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -22,7 +25,9 @@ namespace baseline {
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes.inc"
+#include "dsp/comb_kernel.inc"
 #include "dsp/voice_kernel.inc"
+constexpr Kernels kKernels = {runFeedback, runSquared, sumVoices, runRamps, runCombs};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #pragma GCC pop_options

@@ -1,6 +1,7 @@
 // The inner loops that run on many lanes at once, and the choice of instruction set they run on.
 #pragma once
 
+#include "dsp/comb_lanes.h"
 #include "dsp/voice_lanes.h"
 
 namespace dsp {
@@ -17,6 +18,7 @@ struct Kernels {
     void (*sumVoices)(const VoiceSum& sum);
     // Levels that move evenly; see LevelRamps.
     void (*runRamps)(LevelRamps& ramps, int frames);
+    void (*runCombs)(const CombRun& run);
 };
 
 enum class InstructionSet { kBaseline, kAvx2 };

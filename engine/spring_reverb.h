@@ -36,8 +36,10 @@ class SpringReverb final : public ReverbControl {
     void render(StereoSignal& signal, int frames);
 
   private:
-    StereoSample tick(StereoSample in);
-    float tickSpring(StereoSample in);
+    // What the spring gives to both sides; nothing when it is out.
+    void addSpring(StereoSignal& signal, int frames, Signal& side);
+    // What goes into the spring, from the output of the room.
+    void feedSpring(const Signal& side, const Signal& feedback, int frames);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

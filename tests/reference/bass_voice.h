@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dsp/dc_blocker.h"
-#include "dsp/delay_b.h"
+#include "tests/reference/delay_b.h"
 #include "dsp/module_fm_op.h"
 #include "dsp/state_variable_filter.h"
 #include "dsp/voice_envelope.h"
@@ -56,7 +56,7 @@ class BassVoice {
     Pitch pitch_;
     Source contrabass_;
     Source cello_;
-    dsp::DelayB phaseRing_;
+    DelayB phaseRing_;
     float fade_ = 1.0f;
     bool glideIn_ = false;
     double sampleRate_ = 44100.0;

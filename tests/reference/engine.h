@@ -4,7 +4,7 @@
 #include <array>
 #include <atomic>
 
-#include "dsp/limiter.h"
+#include "tests/reference/limiter.h"
 #include "dsp/random.h"
 #include "tests/reference/bass_voice.h"
 #include "tests/reference/ensemble_chorus.h"
@@ -95,7 +95,7 @@ class Engine final : public SoundEngine {
     EnsembleChorus chorus_;
     PhaserStage phaser_;
     SpringReverb reverb_;
-    dsp::PeakLimiter limiter_;
+    PeakLimiter limiter_;
 
     float smoothedHighPass_ = 0.0f;
     float volume_ = 0.0f;

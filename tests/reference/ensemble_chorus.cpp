@@ -16,9 +16,9 @@ constexpr int kLineCapacity = 1922;
 }  // namespace
 
 EnsembleChorus::EnsembleChorus()
-    : lines_{dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
-             dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
-             dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity)} {
+    : lines_{FractionalDelay(kInitialDelaySamples, kLineCapacity),
+             FractionalDelay(kInitialDelaySamples, kLineCapacity),
+             FractionalDelay(kInitialDelaySamples, kLineCapacity)} {
     slowLfo_.setFrequency(kSlowHertz);
     fastLfo_.setFrequency(kFastHertz);
     setRate(sampleRate_);
@@ -33,7 +33,7 @@ void EnsembleChorus::setRate(double sampleRate) {
     fastRing_.setLength(static_cast<int>(sampleRate * kFastRingSeconds));
     slowRing_.clear();
     fastRing_.clear();
-    for (dsp::FractionalDelay& line : lines_) line.reset();
+    for (FractionalDelay& line : lines_) line.reset();
 }
 
 void EnsembleChorus::setStereo(float amount) {

@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "dsp/delay_b.h"
-#include "dsp/fractional_delay.h"
+#include "tests/reference/delay_b.h"
+#include "tests/reference/fractional_delay.h"
 #include "dsp/square_lfo.h"
 #include "engine/signal.h"
 #include "engine/sound_engine.h"
@@ -44,9 +44,9 @@ class EnsembleChorus final : public ChorusControl {
     std::array<float, kTaps> rightWeight_{0.5f, 0.5f, 0.5f};
     dsp::SquareLfo slowLfo_;
     dsp::SquareLfo fastLfo_;
-    dsp::DelayB slowRing_;
-    dsp::DelayB fastRing_;
-    std::array<dsp::FractionalDelay, kTaps> lines_;
+    DelayB slowRing_;
+    DelayB fastRing_;
+    std::array<FractionalDelay, kTaps> lines_;
 };
 
 }  // namespace reference

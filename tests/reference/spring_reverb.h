@@ -1,7 +1,7 @@
 // The spring path and the room reverb behind it, with the feedback from one into the other.
 #pragma once
 
-#include "dsp/fractional_delay.h"
+#include "tests/reference/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "tests/reference/reverb_model.h"
 #include "engine/signal.h"
@@ -43,7 +43,7 @@ class SpringReverb final : public ReverbControl {
     float springMix_ = 0.0f;
     float feedback_ = 0.0f;
     dsp::OnePole springFilter_;
-    dsp::FractionalDelay springLine_;
+    FractionalDelay springLine_;
     ReverbModel reverb_;
 };
 
