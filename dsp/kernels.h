@@ -11,6 +11,7 @@ constexpr int kMostFrames = 32;
 
 // One set a processor family; all give the same bits.
 struct Kernels {
+    void (*runPhases)(const PhaseRun& run);
     // Operators and key high-passes of the voices whose mask is set; see VoiceRun.
     void (*runFeedback)(const VoiceRun& run);
     void (*runSquared)(const VoiceRun& run);

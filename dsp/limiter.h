@@ -25,7 +25,11 @@ class PeakLimiter {
     }
 
   private:
-    void follow();
+    static constexpr int kRun = 32;
+
+    static double followed(double follower, float level);
+    static double followedWithCare(double follower, float level);
+    int renderRun(float* left, float* right, int frames, double quiet);
 
     double follower_ = 0.0;
     float level_ = 0.0f;

@@ -7,8 +7,9 @@
 
 namespace dsp {
 
-constexpr int kVoiceLanes = 48;    // room for all voices, in whole groups of eight
-constexpr int kMasterPhases = 16;  // twelve, padded
+constexpr int kVoiceLanes = 48;  // room for all voices, in whole groups of eight
+constexpr int kPhases = 12;      // that all voices share
+constexpr int kPaddedPhases = 16;
 
 using LaneFloats = std::array<float, kVoiceLanes>;
 using LaneMasks = std::array<int, kVoiceLanes>;  // all bits set, or 0
@@ -53,12 +54,21 @@ struct alignas(32) VoiceLanes {
     LaneFloats octave{};
 };
 
+// The shared phases over some frames, in turns: each moves by its step and wraps at 1.
+struct PhaseRun {
+    double* phases;  // kPhases: before the first frame; then after the last
+    const double* steps;
+    double* turns;   // kPhases a frame
+    float* rounded;  // kPaddedPhases a frame; the padding stays
+    int frames;
+};
+
 // A run of the voices over some frames. Signals of lanes stand frame by frame, kVoiceLanes apart;
 // lanes whose mask is 0 keep their state, and what is written for them means nothing.
 struct VoiceRun {
     VoiceLanes& voices;
     const LaneMasks& on;
-    const float* masterPhases;  // kMasterPhases a frame, in turns
+    const float* masterPhases;  // kPaddedPhases a frame, in turns
     const float* phasesA;       // of each lane; null: from the master phases
     const float* phasesB;       // of each lane; null: twice those of A
     bool useA;                  // an operator that is not used stands still

@@ -113,37 +113,30 @@ int BassVoice::renderControls(const PhaseRows& phases, int frames, Signal& delay
     return t;
 }
 
-void BassVoice::Source::render(const Signal& phases, const Signal& gains, int frames, Signal& out) {
-    Source source = *this;
-    for (int t = 0; t < frames; ++t) {
-        const float tone = source.oscillator.process(phases[t] + 0.001f) * gains[t];
-        out[t] = source.dcBlocker.tick(source.filter.process(tone));
-    }
-    *this = source;
+float BassVoice::Source::tick(float phase, float gain) {
+    return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
 }
 
 void BassVoice::render(const PhaseRows& phases, const Sections& sections, int frames,
                        BassRows& out) {
     Signal delayed;
     Signal amplitude;
-    Signal phase;
-    Signal gain;
     out.sounding = renderControls(phases, frames, delayed, amplitude);
     out.contrabassOn = sections.on[kContrabass];
     out.celloOn = sections.on[kCello];
-    if (out.contrabassOn) {
-        for (int t = 0; t < out.sounding; ++t) {
-            phase[t] = delayed[t] * 0.5f;
-            gain[t] = amplitude[t] * sections.level[kContrabass] * 0.4f;
-        }
-        contrabass_.render(phase, gain, out.sounding, out.contrabass);
+    if (out.sounding == 0) return;
+    const float contrabassLevel = sections.level[kContrabass];
+    const float celloLevel = sections.level[kCello];
+    // Both in one loop: each operator waits for its own last sample, and the waits overlap.
+    Source contrabass = contrabass_;
+    Source cello = cello_;
+    for (int t = 0; t < out.sounding; ++t) {
+        out.contrabass[t] =
+            contrabass.tick(delayed[t] * 0.5f, amplitude[t] * contrabassLevel * 0.4f);
+        out.cello[t] = cello.tick(delayed[t], amplitude[t] * celloLevel * 0.4f);
     }
-    if (out.celloOn) {
-        for (int t = 0; t < out.sounding; ++t) {
-            gain[t] = amplitude[t] * sections.level[kCello] * 0.4f;
-        }
-        cello_.render(delayed, gain, out.sounding, out.cello);
-    }
+    if (out.contrabassOn) contrabass_ = contrabass;
+    if (out.celloOn) cello_ = cello;
 }
 
 }  // namespace engine

@@ -53,7 +53,7 @@ class BassVoice {
         dsp::ModuleFMop oscillator;
         dsp::StateVariableFilter filter;
         dsp::DcBlocker dcBlocker;
-        void render(const Signal& phases, const Signal& gains, int frames, Signal& out);
+        float tick(float phase, float gain);
     };
     void setPitch(int key);
     float tickFade();

@@ -1,13 +1,10 @@
 // The phaser with its optional low-pass ahead and the output filters behind, left and right.
 #pragma once
 
-#include <array>
-
 #include "dsp/biquad.h"
 #include "dsp/output_filter.h"
 #include "dsp/stereo_phaser.h"
 #include "engine/segment.h"
-#include "engine/signal.h"
 #include "engine/sound_engine.h"
 
 namespace engine {
@@ -31,17 +28,16 @@ class PhaserStage final : public PhaserControl {
     void render(StereoSignal& signal, int frames);
 
   private:
-    StereoSample tick(StereoSample in);
     bool filtersInput() const { return stages_ >= 0.5f; }
-    void rebuildInputFilters();
+    void rebuildInputFilter();
 
     double sampleRate_ = 44100.0;
     bool on_ = false;
     float stages_ = 0.0f;
     float highPassControl_ = 0.0f;
-    std::array<dsp::PhaserPreFilter, 2> inputFilters_;
+    dsp::StereoPhaserPreFilter inputFilter_;
     dsp::StereoPhaser phaser_;
-    std::array<dsp::OutputFilter, 2> outputFilters_;
+    dsp::StereoOutputFilter outputFilter_;
 };
 
 }  // namespace engine

@@ -20,17 +20,8 @@ float keyHighPassHertz(int index) {
 void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows) {
     std::array<double, kSemitones> step;
     for (int s = 0; s < kSemitones; ++s) step[s] = bendRatio * kMasterFrequencies[s] / sampleRate;
-    std::array<double, kSemitones> phase = phase_;
-    for (int t = 0; t < frames; ++t) {
-        for (int s = 0; s < kSemitones; ++s) {
-            const double next = phase[s] + step[s];
-            phase[s] = next >= 1.0 ? next - 1.0 : next;
-        }
-        rows.turns[t] = phase;
-        float* const rounded = &rows.rounded[t * dsp::kMasterPhases];
-        for (int s = 0; s < kSemitones; ++s) rounded[s] = static_cast<float>(phase[s]);
-    }
-    phase_ = phase;
+    kernels_.runPhases(
+        {phase_.data(), step.data(), rows.turns[0].data(), rows.rounded.data(), frames});
 }
 
 }  // namespace engine

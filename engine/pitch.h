@@ -7,7 +7,7 @@
 
 namespace engine {
 
-constexpr int kSemitones = 12;
+constexpr int kSemitones = dsp::kPhases;
 
 // C0 to B0 in Hz; every pitch of the instrument is one of these times a power of two.
 constexpr std::array<double, kSemitones> kMasterFrequencies = {
@@ -45,7 +45,7 @@ constexpr float kLowestKeyHighPassHertz = 32.703196f;
 struct PhaseRows {
     std::array<std::array<double, kSemitones>, kLongestSegment> turns;  // 0..1
     // The same rounded, padded for the lane kernels.
-    alignas(32) std::array<float, kLongestSegment * dsp::kMasterPhases> rounded{};
+    alignas(32) std::array<float, kLongestSegment * dsp::kPaddedPhases> rounded{};
 };
 
 class MasterPhases {
@@ -53,6 +53,7 @@ class MasterPhases {
     void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows);
 
   private:
+    const dsp::Kernels& kernels_ = dsp::kernels();
     std::array<double, kSemitones> phase_{};
 };
 

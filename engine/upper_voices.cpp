@@ -184,7 +184,7 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         const int frame = from * dsp::kVoiceLanes;
         const dsp::VoiceRun run = {lanes_,
                                    on,
-                                   &phases.rounded[from * dsp::kMasterPhases],
+                                   &phases.rounded[from * dsp::kPaddedPhases],
                                    squared ? &scratch_.phasesA[frame] : nullptr,
                                    ownB ? &scratch_.phasesB[frame] : nullptr,
                                    useA,

@@ -7,7 +7,7 @@ void PhaserStage::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     phaser_.setSampleRate(static_cast<float>(sampleRate), true);
     if (filtersInput()) rebuildInputFilters();
-    for (dsp::OutputFilter& filter : outputFilters_) filter.setRate(sampleRate, highPassControl_);
+    for (OutputFilter& filter : outputFilters_) filter.setRate(sampleRate, highPassControl_);
 }
 
 void PhaserStage::setStages(float control) {
@@ -19,20 +19,20 @@ void PhaserStage::setStages(float control) {
 // From 4000 Hz at one half down to 500 Hz at 1.
 void PhaserStage::rebuildInputFilters() {
     const double x = 2.0 * stages_ - 1.0;
-    const dsp::BiquadCoefficients lowPass =
-        dsp::designLowPass(4000.0 - x * x * 3500.0, dsp::kPhaserPreFilterQ, sampleRate_);
-    for (dsp::PhaserPreFilter& filter : inputFilters_) filter.setCoefficients(lowPass);
+    const BiquadCoefficients lowPass =
+        designLowPass(4000.0 - x * x * 3500.0, kPhaserPreFilterQ, sampleRate_);
+    for (PhaserPreFilter& filter : inputFilters_) filter.setCoefficients(lowPass);
 }
 
 void PhaserStage::setHighPass(float control, float smoothed) {
     highPassControl_ = control;
-    for (dsp::OutputFilter& filter : outputFilters_) filter.setHighPass(smoothed, sampleRate_);
+    for (OutputFilter& filter : outputFilters_) filter.setHighPass(smoothed, sampleRate_);
 }
 
 void PhaserStage::clear() {
-    for (dsp::PhaserPreFilter& filter : inputFilters_) filter.clear();
+    for (PhaserPreFilter& filter : inputFilters_) filter.clear();
     phaser_.clear();
-    for (dsp::OutputFilter& filter : outputFilters_) filter.clear();
+    for (OutputFilter& filter : outputFilters_) filter.clear();
 }
 
 StereoSample PhaserStage::tick(StereoSample in) {

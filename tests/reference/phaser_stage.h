@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "dsp/biquad.h"
-#include "dsp/output_filter.h"
-#include "dsp/stereo_phaser.h"
+#include "tests/reference/biquad.h"
+#include "tests/reference/output_filter.h"
+#include "tests/reference/stereo_phaser.h"
 #include "engine/signal.h"
 #include "engine/sound_engine.h"
 #include "tests/reference/names.h"
@@ -37,9 +37,9 @@ class PhaserStage final : public PhaserControl {
     bool on_ = false;
     float stages_ = 0.0f;
     float highPassControl_ = 0.0f;
-    std::array<dsp::PhaserPreFilter, 2> inputFilters_;
-    dsp::StereoPhaser phaser_;
-    std::array<dsp::OutputFilter, 2> outputFilters_;
+    std::array<PhaserPreFilter, 2> inputFilters_;
+    StereoPhaser phaser_;
+    std::array<OutputFilter, 2> outputFilters_;
 };
 
 }  // namespace reference

@@ -4,7 +4,7 @@
 
 #include "dsp/bow_noise.h"
 #include "dsp/one_pole.h"
-#include "dsp/output_filter.h"
+#include "tests/reference/output_filter.h"
 #include "dsp/shelf_tone.h"
 #include "dsp/state_variable_filter.h"
 #include "engine/sections.h"
@@ -53,7 +53,7 @@ class ToneStages {
     dsp::OnePole lowCut_;
     dsp::OnePole brightnessShelf_;
     dsp::OnePole topCut_;
-    dsp::OutputFilter output_;
+    OutputFilter output_;
 };
 
 }  // namespace reference

@@ -19,8 +19,8 @@ UpperVoices::UpperVoices() {
     for (Voice& voice : voices_) voice.keyHighPass.setCoefficients(keyHighPass());
 }
 
-dsp::BiquadCoefficients UpperVoices::keyHighPass() const {
-    return dsp::designHighPass(lastNoteHertz_, dsp::kKeyHighPassQ, sampleRate_);
+BiquadCoefficients UpperVoices::keyHighPass() const {
+    return designHighPass(lastNoteHertz_, kKeyHighPassQ, sampleRate_);
 }
 
 void UpperVoices::setRate(double sampleRate) {

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "dsp/biquad.h"
+#include "tests/reference/biquad.h"
 #include "dsp/module_fm_op.h"
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
@@ -72,7 +72,7 @@ class UpperVoices {
         dsp::ModuleFMop oscB;
         dsp::PitchedOscillator tableOscA;
         dsp::PitchedOscillator tableOscB;
-        dsp::Biquad keyHighPass;
+        Biquad keyHighPass;
         Pitch pitch;
         int noteState = 0;  // 1 while the key is held, -1 after its note-off
     };
@@ -83,7 +83,7 @@ class UpperVoices {
     Sources tickSources(Voice& voice, const MasterPhases& phases, double bendRatio,
                         const Sections& sections);
     void releaseSlot(int slot);
-    dsp::BiquadCoefficients keyHighPass() const;  // for the last note
+    BiquadCoefficients keyHighPass() const;  // for the last note
 
     std::array<dsp::VoiceEnvelope, kMaxVoices> envelopes_;
     std::array<Voice, kMaxVoices> voices_;
