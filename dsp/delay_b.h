@@ -23,6 +23,9 @@ class DelayB {
         return y;
     }
 
+    // The same for many in place; `length` may not be shorter.
+    void exchange(float* signal, int count);
+
     // Delays by `length` - 1 samples: the entry read is the oldest one left.
     float writeThenRead(float x) {
         buffer_[index_] = x;

@@ -36,6 +36,9 @@ class FractionalDelay {
     void read(float* out, int count);
     void write(const float* in, int count);
 
+    // Ticks in place, at most kMostFrames, each with a delay of its own set before.
+    void sweep(const float* delays, float* signal, int count);
+
   private:
     static constexpr double kOffset = 1e-38;
     // From here on a float does not notice the offset.
@@ -50,6 +53,9 @@ class FractionalDelay {
         const int next = readIndex_ + 1 == size_ ? 0 : readIndex_ + 1;
         const float output = buffer_[readIndex_] * oneMinusFrac_ + buffer_[next] * frac_;
         readIndex_ = next;
+        return withoutOffset(output);
+    }
+    static float withoutOffset(float output) {
         if (std::fabs(output) >= kInsensitive) return output;
         const double kept = std::fabs(output) >= kOffset ? output : 0.0;
         return static_cast<float>(kept - kOffset);

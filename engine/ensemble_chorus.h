@@ -7,7 +7,6 @@
 #include "dsp/fractional_delay.h"
 #include "dsp/square_lfo.h"
 #include "engine/segment.h"
-#include "engine/signal.h"
 #include "engine/sound_engine.h"
 
 namespace engine {
@@ -34,8 +33,8 @@ class EnsembleChorus final : public ChorusControl {
     void render(const Signal& in, int frames, StereoSignal& out);
 
   private:
-    StereoSample tick(float x);
-    float tickTap(int tap, float x, float modulation);
+    // One line for a segment, in place.
+    void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

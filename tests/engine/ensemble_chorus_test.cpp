@@ -9,7 +9,11 @@
 namespace {
 
 using engine::EnsembleChorus;
-using engine::StereoSample;
+
+struct StereoSample {
+    float left;
+    float right;
+};
 
 // One sample through a segment of one.
 StereoSample tick(EnsembleChorus& chorus, float x) {

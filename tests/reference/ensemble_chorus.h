@@ -6,7 +6,7 @@
 #include "tests/reference/delay_b.h"
 #include "tests/reference/fractional_delay.h"
 #include "dsp/square_lfo.h"
-#include "engine/signal.h"
+#include "tests/reference/stereo_sample.h"
 #include "engine/sound_engine.h"
 #include "tests/reference/names.h"
 

@@ -6,7 +6,7 @@
 #include "tests/reference/biquad.h"
 #include "tests/reference/output_filter.h"
 #include "tests/reference/stereo_phaser.h"
-#include "engine/signal.h"
+#include "tests/reference/stereo_sample.h"
 #include "engine/sound_engine.h"
 #include "tests/reference/names.h"
 

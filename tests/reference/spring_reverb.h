@@ -4,7 +4,7 @@
 #include "tests/reference/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "tests/reference/reverb_model.h"
-#include "engine/signal.h"
+#include "tests/reference/stereo_sample.h"
 #include "engine/sound_engine.h"
 #include "tests/reference/names.h"
 
