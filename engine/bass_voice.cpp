@@ -113,10 +113,6 @@ int BassVoice::renderControls(const PhaseRows& phases, int frames, Signal& delay
     return t;
 }
 
-float BassVoice::Source::tick(float phase, float gain) {
-    return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
-}
-
 void BassVoice::render(const PhaseRows& phases, const Sections& sections, int frames,
                        BassRows& out) {
     Signal delayed;

@@ -53,7 +53,9 @@ class BassVoice {
         dsp::ModuleFMop oscillator;
         dsp::StateVariableFilter filter;
         dsp::DcBlocker dcBlocker;
-        float tick(float phase, float gain);
+        float tick(float phase, float gain) {
+            return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
+        }
     };
     void setPitch(int key);
     float tickFade();

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <random>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "engine/engine.h"
+#include "dsp/kernels.h"
 #include "tests/golden/scenes.h"
 #include "tests/reference/engine.h"
 
@@ -19,32 +20,43 @@ namespace {
 // be rounded to its neighbour. All else has the same bits.
 constexpr double kNeighbour = 1.2e-7;  // relative
 
-struct Difference {
-    std::size_t frames = 0;  // whose bits differ
-    double largest = 0.0;    // relative to the sample
-};
-
-Difference difference(const std::vector<float>& a, const std::vector<float>& b) {
-    Difference d;
+// The largest difference, relative to the sample.
+double difference(const std::vector<float>& a, const std::vector<float>& b) {
+    double largest = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (a[i] == b[i]) continue;
-        ++d.frames;
         const double scale = std::fmax(std::fabs(b[i]), 1e-9);
-        d.largest = std::max(d.largest, std::fabs(static_cast<double>(a[i]) - b[i]) / scale);
+        largest = std::max(largest, std::fabs(static_cast<double>(a[i]) - b[i]) / scale);
     }
-    return d;
+    return largest;
 }
 
-Difference difference(const StereoSound& a, const StereoSound& b) {
-    const Difference l = difference(a.left, b.left);
-    const Difference r = difference(a.right, b.right);
-    return {l.frames + r.frames, std::max(l.largest, r.largest)};
+double difference(const StereoSound& a, const StereoSound& b) {
+    return std::max(difference(a.left, b.left), difference(a.right, b.right));
 }
 
-Difference fastAgainstLiteral(const Scene& scene, int blockSize) {
+StereoSound playOn(dsp::InstructionSet set, const Scene& scene, int blockSize) {
+    dsp::useInstructionSet(set);
+    StereoSound sound = playScene(scene, blockSize);
+    dsp::useInstructionSet(dsp::widestInstructionSet());
+    return sound;
+}
+
+bool sameBits(const std::vector<float>& a, const std::vector<float>& b) {
+    return std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+}
+
+// Plays the scene with the literal engine and with the shipped one on either path. Returns the
+// literal one's loudest sample.
+float prove(const Scene& scene, int blockSize) {
     const StereoSound literal =
         playScene(scene, blockSize, std::make_unique<reference::Engine>(44100.0));
-    return difference(playScene(scene, blockSize), literal);
+    const StereoSound widest = playOn(dsp::widestInstructionSet(), scene, blockSize);
+    const StereoSound baseline = playOn(dsp::InstructionSet::kBaseline, scene, blockSize);
+    EXPECT_TRUE(sameBits(widest.left, baseline.left) && sameBits(widest.right, baseline.right));
+    EXPECT_LE(difference(widest, literal), kNeighbour);
+    float loudest = 0.0f;
+    for (const float x : literal.left) loudest = std::max(loudest, std::fabs(x));
+    return loudest;
 }
 
 Scene randomScene(unsigned seed) {
@@ -78,23 +90,23 @@ Scene randomScene(unsigned seed) {
     return scene;
 }
 
-TEST(Proof, GoldenScenesHaveTheBitsOfTheLiteralEngine) {
+TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEitherPath) {
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
-        const Difference d = fastAgainstLiteral(scene, 64);
-        EXPECT_LE(d.largest, kNeighbour);
+        EXPECT_GT(prove(scene, 64), 0.01f);
     }
 }
 
-TEST(Proof, RandomScenesSoundLikeTheLiteralEngine) {
+TEST(Proof, RandomScenesSoundLikeTheLiteralEngineOnEitherPath) {
     const char* const wanted = std::getenv("QUARZEL_SCENES");
     const unsigned seeds = wanted ? std::stoul(wanted) : 200;
     constexpr int kBlocks[] = {1, 17, 64, 100, 512};
+    unsigned heard = 0;
     for (unsigned seed = 0; seed < seeds; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        const Difference d = fastAgainstLiteral(randomScene(seed), kBlocks[seed % 5]);
-        EXPECT_LE(d.largest, kNeighbour);
+        if (prove(randomScene(seed), kBlocks[seed % 5]) > 0.01f) ++heard;
     }
+    EXPECT_GE(heard, seeds / 2) << "too few scenes sound";
 }
 
 }  // namespace
