@@ -10,12 +10,16 @@
 namespace dsp {
 
 FractionalDelay::FractionalDelay(float delaySamples, int capacity)
-    : size_(std::max(capacity, 0) + 1), buffer_(size_, kDelayFill) {
+    : FractionalDelay(delaySamples, capacity, capacity) {}
+
+FractionalDelay::FractionalDelay(float delaySamples, int capacity, int highestCapacity)
+    : size_(std::max(capacity, 0) + 1), buffer_(std::max(highestCapacity + 1, size_)) {
+    clear();
     setDelay(delaySamples);
 }
 
 void FractionalDelay::setCapacity(int samples) {
-    size_ = std::clamp(samples + 1, 1, static_cast<int>(buffer_.size()));
+    size_ = std::clamp(samples + 1, 1, buffer_.size());
     delay_ = std::min(delay_, static_cast<float>(size_ - 1));
     reset();
 }
@@ -77,7 +81,7 @@ void FractionalDelay::sweep(const float* delays, float* signal, int count) {
 }
 
 void FractionalDelay::clear() {
-    std::fill(buffer_.begin(), buffer_.end(), kDelayFill);
+    std::fill_n(buffer_.data(), size_, kDelayFill);
 }
 
 void FractionalDelay::reset() {

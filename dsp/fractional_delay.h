@@ -2,18 +2,21 @@
 #pragma once
 
 #include <cmath>
-#include <vector>
+
+#include "dsp/zeroed_samples.h"
 
 namespace dsp {
 
 // Allocates in the constructor only.
 class FractionalDelay {
   public:
-    // Delay in samples; capacity in samples (from 0) is the longest delay.
+    // Delay in samples; capacity in samples (from 0) is the longest delay. With a third argument
+    // there is memory for setCapacity to go further.
     FractionalDelay(float delaySamples, int capacity);
+    FractionalDelay(float delaySamples, int capacity, int highestCapacity);
 
-    // Works with less of the memory from now on, at most the constructor's capacity; empties the
-    // line. The delay keeps its value if it still fits.
+    // Works with another part of the memory from now on, all of it at most; empties the line. The
+    // delay keeps its value if it still fits.
     void setCapacity(int samples);
 
     // Refused outside 0..capacity + 1 and for NaN: the line then keeps its read position.
@@ -21,7 +24,7 @@ class FractionalDelay {
     void setDelay(float delaySamples);
     float delay() const { return delay_; }  // samples, as last accepted
 
-    void clear();  // memory only; positions stay
+    void clear();  // the memory in use only; positions stay
     void reset();  // memory and write position; the accepted delay is derived anew
 
     // The delay stays fixed between calls of setDelay. An offset of 1e-38 is added on the way
@@ -62,7 +65,7 @@ class FractionalDelay {
     }
 
     int size_;  // slots in use: capacity + 1
-    std::vector<float> buffer_;
+    ZeroedSamples buffer_;
     int writeIndex_ = 0;
     int readIndex_ = 0;
     float frac_ = 0.0f;

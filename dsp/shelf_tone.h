@@ -66,6 +66,7 @@ class ShelfTone {
     void walk();
 
     std::array<ShelfCoefficients, kSteps> table_{};
+    float tableRate_ = 0.0f;
     float w1_ = 0.0f;
     float w2_ = 0.0f;
     int countdown_ = 0;  // samples to the next walk

@@ -150,6 +150,8 @@ StereoPhaser::Sweep StereoPhaser::computeSweep() const {
 
 // First-order allpass coefficients, bilinear with the frequency unwarped.
 void StereoPhaser::buildTable(double sampleRate) {
+    if (sampleRate == tableRate_) return;
+    tableRate_ = sampleRate;
     for (int i = 0; i < kTableSize; ++i) {
         const double octaves = static_cast<double>(i) / kStepsPerOctave;
         const double hz = std::min(20.0 * std::exp2(octaves), sampleRate / 2.0);

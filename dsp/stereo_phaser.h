@@ -87,6 +87,7 @@ class StereoPhaser {
     void buildTable(double sampleRate);
 
     std::array<float, kTableSize> table_{};
+    double tableRate_ = 0.0;
     Sweep sweep_;
     std::int64_t sweepPosition_ = 0;
     std::array<Allpass, kMaxStages> stages_;

@@ -7,14 +7,9 @@ namespace engine {
 
 namespace {
 constexpr int kEnvelopeKey = 60;
-constexpr int kPhaseRingLength = 100;
 constexpr float kFadeStep = 0.01f;
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
-
-BassVoice::BassVoice() {
-    phaseRing_.setLength(kPhaseRingLength);
-}
 
 void BassVoice::setRate(double sampleRate) {
     sampleRate_ = sampleRate;

@@ -25,8 +25,6 @@ struct BassRows {
 
 class BassVoice {
   public:
-    BassVoice();
-
     void setRate(double sampleRate);
 
     dsp::VoiceEnvelope& envelope() { return envelope_; }
@@ -49,6 +47,8 @@ class BassVoice {
     void render(const PhaseRows& phases, const Sections& sections, int frames, BassRows& out);
 
   private:
+    static constexpr int kPhaseRingLength = 100;
+
     struct Source {
         dsp::ModuleFMop oscillator;
         dsp::StateVariableFilter filter;
@@ -67,7 +67,7 @@ class BassVoice {
     Pitch pitch_;
     Source contrabass_;
     Source cello_;
-    dsp::DelayB phaseRing_;
+    dsp::DelayB phaseRing_{kPhaseRingLength};
     float fade_ = 1.0f;
     bool glideIn_ = false;
     double sampleRate_ = 44100.0;

@@ -16,7 +16,8 @@ constexpr int kLineCapacity = 1922;
 }  // namespace
 
 EnsembleChorus::EnsembleChorus()
-    : lines_{dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
+    : fastRing_(static_cast<int>(kHighestRate * kFastRingSeconds)),
+      lines_{dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
              dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
              dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity)} {
     slowLfo_.setFrequency(kSlowHertz);

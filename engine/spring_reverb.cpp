@@ -15,6 +15,7 @@ constexpr float kSpringThreshold = 0.1f;
 
 SpringReverb::SpringReverb(double highestRate)
     : springLine_(static_cast<float>(sampleRate_ * kSpringSeconds),
+                  static_cast<int>(sampleRate_ * kSpringCapacitySeconds),
                   static_cast<int>(highestRate * kSpringCapacitySeconds)) {}
 
 void SpringReverb::setRate(double sampleRate) {

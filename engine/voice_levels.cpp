@@ -64,12 +64,14 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
     }
 }
 
+// Whole rows, with the sum in registers.
 void VoiceLevels::sum(float* out, int frames) const {
-    std::fill_n(out, frames, 0.0f);
+    Signal total{};
     for (int slot = 0; slot < kMaxVoices; ++slot) {
-        const float* const levels = row(slot);
-        for (int t = 0; t < frames; ++t) out[t] += levels[t];
+        const Signal& levels = rows_[slot];
+        for (int t = 0; t < kLongestSegment; ++t) total[t] += levels[t];
     }
+    std::copy_n(total.data(), frames, out);
 }
 
 }  // namespace engine
