@@ -116,15 +116,21 @@ void BassVoice::render(const PhaseRows& phases, const Sections& sections, int fr
     out.contrabassOn = sections.on[kContrabass];
     out.celloOn = sections.on[kCello];
     if (out.sounding == 0) return;
-    const float contrabassLevel = sections.level[kContrabass];
-    const float celloLevel = sections.level[kCello];
-    // Both in one loop: each operator waits for its own last sample, and the waits overlap.
+    // Both sections in one loop, tone and filters in two: each waits for its own last sample, and
+    // the processor fills the wait with what it sees ahead.
     Source contrabass = contrabass_;
     Source cello = cello_;
     for (int t = 0; t < out.sounding; ++t) {
-        out.contrabass[t] =
-            contrabass.tick(delayed[t] * 0.5f, amplitude[t] * contrabassLevel * 0.4f);
-        out.cello[t] = cello.tick(delayed[t], amplitude[t] * celloLevel * 0.4f);
+        out.contrabass[t] = contrabass.tickTone(delayed[t] * 0.5f);
+        out.cello[t] = cello.tickTone(delayed[t]);
+    }
+    const float contrabassLevel = sections.level[kContrabass];
+    const float celloLevel = sections.level[kCello];
+    for (int t = 0; t < out.sounding; ++t) {
+        const float contrabassGain = amplitude[t] * contrabassLevel * 0.4f;
+        const float celloGain = amplitude[t] * celloLevel * 0.4f;
+        out.contrabass[t] = contrabass.tickFilters(out.contrabass[t] * contrabassGain);
+        out.cello[t] = cello.tickFilters(out.cello[t] * celloGain);
     }
     if (out.contrabassOn) contrabass_ = contrabass;
     if (out.celloOn) cello_ = cello;

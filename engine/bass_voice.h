@@ -53,9 +53,8 @@ class BassVoice {
         dsp::ModuleFMop oscillator;
         dsp::StateVariableFilter filter;
         dsp::DcBlocker dcBlocker;
-        float tick(float phase, float gain) {
-            return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
-        }
+        float tickTone(float phase) { return oscillator.process(phase + 0.001f); }
+        float tickFilters(float x) { return dcBlocker.tick(filter.process(x)); }
     };
     void setPitch(int key);
     float tickFade();

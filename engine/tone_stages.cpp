@@ -118,30 +118,35 @@ void ToneStages::renderTone(const BassRows& bass, const Signal& dither, int fram
     }
 }
 
-// All in one loop: every filter waits for its own last sample, and the waits overlap.
+// Few filters a loop: each waits for its own last sample, and the processor sees far enough ahead
+// to fill the wait with the next ones.
 void ToneStages::renderSteadyTone(const BassRows& bass, const Signal& dither, int from, int until,
                                   Signal& mix) {
     dsp::ShelfTone::Filter shelf = shelf_.filter();
     dsp::OnePole lowCut = lowCut_;
     dsp::OnePole brightnessShelf = brightnessShelf_;
-    dsp::OnePole topCut = topCut_;
-    dsp::OutputFilter output = output_;
+    const float brightness = brightness_;
     for (int t = from; t < until; ++t) {
         float x = shelf.tick(mix[t]);
         x -= lowCut.tickLowPass(x);
         brightnessShelf.tickLowPass(x);
-        x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness_ + x;
-        x = x * 0.5f;
-        if (t < bass.sounding) {
-            if (bass.contrabassOn) x += bass.contrabass[t];
-            if (bass.celloOn) x += bass.cello[t];
-        }
-        x = topCut.tickLowPass(x) + dither[t];
-        mix[t] = static_cast<float>(output.tick(x));
+        x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness + x;
+        mix[t] = x * 0.5f;
     }
     shelf_.advance(shelf, until - from);
     lowCut_ = lowCut;
     brightnessShelf_ = brightnessShelf;
+
+    const int sounding = std::min(until, bass.sounding);
+    for (int t = from; t < sounding && bass.contrabassOn; ++t) mix[t] += bass.contrabass[t];
+    for (int t = from; t < sounding && bass.celloOn; ++t) mix[t] += bass.cello[t];
+
+    dsp::OnePole topCut = topCut_;
+    dsp::OutputFilter output = output_;
+    for (int t = from; t < until; ++t) {
+        const float x = topCut.tickLowPass(mix[t]) + dither[t];
+        mix[t] = static_cast<float>(output.tick(x));
+    }
     topCut_ = topCut;
     output_ = output;
 }
