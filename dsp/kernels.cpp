@@ -16,7 +16,8 @@ namespace baseline {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/voice_kernel.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps, runCombs};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
+                              runRamps,  runCombs,    runAllpass};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -27,7 +28,8 @@ namespace avx2 {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/voice_kernel.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps, runCombs};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
+                              runRamps,  runCombs,    runAllpass};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #pragma GCC pop_options

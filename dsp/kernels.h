@@ -19,7 +19,9 @@ struct Kernels {
     void (*sumVoices)(const VoiceSum& sum);
     // Levels that move evenly; see LevelRamps.
     void (*runRamps)(LevelRamps& ramps, int frames);
+    // The reverb: all combs, and a run of an allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
+    void (*runAllpass)(float* line, float* signal, int frames, float gain);
 };
 
 enum class InstructionSet { kBaseline, kAvx2 };

@@ -1,8 +1,6 @@
 // Memory, settings and runs of the reverb's lines.
 #include "dsp/reverb_lines.h"
 
-#include "dsp/denormal.h"
-
 namespace dsp {
 
 template <int kCapacity>
@@ -65,11 +63,7 @@ void ReverbAllpass::render(float* signal, int frames) {
     while (frames > 0) {
         int count;
         float* const line = ring_.run(frames, count);
-        for (int i = 0; i < count; ++i) {
-            const float delayed = flushed(line[i]);
-            line[i] = kGain * delayed + signal[i];
-            signal[i] = delayed - kGain * signal[i];
-        }
+        kernels_.runAllpass(line, signal, count, kGain);
         ring_.advance(count);
         signal += count;
         frames -= count;

@@ -68,6 +68,7 @@ class ReverbAllpass {
   private:
     static constexpr float kGain = 0.5f;
 
+    const Kernels& kernels_ = kernels();
     ReverbRing<kLongest> ring_;
 };
 
