@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bench/bench_support.h"
+#include "dsp/kernels.h"
 #include "engine/engine.h"
 #include "plugin/vst_synth.h"
 #include "tests/reference/engine.h"
@@ -71,6 +72,13 @@ void held(benchmark::State& state) {
     timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
 }
 
+// As on a processor without AVX2.
+void heldOnBaseline(benchmark::State& state) {
+    dsp::useInstructionSet(dsp::InstructionSet::kBaseline);
+    held<engine::Engine>(state);
+    dsp::useInstructionSet(dsp::widestInstructionSet());
+}
+
 // All voices in their release, which lasts 40 s.
 template <typename Engine>
 void decaying(benchmark::State& state) {
@@ -120,6 +128,7 @@ BENCHMARK(held<Fast>)->Name("instrument/held")->Arg(44)->Arg(10)->Arg(1)->UseMan
 BENCHMARK(decaying<Fast>)->Name("instrument/release")->Arg(44)->Arg(10)->UseManualTime();
 BENCHMARK(tail<Fast>)->Name("instrument/tail")->UseManualTime();
 BENCHMARK(asleep<Fast>)->Name("instrument/asleep")->UseManualTime();
+BENCHMARK(heldOnBaseline)->Name("baseline/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(held<Literal>)->Name("literal/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(asleep<Literal>)->Name("literal/asleep")->UseManualTime();
 

@@ -5,7 +5,6 @@
 #include <array>
 
 #include "dsp/denormal.h"
-#include "dsp/kernels.h"
 
 namespace dsp {
 
@@ -46,37 +45,29 @@ void FractionalDelay::write(const float* in, int count) {
 }
 
 void FractionalDelay::sweep(const float* delays, float* signal, int count) {
-    const float size = static_cast<float>(size_);
-    bool inRange = true;
-    for (int i = 0; i < count; ++i) inRange &= delays[i] >= 0.0f && delays[i] <= size;
-    if (!inRange) {
+    constexpr int kRoom = kMostFrames + 8;
+    std::array<int, kRoom> index, next;
+    std::array<float, kRoom> fraction;
+    const bool placed =
+        size_ >= count && kernels_.placeTaps({delays, writeIndex_, size_, count, index.data(),
+                                              next.data(), fraction.data()});
+    if (!placed) {
         for (int i = 0; i < count; ++i) {
             setDelay(delays[i]);
             signal[i] = tick(signal[i]);
         }
         return;
     }
-    // As setDelay: all positions first, which takes no turns and goes side by side.
-    std::array<int, kMostFrames> index;
-    std::array<float, kMostFrames> frac;
-    for (int i = 0; i < count; ++i) {
-        int write = writeIndex_ + i;
-        write = write >= size_ ? write - size_ : write;
-        float position = static_cast<float>(write) - std::min(delays[i], size - 1.0f);
-        position = position < 0.0f ? position + size : position;
-        const int whole = static_cast<int>(position);
-        frac[i] = position - static_cast<float>(whole);
-        index[i] = whole >= size_ ? whole - size_ : whole;
-    }
     for (int i = 0; i < count; ++i) {
         put(signal[i]);
-        const int next = index[i] + 1 == size_ ? 0 : index[i] + 1;
-        const float output = buffer_[index[i]] * (1.0f - frac[i]) + buffer_[next] * frac[i];
+        const float output =
+            buffer_[index[i]] * (1.0f - fraction[i]) + buffer_[next[i]] * fraction[i];
         signal[i] = withoutOffset(output);
     }
-    delay_ = std::min(delays[count - 1], size - 1.0f);
-    readIndex_ = index[count - 1] + 1 == size_ ? 0 : index[count - 1] + 1;
-    frac_ = frac[count - 1];
+    const int last = count - 1;
+    delay_ = std::min(delays[last], static_cast<float>(size_ - 1));
+    readIndex_ = next[last];
+    frac_ = fraction[last];
     oneMinusFrac_ = 1.0f - frac_;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "dsp/kernels.h"
 #include "dsp/zeroed_samples.h"
 
 namespace dsp {
@@ -39,7 +40,8 @@ class FractionalDelay {
     void read(float* out, int count);
     void write(const float* in, int count);
 
-    // Ticks in place, at most kMostFrames, each with a delay of its own set before.
+    // Ticks in place, at most kMostFrames, each with a delay of its own set before; there is room
+    // to read 7 delays more.
     void sweep(const float* delays, float* signal, int count);
 
   private:
@@ -64,6 +66,7 @@ class FractionalDelay {
         return static_cast<float>(kept - kOffset);
     }
 
+    const Kernels& kernels_ = kernels();
     int size_;  // slots in use: capacity + 1
     ZeroedSamples buffer_;
     int writeIndex_ = 0;

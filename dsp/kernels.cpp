@@ -15,9 +15,10 @@ namespace dsp {
 namespace baseline {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
+#include "dsp/delay_kernel.inc"
 #include "dsp/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runCombs,    runAllpass};
+                              runRamps,  placeTaps,   runCombs,   runAllpass};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -27,9 +28,10 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 namespace avx2 {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
+#include "dsp/delay_kernel.inc"
 #include "dsp/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runCombs,    runAllpass};
+                              runRamps,  placeTaps,   runCombs,   runAllpass};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #pragma GCC pop_options

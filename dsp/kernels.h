@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dsp/comb_lanes.h"
+#include "dsp/delay_taps.h"
 #include "dsp/voice_lanes.h"
 
 namespace dsp {
@@ -19,6 +20,8 @@ struct Kernels {
     void (*sumVoices)(const VoiceSum& sum);
     // Levels that move evenly; see LevelRamps.
     void (*runRamps)(LevelRamps& ramps, int frames);
+    // Places the taps; false when a delay is not from 0 to the size.
+    bool (*placeTaps)(const DelayTaps& taps);
     // The reverb: all combs, and a run of an allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
