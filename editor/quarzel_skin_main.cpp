@@ -1,9 +1,10 @@
-// quarzel-skin SKIN-FOLDER: lists the elements of a skin and everything wrong with it.
+// quarzel-skin SKIN-FOLDER [OUT.png]: lists a skin and everything wrong with it, and draws it.
 #include <iostream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
+#include "editor/skin_preview.h"
 #include "editor/skin_report.h"
 
 int main(int argc, char** argv) {
@@ -11,16 +12,21 @@ int main(int argc, char** argv) {
     constexpr int kWrongUsage = 2;
 
     CLI::App app(
-        "Lists the elements of a skin with their computed numbers, and every message "
-        "that loading it brings up.",
+        "Lists the elements of a skin with their computed numbers, and every message that "
+        "loading it brings up; draws the skin.",
         "quarzel-skin");
     std::string folder;
+    std::string picture;
     app.add_option("SKIN-FOLDER", folder, "Folder that holds skin.xml and its pictures")
         ->required();
+    app.add_option("OUT.png", picture, "Where to write the skin's picture");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
-    return editor::reportSkin(folder + '/', std::cout) > 0 ? kComplaints : 0;
+    folder += '/';
+    const int complaints = picture.empty() ? editor::reportSkin(folder, std::cout)
+                                           : editor::reportAndDrawSkin(folder, picture, std::cout);
+    return complaints > 0 ? kComplaints : 0;
 }

@@ -178,6 +178,9 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
         std::fill_n(right, frames, 0.0f);
     }
     outputLevel_.store(limiter_.level(), std::memory_order_relaxed);
+    for (int tap = 0; tap < EnsembleChorus::kTaps; ++tap) {
+        chorusTaps_[tap].store(chorus_.tapPosition(tap), std::memory_order_relaxed);
+    }
 }
 
 void Engine::renderAwake(float* left, float* right, int frames) {

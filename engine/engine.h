@@ -67,6 +67,9 @@ class Engine final : public SoundEngine {
     int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
     float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    float chorusTap(int tap) const override {
+        return chorusTaps_[tap].load(std::memory_order_relaxed);
+    }
     void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
   private:
@@ -126,6 +129,7 @@ class Engine final : public SoundEngine {
     std::atomic<int> heldNotes_{0};
     std::atomic<int> lastKey_{-1};
     std::atomic<float> outputLevel_{0.0f};
+    std::array<std::atomic<float>, EnsembleChorus::kTaps> chorusTaps_{};
 };
 
 }  // namespace engine

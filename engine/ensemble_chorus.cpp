@@ -46,9 +46,22 @@ void EnsembleChorus::clearModulators() {
     fastLfo_.clear();
 }
 
+float EnsembleChorus::shortestDelay() const {
+    return static_cast<float>(wide_ * kShortestSeconds * sampleRate_);
+}
+
+float EnsembleChorus::longestDelay() const {
+    return static_cast<float>(wide_ * kLongestSeconds * sampleRate_);
+}
+
+float EnsembleChorus::tapPosition(int tap) const {
+    const float shortest = shortestDelay();
+    return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
+}
+
 void EnsembleChorus::renderTap(int tap, const Signal& modulation, int frames, Signal& signal) {
-    const float shortest = static_cast<float>(wide_ * kShortestSeconds * sampleRate_);
-    const float longest = static_cast<float>(wide_ * kLongestSeconds * sampleRate_);
+    const float shortest = shortestDelay();
+    const float longest = longestDelay();
     Signal delays{};
     for (int t = 0; t < frames; ++t) {
         delays[t] = shortest + (longest - shortest) * (modulation[t] + 1.0f) * 0.5f;

@@ -29,10 +29,16 @@ class EnsembleChorus final : public ChorusControl {
 
     void clearModulators();
 
+    // Where in the range of the delays a tap stands, 0 the shortest to 1 the longest. A strong
+    // modulation leaves the range.
+    float tapPosition(int tap) const;
+
     // A segment.
     void render(const Signal& in, int frames, StereoSignal& out);
 
   private:
+    float shortestDelay() const;  // samples
+    float longestDelay() const;
     // One line for a segment, in place.
     void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 

@@ -129,6 +129,8 @@ class SoundEngine {
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // -1 before the first
     virtual float outputLevel() const = 0;
+    // Of a chorus tap (0..2), as the last block left it: 0..1 spans the range of its delay.
+    virtual float chorusTap(int tap) const = 0;
     virtual void forgetHeldNotes() = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -27,6 +28,10 @@ bool fileExists(const std::string& path);
 
 // Whether a folder can be read and has any entry; the entries "." and ".." count.
 bool folderHasEntry(const std::string& folder);
+
+// The names of a folder's entries but "." and "..", in the order of the file system; none when it
+// cannot be read.
+std::vector<std::string> folderEntries(const std::string& folder);
 
 // False when it could not be made, also when it is there already.
 bool createFolder(const std::string& folder);

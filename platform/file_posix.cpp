@@ -89,6 +89,18 @@ bool folderHasEntry(const std::string& folder) {
     return any;
 }
 
+std::vector<std::string> folderEntries(const std::string& folder) {
+    std::vector<std::string> names;
+    DIR* const directory = opendir(folder.c_str());
+    if (!directory) return names;
+    while (const dirent* const entry = readdir(directory)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") names.push_back(name);
+    }
+    closedir(directory);
+    return names;
+}
+
 bool createFolder(const std::string& folder) {
     return mkdir(folder.c_str(), 0777) == 0;
 }

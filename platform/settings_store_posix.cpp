@@ -59,10 +59,7 @@ Settings parsed(const std::string& contents) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(std::string company, std::string product)
-    : company_(std::move(company)), product_(std::move(product)) {}
-
-std::optional<std::string> SettingsStore::read(const std::string& name) const {
+std::optional<std::string> SettingsStore::readFromSystem(const std::string& name) const {
     const auto base = applicationDataFolder();
     if (!base) return std::nullopt;
     const auto contents =
@@ -74,7 +71,7 @@ std::optional<std::string> SettingsStore::read(const std::string& name) const {
     return found->second;
 }
 
-bool SettingsStore::write(const std::string& name, const std::string& value) const {
+bool SettingsStore::writeToSystem(const std::string& name, const std::string& value) const {
     const auto base = applicationDataFolder();
     if (!base) return false;
     const std::string companyFolder = *base + "/" + company_;

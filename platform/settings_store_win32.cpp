@@ -32,10 +32,7 @@ std::wstring keyPath(const std::string& company, const std::string& product) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(std::string company, std::string product)
-    : company_(std::move(company)), product_(std::move(product)) {}
-
-std::optional<std::string> SettingsStore::read(const std::string& name) const {
+std::optional<std::string> SettingsStore::readFromSystem(const std::string& name) const {
     HKEY key = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, keyPath(company_, product_).c_str(), 0, KEY_READ, &key) !=
         ERROR_SUCCESS) {
@@ -52,7 +49,7 @@ std::optional<std::string> SettingsStore::read(const std::string& name) const {
     return narrow(buffer.data());
 }
 
-bool SettingsStore::write(const std::string& name, const std::string& value) const {
+bool SettingsStore::writeToSystem(const std::string& name, const std::string& value) const {
     HKEY key = nullptr;
     if (RegCreateKeyExW(HKEY_CURRENT_USER, keyPath(company_, product_).c_str(), 0, nullptr, 0,
                         KEY_WRITE, nullptr, &key, nullptr) != ERROR_SUCCESS) {

@@ -304,13 +304,21 @@ enum VstProcessPrecision : VstInt32 { kVstProcessPrecision32 = 0, kVstProcessPre
 
 enum VstPanLawType : VstInt32 { kLinearPanLaw = 0, kEqualPowerPanLaw };
 
+// What a host is about to load.
+struct VstPatchChunkInfo {
+    VstInt32 version;  // of this record, 1
+    VstInt32 pluginUniqueID;
+    VstInt32 pluginVersion;
+    VstInt32 numElements;  // programs of a bank, parameters of a program
+    char future[48];
+};
+
 // Passed through and never looked into.
 struct VstSpeakerArrangement;
 struct VstVariableIo;
 struct VstAudioFile;
 struct VstOfflineTask;
 struct VstFileSelect;
-struct VstPatchChunkInfo;
 struct VstWindow;
 
 #include "plugin/vst2_layout.h"

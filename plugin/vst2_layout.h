@@ -142,4 +142,11 @@ VST_OFFSET(VstKeyCode, virt, 4);
 VST_OFFSET(VstKeyCode, modifier, 5);
 static_assert(sizeof(VstKeyCode) == 8);
 
+VST_OFFSET(VstPatchChunkInfo, version, 0);
+VST_OFFSET(VstPatchChunkInfo, pluginUniqueID, 4);
+VST_OFFSET(VstPatchChunkInfo, pluginVersion, 8);
+VST_OFFSET(VstPatchChunkInfo, numElements, 12);
+VST_OFFSET(VstPatchChunkInfo, future, 16);
+static_assert(sizeof(VstPatchChunkInfo) == 64);
+
 #undef VST_OFFSET

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/engine.h"
+#include "plugin/editor_adapter.h"
 #include "state/chunks.h"
 
 namespace plugin {
@@ -56,11 +57,13 @@ VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine
     updateDisplay();
     initialising_ = false;
 
-    // Here the editor attaches itself.
+    setEditor(new EditorAdapter(*this));
     setProgram(0);
 }
 
 VstSynth::~VstSynth() {
+    // The editor asks this instance to the end, and is deleted after it.
+    if (editor_) editor_->close();
     state::controllerMap().save();
 }
 

@@ -65,6 +65,8 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
 
     // The next controller is bound to the parameter armed here.
     state::LearnSlot& learnSlot() { return learnSlot_; }
+    // For its queries.
+    const engine::SoundEngine& engine() const { return instrument_.engine(); }
 
   private:
     int dispatchUpTo(int frame) override {

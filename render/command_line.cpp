@@ -63,11 +63,21 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--bits", typed.bits, "Sample format: 16, 24 or 32f (default: 24)")
         ->type_name("FORMAT");
     app.add_option("--gain", typed.gain, "Gain, -60 to 60 (default: 0)")->type_name("DB");
-    app.add_option("--program", line.program, "Program to play")->type_name("N|NAME");
+    app.add_option("--bank", line.bank, "Load a bank before all else")->type_name("FILE.fxb");
+    app.add_option("--program", line.program, "Program to play, after --bank")->type_name("N|NAME");
+    app.add_option("--preset", line.preset, "Load a preset into that program, after --program")
+        ->type_name("FILE.fxp");
     app.add_option("--set", typed.settings,
-                   "Set a parameter, 0 to 1; repeatable; the second of two equal names is NAME#2")
+                   "Set a parameter, 0 to 1, after --preset; repeatable; the second of two equal "
+                   "names is NAME#2")
         ->type_name("NAME|INDEX=VALUE")
         ->allow_extra_args(false);
+    app.add_option(
+           "--save-bank", line.savedBank,
+           "Save the bank with all of that applied, before the song is played; needs no song")
+        ->type_name("FILE.fxb");
+    app.add_option("--save-preset", line.savedPreset, "Save the current program, likewise")
+        ->type_name("FILE.fxp");
     app.add_option("--tail", typed.tail,
                    "Length after the song, 0 to 600 (default: until silent, at most 30)")
         ->type_name("SECONDS");
@@ -82,6 +92,15 @@ void readTyped(const Typed& typed, CommandLine& line) {
     if (typed.gain) line.render.gainDb = readDouble("--gain", *typed.gain, -60.0, 60.0);
     if (typed.tail) line.render.tailSeconds = readDouble("--tail", *typed.tail, 0.0, 600.0);
     for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
+}
+
+void checkFiles(const CommandLine& line) {
+    if (line.list && !line.song.empty()) throw UsageError("--list takes no files");
+    const bool hasOtherWork = line.list || line.savedBank || line.savedPreset;
+    if (hasOtherWork && line.song.empty() && line.output.empty()) return;
+    if (line.song.empty() || line.output.empty()) {
+        throw UsageError("SONG.mid and OUT.wav are needed");
+    }
 }
 
 }  // namespace
@@ -104,8 +123,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
         throw UsageError(error.what());
     }
     readTyped(typed, line);
-    if (line.list && !line.song.empty()) throw UsageError("--list takes no files");
-    if (!line.list && line.output.empty()) throw UsageError("SONG.mid and OUT.wav are needed");
+    checkFiles(line);
     return line;
 }
 

@@ -16,15 +16,21 @@ struct ParameterSetting {
 };
 
 struct CommandLine {
-    std::string song;
+    std::string song;  // empty: nothing is rendered
     std::string output;
     std::string plugin;  // empty: the instrument beside the program
     int sampleRate = 44100;
     int blockSize = 512;
     SampleFormat format = SampleFormat::kInt24;
     RenderSettings render;
+    // Applied in this order; bank and preset are paths.
+    std::optional<std::string> bank;
     std::optional<std::string> program;  // name or index
+    std::optional<std::string> preset;
     std::vector<ParameterSetting> settings;
+    // Paths, written after these are applied and before the song is played.
+    std::optional<std::string> savedBank;
+    std::optional<std::string> savedPreset;
     bool list = false;
     bool quiet = false;
     std::string answer;  // when not empty, all there is to do is to print it

@@ -2,12 +2,11 @@
 #include "render/midi_song.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
 
-#include "platform/file.h"
 #include "render/byte_reader.h"
 #include "render/error.h"
+#include "render/files.h"
 
 namespace render {
 namespace {
@@ -219,19 +218,7 @@ MidiSong parseMidiSong(std::string_view bytes, const std::string& name) {
 }
 
 MidiSong readMidiSong(const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found) {
-        throw Error("There is no file " + path + ".");
-    }
-    if (status.type() != std::filesystem::file_type::regular) {
-        throw Error(path + " is not a file that can be read.");
-    }
-    const auto size = std::filesystem::file_size(path, error);
-    if (!error && size > kMaxFileBytes) throw Error(path + " is too large to be a MIDI file.");
-    const auto bytes = platform::readFile(path, kMaxFileBytes);
-    if (!bytes) throw Error(path + " cannot be read.");
-    return parseMidiSong(*bytes, path);
+    return parseMidiSong(readWhole(path, kMaxFileBytes, "a MIDI file"), path);
 }
 
 }  // namespace render

@@ -106,10 +106,16 @@ std::string PluginHost::programName(int index) {
     if (isNamed) return buffer;
     // An instrument that names only the program it is in has to be taken there.
     const int current = program();
-    setProgram(index);
+    if (index != current) setProgram(index);
     const std::string name = text(effGetProgramName);
-    setProgram(current);
+    if (index != current) setProgram(current);
     return name;
+}
+
+void PluginHost::setProgramName(const std::string& name) {
+    char buffer[kTextBytes] = {};
+    name.copy(buffer, kVstMaxProgNameLen - 1);
+    dispatch(effSetProgramName, 0, 0, buffer);
 }
 
 float PluginHost::parameter(int index) const {
@@ -127,6 +133,28 @@ std::string PluginHost::parameterName(int index) const {
 std::string PluginHost::parameterDisplay(int index) const {
     const std::string unit = text(effGetParamLabel, index);
     return text(effGetParamDisplay, index) + (unit.empty() ? "" : " " + unit);
+}
+
+std::string PluginHost::chunk(Extent extent) const {
+    void* data = nullptr;
+    const VstIntPtr size = dispatch(effGetChunk, static_cast<VstInt32>(extent), 0, &data);
+    if (!data || size <= 0) return {};
+    return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
+}
+
+void PluginHost::setChunk(Extent extent, std::string chunk) {
+    const auto size = static_cast<VstIntPtr>(chunk.size());
+    dispatch(effSetChunk, static_cast<VstInt32>(extent), size, chunk.data());
+}
+
+bool PluginHost::acceptsLoading(Extent extent, VstInt32 id, int version, int count) const {
+    VstPatchChunkInfo info = {};
+    info.version = 1;
+    info.pluginUniqueID = id;
+    info.pluginVersion = version;
+    info.numElements = count;
+    const auto opcode = extent == Extent::kBank ? effBeginLoadBank : effBeginLoadProgram;
+    return static_cast<VstInt32>(dispatch(opcode, 0, 0, &info)) != -1;
 }
 
 VstIntPtr PluginHost::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,

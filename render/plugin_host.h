@@ -16,6 +16,9 @@ struct BlockEvent {
     MidiMessage message;
 };
 
+// What a chunk holds; the numbers are those of the interface.
+enum class Extent : VstInt32 { kBank = 0, kProgram = 1 };
+
 // One thread calls everything.
 class PluginHost {
   public:
@@ -31,16 +34,28 @@ class PluginHost {
     int blockSize() const { return blockSize_; }
     int outputCount() const { return effect_->numOutputs; }
 
+    VstInt32 uniqueId() const { return effect_->uniqueID; }
+    int version() const { return effect_->version; }
+
     int programCount() const { return effect_->numPrograms; }
     int program() const;
     void setProgram(int index);
     std::string programName(int index);
+    void setProgramName(const std::string& name);  // of the current program, cut to 23 bytes
 
     int parameterCount() const { return effect_->numParams; }
     float parameter(int index) const;
     void setParameter(int index, float value);  // 0..1
     std::string parameterName(int index) const;
     std::string parameterDisplay(int index) const;  // its value and unit, as the instrument says
+
+    // Whether the instrument keeps its state in chunks that only it understands.
+    bool hasChunks() const { return (effect_->flags & effFlagsProgramChunks) != 0; }
+    std::string chunk(Extent extent) const;  // empty when the instrument gives none
+    void setChunk(Extent extent, std::string chunk);
+    // Asks before a bank or program of that origin is loaded; count of programs or parameters.
+    // False when the instrument says that it cannot.
+    bool acceptsLoading(Extent extent, VstInt32 id, int version, int count) const;
 
     // Passes one request to the instrument, with the published meaning of the arguments.
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,

@@ -4,14 +4,15 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "platform/folders.h"
 #include "render/command_line.h"
 #include "render/error.h"
+#include "render/files.h"
 #include "render/numbers.h"
+#include "render/patches.h"
 #include "render/progress_bar.h"
 
 namespace render {
@@ -37,9 +38,11 @@ int indexOf(const std::string& text, const std::vector<std::string>& names,
 }
 
 void applySettings(const CommandLine& line, PluginHost& host) {
+    if (line.bank) loadBank(host, *line.bank);
     if (line.program) {
         host.setProgram(indexOf(*line.program, distinctProgramNames(host), "program"));
     }
+    if (line.preset) loadPreset(host, *line.preset);
     if (line.settings.empty()) return;
     const auto names = distinctParameterNames(host);
     for (const auto& setting : line.settings) {
@@ -98,10 +101,6 @@ void report(const CommandLine& line, const RenderStatistics& statistics, double 
 void renderFile(const CommandLine& line, PluginHost& host, const MidiSong& song,
                 const Surroundings& surroundings) {
     const auto begin = std::chrono::steady_clock::now();
-    std::error_code error;
-    if (std::filesystem::equivalent(line.song, line.output, error)) {
-        throw Error(line.output + " is the song itself.");
-    }
     WavWriter writer(line.output, {line.sampleRate, channelsOf(host), line.format,
                                    maxFramesOf(song, line.sampleRate, line.render)});
     RenderStatistics statistics;
@@ -116,20 +115,52 @@ void renderFile(const CommandLine& line, PluginHost& host, const MidiSong& song,
     if (!line.quiet) report(line, statistics, taken.count(), surroundings.out);
 }
 
+// A file that is written must not be the song, the instrument or another written file.
+void checkWrittenFiles(const CommandLine& line) {
+    const std::string instrument = instrumentPath(line);
+    std::vector<std::string> written;
+    const auto check = [&](const std::string& path) {
+        const bool isSong = !line.song.empty() && isSameFile(path, line.song);
+        if (isSong) throw Error(path + " is the song itself.");
+        if (isSameFile(path, instrument)) throw Error(path + " is the instrument itself.");
+        for (const auto& other : written) {
+            if (isSameFile(path, other)) throw Error(path + " would be written twice.");
+        }
+        written.push_back(path);
+    };
+    if (!line.output.empty()) check(line.output);
+    if (line.savedBank) check(*line.savedBank);
+    if (line.savedPreset) check(*line.savedPreset);
+}
+
+void saveState(const CommandLine& line, PluginHost& host, std::ostream& out) {
+    std::string saved;
+    if (line.savedBank) {
+        saveBank(host, *line.savedBank);
+        saved += *line.savedBank + "\n  bank      " + std::to_string(host.programCount()) +
+                 " programs\n";
+    }
+    if (line.savedPreset) {
+        savePreset(host, *line.savedPreset);
+        saved += *line.savedPreset + "\n  preset    " + host.programName(host.program()) + '\n';
+    }
+    if (!line.quiet) out << saved;
+}
+
 void carryOut(const CommandLine& line, const Surroundings& surroundings) {
     if (!line.answer.empty()) {
         surroundings.out << line.answer;
         return;
     }
+    checkWrittenFiles(line);
+    const bool renders = !line.song.empty();
     MidiSong song = {};
-    if (!line.list) song = readMidiSong(line.song);
+    if (renders) song = readMidiSong(line.song);
     PluginHost host(instrumentPath(line), line.sampleRate, line.blockSize);
     applySettings(line, host);
-    if (line.list) {
-        list(host, surroundings.out);
-    } else {
-        renderFile(line, host, song, surroundings);
-    }
+    saveState(line, host, surroundings.out);
+    if (line.list) list(host, surroundings.out);
+    if (renders) renderFile(line, host, song, surroundings);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <sndfile.h>
 
 #include "render/error.h"
+#include "render/files.h"
 
 namespace render {
 namespace {
@@ -58,17 +59,10 @@ std::string libraryError(SNDFILE* file) {
     return text;
 }
 
-// The file that path leads to, so that renaming onto it keeps a link.
-std::string resolved(const std::string& path) {
-    std::error_code error;
-    const auto target = std::filesystem::canonical(path, error);
-    return error ? path : target.string();
-}
-
 }  // namespace
 
 WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
-    : path_(resolved(path)),
+    : path_(writablePath(path)),
       channels_(settings.channels),
       format_(settings.format),
       bits_(8 * bytesOf(settings.format)),
@@ -92,9 +86,6 @@ WavWriter::~WavWriter() {
 
 // Creates an empty file beside the final one, under a name that nobody uses.
 void WavWriter::createTemporary() {
-    std::error_code error;
-    const auto status = std::filesystem::status(path_, error);
-    if (exists(status) && !is_regular_file(status)) fail("it is not a regular file");
     for (int attempt = 1;; ++attempt) {
         temporaryPath_ = path_ + ".part" + std::to_string(attempt);
         errno = 0;

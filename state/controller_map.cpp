@@ -30,9 +30,15 @@ void ControllerMap::load() {
     std::string path = dataFolderPath();
     if (!platform::fileExists(path)) path = platform::moduleFolder() + kControllerMapFile;
     const auto contents = platform::readFile(path, kLargestFile);
-    if (!contents) return clear();
+    if (contents) {
+        take(contents->substr(0, kFileSize));
+    } else {
+        clear();
+    }
+    changed_.store(false, std::memory_order_relaxed);
+}
 
-    std::string bytes = contents->substr(0, kFileSize);
+void ControllerMap::take(std::string bytes) {
     bytes.resize(kFileSize, '\0');
     for (int i = 0; i < kNumParams; ++i) {
         std::uint32_t word = 0;
@@ -51,6 +57,10 @@ void ControllerMap::save() const {
         for (std::size_t b = 0; b < kEntrySize; ++b) bytes += static_cast<char>(word >> 8 * b);
     }
     platform::writeFile(dataFolderPath(), bytes);
+}
+
+void ControllerMap::saveIfChanged() {
+    if (changed_.exchange(false, std::memory_order_acquire)) save();
 }
 
 ControllerMap& controllerMap() {

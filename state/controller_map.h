@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <string>
 
 #include "state/parameters.h"
 
@@ -23,6 +24,7 @@ class ControllerMap {
     }
     void bind(int parameter, std::int32_t controller) {
         controllers_[parameter].store(controller, std::memory_order_relaxed);
+        changed_.store(true, std::memory_order_release);
     }
     void clear();
 
@@ -32,9 +34,14 @@ class ControllerMap {
     // Writes the map to the data folder, or to the current folder when there is none. Failures
     // are not reported.
     void save() const;
+    // Does that if anything was bound since the last load or saveIfChanged.
+    void saveIfChanged();
 
   private:
+    void take(std::string bytes);
+
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
+    std::atomic<bool> changed_{false};
 };
 
 // The map of the process.

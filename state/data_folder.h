@@ -12,10 +12,12 @@ constexpr const char* kProductName = "Quarzel Strings";
 constexpr const char* kHostFamilyFolder = "Quarzel Studio 9";
 constexpr const char* kControllerMapFile = "Pluginccmap.bin";
 constexpr const char* kDefaultBankFile = "default.fxb";
+constexpr const char* kHelpFile = "ZLM_help.rtf";
 
 // Names in the settings store.
 constexpr const char* kSkinNameSetting = "SkinName";
 constexpr const char* kDataPathSetting = "DataPath";
+constexpr const char* kZoomSetting = "Zoom";  // of the editor's picture, in percent
 
 platform::SettingsStore settings();
 

@@ -45,6 +45,7 @@ class Instrument {
     const Bank& bank() const { return bank_; }
     // For queries, and for the audio thread within a block.
     engine::SoundEngine& engine() { return *engine_; }
+    const engine::SoundEngine& engine() const { return *engine_; }
 
   private:
     class RequestsFirst;

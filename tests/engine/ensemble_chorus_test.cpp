@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -63,6 +64,29 @@ TEST(EnsembleChorus, IsQuieterOnTheRightWhenOff) {
     const StereoSample y = tick(*chorus, 0.75f);
     EXPECT_EQ(y.left, 0.75f);
     EXPECT_EQ(y.right, 0.375f);
+}
+
+TEST(EnsembleChorus, TellsWhereItsTapsStand) {
+    const auto chorus = std::make_unique<EnsembleChorus>();
+    chorus->setOn(true);
+    chorus->setRate(44100.0);
+    chorus->setWide(1.5f);
+    tick(*chorus, 0.0f);
+    for (int tap = 0; tap < EnsembleChorus::kTaps; ++tap) {
+        EXPECT_NEAR(chorus->tapPosition(tap), 0.5f, 1e-4f);  // without modulation
+    }
+    chorus->setSlowDepth(1.0f);
+    float lowest = 1.0f;
+    float highest = 0.0f;
+    for (int i = 0; i < 88200; ++i) {
+        tick(*chorus, 0.0f);
+        lowest = std::min(lowest, chorus->tapPosition(0));
+        highest = std::max(highest, chorus->tapPosition(0));
+    }
+    EXPECT_GT(lowest, 0.0f);
+    EXPECT_LT(lowest, 0.45f);
+    EXPECT_GT(highest, 0.55f);
+    EXPECT_LT(highest, 1.0f);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 // Reading whole files with a bound.
 #include "platform/file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +31,18 @@ TEST(File, IsNothingWhenItIsNoRegularFile) {
     EXPECT_FALSE(platform::fileExists(folder.path()));
     folder.write("file", "x");
     EXPECT_TRUE(platform::fileExists(folder.path() + "file"));
+}
+
+TEST(File, EntriesOfAFolderAreListed) {
+    const TemporaryFolder folder;
+    EXPECT_TRUE(platform::folderEntries(folder.path()).empty());
+    folder.write("b", "");
+    folder.write("a.txt", "");
+    std::filesystem::create_directory(folder.path() + "c");
+    auto names = platform::folderEntries(folder.path());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"a.txt", "b", "c"}));
+    EXPECT_TRUE(platform::folderEntries(folder.path() + "missing").empty());
 }
 
 }  // namespace

@@ -1,11 +1,17 @@
 // The instrument's own operations, called directly. It is too large for some systems' stacks.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
+#include "platform/file.h"
+#include "platform/folders.h"
 #include "plugin/vst_synth.h"
 #include "tests/plugin/recording_effect.h"
 #include "tests/plugin/test_host.h"
+#include "tests/support/random_bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace plugin {
 namespace {
@@ -44,7 +50,8 @@ TEST(VstSynth, PassesWheelMessagesToItsEditor) {
 TEST(VstSynth, IsASynthOnlyForAHost) {
     const auto alone = std::make_unique<VstSynth>(nullptr);
     EXPECT_EQ(alone->getPlugCategory(), kPlugCategUnknown);
-    EXPECT_EQ(alone->getAeffect()->flags, effFlagsCanReplacing | effFlagsProgramChunks);
+    EXPECT_EQ(alone->getAeffect()->flags,
+              effFlagsHasEditor | effFlagsCanReplacing | effFlagsProgramChunks);
     TestHost host;
     const auto hosted = std::make_unique<VstSynth>(TestHost::callback);
     EXPECT_EQ(hosted->getPlugCategory(), kPlugCategSynth);
@@ -60,6 +67,95 @@ TEST(VstSynth, AdoptsTheHostsRate) {
         host.answers[audioMasterGetSampleRate] = row.answer;
         const auto synth = std::make_unique<VstSynth>(TestHost::callback);
         EXPECT_EQ(synth->getSampleRate(), row.rate) << row.answer;
+    }
+}
+
+// Plays a message into the instance; false when a sample was not finite.
+bool play(VstSynth& synth, int status, int data1, int data2) {
+    VstMidiEvent midi = {};
+    midi.type = kVstMidiType;
+    midi.midiData[0] = static_cast<char>(status);
+    midi.midiData[1] = static_cast<char>(data1);
+    midi.midiData[2] = static_cast<char>(data2);
+    VstEvents list = {};
+    list.numEvents = 1;
+    list.events[0] = reinterpret_cast<VstEvent*>(&midi);
+    synth.processEvents(&list);
+    float left[64], right[64];
+    float* outputs[] = {left, right};
+    synth.processReplacing(nullptr, outputs, 64);
+    return std::all_of(left, left + 64, [](float x) { return std::isfinite(x); }) &&
+           std::all_of(right, right + 64, [](float x) { return std::isfinite(x); });
+}
+
+bool control(VstSynth& synth, int controller, int value) {
+    return play(synth, 0xB5, controller, value);
+}
+
+struct DataFolder {
+    TemporaryFolder module;
+    TemporaryFolder applicationData;
+    platform::ScopedFolders scope{module.path(), applicationData.path()};
+
+    // The entry of the saved map; -2 without one.
+    int saved(int parameter) const {
+        const auto bytes = platform::readFile(
+            applicationData.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin", 1000);
+        return bytes ? static_cast<signed char>(bytes->at(4 * parameter)) : -2;
+    }
+};
+
+TEST(VstSynth, SharesItsControllersWithEveryInstance) {
+    const DataFolder folder;
+    std::string file(168, '\xFF');
+    file.replace(4 * state::kPan, 4, std::string("\x14\0\0\0", 4));
+    file.replace(4 * state::kMix, 4, std::string("\x14\0\0\0", 4));
+    folder.module.write("Pluginccmap.bin", file);
+    TestHost host;
+    auto first = std::make_unique<VstSynth>(TestHost::callback);
+    auto second = std::make_unique<VstSynth>(TestHost::callback);
+    control(*second, 20, 127);
+    EXPECT_EQ(second->getParameter(state::kPan), 1.0f);
+    EXPECT_EQ(second->getParameter(state::kMix), 1.0f);
+    EXPECT_EQ(first->getParameter(state::kPan), 0.5f);
+
+    host.calls.clear();
+    first->learnSlot().arm(state::kSpring);
+    control(*first, 21, 127);
+    EXPECT_EQ(first->getParameter(state::kSpring), 1.0f);
+    control(*second, 21, 0);
+    EXPECT_EQ(second->getParameter(state::kSpring), 0.0f);
+    EXPECT_TRUE(std::none_of(host.calls.begin(), host.calls.end(),
+                             [](const auto& call) { return call.opcode == audioMasterAutomate; }));
+
+    EXPECT_EQ(folder.saved(state::kSpring), -2);
+    first.reset();
+    EXPECT_EQ(folder.saved(state::kSpring), 21);
+    second->learnSlot().arm(state::kVolume);
+    control(*second, 22, 64);
+    EXPECT_EQ(second->getParameter(state::kVolume), 64.0f * (1.0f / 127.0f));
+    second.reset();
+    EXPECT_EQ(folder.saved(state::kVolume), 22);
+    EXPECT_EQ(folder.saved(state::kPan), 20);
+
+    const auto third = std::make_unique<VstSynth>(TestHost::callback);
+    control(*third, 22, 127);
+    EXPECT_EQ(third->getParameter(state::kVolume), 1.0f);
+}
+
+TEST(VstSynth, PlaysFiniteWithWhateverControllerMap) {
+    const DataFolder folder;
+    const auto synth = std::make_unique<VstSynth>(nullptr);
+    std::mt19937 random(13);
+    for (int round = 0, rounds = mutationCount(100); round < rounds; ++round) {
+        // Many small words, so that controllers meet bindings.
+        std::string file = randomlyDamaged(std::string(168, '\0'), random);
+        for (std::size_t i = 0; i < file.size(); i += 4)
+            file[i] = static_cast<char>(random() % 128);
+        folder.module.write("Pluginccmap.bin", file);
+        state::controllerMap().load();
+        ASSERT_TRUE(play(*synth, 0x90, 24 + round % 72, 100)) << round;
+        ASSERT_TRUE(control(*synth, random() % 256, random() % 256)) << round;
     }
 }
 

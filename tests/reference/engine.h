@@ -68,6 +68,8 @@ class Engine final : public SoundEngine {
     int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
     float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    // No one looks at the literal engine's taps.
+    float chorusTap(int) const override { return 0.0f; }
     void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
   private:

@@ -22,7 +22,7 @@ TEST(CommandLine, HasTheStatedDefaults) {
     EXPECT_EQ(line.format, render::SampleFormat::kInt24);
     EXPECT_EQ(line.render.gainDb, 0.0);
     EXPECT_FALSE(line.render.tailSeconds);
-    EXPECT_FALSE(line.program);
+    EXPECT_FALSE(line.program || line.bank || line.preset || line.savedBank || line.savedPreset);
     EXPECT_TRUE(line.settings.empty());
     EXPECT_FALSE(line.list || line.quiet);
 }
@@ -47,11 +47,21 @@ TEST(CommandLine, TakesEveryOptionAnywhere) {
     EXPECT_EQ(line.output, "b.wav");
 }
 
+TEST(CommandLine, NeedsNoSongToSave) {
+    const auto line = parsed({"--bank", "a.fxb", "--preset", "a.fxp", "--save-preset", "b.fxp"});
+    EXPECT_EQ(line.bank, "a.fxb");
+    EXPECT_EQ(line.preset, "a.fxp");
+    EXPECT_EQ(line.savedPreset, "b.fxp");
+    EXPECT_EQ(line.song, "");
+    EXPECT_EQ(parsed({"--save-bank", "b.fxb", "a.mid", "b.wav"}).song, "a.mid");
+}
+
 TEST(CommandLine, AnswersForHelpAndVersion) {
     EXPECT_EQ(parsed({"--version"}).answer.substr(0, 15), "quarzel-render ");
     const std::string help = parsed({"--help"}).answer;
-    for (const char* option : {"--plugin", "--rate", "--block", "--bits", "--gain", "--program",
-                               "--set", "--tail", "--list", "--quiet", "--version", "--help"}) {
+    for (const char* option : {"--plugin", "--rate", "--block", "--bits", "--gain", "--bank",
+                               "--program", "--preset", "--set", "--save-bank", "--save-preset",
+                               "--tail", "--list", "--quiet", "--version", "--help"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }
@@ -72,6 +82,9 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
         {"a.mid", "b.wav", "--set", "=1"},
         {"a.mid", "b.wav", "--set", "Viola=loud"},
         {"--list", "a.mid"},
+        {"--save-bank", "a.fxb", "a.mid"},
+        {"--bank", "a.fxb"},
+        {"", "b.wav"},
     };
     for (const auto& arguments : meaningless) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -114,6 +114,90 @@ TEST_F(QuarzelRender, ListsProgramsAndParametersWithTheirValues) {
               "    4   Fault                 0.000000  0\n");
 }
 
+TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
+    const std::string bank = folder_.path("a.fxb"), preset = folder_.path("a.fxp");
+    const auto saved =
+        run({"--plugin", TEST_INSTRUMENT, "--program", "1", "--set", "Level=0.125", "--set",
+             "Ring=0.5", "--save-bank", bank, "--save-preset", preset, "--list"});
+    EXPECT_EQ(saved.exitCode, 0) << saved.err;
+    EXPECT_EQ(saved.out.substr(0, saved.out.find("Test Instrument")),
+              bank + "\n  bank      3 programs\n" + preset + "\n  preset    Init\n");
+    // The instrument has been through its other programs, and is as it was.
+    EXPECT_NE(saved.out.find("1 * Init#2"), std::string::npos) << saved.out;
+    EXPECT_EQ(folder_.read("a.fxb").size(), 156u + 3 * (56 + 4 * 5));
+    EXPECT_EQ(
+        folder_.read("a.fxb").substr(8, 24),
+        "FxBk" + bigEndian(2, 4) + "TstI" + bigEndian(3, 4) + bigEndian(3, 4) + bigEndian(1, 4));
+    EXPECT_EQ(folder_.read("a.fxp").substr(28, 4), "Init");
+
+    const auto listed = [&](std::vector<std::string> options) {
+        options.insert(options.end(), {"--plugin", TEST_INSTRUMENT, "--list"});
+        const auto outcome = run(options);
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+        return outcome.out;
+    };
+    // The bank brings its current program; the preset follows --program, and --set the preset.
+    const auto withBank = listed({"--bank", bank});
+    EXPECT_NE(withBank.find("1 * Init#2"), std::string::npos) << withBank;
+    EXPECT_NE(withBank.find("Level                 0.125000"), std::string::npos) << withBank;
+    const auto withAll =
+        listed({"--set", "Viola=0.0625", "--preset", preset, "--program", "Soft", "--bank", bank});
+    EXPECT_NE(withAll.find("2 * Init#3"), std::string::npos) << withAll;
+    EXPECT_NE(withAll.find("Level                 0.125000"), std::string::npos) << withAll;
+    EXPECT_NE(withAll.find("Viola                 0.062500"), std::string::npos) << withAll;
+}
+
+TEST_F(QuarzelRender, SavesBesideARender) {
+    const std::string bank = folder_.write("a.fxb", "before");
+    std::filesystem::create_symlink(bank, folder_.path("link.fxb"));
+    const auto outcome =
+        run(with({"--save-bank", folder_.path("link.fxb"), "--quiet"}, song_, output_));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(folder_.read("a.fxb").substr(0, 4), "CcnK");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.path("link.fxb")));
+    EXPECT_GT(WavFile(output_).info.frames, 0);
+}
+
+TEST_F(QuarzelRender, RefusesBanksAndPresetsInOneSentenceAndLeavesNoFile) {
+    const auto header = [](const std::string& form, int version, int count) {
+        return form + bigEndian(1, 4) + "TstI" + bigEndian(version, 4) + bigEndian(count, 4);
+    };
+    const auto chunkBank = header("FBCh", 3, 3) + std::string(128, '\0') + bigEndian(0, 4);
+    const auto refused = header("FxCk", 13, 0) + std::string(28, '\0');
+    folder_.write("chunk.fxb", "CcnK" + bigEndian(chunkBank.size(), 4) + chunkBank);
+    folder_.write("refused.fxp", "CcnK" + bigEndian(refused.size(), 4) + refused);
+    folder_.write("text.fxb", "no bank");
+    const auto filesBefore = folder_.fileCount();
+    const auto at = [&](const char* name) { return folder_.path(name); };
+    const struct {
+        std::vector<std::string> options;
+        std::string error;
+    } rows[] = {
+        {{"--bank", at("none.fxb")}, "There is no file " + at("none.fxb")},
+        {{"--bank", at("")}, at("") + " is not a file that can be read"},
+        {{"--bank", at("text.fxb")}, at("text.fxb") + " is not a bank file"},
+        {{"--preset", at("text.fxb")}, at("text.fxb") + " is not a preset file"},
+        {{"--bank", at("chunk.fxb")},
+         at("chunk.fxb") + " holds a chunk; Test Instrument takes lists of parameters only"},
+        {{"--preset", at("refused.fxp")}, "Test Instrument does not accept " + at("refused.fxp")},
+        {{"--save-bank", at("none/a.fxb")}, at("none/a.fxb") + " cannot be written"},
+        {{"--save-preset", at("")}, at("") + " cannot be written: it is not a regular file"},
+        {{"--save-bank", song_}, song_ + " is the song itself"},
+        {{"--save-bank", TEST_INSTRUMENT}, TEST_INSTRUMENT " is the instrument itself"},
+        {{"--save-preset", at("./out.wav")}, at("./out.wav") + " would be written twice"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.error);
+        const auto outcome = run(with(row.options, song_, output_));
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "quarzel-render: " + row.error + ".\n");
+        EXPECT_EQ(folder_.fileCount(), filesBefore);
+    }
+    EXPECT_EQ(folder_.read("song.mid"), kSong);
+}
+
 TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
     const std::string text = folder_.write("text.mid", "no music");
     const std::string cut = folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));

@@ -3,10 +3,12 @@
 // Left: "Level" for a note-on. Right: velocity / 128 for a note-on, minus that for a note-off.
 // "Ring" x 10 s after each note-on, both channels hold "Level" / 2. "Fault" makes every sample
 // not a number. A host that breaks the rules of the interface hears kAlarm.
+//
+// Its state travels as parameter lists. "Ring" and "Fault" are in no program: going to one sets
+// them to 0. It refuses banks and programs of version 13.
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
 
 #include "plugin/vst2.h"
 
@@ -15,12 +17,21 @@ namespace {
 enum Parameter { kLevel, kFirstViola, kSecondViola, kRing, kFault, kNumParameters };
 
 constexpr const char* kParameterNames[] = {"Level", "Viola", "Viola", "Ring", "Fault"};
-constexpr const char* kProgramNames[] = {"Init", "Init", "Soft"};
-constexpr float kProgramLevels[] = {0.5f, 0.375f, 0.25f};
+constexpr int kNumPrograms = 3;
+constexpr int kNumHeldByPrograms = 3;
+constexpr VstInt32 kRefusedVersion = 13;
 constexpr float kAlarm = 9.0f;
+
+struct Program {
+    char name[kVstMaxProgNameLen];
+    float values[kNumHeldByPrograms];
+};
 
 struct Instrument {
     AEffect effect = {};
+    Program programs[kNumPrograms] = {{"Init", {0.5f, 0.25f, 0.75f}},
+                                      {"Init", {0.375f, 0.25f, 0.75f}},
+                                      {"Soft", {0.25f, 0.25f, 0.75f}}};
     float parameters[kNumParameters] = {0.5f, 0.25f, 0.75f, 0.0f, 0.0f};
     int program = 0;
     float sampleRate = 0.0f;
@@ -51,13 +62,20 @@ VstIntPtr dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr v
             return 1;
         case effSetProgram:
             self.program = static_cast<int>(value);
-            self.parameters[kLevel] = kProgramLevels[self.program];
+            std::memcpy(self.parameters, self.programs[value].values, sizeof(Program::values));
+            self.parameters[kRing] = self.parameters[kFault] = 0.0f;
             return 1;
         case effGetProgram:
             return self.program;
         case effGetProgramName:
-            copyText(ptr, kProgramNames[self.program]);
+            copyText(ptr, self.programs[self.program].name);
             return 1;
+        case effSetProgramName:
+            copyText(self.programs[self.program].name, static_cast<const char*>(ptr));
+            return 1;
+        case effBeginLoadBank:
+        case effBeginLoadProgram:
+            return static_cast<VstPatchChunkInfo*>(ptr)->pluginVersion == kRefusedVersion ? -1 : 1;
         case effGetParamName:
             copyText(ptr, kParameterNames[index]);
             return 1;
@@ -129,7 +147,9 @@ void processReplacing(AEffect* effect, float**, float** outputs, VstInt32 frames
 }
 
 void setParameter(AEffect* effect, VstInt32 index, float value) {
-    instrumentOf(effect).parameters[index] = value;
+    Instrument& self = instrumentOf(effect);
+    self.parameters[index] = value;
+    if (index < kNumHeldByPrograms) self.programs[self.program].values[index] = value;
 }
 
 float getParameter(AEffect* effect, VstInt32 index) {
@@ -147,10 +167,12 @@ extern "C" AEffect* VSTPluginMain(audioMasterCallback host) {
     effect.setParameter = setParameter;
     effect.getParameter = getParameter;
     effect.processReplacing = processReplacing;
-    effect.numPrograms = std::size(kProgramNames);
+    effect.numPrograms = kNumPrograms;
     effect.numParams = kNumParameters;
     effect.numOutputs = 2;
     effect.flags = effFlagsIsSynth | effFlagsCanReplacing;
     effect.object = self;
+    effect.uniqueID = fourCharCode("TstI");
+    effect.version = 3;
     return &effect;
 }

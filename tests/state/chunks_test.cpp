@@ -5,13 +5,13 @@
 #include <cstring>
 #include <functional>
 #include <memory>
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
 #include "state/instrument.h"
+#include "tests/support/random_bytes.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
@@ -100,23 +100,36 @@ TEST(Chunks, OfAnotherSizeAreRefusedWithAMessage) {
 }
 
 TEST(Chunks, WithWildBytesAreKeptAndStillPlayFinite) {
+    const RecordedMessages messages;
     auto instrument = std::make_unique<state::Instrument>(44100.0);
+    Bank& bank = instrument->bank();
+    const std::string sane = bytesOf(namedBank("Signature"));
     std::mt19937 random(7);
     std::vector<float> left(256), right(256);
     NoEvents events;
-    for (int round = 0; round < 60; ++round) {
-        state::BankChunk chunk = instrument->bank().chunk();
-        auto* bytes = reinterpret_cast<unsigned char*>(&chunk);
-        const std::size_t changes = round % 2 ? 40 : sizeof chunk;
-        for (std::size_t i = 0; i < changes; ++i) {
-            bytes[random() % sizeof chunk] = static_cast<unsigned char>(random());
+    for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        const int program = static_cast<int>(random() % 128);
+        const bool isProgram = round % 2 == 1;
+        const std::string whole = isProgram ? sane.substr(1512, 192) : sane;
+        const std::string chunk =
+            round % 4 < 2 ? randomlyDamaged(whole, random) : randomBytes(whole.size(), random);
+        std::string expected = bytesOf(bank);
+        const auto size = static_cast<std::int32_t>(chunk.size());
+        if (isProgram) {
+            const bool fits = size <= 192;
+            if (fits) expected.replace(1512 + 192 * program, chunk.size(), chunk);
+            EXPECT_EQ(state::takeProgramChunk(bank, program, chunk.data(), size), fits);
+        } else {
+            const bool fits = size == 26088;
+            if (fits) expected = chunk;
+            EXPECT_EQ(state::takeBankChunk(bank, chunk.data(), size), fits);
         }
-        ASSERT_TRUE(state::takeBankChunk(instrument->bank(), &chunk, sizeof chunk));
-        EXPECT_EQ(std::memcmp(&instrument->bank().chunk(), &chunk, sizeof chunk), 0);
-        instrument->setProgram(round % 128);
-        instrument->engine().noteOn(30 + round, 100);
+        ASSERT_EQ(bytesOf(bank), expected);
+        instrument->setProgram(program);
+        instrument->engine().noteOn(30 + round % 60, 100);
         instrument->render(left.data(), right.data(), 256, events);
-        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(left[i] + right[i])) << round;
+        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(left[i] + right[i]));
     }
 }
 
@@ -196,11 +209,8 @@ TEST(DefaultBank, SurvivesDamageAnywhere) {
     std::mt19937 random(11);
     const std::string files[] = {opaqueFile(bytesOf(Bank()), 26088),
                                  header("FxBk", kId, 3) + listEntry(42, std::vector<float>(42))};
-    for (int round = 0; round < 1000; ++round) {
-        std::string file = files[round % 2];
-        for (int i = 0; i < 1 + round % 5; ++i) file[random() % 220 % file.size()] = random();
-        file.resize(random() % 3 ? file.size() : random() % file.size());
-        folder.write("default.fxb", file);
+    for (int round = 0, rounds = mutationCount(1000); round < rounds; ++round) {
+        folder.write("default.fxb", randomlyDamaged(files[round % 2], random));
         Bank bank;
         state::loadDefaultBank(bank, kId);
         for (int i = 0; i < state::kNumParams; ++i) {

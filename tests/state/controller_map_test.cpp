@@ -7,6 +7,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "tests/support/random_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -57,6 +58,21 @@ TEST(ControllerMap, KeepsItsBindingsInTheDataFolder) {
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
+TEST(ControllerMap, IsWrittenOnceForAChange) {
+    const Folders folders;
+    const std::string path = folders.applicationData.path() + kInDataFolder;
+    ControllerMap map;
+    map.load();
+    map.saveIfChanged();
+    EXPECT_FALSE(platform::fileExists(path));
+    map.bind(state::kPan, 20);
+    map.saveIfChanged();
+    EXPECT_TRUE(platform::fileExists(path));
+    std::filesystem::remove(path);
+    map.saveIfChanged();
+    EXPECT_FALSE(platform::fileExists(path));
+}
+
 TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
     const Folders folders;
     folders.module.write("Pluginccmap.bin", std::string("\x05\0\0\0", 4));
@@ -76,6 +92,26 @@ TEST(ControllerMap, ReadsDamagedFilesWithinTheirBytes) {
         ControllerMap map;
         map.load();
         EXPECT_EQ(map.controller(41), size < 165 ? 0 : size < 168 ? 0x7F7F7F : 0x7F7F7F7F);
+    }
+}
+
+TEST(ControllerMap, KeepsWhateverAFileHeld) {
+    const Folders folders;
+    std::filesystem::create_directories(folders.applicationData.path() +
+                                        "Quarzel Studio 9/Quarzel Strings");
+    const std::string sane(168, '\xFF');
+    std::mt19937 random(3);
+    for (int round = 0, rounds = mutationCount(100); round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        const std::string file =
+            round % 2 ? randomBytes(random() % 400, random) : randomlyDamaged(sane, random);
+        folders.applicationData.write(kInDataFolder, file);
+        ControllerMap map;
+        map.load();
+        map.save();
+        std::string kept = file.substr(0, 168);
+        kept.resize(168, '\0');
+        ASSERT_EQ(platform::readFile(folders.applicationData.path() + kInDataFolder, 1000), kept);
     }
 }
 

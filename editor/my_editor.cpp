@@ -1,0 +1,116 @@
+// What is particular to this instrument.
+#include "editor/my_editor.h"
+
+#include <iterator>
+
+#include "editor/note_display.h"
+#include "editor/presets_display.h"
+#include "editor/skin_shapes.h"
+#include "editor/skin_text.h"
+#include "editor/tap_view.h"
+#include "state/parameters.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+// Switches for whole groups: 0 the upper sections (strings, winds, all), 1 the bass sections (off,
+// on), 2 the ensemble (off, on), 3 the effects (none, reverb, phaser, both).
+constexpr SwitchPreset kSwitchPresets[] = {
+    {0, 0, state::kViola2, 1.0f}, {0, 0, state::kViolin2, 1.0f},
+    {0, 0, state::kBrass2, 0.0f}, {0, 0, state::kHorn2, 0.0f},
+    {0, 1, state::kViola2, 0.0f}, {0, 1, state::kViolin2, 0.0f},
+    {0, 1, state::kBrass2, 1.0f}, {0, 1, state::kHorn2, 1.0f},
+    {0, 2, state::kViola2, 1.0f}, {0, 2, state::kViolin2, 1.0f},
+    {0, 2, state::kBrass2, 1.0f}, {0, 2, state::kHorn2, 1.0f},
+    {1, 0, state::kCello2, 0.0f}, {1, 0, state::kContrabass2, 0.0f},
+    {1, 1, state::kCello2, 1.0f}, {1, 1, state::kContrabass2, 1.0f},
+    {2, 0, state::kChorus, 0.0f}, {2, 1, state::kChorus, 1.0f},
+    {3, 0, state::kReverb, 0.0f}, {3, 0, state::kPhaser, 0.0f},
+    {3, 1, state::kReverb, 1.0f}, {3, 1, state::kPhaser, 0.0f},
+    {3, 2, state::kReverb, 0.0f}, {3, 2, state::kPhaser, 1.0f},
+    {3, 3, state::kReverb, 1.0f}, {3, 3, state::kPhaser, 1.0f},
+};
+
+bool isSwitched(int parameter) {
+    return (parameter >= state::kViola2 && parameter <= state::kCello2) ||
+           parameter == state::kConfigs || parameter == state::kChorus ||
+           parameter == state::kPhaser || parameter == state::kReverb;
+}
+
+template <class View>
+void setColors(View& view, const SkinValues& values) {
+    if (const auto rgb = values.colour("fontcolor")) view.setFontColor(colorOf(*rgb));
+    if (const auto rgb = values.colour("backcolor")) view.setBackColor(colorOf(*rgb));
+}
+
+}  // namespace
+
+myEditor::myEditor(EditorHost& host) : xmlGuiEditor(host) {
+    switchPresets_.assign(std::begin(kSwitchPresets), std::end(kSwitchPresets));
+}
+
+void myEditor::close() {
+    xmlGuiEditor::close();
+    if (!isOpen()) meters_.clear();
+}
+
+void myEditor::idle() {
+    for (CVuMeter* const meter : meters_) meter->setValue(host_.outputLevel());
+    xmlGuiEditor::idle();
+}
+
+bool myEditor::buildElement(const std::string& element, const SkinAttributes& attributes) {
+    struct Row {
+        std::string_view element;
+        bool (myEditor::*add)(const SkinValues& values);
+    };
+    constexpr Row kRows[] = {{"NoteDisplay", &myEditor::addNoteDisplay},
+                             {"PresetsDisplay", &myEditor::addPresetsDisplay},
+                             {"ViewTaps", &myEditor::addTapView}};
+    for (const Row& row : kRows) {
+        if (!equalIgnoringCase(element, row.element)) continue;
+        const auto values = readValues(element, attributes);
+        return values && (this->*row.add)(*values);
+    }
+    return xmlGuiEditor::buildElement(element, attributes);
+}
+
+bool myEditor::addNoteDisplay(const SkinValues& values) {
+    auto* const display = new CNoteDisplay(rectangleOf(values), host_);
+    setColors(*display, values);
+    addView(display);
+    return true;
+}
+
+bool myEditor::addPresetsDisplay(const SkinValues& values) {
+    auto* const display = new CPresetsDisplay(rectangleOf(values), host_);
+    setColors(*display, values);
+    CTextEdit* const nameField = display->nameField();
+    addView(display);
+    nameField->remember();
+    addView(nameField);
+    return true;
+}
+
+bool myEditor::addTapView(const SkinValues& values) {
+    addView(new CTapView(rectangleOf(values), host_));
+    return true;
+}
+
+void myEditor::fillMenu(COptionMenu& menu, int tag) {
+    if (isSwitched(tag)) {
+        menu.addEntry("Off");
+        menu.addEntry("On");
+    } else if (tag == state::kWaveform) {
+        for (const char* const name : {"Strings", "Bowed", "Hollow"}) menu.addEntry(name);
+    }
+}
+
+void myEditor::meterMade(CVuMeter* meter, int) {
+    meters_.push_back(meter);
+}
+
+}  // namespace editor

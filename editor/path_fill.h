@@ -1,0 +1,28 @@
+// The screen that is shown in place of a skin that is missing, with the field for the data path.
+#pragma once
+
+#include "vstgui/vstgui.h"
+
+namespace editor {
+
+constexpr int kDataFolderScreenWidth = 600;
+constexpr int kDataFolderScreenHeight = 200;
+
+// Return keeps the typed path in the settings; if that fails, `complaint` says so.
+class CPathFill : public VSTGUI::CTextEdit {
+  public:
+    static constexpr std::size_t kLongestPath = 259;
+
+    CPathFill(const VSTGUI::CRect& size, VSTGUI::CTextLabel* title, VSTGUI::CTextLabel* complaint);
+
+    void valueChanged() override;
+
+  private:
+    VSTGUI::SharedPointer<VSTGUI::CTextLabel> title_;
+    VSTGUI::SharedPointer<VSTGUI::CTextLabel> complaint_;
+};
+
+// Fills a frame of the size above.
+void buildDataFolderScreen(VSTGUI::CFrame& frame);
+
+}  // namespace editor

@@ -1,0 +1,51 @@
+// Shows the current program; lists, steps and renames programs.
+#pragma once
+
+#include <string>
+
+#include "editor/editor_host.h"
+#include "vstgui/lib/events.h"
+#include "vstgui/vstgui.h"
+
+namespace editor {
+
+// A click opens the list of all programs, a double click renames the current one in place. The
+// squares at both ends, marked by arrows, and the wheel step to the neighbours.
+class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
+  public:
+    // Longest program name in bytes.
+    static constexpr std::size_t kLongestName = 23;
+
+    CPresetsDisplay(const VSTGUI::CRect& size, EditorHost& host);
+
+    void setFontColor(const VSTGUI::CColor& color);
+    void setBackColor(const VSTGUI::CColor& color);
+    // The field that shows while a name is typed. It belongs into the same frame, above this view.
+    VSTGUI::CTextEdit* nameField() const { return nameField_; }
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    void onIdle() override;
+    bool removed(VSTGUI::CView* parent) override;
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    void onMouseWheelEvent(VSTGUI::MouseWheelEvent& event) override;
+    void valueChanged(VSTGUI::CControl* control) override;
+
+  private:
+    std::string line(int program) const;
+    VSTGUI::CRect textArea() const;
+    void step(int by);
+    void openList();
+    void rename();
+
+    EditorHost& host_;
+    VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
+    VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
+    std::string shown_;
+    double wheelRest_ = 0;  // part of a notch not used yet
+    VSTGUI::SharedPointer<VSTGUI::CTextEdit> nameField_;
+    // Runs from a click until it is clear that no second one follows.
+    VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> clickTimer_;
+};
+
+}  // namespace editor

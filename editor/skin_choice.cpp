@@ -1,0 +1,47 @@
+// Finds skin folders.
+#include "editor/skin_choice.h"
+
+#include <algorithm>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "platform/path_text.h"
+#include "state/data_folder.h"
+
+namespace editor {
+namespace {
+
+constexpr const char* kSkinFile = "skin.xml";
+constexpr std::size_t kLongestName = 259;
+
+}  // namespace
+
+std::string SkinChoice::folder() const {
+    return baseFolder + name + platform::kSeparator;
+}
+
+int SkinChoice::selected() const {
+    const auto found = std::find(installed.begin(), installed.end(), name);
+    return found == installed.end() ? -1 : static_cast<int>(found - installed.begin());
+}
+
+SkinChoice findSkins() {
+    SkinChoice choice;
+    choice.baseFolder = platform::moduleFolder();
+    choice.name = platform::pathFromUtf8(
+        state::settings().read(state::kSkinNameSetting).value_or(kDefaultSkin));
+    if (!platform::fileExists(choice.folder() + kSkinFile)) choice.name = kDefaultSkin;
+
+    for (const std::string& name : platform::folderEntries(choice.baseFolder)) {
+        if (name.size() > kLongestName) continue;
+        const std::string file = choice.baseFolder + name + platform::kSeparator + kSkinFile;
+        if (platform::fileExists(file)) choice.installed.push_back(name);
+    }
+    return choice;
+}
+
+void chooseSkin(const std::string& name) {
+    state::settings().write(state::kSkinNameSetting, platform::utf8FromPath(name));
+}
+
+}  // namespace editor

@@ -1,0 +1,137 @@
+// An editor on an instrument that only remembers.
+#include "editor/skin_preview.h"
+
+#include <array>
+#include <cstdint>
+#include <ostream>
+#include <sstream>
+#include <vector>
+
+#define STB_IMAGE_WRITE_STATIC
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wunused-function"
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+#include <stb_image_write.h>
+#pragma GCC diagnostic pop
+
+#include "editor/my_editor.h"
+#include "editor/skin_report.h"
+#include "gui/headless.h"
+#include "platform/file.h"
+#include "platform/message_box.h"
+#include "state/bank.h"
+#include "state/parameters.h"
+
+namespace editor {
+namespace {
+
+class PreviewHost final : public EditorHost {
+  public:
+    int parameterCount() const override { return state::kNumParams; }
+    float parameter(int index) const override { return state::parameter(index).defaultValue; }
+    void setParameter(int, float) override {}
+    void setParameterAutomated(int, float) override {}
+    void beginEdit(int) override {}
+    void endEdit(int) override {}
+    std::string parameterName(int index) const override { return state::parameter(index).name; }
+    std::string parameterDisplay(int index) const override {
+        return state::valueText(parameter(index));
+    }
+    std::string parameterLabel(int) const override { return {}; }
+
+    int programCount() const override { return state::kNumPrograms; }
+    int program() const override { return 0; }
+    void setProgram(int) override {}
+    std::string programName(int) const override { return "Init"; }
+    void renameProgram(const std::string&) override {}
+
+    int heldNotes() const override { return 0; }
+    int lastKey() const override { return -1; }
+    float outputLevel() const override { return 0.0f; }
+    int chorusTapCount() const override { return 3; }
+    float chorusTap(int tap) const override { return 0.25f * static_cast<float>(tap + 1); }
+
+    state::LearnSlot& learnSlot() override { return learnSlot_; }
+    void sizeWindow(int, int) override {}
+
+  private:
+    state::LearnSlot learnSlot_;
+};
+
+class PreviewEditor final : public myEditor {
+  public:
+    PreviewEditor(EditorHost& host, std::string folder) : myEditor(host) {
+        while (!folder.empty() && folder.back() == platform::kSeparator) folder.pop_back();
+        const std::size_t nameStart = folder.rfind(platform::kSeparator) + 1;
+        choice_ = {folder.substr(0, nameStart), folder.substr(nameStart), {}};
+    }
+
+  protected:
+    SkinChoice skinChoice() const override { return choice_; }
+
+  private:
+    SkinChoice choice_;
+};
+
+// From premultiplied BGRA words to the bytes red, green, blue, alpha.
+std::vector<std::uint8_t> bytesOf(const VSTGUI::PixelBuffer& picture) {
+    std::vector<std::uint8_t> bytes;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const std::uint32_t pixel = picture.at(x, y);
+            const std::uint32_t alpha = pixel >> 24;
+            for (const int shift : {16, 8, 0}) {
+                const std::uint32_t channel = pixel >> shift & 255u;
+                bytes.push_back(static_cast<std::uint8_t>(
+                    alpha == 0 ? 0 : (channel * 255u + alpha / 2) / alpha));
+            }
+            bytes.push_back(static_cast<std::uint8_t>(alpha));
+        }
+    }
+    return bytes;
+}
+
+}  // namespace
+
+std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder) {
+    const VSTGUI::headless::Scope scope;
+    PreviewHost host;
+    PreviewEditor editor(host, skinFolder);
+    if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
+    editor.idle();
+    return VSTGUI::headless::picture(*editor.getFrame());
+}
+
+bool writePng(const std::string& path, const VSTGUI::PixelBuffer& picture) {
+    constexpr int kChannels = 4;
+    const auto bytes = bytesOf(picture);
+    return stbi_write_png(path.c_str(), picture.width(), picture.height(), kChannels, bytes.data(),
+                          picture.width() * kChannels) != 0;
+}
+
+int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath,
+                      std::ostream& out) {
+    std::ostringstream listing;
+    int complaints = reportSkin(skinFolder, listing);
+    out << listing.str();
+    const auto complain = [&](const std::string& title, const std::string& text) {
+        const std::string line = "! " + title + ": " + text + '\n';
+        if (listing.str().find(line) != std::string::npos) return;  // said already
+        out << line;
+        ++complaints;
+    };
+    const platform::ScopedMessageHandler handler(
+        [&complain](const std::string& title, const std::string& text, platform::MessageIcon) {
+            complain(title, text);
+        });
+    const auto picture = drawSkin(skinFolder);
+    if (!picture) {
+        complain("No picture", skinFolder);
+    } else if (!writePng(pngPath, *picture)) {
+        complain("Cannot write", pngPath);
+    }
+    return complaints;
+}
+
+}  // namespace editor

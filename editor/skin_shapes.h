@@ -1,0 +1,30 @@
+// Rectangles and colours as skins write them.
+#pragma once
+
+#include <cstdint>
+
+#include "editor/skin_values.h"
+#include "vstgui/vstgui.h"
+
+namespace editor {
+
+// The number truncated, 0 when there is none.
+inline int integerOf(const SkinValues& values, std::string_view name) {
+    return truncateToInt32(values.number(name).value_or(0));
+}
+
+inline VSTGUI::CPoint cornerOf(const SkinValues& values) {
+    return VSTGUI::CPoint(integerOf(values, "x"), integerOf(values, "y"));
+}
+
+inline VSTGUI::CRect rectangleOf(const SkinValues& values) {
+    return {cornerOf(values), VSTGUI::CPoint(integerOf(values, "w"), integerOf(values, "h"))};
+}
+
+// From 0xRRGGBB, opaque.
+inline VSTGUI::CColor colorOf(std::uint32_t rgb) {
+    return VSTGUI::CColor(static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
+                          static_cast<std::uint8_t>(rgb));
+}
+
+}  // namespace editor

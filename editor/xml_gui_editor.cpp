@@ -1,0 +1,224 @@
+// Building a skin, opening and closing.
+#include "editor/xml_gui_editor.h"
+
+#include <algorithm>
+
+#include "editor/control_factory.h"
+#include "editor/editor_zoom.h"
+#include "editor/path_fill.h"
+#include "editor/skin_missing.h"
+#include "editor/skin_text.h"
+#include "platform/message_box.h"
+#include "platform/path_text.h"
+#include "state/chunks.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr const char* kMissingBank = "Missing Bank";
+
+// Puts the pointer back when a build ends, in whatever way.
+template <class Build>
+class CurrentBuild {
+  public:
+    CurrentBuild(Build*& current, Build& build) : current_(current) { current_ = &build; }
+    ~CurrentBuild() { current_ = nullptr; }
+    CurrentBuild(const CurrentBuild&) = delete;
+    CurrentBuild& operator=(const CurrentBuild&) = delete;
+
+  private:
+    Build*& current_;
+};
+
+}  // namespace
+
+xmlGuiEditor::~xmlGuiEditor() noexcept {
+    xmlGuiEditor::close();
+}
+
+EditorRect xmlGuiEditor::getRect() {
+    if (isOpen() || build_) return AEffGUIEditor::getRect();
+    size_ = CPoint();
+    if (!isSkinMissing()) {
+        // Opening says what is wrong.
+        const platform::ScopedMessageHandler silence(
+            [](const std::string&, const std::string&, platform::MessageIcon) {});
+        const Toolkit toolkit;
+        SkinBuild build(skinChoice().folder());
+        runBuild(build, SkinElements::kBackgroundOnly);
+    }
+    const double zoom = size_ == CPoint() ? 1 : readZoom() / 100.0;
+    if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
+    setRect(size_.x * zoom, size_.y * zoom);
+    return AEffGUIEditor::getRect();
+}
+
+// A message may stand for minutes, and the host may call anything meanwhile.
+bool xmlGuiEditor::open(void* parentWindow) {
+    if (!parentWindow || build_) return false;
+    close();
+    pending_.clear();
+    const Toolkit toolkit;  // the pictures come before the frame
+    if (!openSkin(parentWindow)) return false;
+    if (!isOpen() && !openDataFolderScreen(parentWindow)) return false;
+    sayMissingBank();
+    return isOpen();
+}
+
+// False when no window can be had. A skin that makes no frame leaves the editor closed.
+bool xmlGuiEditor::openSkin(void* parentWindow) {
+    if (isSkinMissing()) return true;
+    skins_ = skinChoice();
+    SkinBuild build(skins_.folder());
+    build.parentWindow = parentWindow;
+    if (runBuild(build, SkinElements::kAll) != SkinLoad::kBuilt) setSkinMissing(true);
+    if (build.abandoned) close();
+    return !build.abandoned;
+}
+
+bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
+    close();
+    setRect(kDataFolderScreenWidth, kDataFolderScreenHeight);
+    if (!openFrame(kDataFolderScreenWidth, kDataFolderScreenHeight, 1, parentWindow)) return false;
+    dataFolderScreen_ = true;
+    buildDataFolderScreen(*frame);
+    host_.sizeWindow(kDataFolderScreenWidth, kDataFolderScreenHeight);
+    return true;
+}
+
+void xmlGuiEditor::sayMissingBank() {
+    if (!state::defaultBankMissing() || missingBankShown_) return;
+    missingBankShown_ = true;
+    platform::showMessage(kMissingBank, kMissingBank, platform::MessageIcon::kNone);
+}
+
+SkinLoad xmlGuiEditor::runBuild(SkinBuild& build, SkinElements elements) {
+    const CurrentBuild<SkinBuild> current(build_, build);
+    return loadSkin(build.skinFolder, elements,
+                    [this](const std::string& element, const SkinAttributes& attributes) {
+                        if (!build_->abandoned) buildElement(element, attributes);
+                    });
+}
+
+void xmlGuiEditor::close() {
+    if (build_) {
+        build_->abandoned = true;
+        return;
+    }
+    // These refer to views, which go with the frame. A text entry that ends on the way may still
+    // report its change.
+    if (frame) {
+        frame->unregisterMouseObserver(this);
+        host_.learnSlot().disarm();
+    }
+    learners_.clear();
+    AEffGUIEditor::close();
+    parameterLinks_.clear();
+    controls_.clear();
+    readOuts_.clear();
+    currentView_ = nullptr;
+    currentTag_ = kNoTag;
+    skinChanged_ = false;
+    dataFolderScreen_ = false;
+}
+
+std::optional<SkinValues> xmlGuiEditor::readValues(const std::string& element,
+                                                   const SkinAttributes& attributes) {
+    const SkinElementRule* const rule = findSkinElementRule(element);
+    if (!rule) return std::nullopt;
+    return readSkinElement(
+        *rule, attributes, build_->constants,
+        [this](const std::string& fileName) { return build_->pictures.find(fileName) != nullptr; });
+}
+
+bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes& attributes) {
+    if (equalIgnoringCase(element, "CONSTANTS")) {
+        const std::string* const text = attributes.find("");
+        if (text) evaluateConstants(build_->constants, *text, platform::showMessage);
+        return true;
+    }
+    if (!findSkinElementRule(element)) return true;
+    const auto values = readValues(element, attributes);
+    if (!values) return false;
+    if (equalIgnoringCase(element, "background")) return makeBackground(*values);
+    if (equalIgnoringCase(element, "update")) {
+        parameterLinks_.emplace_back(truncateToInt32(*values->number("src")),
+                                     truncateToInt32(*values->number("dst")));
+        return true;
+    }
+    const ControlRule* const rule = findControlRule(element);
+    if (!rule) return true;
+    CControl* const control =
+        rule->make({*values, attributes, build_->pictures, build_->background, this, host_});
+    if (!control) return false;
+    addControl(control);
+    if (rule->hasDefault) {
+        const auto given = values->number("default");
+        control->setDefaultValue(given ? static_cast<float>(*given) : control->getValue());
+    }
+    if (auto* const meter = dynamic_cast<CVuMeter*>(control)) {
+        meterMade(meter, truncateToInt32(*values->number("id")));
+    }
+    return true;
+}
+
+// Only the first one counts.
+bool xmlGuiEditor::makeBackground(const SkinValues& values) {
+    if (build_->background) return true;
+    build_->background = build_->pictures.find(*values.picture("filename"));
+    size_ = build_->background->getSize();
+    if (!build_->parentWindow) return true;
+
+    const double zoom = readZoom() / 100.0;
+    setRect(size_.x * zoom, size_.y * zoom);
+    if (!openFrame(truncateToInt32(size_.x), truncateToInt32(size_.y), zoom,
+                   build_->parentWindow)) {
+        build_->abandoned = true;
+        return false;
+    }
+    frame->setBackground(build_->background);
+    frame->registerMouseObserver(this);
+    for (const auto& view : build_->waiting) {
+        view->remember();
+        frame->addView(view);
+    }
+    build_->waiting.clear();
+    return true;
+}
+
+void xmlGuiEditor::addView(CView* view) {
+    if (frame) {
+        frame->addView(view);
+    } else {
+        build_->waiting.push_back(owned(view));
+    }
+}
+
+void xmlGuiEditor::addControl(CControl* control) {
+    addView(control);
+    controls_.emplace(control->getTag(), control);
+    auto* const menu = dynamic_cast<COptionMenu*>(control);
+    if (menu && menu->getNbEntries() == 0) {
+        menu->getTag() == kSkinSelectorTag ? fillSkinSelector(*menu)
+                                           : fillMenu(*menu, menu->getTag());
+    }
+    auto* const display = dynamic_cast<CDisplay*>(control);
+    if (display && display->getTag() == kNoTag) readOuts_.push_back(display);
+    if (!host_.isParameter(control->getTag())) return;
+    showValue(*control);
+    learners_.push_back(std::make_unique<CMidiLearn>(control, host_));
+}
+
+void xmlGuiEditor::fillSkinSelector(COptionMenu& menu) {
+    for (const std::string& name : skins_.installed) {
+        const std::string title =
+            name == kDefaultSkin ? "Default Skin" : platform::utf8FromPath(name);
+        menu.addEntry(new CMenuItem(UTF8String(title)));
+    }
+    menu.setCurrent(skins_.selected());
+}
+
+}  // namespace editor

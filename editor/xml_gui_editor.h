@@ -1,0 +1,124 @@
+// The editor that a skin describes: builds its controls and binds them to the parameters.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "editor/aeff_gui_editor.h"
+#include "editor/midi_learn.h"
+#include "editor/pending_parameters.h"
+#include "editor/picture_cache.h"
+#include "editor/skin_choice.h"
+#include "editor/skin_loader.h"
+#include "editor/skin_values.h"
+#include "editor/tags.h"
+#include "editor/text_display.h"
+#include "vstgui/lib/events.h"
+#include "vstgui/vstgui.h"
+
+namespace editor {
+
+// A value that a preset switch sends when it comes to a position.
+struct SwitchPreset {
+    std::int16_t switchNumber;
+    std::int16_t position;
+    std::int32_t parameter;
+    float value;
+};
+
+class xmlGuiEditor : public AEffGUIEditor,
+                     public VSTGUI::IControlListener,
+                     private VSTGUI::IMouseObserver {
+  public:
+    using AEffGUIEditor::AEffGUIEditor;
+    ~xmlGuiEditor() noexcept override;
+
+    EditorRect getRect() override;
+    bool open(void* parentWindow) override;
+    // Open, and not with the data-folder screen in place of a skin.
+    bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
+    void close() override;
+    void idle() override;
+    void setParameter(int index) override { pending_.push(index); }
+    void endEdit(std::int32_t tag) override;
+    void valueChanged(VSTGUI::CControl* control) override;
+
+  protected:
+    virtual SkinChoice skinChoice() const { return findSkins(); }
+    // Makes what one element says. False when it had to be abandoned; the user was told.
+    virtual bool buildElement(const std::string& element, const SkinAttributes& attributes);
+    // The items of a menu whose element lists none.
+    virtual void fillMenu(VSTGUI::COptionMenu&, int /*tag*/) {}
+    virtual void meterMade(VSTGUI::CVuMeter*, int /*number*/) {}
+    // A control has changed whose tag means nothing here.
+    virtual void otherControlChanged(VSTGUI::CControl*) {}
+
+    // For buildElement. Nothing when the element has to be abandoned.
+    std::optional<SkinValues> readValues(const std::string& element,
+                                         const SkinAttributes& attributes);
+    void addView(VSTGUI::CView* view);  // takes over the reference
+
+    std::vector<SwitchPreset> switchPresets_;
+
+  private:
+    // What belongs to one load of a skin.
+    struct SkinBuild {
+        explicit SkinBuild(const std::string& folder) : skinFolder(folder), pictures(folder) {}
+        std::string skinFolder;
+        SkinConstantTable constants;
+        PictureCache pictures;
+        VSTGUI::CBitmap* background = nullptr;  // once its element was met
+        void* parentWindow = nullptr;           // null: only the size is asked for
+        // No window could be made, or the host closed the editor while a message stood.
+        bool abandoned = false;
+        // Made before the frame.
+        std::vector<VSTGUI::SharedPointer<VSTGUI::CView>> waiting;
+    };
+
+    bool openSkin(void* parentWindow);
+    bool openDataFolderScreen(void* parentWindow);
+    SkinLoad runBuild(SkinBuild& build, SkinElements elements);
+    bool makeBackground(const SkinValues& values);
+    void addControl(VSTGUI::CControl* control);
+    void sayMissingBank();
+    void fillSkinSelector(VSTGUI::COptionMenu& menu);
+
+    void sendParameter(VSTGUI::CControl& control);
+    void sendSwitch(int number, float value);
+    void selectSkin(int index);
+    void redrawLinked(int source);
+    void followPending();
+    void followParameter(int index);
+    void showValue(VSTGUI::CControl& control);
+    void writeReadOut();
+    void showSkinNotice();
+
+    void onMouseEntered(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
+    void onMouseExited(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
+    void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
+    void openZoomMenu(const VSTGUI::CPoint& where);
+    void zoomTo(int percent);
+
+    SkinChoice skins_;
+    SkinBuild* build_ = nullptr;  // while a skin is being built
+    VSTGUI::CPoint size_;         // of the picture, at 100 percent
+
+    std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
+    std::multimap<int, VSTGUI::CControl*> controls_;   // of the frame, by tag
+    std::vector<std::unique_ptr<CMidiLearn>> learners_;
+    std::vector<CDisplay*> readOuts_;
+
+    PendingParameters pending_;
+    const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; compared only
+    int currentTag_ = kNoTag;
+    bool skinChanged_ = false;
+    bool inIdle_ = false;
+    bool dataFolderScreen_ = false;
+    bool missingBankShown_ = false;
+};
+
+}  // namespace editor

@@ -1,0 +1,184 @@
+// The open editor: what its controls send, and how it follows the instrument.
+#include "editor/xml_gui_editor.h"
+
+#include <vector>
+
+#include "editor/editor_zoom.h"
+#include "editor/pop_up_menu.h"
+#include "state/controller_map.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr const char* kNothingRead = "Parameter Value";
+constexpr const char* kSkinNotice = "Please close this windows to load the skin";
+
+}  // namespace
+
+void xmlGuiEditor::valueChanged(CControl* control) {
+    const int tag = control->getTag();
+    if (host_.isParameter(tag)) {
+        sendParameter(*control);
+    } else if (tag >= kFirstSwitchTag && tag < kFirstSwitchTag + kSwitchCount) {
+        sendSwitch(tag - kFirstSwitchTag, control->getValue());
+    } else if (tag == kSkinSelectorTag) {
+        selectSkin(static_cast<int>(control->getValue()));
+    } else {
+        otherControlChanged(control);
+    }
+    redrawLinked(tag);
+}
+
+void xmlGuiEditor::sendParameter(CControl& control) {
+    float value = control.getValue();
+    if (const auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
+        const int last = menu->getNbEntries() - 1;
+        if (last < 1) return;
+        value = static_cast<float>(menu->getCurrentIndex()) / static_cast<float>(last);
+    }
+    host_.setParameterAutomated(control.getTag(), value);
+}
+
+void xmlGuiEditor::sendSwitch(int number, float value) {
+    for (const SwitchPreset& preset : switchPresets_) {
+        if (preset.switchNumber != number || preset.position != static_cast<int>(value)) continue;
+        host_.setParameter(preset.parameter, preset.value);
+    }
+}
+
+void xmlGuiEditor::selectSkin(int index) {
+    if (index < 0 || index >= static_cast<int>(skins_.installed.size())) return;
+    skinChanged_ = true;
+    idle();
+    chooseSkin(skins_.installed[index]);
+}
+
+void xmlGuiEditor::redrawLinked(int source) {
+    for (const auto& [from, to] : parameterLinks_) {
+        if (from != source) continue;
+        const auto range = controls_.equal_range(to);
+        for (auto it = range.first; it != range.second; ++it) it->second->setDirty();
+    }
+}
+
+void xmlGuiEditor::idle() {
+    if (dataFolderScreen_) return AEffGUIEditor::idle();
+    if (!inIdle_) {
+        inIdle_ = true;
+        AEffGUIEditor::idle();
+        inIdle_ = false;
+    }
+    state::controllerMap().saveIfChanged();
+    if (!isOpen()) return;  // an event may have closed it
+    followPending();
+    writeReadOut();
+    showSkinNotice();
+}
+
+// All that has changed since the last time: a program change must not show bit by bit.
+void xmlGuiEditor::followPending() {
+    std::vector<bool> changed(host_.parameterCount());
+    for (int index = pending_.take(); index != PendingParameters::kNone; index = pending_.take()) {
+        if (host_.isParameter(index)) changed[index] = true;
+    }
+    const bool all = pending_.takeOverrun();
+    for (int index = 0; index < host_.parameterCount(); ++index) {
+        if (all || changed[index]) followParameter(index);
+    }
+}
+
+void xmlGuiEditor::followParameter(int index) {
+    const auto range = controls_.equal_range(index);
+    for (auto it = range.first; it != range.second; ++it) {
+        CControl& control = *it->second;
+        if (control.isEditing()) continue;  // the gesture's end comes back here
+        showValue(control);
+        control.setDirty();
+    }
+    redrawLinked(index);
+}
+
+void xmlGuiEditor::showValue(CControl& control) {
+    const int index = control.getTag();
+    const float value = host_.parameter(index);
+    if (auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
+        menu->setValue(value * static_cast<float>(menu->getNbEntries() - 1));
+    } else if (auto* const display = dynamic_cast<CDisplay*>(&control)) {
+        display->setText(host_.parameterDisplay(index));
+    } else {
+        control.setValue(value);
+    }
+}
+
+void xmlGuiEditor::endEdit(std::int32_t tag) {
+    AEffGUIEditor::endEdit(tag);
+    if (host_.isParameter(tag)) pending_.push(tag);
+}
+
+void xmlGuiEditor::writeReadOut() {
+    if (readOuts_.empty()) return;
+    const bool isLearnTag = currentTag_ > 0 && (currentTag_ & kLearnTagBase) != 0;
+    const int index = isLearnTag ? currentTag_ & kLearnTagMask : currentTag_;
+    std::string line = kNothingRead;
+    if (host_.isParameter(index)) {
+        line = host_.parameterName(index) + ": " + host_.parameterDisplay(index) + ' ' +
+               host_.parameterLabel(index);
+    }
+    for (CDisplay* const display : readOuts_) display->setText(line);
+}
+
+void xmlGuiEditor::showSkinNotice() {
+    if (!skinChanged_) return;
+    skinChanged_ = false;
+    auto* const notice = new CDisplay(CRect(CPoint(), size_));
+    notice->setText(kSkinNotice);
+    frame->addView(notice);
+}
+
+void xmlGuiEditor::onMouseEntered(CView* view, CFrame*) {
+    const auto* const control = dynamic_cast<CControl*>(view);
+    currentView_ = view;
+    currentTag_ = control ? control->getTag() : kNoTag;
+}
+
+void xmlGuiEditor::onMouseExited(CView* view, CFrame*) {
+    if (view != currentView_) return;
+    currentView_ = nullptr;
+    currentTag_ = kNoTag;
+}
+
+// A right press where no view is, that is on the picture itself.
+void xmlGuiEditor::onMouseEvent(MouseEvent& event, CFrame* in) {
+    if (event.type != EventType::MouseDown || event.consumed || !event.buttonState.isRight())
+        return;
+    const auto everywhere = GetViewOptions().deep();
+    if (in->getModalView() || in->getViewAt(event.mousePosition, everywhere)) return;
+    event.consumed = true;
+    castMouseDownEvent(event).ignoreFollowUpMoveAndUpEvents(true);
+    openZoomMenu(event.mousePosition);
+}
+
+void xmlGuiEditor::openZoomMenu(const CPoint& where) {
+    std::vector<std::string> lines;
+    int current = kNoLine;
+    for (const int step : kZoomSteps) {
+        if (step == readZoom()) current = static_cast<int>(lines.size());
+        lines.push_back(std::to_string(step) + " %");
+    }
+    popUpMenu(*frame, where, lines, current, [this](int line) { zoomTo(kZoomSteps[line]); });
+}
+
+void xmlGuiEditor::zoomTo(int percent) {
+    if (!frame) return;
+    keepZoom(percent);
+    const double zoom = percent / 100.0;
+    setRect(size_.x * zoom, size_.y * zoom);
+    frame->setZoom(zoom);
+    const EditorRect rect = getRect();
+    host_.sizeWindow(rect.right, rect.bottom);
+}
+
+}  // namespace editor

@@ -1,0 +1,41 @@
+// Buttons of two states: one that stays, one that springs back.
+#pragma once
+
+#include "gui/controls/control.h"
+
+namespace VSTGUI {
+
+// The picture holds both states, one above the other; the lower shows while the value is the
+// maximum.
+class COnOffButton : public CControl {
+  public:
+    explicit COnOffButton(const CRect& size, IControlListener* listener = nullptr, int32_t tag = -1,
+                          CBitmap* picture = nullptr, int32_t style = 0);
+
+    void draw(CDrawContext* context) override;
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseCancel() override;
+    void onKeyboardEvent(KeyboardEvent& event) override;
+
+  private:
+    void toggle();
+};
+
+// The maximum while it is held; a release inside reports the maximum, then the minimum.
+class CKickButton : public CControl {
+  public:
+    CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* picture);
+
+    void draw(CDrawContext* context) override;
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseCancel() override;
+
+  private:
+    void show(bool down);
+    void finish(bool fired);
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,217 @@
+// Draws rectangles, lines, ellipses, text and pictures into a pixel buffer.
+#include "gui/graphics/draw_context.h"
+#include "gui/graphics/bitmap.h"
+#include "gui/graphics/shapes.h"
+#include "gui/graphics/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+namespace VSTGUI {
+namespace {
+
+uint32_t toByte(float fraction) {
+    if (!(fraction > 0)) return 0;
+    return static_cast<uint32_t>(std::min(fraction, 1.f) * 255 + 0.5f);
+}
+
+// Every pixel nearest to the line, both ends included (Bresenham).
+template <typename Visit>
+void walkLine(int x, int y, int toX, int toY, Visit visit) {
+    const int dx = std::abs(toX - x);
+    const int dy = -std::abs(toY - y);
+    const int stepX = x < toX ? 1 : -1;
+    const int stepY = y < toY ? 1 : -1;
+    for (int64_t error = int64_t{dx} + dy;;) {
+        visit(x, y);
+        if (x == toX && y == toY) return;
+        const int64_t doubled = 2 * error;
+        if (doubled >= dy) {
+            error += dy;
+            x += stepX;
+        }
+        if (doubled <= dx) {
+            error += dx;
+            y += stepY;
+        }
+    }
+}
+
+}  // namespace
+
+CDrawContext::CDrawContext(PixelBuffer& buffer, const IntRect& area) : buffer_(buffer) {
+    state_.limit = area.common(buffer.bounds());
+    state_.clip = state_.limit;
+}
+
+void CDrawContext::setFont(const CFontRef font, CCoord size, int32_t style) {
+    if (!font) return;
+    state_.font = font;
+    if (size <= 0 && style < 0) return;
+    state_.font = makeOwned<CFontDesc>(*font);
+    if (size > 0) state_.font->setSize(size);
+    if (style >= 0) state_.font->setStyle(style);
+}
+
+void CDrawContext::setGlobalAlpha(float alpha) {
+    state_.alpha = toByte(alpha);
+}
+
+void CDrawContext::setClipRect(const CRect& clip) {
+    state_.clip = nearestPixels(placed(clip)).common(state_.limit);
+}
+
+CRect& CDrawContext::getClipRect(CRect& clip) const {
+    const IntRect& area = state_.clip;
+    clip = CRect(area.left, area.top, area.right, area.bottom);
+    return clip.offsetInverse(state_.origin);
+}
+
+void CDrawContext::restoreGlobalState() {
+    if (saved_.size() <= savedAround_) return;
+    state_ = std::move(saved_.back());
+    saved_.pop_back();
+}
+
+void CDrawContext::drawInside(const CRect& viewSize, float alpha,
+                              const std::function<void()>& draw) {
+    State inside;
+    inside.origin = state_.origin;
+    inside.limit = nearestPixels(placed(viewSize)).common(state_.limit);
+    inside.clip = inside.limit;
+    inside.viewAlpha = times255(state_.viewAlpha, toByte(alpha));
+    if (inside.limit.isEmpty() || inside.viewAlpha == 0) return;
+
+    const State around = std::exchange(state_, inside);
+    const size_t savedAround = std::exchange(savedAround_, saved_.size());
+    draw();
+    saved_.resize(savedAround_);
+    savedAround_ = savedAround;
+    state_ = around;
+}
+
+void CDrawContext::drawFrom(const CPoint& origin, const std::function<void()>& draw) {
+    const CPoint before = state_.origin;
+    state_.origin += origin;
+    draw();
+    state_.origin = before;
+}
+
+uint32_t CDrawContext::fadedByState(CColor color) const {
+    return faded(premultiplied(color), times255(state_.alpha, state_.viewAlpha));
+}
+
+int CDrawContext::ringWidth() const {
+    return std::max(1, nearestPixel(state_.lineWidth));
+}
+
+void CDrawContext::drawRect(const CRect& rect, CDrawStyle style) {
+    const IntRect outer = nearestPixels(placed(rect));
+    if (style != kDrawStroked)
+        fillArea(buffer_, outer.common(state_.clip), fadedByState(state_.fill));
+    if (style == kDrawFilled || outer.isEmpty() || state_.lineWidth <= 0) return;
+
+    const int ring = std::min({ringWidth(), (outer.width() + 1) / 2, (outer.height() + 1) / 2});
+    const IntRect inner{outer.left + ring, outer.top + ring, outer.right - ring,
+                        outer.bottom - ring};
+    const int middleTop = std::min(inner.top, outer.bottom);
+    const int middleBottom = std::max(inner.bottom, middleTop);
+    const IntRect sides[] = {
+        {outer.left, outer.top, outer.right, middleTop},
+        {outer.left, middleBottom, outer.right, outer.bottom},
+        {outer.left, middleTop, inner.left, middleBottom},
+        {std::max(inner.left, inner.right), middleTop, outer.right, middleBottom},
+    };
+    const uint32_t pixel = fadedByState(state_.frame);
+    for (const IntRect& side : sides) fillArea(buffer_, side.common(state_.clip), pixel);
+}
+
+template <typename Shape>
+void CDrawContext::drawShape(const IntRect& bounds, const Shape& outer, const Shape& inner,
+                             CDrawStyle style) {
+    const bool smooth = state_.mode.antialiasing();
+    if (style != kDrawStroked)
+        fillShape(buffer_, state_.clip, bounds, smooth, fadedByState(state_.fill), outer);
+    if (style != kDrawFilled && state_.lineWidth > 0)
+        fillShape(buffer_, state_.clip, bounds, smooth, fadedByState(state_.frame),
+                  Ring<Shape>{outer, inner});
+}
+
+void CDrawContext::drawEllipse(const CRect& rect, CDrawStyle style) {
+    const CRect outer = placed(rect);
+    CRect inner = outer;
+    inner.inset(state_.lineWidth, state_.lineWidth);
+    drawShape(allPixelsTouched(outer), Ellipse{outer}, Ellipse{inner}, style);
+}
+
+void CDrawContext::drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle style) {
+    const CRect outer = placed(rect);
+    CRect inner = outer;
+    inner.inset(state_.lineWidth, state_.lineWidth);
+    const double innerRadius = std::max(radius - state_.lineWidth, 0.0);
+    drawShape(allPixelsTouched(outer), RoundedRect{outer, radius}, RoundedRect{inner, innerRadius},
+              style);
+}
+
+void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
+    if (state_.lineWidth <= 0) return;
+    CPoint start = from + state_.origin;
+    CPoint end = to + state_.origin;
+    const uint32_t pixel = fadedByState(state_.frame);
+    if (!state_.mode.antialiasing() && ringWidth() == 1) {
+        const IntRect visible = state_.clip.common(buffer_.bounds());
+        const auto plot = [&](int x, int y) {
+            if (x < visible.left || x >= visible.right || y < visible.top || y >= visible.bottom)
+                return;
+            uint32_t& target = buffer_.row(y)[x];
+            target = over(pixel, target);
+        };
+        const auto column = [](CCoord c) { return nearestPixel(std::floor(c)); };
+        walkLine(column(start.x), column(start.y), column(end.x), column(end.y), plot);
+        return;
+    }
+    if (state_.mode.integralMode()) {  // through the middles of the pixels
+        start.offset(0.5, 0.5);
+        end.offset(0.5, 0.5);
+    }
+    CRect bounds;
+    bounds(start.x, start.y, end.x, end.y);
+    bounds.extend(state_.lineWidth, state_.lineWidth);
+    fillShape(buffer_, state_.clip, allPixelsTouched(bounds), state_.mode.antialiasing(), pixel,
+              ThickLine{start, end, state_.lineWidth});
+}
+
+void CDrawContext::drawBitmap(CBitmap* picture, const CRect& dest, const CPoint& offset,
+                              float alpha) {
+    if (!picture || !picture->isLoaded()) return;
+    const IntRect area = nearestPixels(placed(dest));
+    const uint32_t stateAlpha = times255(state_.alpha, state_.viewAlpha);
+    blendPicture(buffer_, area.common(state_.clip), picture->getPlatformBitmap()->pixels(),
+                 area.left - nearestPixel(offset.x), area.top - nearestPixel(offset.y),
+                 times255(stateAlpha, toByte(alpha)));
+}
+
+void CDrawContext::drawString(UTF8StringPtr text, const CRect& rect, CHoriTxtAlign align,
+                              bool antialias) {
+    if (!text || !state_.font) return;
+    const double spare = rect.getWidth() - (align == kLeftText ? 0 : getStringWidth(text));
+    const double x = align == kLeftText    ? rect.left
+                     : align == kRightText ? rect.left + spare
+                                           : rect.left + spare / 2;
+    const double margin = (rect.getHeight() - capitalHeight(*state_.font)) / 2;
+    drawString(text, CPoint(x, rect.bottom - margin), antialias);
+}
+
+void CDrawContext::drawString(UTF8StringPtr text, const CPoint& point, bool antialias) {
+    if (!text || !state_.font) return;
+    drawText(buffer_, state_.clip, *state_.font, text, point + state_.origin,
+             fadedByState(state_.text), antialias);
+}
+
+CCoord CDrawContext::getStringWidth(UTF8StringPtr text) const {
+    return text && state_.font ? textWidth(*state_.font, text) : 0;
+}
+
+}  // namespace VSTGUI

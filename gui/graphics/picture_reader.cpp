@@ -1,0 +1,102 @@
+// Reads PNG pictures of any colour type into premultiplied pixels.
+#include "gui/graphics/picture_reader.h"
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#define STBI_NO_STDIO
+#define STBI_ONLY_PNG
+#define STBI_MAX_DIMENSIONS 16384
+#define STB_IMAGE_STATIC
+#define STB_IMAGE_IMPLEMENTATION
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wunused-function"
+#include <stb_image.h>
+#pragma GCC diagnostic pop
+
+namespace VSTGUI {
+namespace {
+
+constexpr int kChannels = 4;
+constexpr uintmax_t kLargestFile = uintmax_t{1} << 30;
+
+uint32_t bigEndian(const uint8_t* bytes) {
+    return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+}
+
+// Bytes of compressed pixels that the chunks claim to hold; 0 if one of them claims none, which
+// stb_image would copy to a null pointer.
+uint64_t compressedSize(const uint8_t* bytes, size_t size) {
+    constexpr size_t kSignature = 8;
+    constexpr size_t kHead = 8;  // length and name
+    constexpr size_t kChecksum = 4;
+    uint64_t total = 0;
+    for (size_t position = kSignature; position + kHead <= size;) {
+        const uint32_t length = bigEndian(bytes + position);
+        const std::string_view name(reinterpret_cast<const char*>(bytes + position + 4), 4);
+        if (name == "IDAT") total += length;
+        if (name == "IDAT" && length == 0) return 0;
+        position += kHead + size_t{length} + kChecksum;
+    }
+    return total;
+}
+
+// A sound encoder never stores more than the pixels take, at 8 bytes each, and a little frame. More
+// is a small picture that would unpack into gigabytes.
+bool isPlausible(int width, int height, uint64_t compressed) {
+    const int64_t area = int64_t{width} * height;
+    if (width < 1 || height < 1 || width > kLargestPictureSide || height > kLargestPictureSide ||
+        area > kLargestPictureArea)
+        return false;
+    const auto unpacked = static_cast<uint64_t>(area * 8 + height);
+    return compressed > 0 && compressed <= unpacked + unpacked / 64 + 4096;
+}
+
+struct FreePixels {
+    void operator()(uint8_t* pixels) const { stbi_image_free(pixels); }
+};
+
+}  // namespace
+
+std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
+    if (size > kLargestFile) return std::nullopt;
+    const int length = static_cast<int>(size);
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    if (!stbi_info_from_memory(bytes, length, &width, &height, &channels)) return std::nullopt;
+    if (!isPlausible(width, height, compressedSize(bytes, size))) return std::nullopt;
+
+    const std::unique_ptr<uint8_t, FreePixels> pixels(
+        stbi_load_from_memory(bytes, length, &width, &height, &channels, kChannels));
+    if (!pixels) return std::nullopt;
+
+    PixelBuffer picture(width, height);
+    const uint8_t* from = pixels.get();
+    for (int y = 0; y < height; ++y) {
+        uint32_t* const row = picture.row(y);
+        for (int x = 0; x < width; ++x, from += kChannels)
+            row[x] = premultiplied(CColor(from[0], from[1], from[2], from[3]));
+    }
+    return picture;
+}
+
+std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
+    try {
+        const auto path = std::filesystem::u8path(utf8Path);
+        if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // a pipe would block
+        const auto size = std::filesystem::file_size(path);
+        if (size > kLargestFile) return std::nullopt;
+        std::vector<char> bytes(size);
+        std::ifstream file(path, std::ios::binary);
+        if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
+        return readPicture(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    } catch (const std::exception&) {
+        return std::nullopt;  // a malformed path or no memory: no picture
+    }
+}
+
+}  // namespace VSTGUI

@@ -1,0 +1,21 @@
+// Reads PNG pictures of any colour type into premultiplied pixels.
+#pragma once
+
+#include "gui/graphics/pixel_buffer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace VSTGUI {
+
+// Larger pictures are refused before their pixels take any memory.
+constexpr int kLargestPictureSide = 16384;
+constexpr int64_t kLargestPictureArea = int64_t{64} << 20;
+
+// Nothing for whatever is no sound PNG of a permitted size.
+std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size);
+std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path);
+
+}  // namespace VSTGUI

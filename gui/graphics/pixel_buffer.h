@@ -1,0 +1,85 @@
+// A picture in memory: premultiplied 32-bit pixels, and the integer arithmetic that blends them.
+#pragma once
+
+#include "gui/base/color.h"
+#include "gui/base/geometry.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace VSTGUI {
+
+// Whole pixels; right and bottom are outside.
+struct IntRect {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    int width() const { return right - left; }
+    int height() const { return bottom - top; }
+    bool isEmpty() const { return right <= left || bottom <= top; }
+    IntRect common(const IntRect& other) const;  // empty if there is none
+    IntRect around(const IntRect& other) const;  // the smallest rectangle around both
+    bool operator==(const IntRect& other) const;
+};
+
+// Coordinates beyond what a picture can hold are pulled in, NaN becomes 0.
+int nearestPixel(CCoord coordinate);
+IntRect nearestPixels(const CRect& rect);
+IntRect allPixelsTouched(const CRect& rect);
+
+// Row by row from the top, without gaps. A pixel is alpha, red, green, blue from the highest byte
+// down, so the bytes in memory run blue, green, red, alpha; no colour exceeds its alpha.
+class PixelBuffer {
+  public:
+    PixelBuffer() = default;
+    PixelBuffer(int width, int height);  // transparent; negative sizes count as 0
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    IntRect bounds() const { return {0, 0, width_, height_}; }
+
+    uint32_t* row(int y) { return pixels_.data() + static_cast<size_t>(y) * width_; }
+    const uint32_t* row(int y) const { return pixels_.data() + static_cast<size_t>(y) * width_; }
+    uint32_t at(int x, int y) const { return row(y)[x]; }
+
+  private:
+    int width_ = 0;
+    int height_ = 0;
+    std::vector<uint32_t> pixels_;
+};
+
+// a * b / 255, rounded to nearest; exact for all bytes.
+constexpr uint32_t times255(uint32_t a, uint32_t b) {
+    const uint32_t product = a * b + 128;
+    return (product + (product >> 8)) >> 8;
+}
+
+// All four bytes of the pixel times alpha / 255.
+constexpr uint32_t faded(uint32_t pixel, uint32_t alpha) {
+    return times255(pixel >> 24, alpha) << 24 | times255(pixel >> 16 & 255, alpha) << 16 |
+           times255(pixel >> 8 & 255, alpha) << 8 | times255(pixel & 255, alpha);
+}
+
+// Source over destination, both premultiplied.
+constexpr uint32_t over(uint32_t source, uint32_t destination) {
+    const uint32_t alpha = source >> 24;
+    if (alpha == 255) return source;
+    return source + faded(destination, 255 - alpha);
+}
+
+constexpr uint32_t premultiplied(CColor color) {
+    const uint32_t opaque = 255u << 24 | color.red << 16 | color.green << 8 | color.blue;
+    return faded(opaque, color.alpha);
+}
+
+// Blends one colour into the part of the area that lies in the buffer.
+void fillArea(PixelBuffer& buffer, IntRect area, uint32_t pixel);
+
+// Blends `picture`, faded by alpha, so that its pixel (0, 0) lands on (x, y), within `clip`.
+void blendPicture(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture, int x,
+                  int y, uint32_t alpha);
+
+}  // namespace VSTGUI

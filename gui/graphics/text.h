@@ -1,0 +1,20 @@
+// Measures and draws text with the embedded sans-serif faces, alike on every system.
+#pragma once
+
+#include "gui/graphics/font.h"
+#include "gui/graphics/pixel_buffer.h"
+
+namespace VSTGUI {
+
+// Sum of the advance widths in pixels, without kerning.
+double textWidth(const CFontDesc& font, const std::string& utf8);
+
+// Height of a capital letter in pixels.
+double capitalHeight(const CFontDesc& font);
+
+// Blends the text within `clip`; `baseline` is the left end of the baseline. Glyphs stand on whole
+// rows and on quarters of a column.
+void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
+              const std::string& utf8, CPoint baseline, uint32_t pixel, bool antialias);
+
+}  // namespace VSTGUI

@@ -1,0 +1,4 @@
+// The pixels behind a bitmap.
+#pragma once
+
+#include "gui/graphics/bitmap.h"

@@ -1,0 +1,4 @@
+// The factory that loads pictures.
+#pragma once
+
+#include "gui/graphics/bitmap.h"

@@ -1,0 +1,161 @@
+// The outermost view: owns the picture, the window, the timers and the input of one editor.
+#include "gui/views/frame.h"
+#include "gui/headless.h"
+
+#include <algorithm>
+
+namespace VSTGUI {
+namespace {
+
+constexpr uint32_t kIdleViewTime = 1000 / 30;  // milliseconds
+
+}  // namespace
+
+int32_t CFrame::kDefaultKnobMode = kCircularMode;
+
+CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
+    : CViewContainer(size), editor_(editor), input_(*this) {}
+
+bool CFrame::open(void* parent, PlatformType, IPlatformFrameConfig*) {
+    if (!parent || open_) return false;
+    surface_.resize(nearestPixel(getWidth()), nearestPixel(getHeight()));
+    if (!headless::isActive()) {
+        const PixelBuffer& shown = surface_.shown();
+        window_ = openNativeWindow(parent, shown.width(), shown.height(), input_);
+        if (!window_) return false;
+    }
+    open_ = true;
+    frame_ = this;
+    timers_.open();
+    idleTimer_ = makeOwned<CVSTGUITimer>([this](CVSTGUITimer*) { callIdleViews(); }, kIdleViewTime);
+    forEachChild([this](CView* child) { child->attached(this); });
+    return true;
+}
+
+void CFrame::close() {
+    if (closing_) return;  // a listener told of the last text entry may close its editor
+    closing_ = true;
+    if (open_) input_.finish();
+    open_ = false;
+    removeAll();
+    idleTimer_.reset();
+    timers_.close();
+    if (window_) window_->close();
+    frame_ = nullptr;
+    forget();
+}
+
+void CFrame::idle() {
+    if (!open_) return;
+    const auto alive = shared(this);
+    timers_.makeCurrent();
+    if (!serving_) {  // a listener may call the editor's idle in the middle of an event
+        serving_ = true;
+        if (window_) window_->pump();
+        timers_.callDue();
+        serving_ = false;
+    }
+    redraw();
+}
+
+void CFrame::redraw() {
+    if (!open_ || drawing_) return;
+    drawing_ = true;
+    invalidateIfDirty();
+    surface_.redraw([this](CDrawContext& context, const CRect& area) { drawRect(&context, area); },
+                    [this](const IntRect& area) {
+                        if (window_) window_->show(surface_.shown(), area);
+                    });
+    drawing_ = false;
+}
+
+void CFrame::showAgain(const IntRect& area) {
+    if (open_ && window_) window_->show(surface_.shown(), area);
+}
+
+void CFrame::takeKeyboard() {
+    if (window_) window_->takeKeyboard();
+}
+
+bool CFrame::getSize(CRect& size) const {
+    if (!open_) return false;
+    size = CRect(0, 0, surface_.shown().width(), surface_.shown().height());
+    return true;
+}
+
+bool CFrame::setSize(CCoord width, CCoord height) {
+    CRect size = getViewSize();
+    setViewSize(size.setSize(CPoint(width, height)), false);
+    if (!open_) return true;
+    surface_.resize(nearestPixel(width), nearestPixel(height));
+    fitWindow();
+    return true;
+}
+
+bool CFrame::setZoom(double zoom) {
+    surface_.setZoom(zoom);
+    fitWindow();
+    return surface_.zoom() == zoom;
+}
+
+void CFrame::fitWindow() {
+    if (window_) window_->resize(surface_.shown().width(), surface_.shown().height());
+}
+
+int32_t CFrame::getKnobMode() const {
+    const int32_t wanted = editor_ ? editor_->getKnobMode() : -1;
+    return wanted == -1 ? kDefaultKnobMode : wanted;
+}
+
+void CFrame::beginEdit(int32_t tag) {
+    if (editor_) editor_->beginEdit(tag);
+}
+
+void CFrame::endEdit(int32_t tag) {
+    if (editor_) editor_->endEdit(tag);
+}
+
+bool CFrame::setFocusView(CView* view) {
+    input_.setFocusView(view);
+    return getFocusView() == view;
+}
+
+bool CFrame::getCurrentMouseLocation(CPoint& where) const {
+    where = input_.position();
+    return open_;
+}
+
+std::optional<ModalViewSessionID> CFrame::beginModalViewSession(CView* view) {
+    return input_.beginModal(view);
+}
+
+bool CFrame::doAfterEventProcessing(std::function<void()>&& function) {
+    return input_.afterEvent(std::move(function));
+}
+
+void CFrame::invalid() {
+    setDirty(false);
+    invalidRect(getViewSize());
+}
+
+void CFrame::invalidRect(const CRect& rect) {
+    if (open_ && isVisible()) surface_.invalidate(allPixelsTouched(rect));
+}
+
+void CFrame::removeIdleView(CView* view) {
+    idleViews_.erase(std::remove(idleViews_.begin(), idleViews_.end(), view), idleViews_.end());
+}
+
+void CFrame::forgetView(CView* view) {
+    removeIdleView(view);
+    input_.forgetView(view);
+}
+
+void CFrame::callIdleViews() {
+    const auto atStart = idleViews_;  // a view may come and go
+    for (CView* const view : atStart)
+        if (std::find(idleViews_.begin(), idleViews_.end(), view) != idleViews_.end())
+            shared(view)->onIdle();
+}
+
+}  // namespace VSTGUI

@@ -1,0 +1,85 @@
+// A view that holds others, draws them in order and hands them the mouse.
+#pragma once
+
+#include "gui/views/view.h"
+
+#include <functional>
+#include <vector>
+
+namespace VSTGUI {
+
+// What a search for the view at a point looks at; the methods return the changed options.
+class GetViewOptions {
+  public:
+    GetViewOptions& deep(bool on = true) { return set(deep_, on); }
+    GetViewOptions& mouseEnabled(bool on = true) { return set(mouseEnabled_, on); }
+    GetViewOptions& includeViewContainer(bool on = true) { return set(containers_, on); }
+    GetViewOptions& includeInvisible(bool on = true) { return set(invisible_, on); }
+
+    bool getDeep() const { return deep_; }
+    bool getMouseEnabled() const { return mouseEnabled_; }
+    bool getIncludeViewContainer() const { return containers_; }
+    bool getIncludeInvisible() const { return invisible_; }
+
+  private:
+    GetViewOptions& set(bool& option, bool on) {
+        option = on;
+        return *this;
+    }
+    bool deep_ = false;
+    bool mouseEnabled_ = false;
+    bool containers_ = false;
+    bool invisible_ = false;
+};
+
+// Positions of the children count from the container's own top-left corner.
+class CViewContainer : public CView {
+  public:
+    explicit CViewContainer(const CRect& size) : CView(size) {}
+    ~CViewContainer() noexcept override = default;
+
+    // Takes over the caller's reference. `before` is drawn after the new view; null means on top.
+    virtual bool addView(CView* view, CView* before = nullptr);
+    virtual bool removeView(CView* view, bool withForget = true);
+    virtual bool removeAll(bool withForget = true);
+
+    uint32_t getNbViews() const { return static_cast<uint32_t>(children_.size()); }
+    CView* getView(uint32_t index) const;  // null beyond the last
+    void forEachChild(const std::function<void(CView*)>& visit) const;
+    bool isChild(CView* view) const { return isChild(view, false); }
+    bool isChild(CView* view, bool deep) const;
+    // The uppermost view at a point of the parent's coordinates; containers only when asked for.
+    CView* getViewAt(const CPoint& where, const GetViewOptions& options = {}) const;
+
+    virtual void setBackgroundColor(const CColor& color);
+    CColor getBackgroundColor() const { return backgroundColor_; }
+
+    void draw(CDrawContext* context) override;
+    void drawRect(CDrawContext* context, const CRect& updateRect) override;
+    void invalidRect(const CRect& rect) override;
+    bool attached(CView* parent) override;
+    bool removed(CView* parent) override;
+    CPoint& localToFrame(CPoint& point) const override;
+    CPoint& frameToLocal(CPoint& point) const override;
+
+    void onMouseDownEvent(MouseDownEvent& event) override;
+    void onMouseMoveEvent(MouseMoveEvent& event) override;
+    void onMouseUpEvent(MouseUpEvent& event) override;
+    void onMouseCancelEvent(MouseCancelEvent& event) override;
+    void onMouseWheelEvent(MouseWheelEvent& event) override;
+
+  protected:
+    void invalidateIfDirty() override;
+    void collectMouseViewsAt(const CPoint& where, std::vector<CView*>& found) override;
+
+  private:
+    bool takesMouse(CView* child, const MousePositionEvent& event) const;
+    bool offerToChildren(MousePositionEvent& event, CView** taker = nullptr);
+    CPoint toChildren(const CPoint& where) const { return where - getViewSize().getTopLeft(); }
+
+    std::vector<SharedPointer<CView>> children_;
+    SharedPointer<CView> pressed_;  // alone receives moves and the release
+    CColor backgroundColor_ = kBlackCColor;
+};
+
+}  // namespace VSTGUI

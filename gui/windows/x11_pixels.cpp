@@ -1,0 +1,82 @@
+// Packs pixels the way an X server's visual wants them.
+#include "gui/windows/x11_pixels.h"
+
+#include <cstring>
+
+namespace VSTGUI {
+namespace {
+
+const xcb_visualtype_t* rootVisual(const xcb_screen_t& screen) {
+    for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem;
+         xcb_depth_next(&depth))
+        for (auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem;
+             xcb_visualtype_next(&visual))
+            if (visual.data->visual_id == screen.root_visual) return visual.data;
+    return nullptr;
+}
+
+// The upper bits of a byte, moved to where the mask lies.
+uint32_t underMask(uint32_t byte, uint32_t mask) {
+    const int lowest = __builtin_ctz(mask);
+    const int bits = 32 - __builtin_clz(mask) - lowest;
+    const uint32_t value = bits <= 8 ? byte >> (8 - bits) : byte << (bits - 8);
+    return value << lowest;
+}
+
+}  // namespace
+
+std::optional<X11PixelFormat> X11PixelFormat::of(const xcb_setup_t& setup,
+                                                 const xcb_screen_t& screen) {
+    const xcb_visualtype_t* const visual = rootVisual(screen);
+    if (!visual || !visual->red_mask || !visual->green_mask || !visual->blue_mask) return {};
+    for (auto format = xcb_setup_pixmap_formats_iterator(&setup); format.rem;
+         xcb_format_next(&format)) {
+        if (format.data->depth != screen.root_depth) continue;
+        if (format.data->bits_per_pixel < 16) return {};
+        X11PixelFormat result;
+        result.masks_[0] = visual->red_mask;
+        result.masks_[1] = visual->green_mask;
+        result.masks_[2] = visual->blue_mask;
+        result.bytesPerPixel_ = format.data->bits_per_pixel / 8;
+        result.rowPadding_ = format.data->scanline_pad / 8;
+        result.highByteFirst_ = setup.image_byte_order == XCB_IMAGE_ORDER_MSB_FIRST;
+        result.asStored_ = result.bytesPerPixel_ == 4 && !result.highByteFirst_ &&
+                           visual->red_mask == 0xFF0000 && visual->green_mask == 0xFF00 &&
+                           visual->blue_mask == 0xFF;
+        return result;
+    }
+    return {};
+}
+
+size_t X11PixelFormat::bytesPerRow(int width) const {
+    const size_t bytes = static_cast<size_t>(width) * bytesPerPixel_;
+    return (bytes + rowPadding_ - 1) / rowPadding_ * rowPadding_;
+}
+
+uint32_t X11PixelFormat::packed(uint32_t pixel) const {
+    return underMask(pixel >> 16 & 255, masks_[0]) | underMask(pixel >> 8 & 255, masks_[1]) |
+           underMask(pixel & 255, masks_[2]);
+}
+
+void X11PixelFormat::pack(const PixelBuffer& picture, const IntRect& area,
+                          std::vector<uint8_t>& packedRows) const {
+    const size_t rowBytes = bytesPerRow(area.width());
+    packedRows.assign(rowBytes * area.height(), 0);
+    uint8_t* row = packedRows.data();
+    for (int y = area.top; y < area.bottom; ++y, row += rowBytes) {
+        const uint32_t* const from = picture.row(y) + area.left;
+        if (asStored_) {
+            std::memcpy(row, from, static_cast<size_t>(area.width()) * 4);
+            continue;
+        }
+        uint8_t* to = row;
+        for (int x = 0; x < area.width(); ++x, to += bytesPerPixel_) {
+            const uint32_t pixel = packed(from[x]);
+            for (int i = 0; i < bytesPerPixel_; ++i)
+                to[highByteFirst_ ? bytesPerPixel_ - 1 - i : i] =
+                    static_cast<uint8_t>(pixel >> (8 * i));
+        }
+    }
+}
+
+}  // namespace VSTGUI

@@ -1,0 +1,290 @@
+// The window on X11: a child window on a connection of its own, served from CFrame::idle.
+#include "gui/windows/native_window.h"
+#include "gui/windows/x11_keyboard.h"
+#include "gui/windows/x11_pixels.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <vector>
+
+namespace VSTGUI {
+namespace {
+
+template <typename Data>
+using Reply = std::unique_ptr<Data, decltype(&std::free)>;
+
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+constexpr uint32_t kEvents =
+    XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+    XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
+    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE;
+
+constexpr struct {
+    uint16_t mask;
+    int32_t bit;
+} kStateBits[] = {
+    {XCB_MOD_MASK_SHIFT, kShift},  {XCB_MOD_MASK_CONTROL, kControl}, {XCB_MOD_MASK_1, kAlt},
+    {XCB_MOD_MASK_4, kApple},      {XCB_BUTTON_MASK_1, kLButton},    {XCB_BUTTON_MASK_2, kMButton},
+    {XCB_BUTTON_MASK_3, kRButton},
+};
+
+CButtonState heldAndModifiers(uint16_t state) {
+    CButtonState result;
+    for (const auto& row : kStateBits)
+        if (state & row.mask) result |= row.bit;
+    return result;
+}
+
+CButtonState modifiersIn(uint16_t state) {
+    return heldAndModifiers(state).getModifierState();
+}
+
+// 0 for the wheel, which the server reports as buttons 4 to 7, and for unknown buttons.
+int32_t buttonBit(xcb_button_t button) {
+    switch (button) {
+        case 1:
+            return kLButton;
+        case 2:
+            return kMButton;
+        case 3:
+            return kRButton;
+        case 8:
+            return kButton4;
+        case 9:
+            return kButton5;
+        default:
+            return 0;
+    }
+}
+
+const xcb_screen_t* screenOf(const xcb_setup_t* setup, xcb_window_t root) {
+    for (auto screen = xcb_setup_roots_iterator(setup); screen.rem; xcb_screen_next(&screen))
+        if (screen.data->root == root) return screen.data;
+    return nullptr;
+}
+
+class X11Window final : public NativeWindow {
+  public:
+    X11Window(Connection connection, const xcb_screen_t& screen, const X11PixelFormat& format,
+              WindowClient& client)
+        : connection_(std::move(connection)),
+          format_(format),
+          keyboard_(connection_.get()),
+          client_(client),
+          colormap_(xcb_generate_id(link())),
+          window_(xcb_generate_id(link())),
+          graphics_(xcb_generate_id(link())),
+          depth_(screen.root_depth) {}
+    ~X11Window() override { close(); }
+
+    bool create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height);
+
+    void close() override;
+    void resize(int width, int height) override;
+    void show(const PixelBuffer& picture, const IntRect& area) override;
+    void takeKeyboard() override;
+    void pump() override;
+
+  private:
+    xcb_connection_t* link() const { return connection_.get(); }
+    bool isOpen() const { return connection_ != nullptr; }
+    void handle(const xcb_generic_event_t& event);
+    void handlePress(const xcb_button_press_event_t& press);
+    void handleKey(const xcb_key_press_event_t& key, EventType type);
+    void handleFocusOut(const xcb_focus_out_event_t& focus);
+    void deliverMotion();
+
+    Connection connection_;  // null once closed
+    X11PixelFormat format_;
+    X11Keyboard keyboard_;
+    WindowClient& client_;
+    xcb_colormap_t colormap_;
+    xcb_window_t window_;
+    xcb_gcontext_t graphics_;
+    uint8_t depth_;
+    std::optional<xcb_motion_notify_event_t> motion_;  // only the last of a row of moves counts
+    std::vector<uint8_t> rows_;                        // packed for the server
+};
+
+// The parent may be 32 bits deep; colormap, border and the root's own visual make the child differ.
+bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height) {
+    xcb_create_colormap(link(), XCB_COLORMAP_ALLOC_NONE, colormap_, screen.root,
+                        screen.root_visual);
+    const uint32_t values[] = {XCB_BACK_PIXMAP_NONE, 0, kEvents, colormap_};
+    const auto made = xcb_create_window_checked(
+        link(), screen.root_depth, window_, parent, 0, 0, static_cast<uint16_t>(width),
+        static_cast<uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
+        XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
+    const Reply<xcb_generic_error_t> error(xcb_request_check(link(), made), &std::free);
+    if (error) return false;
+    xcb_create_gc(link(), graphics_, window_, 0, nullptr);
+    xcb_map_window(link(), window_);
+    xcb_flush(link());
+    return true;
+}
+
+void X11Window::close() {
+    if (!isOpen()) return;
+    xcb_destroy_window(link(), window_);
+    xcb_flush(link());
+    connection_.reset();  // the server frees what else belongs to the connection
+}
+
+void X11Window::resize(int width, int height) {
+    if (!isOpen()) return;
+    const uint32_t values[] = {static_cast<uint32_t>(std::max(width, 1)),
+                               static_cast<uint32_t>(std::max(height, 1))};
+    xcb_configure_window(link(), window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    xcb_flush(link());
+}
+
+void X11Window::show(const PixelBuffer& picture, const IntRect& wanted) {
+    const IntRect area = wanted.common(picture.bounds());
+    if (!isOpen() || area.isEmpty()) return;
+    constexpr size_t kRequestHead = 64;
+    const size_t limit = size_t{xcb_get_maximum_request_length(link())} * 4 - kRequestHead;
+    const size_t fitting = limit / format_.bytesPerRow(area.width());
+    const int rowsAtOnce = static_cast<int>(std::clamp<size_t>(fitting, 1, area.height()));
+    for (int top = area.top; top < area.bottom; top += rowsAtOnce) {
+        const IntRect strip{area.left, top, area.right, std::min(top + rowsAtOnce, area.bottom)};
+        format_.pack(picture, strip, rows_);
+        xcb_put_image(link(), XCB_IMAGE_FORMAT_Z_PIXMAP, window_, graphics_,
+                      static_cast<uint16_t>(strip.width()), static_cast<uint16_t>(strip.height()),
+                      static_cast<int16_t>(strip.left), static_cast<int16_t>(strip.top), 0, depth_,
+                      static_cast<uint32_t>(rows_.size()), rows_.data());
+    }
+    xcb_flush(link());
+}
+
+void X11Window::takeKeyboard() {
+    if (!isOpen()) return;
+    xcb_set_input_focus(link(), XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
+    xcb_flush(link());
+}
+
+void X11Window::pump() {
+    while (isOpen()) {
+        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(link()), &std::free);
+        if (!event) break;
+        const auto type = event->response_type & 0x7F;
+        if (type == XCB_MOTION_NOTIFY) {
+            motion_ = reinterpret_cast<const xcb_motion_notify_event_t&>(*event);
+            continue;
+        }
+        deliverMotion();
+        if (isOpen()) handle(*event);
+    }
+    deliverMotion();
+}
+
+void X11Window::deliverMotion() {
+    if (!isOpen() || !motion_) return;
+    const xcb_motion_notify_event_t motion = *motion_;
+    motion_.reset();
+    client_.pointerMoved(CPoint(motion.event_x, motion.event_y), heldAndModifiers(motion.state));
+}
+
+void X11Window::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7F) {
+        case XCB_EXPOSE: {
+            const auto& area = reinterpret_cast<const xcb_expose_event_t&>(event);
+            return client_.exposed({area.x, area.y, area.x + area.width, area.y + area.height});
+        }
+        case XCB_BUTTON_PRESS:
+            return handlePress(reinterpret_cast<const xcb_button_press_event_t&>(event));
+        case XCB_BUTTON_RELEASE: {
+            const auto& up = reinterpret_cast<const xcb_button_release_event_t&>(event);
+            const int32_t button = buttonBit(up.detail);
+            if (button)
+                client_.pointerReleased(CPoint(up.event_x, up.event_y),
+                                        modifiersIn(up.state) | button);
+            return;
+        }
+        case XCB_ENTER_NOTIFY: {
+            const auto& in = reinterpret_cast<const xcb_enter_notify_event_t&>(event);
+            if (in.mode == XCB_NOTIFY_MODE_NORMAL)
+                client_.pointerMoved(CPoint(in.event_x, in.event_y), heldAndModifiers(in.state));
+            return;
+        }
+        case XCB_LEAVE_NOTIFY: {
+            const auto& out = reinterpret_cast<const xcb_leave_notify_event_t&>(event);
+            if (out.mode == XCB_NOTIFY_MODE_NORMAL) client_.pointerLeft();
+            return;
+        }
+        case XCB_KEY_PRESS:
+            return handleKey(reinterpret_cast<const xcb_key_press_event_t&>(event),
+                             EventType::KeyDown);
+        case XCB_KEY_RELEASE:
+            return handleKey(reinterpret_cast<const xcb_key_press_event_t&>(event),
+                             EventType::KeyUp);
+        case XCB_FOCUS_OUT:
+            return handleFocusOut(reinterpret_cast<const xcb_focus_out_event_t&>(event));
+        case XCB_MAPPING_NOTIFY:
+            return keyboard_.reload();
+        default:
+            return;
+    }
+}
+
+void X11Window::handlePress(const xcb_button_press_event_t& press) {
+    const CPoint where(press.event_x, press.event_y);
+    const CButtonState modifiers = modifiersIn(press.state);
+    switch (press.detail) {
+        case 4:
+            return client_.wheelTurned(where, 0, 1, modifiers);
+        case 5:
+            return client_.wheelTurned(where, 0, -1, modifiers);
+        case 6:
+            return client_.wheelTurned(where, -1, 0, modifiers);
+        case 7:
+            return client_.wheelTurned(where, 1, 0, modifiers);
+        default:
+            break;
+    }
+    const int32_t button = buttonBit(press.detail);
+    if (button) client_.pointerPressed(where, modifiers | button);
+}
+
+void X11Window::handleKey(const xcb_key_press_event_t& key, EventType type) {
+    KeyboardEvent event(type);
+    keyboard_.translate(key.detail, key.state, event);
+    event.modifiers = modifiersOf(modifiersIn(key.state));
+    if (event.character || event.virt != VirtualKey::None) client_.keyChanged(event);
+}
+
+void X11Window::handleFocusOut(const xcb_focus_out_event_t& focus) {
+    const bool byGrab = focus.mode == XCB_NOTIFY_MODE_GRAB || focus.mode == XCB_NOTIFY_MODE_UNGRAB;
+    const bool byPointer = focus.detail == XCB_NOTIFY_DETAIL_POINTER;
+    if (!byGrab && !byPointer) client_.keyboardLost();
+}
+
+}  // namespace
+
+std::unique_ptr<NativeWindow> openNativeWindow(void* parent, int width, int height,
+                                               WindowClient& client) {
+    const auto parentId = static_cast<xcb_window_t>(reinterpret_cast<uintptr_t>(parent));
+    Connection connection(xcb_connect(nullptr, nullptr));
+    xcb_connection_t* const link = connection.get();
+    if (xcb_connection_has_error(link)) return nullptr;
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(link, xcb_query_tree(link, parentId), nullptr), &std::free);
+    if (!tree) return nullptr;
+    const xcb_screen_t* const screen = screenOf(xcb_get_setup(link), tree->root);
+    if (!screen) return nullptr;
+    const auto format = X11PixelFormat::of(*xcb_get_setup(link), *screen);
+    if (!format) return nullptr;
+
+    auto window = std::make_unique<X11Window>(std::move(connection), *screen, *format, client);
+    if (!window->create(*screen, parentId, std::max(width, 1), std::max(height, 1))) return nullptr;
+    return window;
+}
+
+void releaseNativeResources() {}
+
+}  // namespace VSTGUI

@@ -1,0 +1,261 @@
+// Every element makes its control; every fault gets its message and costs that element alone.
+#include <typeindex>
+
+#include "editor/about_view.h"
+#include "editor/note_display.h"
+#include "editor/param_display_link.h"
+#include "editor/presets_display.h"
+#include "editor/tap_view.h"
+#include "tests/editor/editor_rig.h"
+
+namespace {
+
+using namespace VSTGUI;
+using platform::MessageIcon;
+
+TEST_F(EditorTest, EveryElementMakesItsControl) {
+    const auto type = [](const std::type_info& info) { return std::type_index(info); };
+    constexpr int kPan = 1;  // 0.5
+    struct {
+        const char* element;
+        std::type_index type;
+        CRect area;
+        int tag;
+        float value;
+        float defaultValue;
+    } const rows[] = {
+        {R"(<slider x="5" y="6" len="100" id="1" style="1" bitmap_handle="10x10.png"/>)",
+         type(typeid(CSlider)), CRect(5, 6, 105, 16), kPan, 0.5f, 0.5f},
+        {R"(<slider x="5" y="6" len="100" id="1" style="2|8" bitmap_handle="10x10.png" default="1"/>)",
+         type(typeid(CSlider)), CRect(5, 6, 15, 106), kPan, 0.5f, 1.0f},
+        {R"(<KNOB X="5.9" y="6" w="30" h="40" id="0" default="0.25"/>)", type(typeid(CKnob)),
+         CRect(5, 6, 35, 46), 0, 0.3f, 0.25f},
+        {R"(<knob x="5" y="6" w="32" h="32" id="1" stackbmp="Yes" bitmap_handle="32x3200.png"/>)",
+         type(typeid(CAnimKnob)), CRect(5, 6, 37, 38), kPan, 0.5f, 0.5f},
+        {R"(<knob x="5" y="6" w="32" h="32" id="1" stackbmp="no" bitmap_handle="10x10.png"/>)",
+         type(typeid(CKnob)), CRect(5, 6, 37, 38), kPan, 0.5f, 0.5f},
+        {R"(<onoff x="5" y="6" id="17" bitmap_handle="20x40.png"/>)", type(typeid(COnOffButton)),
+         CRect(5, 6, 25, 26), 17, 1.0f, 1.0f},
+        {R"(<kick x="5" y="6" id="17" bitmap_handle="20x40.png"/>)", type(typeid(CKickButton)),
+         CRect(5, 6, 25, 26), 17, 1.0f, 0.5f},
+        {R"(<vswitch x="5" y="6" id="1" entries="3" bitmap_handle="20x40.png" default="1"/>)",
+         type(typeid(CVerticalSwitch)), CRect(5, 6, 25, 19), kPan, 0.5f, 1.0f},
+        {R"(<hswitch x="5" y="6" id="1" entries="4" bitmap_handle="20x40.png"/>)",
+         type(typeid(CHorizontalSwitch)), CRect(5, 6, 25, 16), kPan, 0.5f, 0.5f},
+        {R"(<display x="5" y="6" w="70" h="20" id="1" style="0"/>)", type(typeid(editor::CDisplay)),
+         CRect(5, 6, 75, 26), kPan, 0.0f, 0.5f},
+        {R"(<anydisp x="5" y="6" w="70" h="20" style="0"/>)", type(typeid(editor::CDisplay)),
+         CRect(5, 6, 75, 26), -1, 0.0f, 0.5f},
+        {R"(<autodisp x="5" y="6" w="70" h="20" id="1" link="42" style="0"/>)",
+         type(typeid(editor::CParamDisplayLink)), CRect(5, 6, 75, 26), kPan, 0.5f, 0.5f},
+        {R"(<optionmenu x="5" y="6" w="70" h="20" id="1" style="0"><list><entry>a</entry>
+             <other/><Entry>b</Entry><entry>c</entry></list></optionmenu>)",
+         type(typeid(COptionMenu)), CRect(5, 6, 75, 26), kPan, 1.0f, 0.5f},
+        {R"(<optionmenu x="5" y="6" w="70" h="20" id="26" style="0"/>)", type(typeid(COptionMenu)),
+         CRect(5, 6, 75, 26), 26, 1.0f, 0.5f},
+        {R"(<skinselector x="5" y="6" w="70" h="20" style="0"/>)", type(typeid(COptionMenu)),
+         CRect(5, 6, 75, 26), 999, 0.0f, 0.5f},
+        {R"(<about x="5" y="6" w="70" h="20" bitmap_pop="20x40.png"/>)",
+         type(typeid(CSplashScreen)), CRect(5, 6, 75, 26), -1, 0.0f, 0.5f},
+        {R"(<vumeter x="5" y="6" id="0" leds="8" style="2" bitmap_off="10x10.png" bitmap_on="20x40.png"/>)",
+         type(typeid(CVuMeter)), CRect(5, 6, 25, 46), -1, 0.0f, 0.5f},
+        // Parameters that are none leave the control as it is made.
+        {R"(<knob x="5" y="6" w="30" h="40" id="42"/>)", type(typeid(CKnob)), CRect(5, 6, 35, 46),
+         42, 0.0f, 0.0f},
+        {R"(<knob x="5" y="6" w="30" h="40" id="-1"/>)", type(typeid(CKnob)), CRect(5, 6, 35, 46),
+         -1, 0.0f, 0.0f},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.element);
+        ASSERT_TRUE(open(row.element));
+        auto* const control = viewAs<CControl>(0);
+        ASSERT_NE(control, nullptr);
+        EXPECT_EQ(std::type_index(typeid(*control)), row.type);
+        EXPECT_EQ(control->getViewSize(), row.area);
+        EXPECT_EQ(control->getTag(), row.tag);
+        EXPECT_FLOAT_EQ(control->getValue(), row.value);
+        EXPECT_FLOAT_EQ(control->getDefaultValue(), row.defaultValue);
+    }
+    EXPECT_TRUE(messages.all.empty());
+}
+
+TEST_F(EditorTest, MakesTheViewsOfThisInstrument) {
+    const std::string place = R"( x="5" y="6" w="70" h="20" id="0" fontcolor="FF0000"/>)";
+    ASSERT_TRUE(open("<notedisplay" + place + "<PresetsDisplay" + place + "<ViewTaps" + place));
+    ASSERT_EQ(frame().getNbViews(), 4u);
+    EXPECT_NE(viewAs<editor::CNoteDisplay>(0), nullptr);
+    EXPECT_NE(viewAs<editor::CPresetsDisplay>(1), nullptr);
+    EXPECT_NE(viewAs<CTextEdit>(2), nullptr);
+    EXPECT_NE(viewAs<editor::CTapView>(3), nullptr);
+    EXPECT_EQ(view(0)->getViewSize(), CRect(5, 6, 75, 26));
+}
+
+TEST_F(EditorTest, EveryFaultGetsItsMessageAndCostsOneElement) {
+    const RecordedMessage missing{"Skin Error", "Missing tag y for object knob",
+                                  MessageIcon::kError};
+    struct {
+        const char* elements;
+        std::vector<RecordedMessage> said;
+        unsigned views;  // that were made nevertheless
+    } const rows[] = {
+        {R"(<knob x="1" w="2" h="3" id="1"/>)", {missing}, 0},
+        {R"(<knob x="1" y="nope" w="2" h="3" id="1"/>)",
+         {{"Skin Error", "Error calculating value of tag y for object knob", MessageIcon::kError}},
+         0},
+        {R"(<knob x="1" y="2" w="2" h="3" id="1" xoff="nope" default="1.2.3"/>)",
+         {{"Skin Error", "Error calculating value of tag xoff for object knob",
+           MessageIcon::kError},
+          {"Skin Error", "Error calculating value of tag default for object knob",
+           MessageIcon::kError}},
+         1},
+        {R"(<display x="1" y="2" w="2" h="3" id="1" style="0" font="nope" halign="2"/>)",
+         {{"Skin Error", "Error calculating value of tag font for object display",
+           MessageIcon::kError}},
+         1},
+        {R"(<knob x="1" y="2" w="2" h="3" id="1" bitmap_handle="gone.png"/>)",
+         {{"Bitmap not found", "gone.png", MessageIcon::kNone}},
+         0},
+        {R"(<knob x="1" y="2" w="2" h="3" id="1" bitmap_bk="broken.png"/>)",
+         {{"Bitmap not found", "broken.png", MessageIcon::kNone}},
+         0},
+        {R"(<onoff x="1" y="2" id="1" bitmap_handle="gone.png"/>)",
+         {{"QXSKIN: Bitmap not found", "gone.png", MessageIcon::kNone}},
+         0},
+        {R"(<kick x="1" y="2" id="1" bitmap_handle="gone.png"/>)",
+         {{"QXSKIN: Bitmap not found", "gone.png", MessageIcon::kNone}},
+         0},
+        {R"(<about x="1" y="2" w="1" h="1" bitmap_pop="gone.png"/>)",
+         {{"QXSKIN: Bitmap not found", "gone.png", MessageIcon::kNone}},
+         0},
+        {R"(<autodisp x="1" y="2" w="2" h="3" id="1" style="0" link="43"/>)",
+         {{"Skin Error", "Error attempting to link a display to an invalid parameter id",
+           MessageIcon::kNone}},
+         0},
+        {R"(<autodisp x="1" y="2" w="2" h="3" id="1" style="0" link="-1"/>)",
+         {{"Skin Error", "Error attempting to link a display to an invalid parameter id",
+           MessageIcon::kNone}},
+         0},
+        {"<CONSTANTS>A = 1, B = nope, C</CONSTANTS>",
+         {{"B = nope", "Expression parser error", MessageIcon::kNone}},
+         0},
+        {R"(<background filename="gone.png"/>)",
+         {{"Bitmap not found", "gone.png", MessageIcon::kNone}},
+         0},
+        {R"(<NoteDisplay x="1" y="2" w="3" id="1"/>)",
+         {{"Skin Error", "Missing tag h for object NoteDisplay", MessageIcon::kError}},
+         0},
+        {"<gadget/>", {}, 0},
+        // The list of a menu must come first: nothing is said, nothing is made.
+        {R"(<optionmenu x="1" y="2" w="2" h="3" id="1" style="0"><a/><list/></optionmenu>)", {}, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.elements);
+        messages.all.clear();
+        ASSERT_TRUE(open(std::string(row.elements) + R"(<kick x="1" y="1" id="5" )" +
+                         R"(bitmap_handle="20x40.png"/>)"));
+        EXPECT_EQ(messages.all, row.said);
+        EXPECT_EQ(frame().getNbViews(), row.views + 1);
+    }
+}
+
+TEST_F(EditorTest, AFileWithoutGuiIsSaidAndMissing) {
+    module.write("skin/skin.xml", "<OTHER></OTHER>");
+    ASSERT_TRUE(openAsWritten());
+    EXPECT_EQ(
+        messages.all,
+        (std::vector<RecordedMessage>{{"XML error", "<GUI> node missing", MessageIcon::kError}}));
+    EXPECT_TRUE(editor::isSkinMissing());
+}
+
+TEST_F(EditorTest, ControlsShowThePieceOfTheBackgroundUnderThem) {
+    PixelBuffer ground(400, 300);
+    for (int y = 0; y < 300; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            ground.row(y)[x] = premultiplied(CColor(x & 255, y & 255, 0));
+        }
+    }
+    editor::writePng(module.path() + "skin/bg.png", ground);
+    ASSERT_TRUE(open(R"(<slider x="30" y="40" len="100" id="1" style="1" bitmap_handle="10x10.png"/>
+        <knob x="150" y="40" w="40" h="40" id="1" bitmap_handle="10x10.png"/>
+        <knob x="200" y="40" w="40" h="40" id="1" xoff="0" yoff="1" bitmap_handle="10x10.png"/>
+        <anydisp x="30" y="100" w="50" h="20" style="8" transparent="no"/>)"));
+    EXPECT_EQ(pixel(31, 41), CColor(31, 41, 0));
+    EXPECT_EQ(pixel(151, 42), CColor(151, 42, 0));
+    EXPECT_EQ(pixel(200, 40), CColor(0, 1, 0));
+    EXPECT_EQ(pixel(31, 102), CColor(31, 102, 0));
+    EXPECT_TRUE(view(0)->getTransparency());
+}
+
+TEST_F(EditorTest, WhatStandsBeforeTheBackgroundGetsNoneOfIt) {
+    writeSkin(R"(<knob x="0" y="0" w="40" h="40" id="1"/><background filename="bg.png"/>
+                 <background filename="20x40.png"/>)");
+    ASSERT_TRUE(openAsWritten());
+    ASSERT_EQ(frame().getNbViews(), 1u);
+    EXPECT_EQ(view(0)->getBackground(), nullptr);
+    EXPECT_EQ(edit.getRect().right, 400);  // the first background counts
+}
+
+TEST_F(EditorTest, TextAttributesShapeTheDisplay) {
+    ASSERT_TRUE(open(R"(<display x="0" y="0" w="50" h="20" id="1" style="1|32" font="0" halign="2"
+        txtface="1|2" fontcolor="0x102030" backcolor="405060" framecolor="708090"
+        shadowcolor="A0B0C0" transparent="no"/><display x="0" y="50" w="50" h="20" id="1"
+        style="0"/>)"));
+    auto* const display = viewAs<CParamDisplay>(0);
+    EXPECT_EQ(display->getStyle(), CParamDisplay::kShadowText | CParamDisplay::kRoundRectStyle);
+    EXPECT_EQ(display->getFont()->getSize(), 11);
+    EXPECT_EQ(display->getFont()->getStyle(), kBoldFace | kItalicFace);
+    EXPECT_EQ(display->getHoriAlign(), kRightText);
+    EXPECT_EQ(display->getFontColor(), CColor(0x10, 0x20, 0x30));
+    EXPECT_EQ(display->getBackColor(), CColor(0x40, 0x50, 0x60));
+    EXPECT_EQ(display->getFrameColor(), CColor(0x70, 0x80, 0x90));
+    EXPECT_EQ(display->getShadowColor(), CColor(0xA0, 0xB0, 0xC0));
+    EXPECT_EQ(display->getBackground(), frame().getBackground());
+    EXPECT_EQ(viewAs<CParamDisplay>(1)->getFont()->getStyle(), kNormalFace);
+}
+
+TEST_F(EditorTest, HostileNumbersMakeHarmlessControls) {
+    std::string elements;
+    for (const char* const number : {"0", "-5", "2147483647", "0-2147483647", "1/0", "0/0"}) {
+        const std::string n = number;
+        elements += "<knob x=\"" + n + "\" y=\"0\" w=\"" + n + "\" h=\"" + n + "\" id=\"" + n +
+                    R"(" stackbmp="1" bitmap_handle="10x10.png" default=")" + n + "\"/>";
+        elements += "<slider x=\"0\" y=\"" + n + "\" len=\"" + n + "\" id=\"1\" style=\"" + n +
+                    R"(" bitmap_handle="10x10.png"/>)";
+        elements +=
+            "<vswitch x=\"9\" y=\"9\" id=\"2\" entries=\"" + n + R"(" bitmap_handle="20x40.png"/>)";
+        elements += "<vumeter x=\"9\" y=\"9\" id=\"2\" style=\"" + n + "\" leds=\"" + n +
+                    R"(" bitmap_on="20x40.png" bitmap_off="10x10.png"/>)";
+        elements += "<optionmenu x=\"9\" y=\"9\" w=\"" + n + "\" h=\"" + n +
+                    "\" id=\"3\" style=\"" + n + "\" halign=\"" + n + "\" txtface=\"" + n +
+                    "\" font=\"" + n + "\"/>";
+        elements += "<ViewTaps x=\"9\" y=\"9\" w=\"" + n + "\" h=\"" + n + "\"/>";
+        elements += "<PresetsDisplay x=\"9\" y=\"9\" id=\"0\" w=\"" + n + "\" h=\"" + n + "\"/>";
+        elements += "<update src=\"" + n + "\" dst=\"" + n + "\"/>";
+    }
+    ASSERT_TRUE(open(elements));
+    for (int y = 0; y < 300; y += 20) {
+        for (int x = 0; x < 400; x += 20) {
+            headless::press(frame(), CPoint(x, y));
+            headless::move(frame(), CPoint(x + 30, y - 7));
+            headless::release(frame(), CPoint(x + 30, y - 7));
+            press(VirtualKey::Escape);
+            headless::wheel(frame(), CPoint(x, y), 1);
+        }
+        edit.idle();
+    }
+    for (const float value : instrument.values) EXPECT_TRUE(value >= 0.0f && value <= 1.0f);
+}
+
+TEST_F(EditorTest, TenThousandElementsAreBuilt) {
+    std::string elements;
+    for (int i = 0; i < 10000; ++i) {
+        elements += R"(<knob x="1" y="1" w="9" h="9" id=")" + std::to_string(i % 42) + R"("/>)";
+    }
+    ASSERT_TRUE(open(elements));
+    EXPECT_EQ(frame().getNbViews(), 10000u);
+    for (int i = 0; i < state::kNumParams; ++i) instrument.setParameter(i, 0.75f);
+    idle();
+    EXPECT_EQ(viewAs<CControl>(9999)->getValue(), 0.75f);
+}
+
+}  // namespace

@@ -1,0 +1,274 @@
+// Pixels: blending, rectangles, lines, ellipses, pictures, text and enlarging.
+#include "gui/graphics/scale.h"
+#include "gui/graphics/text.h"
+#include "tests/gui/gui_fixture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace VSTGUI {
+namespace {
+
+class Drawing : public ::testing::Test {
+  protected:
+    Drawing() : pixels(60, 40) {
+        init(nullptr);
+        fillArea(pixels, pixels.bounds(), premultiplied(kBlackCColor));
+        context = std::make_unique<CDrawContext>(pixels, pixels.bounds());
+    }
+    ~Drawing() override {
+        context.reset();
+        exit();
+    }
+
+    // The smallest rectangle around all pixels that are not black.
+    CRect inked() const {
+        CRect box(1000, 1000, 0, 0);
+        for (int y = 0; y < pixels.height(); ++y)
+            for (int x = 0; x < pixels.width(); ++x)
+                if (pixels.at(x, y) != 0xFF000000) box.unite(CRect(x, y, x + 1, y + 1));
+        return box;
+    }
+    int inkedPixels() const {
+        int count = 0;
+        for (int y = 0; y < pixels.height(); ++y)
+            for (int x = 0; x < pixels.width(); ++x) count += pixels.at(x, y) != 0xFF000000;
+        return count;
+    }
+
+    PixelBuffer pixels;
+    std::unique_ptr<CDrawContext> context;
+};
+
+TEST(Blending, RoundsToTheNearestForAllBytes) {
+    for (uint32_t a = 0; a < 256; ++a)
+        for (uint32_t b = 0; b < 256; ++b)
+            ASSERT_EQ(times255(a, b), (2 * a * b + 255) / 510) << a << " " << b;
+}
+
+TEST(Blending, NeverOverflowsAChannel) {
+    for (uint32_t alpha = 0; alpha < 256; ++alpha) {
+        const uint32_t white = premultiplied(CColor(255, 255, 255, static_cast<uint8_t>(alpha)));
+        EXPECT_EQ(over(white, 0xFFFFFFFF), 0xFFFFFFFF) << alpha;
+    }
+    EXPECT_EQ(over(premultiplied(CColor(255, 0, 0, 128)), 0xFF0000FF), 0xFF80007Fu);
+}
+
+TEST_F(Drawing, StartsFromTheStandardState) {
+    EXPECT_EQ(context->getFrameColor(), kWhiteCColor);
+    EXPECT_EQ(context->getFillColor(), kBlackCColor);
+    EXPECT_EQ(context->getFontColor(), kWhiteCColor);
+    EXPECT_EQ(context->getFont(), kSystemFont);
+    EXPECT_EQ(context->getLineWidth(), 1);
+    EXPECT_FALSE(context->getDrawMode().antialiasing());
+}
+
+TEST_F(Drawing, FillsExactlyTheRectangle) {
+    context->setFillColor(kRedCColor);
+    context->drawRect(CRect(5, 6, 15, 26), kDrawFilled);
+    EXPECT_EQ(inked(), CRect(5, 6, 15, 26));
+    EXPECT_EQ(inkedPixels(), 200);
+    EXPECT_EQ(pixels.at(5, 6), 0xFFFF0000u);
+}
+
+TEST_F(Drawing, StrokesTheOutermostRingInside) {
+    context->drawRect(CRect(5, 6, 15, 26));
+    EXPECT_EQ(inked(), CRect(5, 6, 15, 26));
+    EXPECT_EQ(inkedPixels(), 2 * 10 + 2 * 18);
+    context->setLineWidth(3);
+    context->drawRect(CRect(30, 6, 40, 16));
+    EXPECT_EQ(inkedPixels(), 56 + 100 - 16);
+}
+
+TEST_F(Drawing, BlendsAStrokeOnceEvenWhenItIsWiderThanTheRectangle) {
+    context->setFrameColor(CColor(255, 255, 255, 100));
+    context->setLineWidth(7);
+    for (const CRect& rect : {CRect(0, 0, 3, 9), CRect(10, 0, 19, 3), CRect(30, 0, 31, 1)})
+        context->drawRect(rect);
+    EXPECT_EQ(inkedPixels(), 27 + 27 + 1);
+    for (int y = 0; y < 9; ++y)
+        for (int x = 0; x < 40; ++x)
+            if (pixels.at(x, y) != 0xFF000000) {
+                ASSERT_EQ(pixels.at(x, y), 0xFF646464u) << x << " " << y;
+            }
+}
+
+TEST_F(Drawing, StaysInsideTheClipAndTheClipInsideTheView) {
+    context->setFillColor(kWhiteCColor);
+    context->drawInside(CRect(10, 10, 30, 30), 1, [&] {
+        EXPECT_EQ(context->getFillColor(), kBlackCColor) << "from the initial state";
+        context->setFillColor(kWhiteCColor);
+        context->setClipRect(CRect(20, 0, 60, 20));
+        context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
+    });
+    EXPECT_EQ(inked(), CRect(20, 10, 30, 20));
+    context->drawInside(CRect(70, 10, 90, 30), 1, [] { FAIL() << "nothing can be seen"; });
+    context->drawInside(CRect(10, 10, 30, 30), 0, [] { FAIL() << "nothing can be seen"; });
+}
+
+TEST_F(Drawing, FindsItsStateAgainWhateverAViewSavesAndRestores) {
+    context->setFillColor(kRedCColor);
+    context->saveGlobalState();
+    context->drawInside(CRect(10, 10, 30, 30), 1, [&] {
+        for (int i = 0; i < 3; ++i) context->restoreGlobalState();
+        context->setFillColor(kBlueCColor);
+        for (int i = 0; i < 3; ++i) context->saveGlobalState();
+    });
+    EXPECT_EQ(context->getFillColor(), kRedCColor);
+    context->setFillColor(kGreenCColor);
+    context->restoreGlobalState();
+    EXPECT_EQ(context->getFillColor(), kRedCColor);
+    CRect clip;
+    EXPECT_EQ(context->getClipRect(clip), CRect(0, 0, 60, 40));
+}
+
+TEST_F(Drawing, DrawsLinesWithBothEnds) {
+    context->drawLine(CPoint(5, 5), CPoint(15, 5));
+    EXPECT_EQ(inked(), CRect(5, 5, 16, 6));
+    context->drawLine(CPoint(20, 20), CPoint(30, 30));
+    EXPECT_EQ(inkedPixels(), 22);
+    EXPECT_EQ(pixels.at(25, 25), 0xFFFFFFFFu);
+}
+
+TEST_F(Drawing, DrawsEllipsesAndRoundedRectanglesSymmetrically) {
+    context->setFillColor(kWhiteCColor);
+    context->setDrawMode(kAntiAliasing);
+    context->drawEllipse(CRect(4, 4, 24, 14), kDrawFilled);
+    EXPECT_EQ(inked(), CRect(4, 4, 24, 14));
+    context->drawRoundRect(CRect(30, 4, 50, 24), 6, kDrawFilledAndStroked);
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 10; ++x) {
+            ASSERT_EQ(pixels.at(4 + x, 4 + y), pixels.at(23 - x, 4 + y)) << x << " " << y;
+            ASSERT_EQ(pixels.at(30 + x, 4 + y), pixels.at(49 - x, 23 - y)) << x << " " << y;
+        }
+    EXPECT_EQ(pixels.at(14, 9), 0xFFFFFFFFu);
+    EXPECT_EQ(pixels.at(30, 4), 0xFF000000u) << "the corner is rounded off";
+}
+
+TEST_F(Drawing, CopiesPicturesFromTheOffsetAndStopsWhereTheyEnd) {
+    const auto picture = gradient(20, 20);
+    picture->draw(context.get(), CRect(10, 10, 40, 18), CPoint(5, 3));
+    EXPECT_EQ(pixels.at(10, 10), 0xFF050300u);
+    EXPECT_EQ(pixels.at(24, 17), 0xFF130A00u);
+    EXPECT_EQ(inked(), CRect(10, 10, 25, 18));
+    plain(4, 4, kWhiteCColor)->draw(context.get(), CRect(50, 30, 54, 34), CPoint(), 0.5f);
+    EXPECT_EQ(pixels.at(50, 30), 0xFF808080u);
+    CBitmap empty{PlatformBitmapPtr()};
+    EXPECT_FALSE(empty.isLoaded());
+    context->drawBitmap(&empty, CRect(0, 0, 9, 9));
+    EXPECT_EQ(pixels.at(0, 0), 0xFF000000u);
+}
+
+TEST_F(Drawing, PutsCapitalsInTheMiddleOfTheRectanglesHeight) {
+    const auto font = makeOwned<CFontDesc>("Arial", 20);
+    const double capitals = capitalHeight(*font);
+    EXPECT_NEAR(capitals, 20 * 0.688, 0.1) << "1409 of 2048 units";
+    context->setFont(font);
+    context->drawString("H", CRect(0, 0, 60, 40), kLeftText);
+    EXPECT_NEAR(inked().getCenter().y, 20, 0.5);
+    EXPECT_NEAR(inked().getHeight(), capitals, 1);
+}
+
+TEST_F(Drawing, AlignsTextByItsAdvanceWidth) {
+    context->setFont(kNormalFont);
+    EXPECT_NEAR(context->getStringWidth("00"), 2 * 12 * 0.5562, 0.01) << "as wide as Arial's";
+    struct Case {
+        CHoriTxtAlign align;
+        double left;
+    };
+    const double width = context->getStringWidth("HH");
+    const Case cases[] = {
+        {kLeftText, 0}, {kCenterText, (60 - width) / 2}, {kRightText, 60 - width}};
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.align);
+        fillArea(pixels, pixels.bounds(), 0xFF000000);
+        context->drawString("HH", CRect(0, 0, 60, 40), row.align);
+        EXPECT_NEAR(inked().left, row.left + 1, 1.1) << "the letter's own bearing is about 1";
+    }
+}
+
+TEST_F(Drawing, ShowsFacesAndRulesApart) {
+    std::vector<uint64_t> hashes;
+    const int32_t styles[] = {kNormalFace,    kBoldFace,
+                              kItalicFace,    kBoldFace | kItalicFace,
+                              kUnderlineFace, kStrikethroughFace};
+    for (const int32_t style : styles) {
+        fillArea(pixels, pixels.bounds(), 0xFF000000);
+        context->setFont(kNormalFont, 16, style);
+        context->drawString("ga", CPoint(4, 25));
+        hashes.push_back(headless::hashOf(pixels));
+    }
+    std::sort(hashes.begin(), hashes.end());
+    EXPECT_EQ(std::unique(hashes.begin(), hashes.end()), hashes.end());
+}
+
+TEST_F(Drawing, TakesHostileTextAndSizes) {
+    context->drawString("\xFF\xC3 \x01\n", CPoint(4, 25));
+    context->drawString(nullptr, CRect(0, 0, 60, 40));
+    context->drawString("", CRect(0, 0, 60, 40));
+    context->drawString(std::string(100000, 'W').c_str(), CRect(0, 0, 60, 40));
+    context->drawString("x", CPoint(NAN, 1e300));
+    context->setFont(kNormalFont, 1e9);
+    context->drawString("W", CPoint(0, 20));
+    context->drawRect(CRect(-1e18, NAN, 1e18, 1e18), kDrawFilledAndStroked);
+    context->drawEllipse(CRect(-1e9, -1e9, 1e9, 1e9), kDrawFilledAndStroked);
+    context->setClipRect(CRect(50, 50, 10, 10));
+    context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
+}
+
+// The same bytes on every system and build. A change of the picture changes the numbers.
+TEST_F(Drawing, GivesTheKnownBytes) {
+    context->setFillColor(CColor(200, 40, 30, 180));
+    context->setFrameColor(CColor(30, 220, 90));
+    context->setDrawMode(kAntiAliasing);
+    context->drawEllipse(CRect(3, 5, 44, 32), kDrawFilledAndStroked);
+    context->setLineWidth(2.5);
+    context->drawLine(CPoint(1, 38), CPoint(58, 3));
+    EXPECT_EQ(headless::hashOf(pixels), 2450346129912770639u);
+    context->setFont(kNormalFont, 13, kBoldFace);
+    context->drawString("Strings \xC3\xA4", CRect(0, 0, 60, 40));
+    context->setFont(kNormalFontSmaller, 0, kItalicFace);
+    context->drawString("0.618", CPoint(3.4, 36));
+    EXPECT_EQ(headless::hashOf(pixels), 8144898946007338152u);
+}
+
+TEST(Enlarging, KeepsPlainColoursAndTheSizeAtAllZooms) {
+    for (const double zoom : {1.0, 1.25, 1.5, 2.0, 2.7, 3.0}) {
+        PixelBuffer source(37, 23);
+        fillArea(source, source.bounds(), 0xFF123456);
+        PixelBuffer target(zoomedLength(37, zoom), zoomedLength(23, zoom));
+        scaleArea(source, target, target.bounds());
+        for (int y = 0; y < target.height(); ++y)
+            for (int x = 0; x < target.width(); ++x) ASSERT_EQ(target.at(x, y), 0xFF123456u);
+    }
+}
+
+TEST(Enlarging, InterpolatesBetweenTheMiddlesOfPixels) {
+    PixelBuffer source(2, 1);
+    source.row(0)[0] = 0xFF000000;
+    source.row(0)[1] = 0xFFFFFFFF;
+    PixelBuffer target(4, 1);
+    scaleArea(source, target, target.bounds());
+    EXPECT_EQ(target.at(0, 0), 0xFF000000u);
+    EXPECT_EQ(target.at(1, 0), 0xFF404040u);
+    EXPECT_EQ(target.at(2, 0), 0xFFBFBFBFu);
+    EXPECT_EQ(target.at(3, 0), 0xFFFFFFFFu);
+}
+
+TEST(Enlarging, RedoesEveryPixelThatDependsOnAChangedArea) {
+    for (const double zoom : {1.1, 1.5, 2.0, 2.3, 3.0}) {
+        PixelBuffer source(50, 40);
+        PixelBuffer target(zoomedLength(50, zoom), zoomedLength(40, zoom));
+        scaleArea(source, target, target.bounds());
+        const IntRect changed{13, 7, 21, 30};
+        fillArea(source, changed, 0xFFFFFFFF);
+        scaleArea(source, target, zoomedArea(changed, source, target));
+        PixelBuffer whole(target.width(), target.height());
+        scaleArea(source, whole, whole.bounds());
+        EXPECT_EQ(headless::hashOf(target), headless::hashOf(whole)) << zoom;
+    }
+}
+
+}  // namespace
+}  // namespace VSTGUI

@@ -1,0 +1,261 @@
+// Frames in real windows of an X server, driven by real pointer and key events.
+#include "gui/headless.h"
+#include "tests/gui/gui_fixture.h"
+#include "tests/gui/x11_server.h"
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
+
+namespace VSTGUI {
+namespace {
+
+void* asParent(xcb_window_t window) {
+    return reinterpret_cast<void*>(static_cast<uintptr_t>(window));
+}
+
+class X11Frames : public ::testing::Test {
+  protected:
+    void startServer(const std::string& screen) {
+        server = std::make_unique<X11Server>(screen);
+        if (!server->isRunning()) GTEST_SKIP() << "needs Xvfb and xdotool";
+    }
+    void SetUp() override {
+        init(nullptr);
+        startServer("800x600x24");
+    }
+    void TearDown() override {
+        for (CFrame* const frame : frames) frame->close();
+        exit();
+    }
+
+    CFrame* openAt(int x, int y, int depth = 0) {
+        parent = server->makeWindow(x, y, 400, 300, depth);
+        auto* const frame = new CFrame(CRect(0, 0, 400, 300), &recorder);
+        frame->setBackground(gradient(400, 300, 99));
+        if (parent && frame->open(asParent(parent))) {
+            frames.push_back(frame);
+            return frame;
+        }
+        frame->forget();
+        return nullptr;
+    }
+    // Serves all frames until the condition holds; false when it never does.
+    bool waitFor(const std::function<bool()>& condition) {
+        using namespace std::chrono;
+        const auto end = steady_clock::now() + seconds(20);
+        while (steady_clock::now() < end) {
+            for (CFrame* const frame : std::vector<CFrame*>(frames)) frame->idle();
+            if (condition()) return true;
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+        return false;
+    }
+    // Drives and serves the frames meanwhile, as a host would.
+    void drive(const std::string& command) {
+        const auto done = std::async(std::launch::async, [&] { server->drive(command); });
+        waitFor(
+            [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    }
+    // Drives, then waits for exactly these reports.
+    ::testing::AssertionResult drive(const std::string& command, const std::string& expected) {
+        drive(command);
+        std::string seen;
+        const auto complete = [&] {
+            const std::string more = recorder.reports();
+            if (!more.empty()) seen += (seen.empty() ? "" : " ") + more;
+            return seen.size() >= expected.size();
+        };
+        if (waitFor(complete) && seen == expected) return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure() << command << ": saw \"" << seen << "\"";
+    }
+    // Whether the screen shows the frame's pixels there; the lowest bits may be lost.
+    bool shows(CFrame& frame, int x, int y, uint32_t mask = 0xFFFFFF) {
+        const PixelBuffer& wanted = headless::shownPixels(frame);
+        const auto seen = server->contents(x, y, wanted.width(), wanted.height());
+        for (size_t i = 0; i < seen.size(); ++i) {
+            const int row = static_cast<int>(i) / wanted.width();
+            const uint32_t pixel = wanted.at(static_cast<int>(i) % wanted.width(), row);
+            if ((pixel ^ seen[i]) & mask) return false;
+        }
+        return !seen.empty();
+    }
+
+    Recorder recorder;
+    std::unique_ptr<X11Server> server;
+    std::vector<CFrame*> frames;
+    xcb_window_t parent = 0;
+};
+
+TEST_F(X11Frames, ControlsFollowTheMouseTheWheelAndTheKeys) {
+    CFrame* const frame = openAt(10, 20);
+    ASSERT_TRUE(frame);
+    const auto picture = plain(40, 80, kRedCColor);
+    const auto handle = plain(20, 20, kGreenCColor);
+    frame->addView(new CKnob(CRect(0, 0, 60, 60), &recorder, 1, picture, handle));
+    frame->addView(new CSlider(CRect(100, 0, 120, 120), &recorder, 2, 0, 100, handle, picture,
+                               CPoint(), CSlider::kVertical | CSlider::kBottom));
+    frame->addView(new COnOffButton(CRect(150, 0, 190, 40), &recorder, 3, picture));
+    frame->addView(new CKickButton(CRect(200, 0, 240, 40), &recorder, 4, picture));
+    frame->addView(new CVerticalSwitch(CRect(250, 0, 290, 40), &recorder, 5, 2, 40, 2, picture));
+    frame->addView(new CHorizontalSwitch(CRect(300, 0, 340, 40), &recorder, 6, 2, 40, 2, picture));
+    auto* const menu = new COptionMenu(CRect(0, 150, 80, 170), &recorder, 7);
+    for (const char* title : {"one", "two", "three"}) menu->addEntry(title);
+    frame->addView(menu);
+    auto* const edit = new CTextEdit(CRect(200, 150, 300, 170), &recorder, 8, "");
+    frame->addView(edit);
+    ASSERT_TRUE(waitFor([&] { return shows(*frame, 10, 20); }));
+
+    EXPECT_TRUE(drive("mousemove 40 50 mousedown 1 mousemove 40 10 mouseup 1", "begin 0.2 end"));
+    EXPECT_TRUE(drive("mousemove 40 50 click 4", "begin 0.3 end"))
+        << "the end comes when the wheel rests";
+    EXPECT_TRUE(drive("key Up key shift+Down", "begin 0.4 end begin 0.39 end"));
+    EXPECT_TRUE(drive("mousemove 120 80 click 1", "begin 0.49 end"));
+    EXPECT_TRUE(drive("mousemove 180 40 click 1 key Return", "begin 1 end begin 0 end"));
+    EXPECT_TRUE(drive("mousemove 230 40 click 1", "begin 1 0 end"));
+    EXPECT_TRUE(drive("mousemove 280 55 click 1 key Up", "begin 1 end begin 0 end"));
+    EXPECT_TRUE(drive("mousemove 340 40 click 1 key Left", "begin 1 end begin 0 end"));
+    EXPECT_TRUE(drive("mousemove 50 180 click 1 mousemove 50 222 click 1", "begin 1 end"));
+    EXPECT_TRUE(drive("mousemove 50 180 click 1 key Down key Return", "begin 2 end"));
+    drive("mousemove 250 180 click 1 type 'a Path/Z1'");
+    EXPECT_TRUE(drive("key Return", "begin 0 end"));
+    EXPECT_TRUE(edit->getText() == "a Path/Z1") << edit->getText().data();
+    EXPECT_TRUE(waitFor([&] { return shows(*frame, 10, 20); }));
+}
+
+TEST_F(X11Frames, TypingReachesTheFieldInUnicodeAndLeavingItCommits) {
+    CFrame* const frame = openAt(0, 0);
+    ASSERT_TRUE(frame);
+    auto* const edit = new CTextEdit(CRect(0, 0, 100, 20), &recorder, 1, "old");
+    frame->addView(edit);
+    frame->idle();
+    drive("mousemove 50 10 click 1");
+    ASSERT_TRUE(waitFor([&] { return frame->getFocusView() == edit; }));
+    drive("key --delay 50 adiaeresis EuroSign");
+    EXPECT_TRUE(drive("key ctrl+a key End key shift+Left key BackSpace mousemove 300 200 click 1",
+                      "begin 0 end"));
+    EXPECT_TRUE(edit->getText() == "\xC3\xA4") << edit->getText().data();
+}
+
+TEST_F(X11Frames, TwoInOneProcessKeepTheirEventsApart) {
+    CFrame* const first = openAt(0, 0);
+    CFrame* const second = openAt(400, 300);
+    ASSERT_TRUE(first && second);
+    Recorder other;
+    first->addView(new COnOffButton(CRect(0, 0, 40, 40), &recorder, 1));
+    second->addView(new COnOffButton(CRect(0, 0, 40, 40), &other, 2));
+    EXPECT_TRUE(drive("mousemove 20 20 click 1", "begin 1 end"));
+    EXPECT_EQ(other.reports(), "");
+    drive("mousemove 420 320 click 1");
+    EXPECT_TRUE(waitFor([&] { return other.log.size() >= 3; }));
+    EXPECT_EQ(other.reports(), "begin 1 end");
+    frames.erase(frames.begin());
+    first->close();
+    drive("click 1");
+    EXPECT_TRUE(waitFor([&] { return other.log.size() >= 3; }));
+    EXPECT_TRUE(waitFor([&] { return shows(*second, 400, 300); }));
+    EXPECT_EQ(recorder.reports(), "");
+}
+
+TEST_F(X11Frames, OpenInAParentThatIsDeeperThanTheScreen) {
+    CFrame* const frame = openAt(50, 60, 32);
+    ASSERT_TRUE(frame);
+    EXPECT_TRUE(waitFor([&] { return shows(*frame, 50, 60); }));
+}
+
+TEST_F(X11Frames, AreShownAgainAfterTheyWereCovered) {
+    CFrame* const frame = openAt(0, 0);
+    ASSERT_TRUE(frame);
+    ASSERT_TRUE(waitFor([&] { return shows(*frame, 0, 0); }));
+    const xcb_window_t cover = server->makeWindow(30, 30, 200, 200);
+    EXPECT_FALSE(shows(*frame, 0, 0));
+    server->destroyWindow(cover);
+    EXPECT_TRUE(waitFor([&] { return shows(*frame, 0, 0); }));
+}
+
+TEST_F(X11Frames, GrowWithTheirZoomAndScaleThePointer) {
+    CFrame* const frame = openAt(0, 0);
+    ASSERT_TRUE(frame);
+    frame->addView(new COnOffButton(CRect(100, 100, 120, 120), &recorder, 1));
+    frame->setZoom(1.5);
+    EXPECT_TRUE(drive("mousemove 178 178 click 1", "begin 1 end"));
+    EXPECT_TRUE(waitFor([&] {
+        // The parent cuts the larger window off.
+        const auto seen = server->contents(399, 299, 1, 1);
+        return (seen[0] & 0xFFFFFF) == (headless::shownPixels(*frame).at(399, 299) & 0xFFFFFF);
+    }));
+}
+
+TEST_F(X11Frames, SurviveTheirCloseInAnEventAndTheHostsParentGoing) {
+    struct Closer : Recorder {
+        void valueChanged(CControl*) override { std::exchange(frame, nullptr)->close(); }
+        using VSTGUIEditorInterface::frame;
+    } closer;
+    closer.frame = openAt(0, 0);
+    ASSERT_TRUE(closer.frame);
+    closer.frame->addView(new COnOffButton(CRect(0, 0, 40, 40), &closer, 1));
+    CFrame* const served = frames.back();
+    served->remember();
+    drive("mousemove 20 20 click 1 click 1 mousemove 30 30");
+    EXPECT_TRUE(waitFor([&] { return closer.frame == nullptr; }));
+    frames.clear();
+    served->forget();
+
+    CFrame* const orphan = openAt(0, 0);
+    ASSERT_TRUE(orphan);
+    orphan->idle();
+    server->destroyWindow(parent);
+    for (int i = 0; i < 5; ++i) {
+        orphan->invalid();
+        orphan->idle();
+    }
+}
+
+TEST_F(X11Frames, DoNotOpenInAWindowThatIsNone) {
+    auto* const frame = new CFrame(CRect(0, 0, 40, 30), nullptr);
+    EXPECT_FALSE(frame->open(asParent(0x7FFFFFF)));
+    setenv("DISPLAY", ":none", 1);
+    EXPECT_FALSE(frame->open(asParent(1)));
+    frame->close();
+}
+
+class X11LargeFrames : public X11Frames {
+  protected:
+    void SetUp() override {
+        init(nullptr);
+        startServer("1900x1500x24");
+    }
+};
+
+TEST_F(X11LargeFrames, AreShownInStripsBelowTheServersRequestLimit) {
+    parent = server->makeWindow(0, 0, 1900, 1500);
+    auto* const frame = new CFrame(CRect(0, 0, 1900, 1500), nullptr);
+    frame->setBackground(gradient(1900, 1500, 7));
+    ASSERT_TRUE(frame->open(asParent(parent)));
+    frames.push_back(frame);
+    EXPECT_TRUE(waitFor([&] { return shows(*frame, 0, 0); }));
+}
+
+class X11FramesOfSixteenBits : public X11Frames {
+  protected:
+    void SetUp() override {
+        init(nullptr);
+        startServer("800x600x16");
+    }
+};
+
+TEST_F(X11FramesOfSixteenBits, ConvertTheirPixels) {
+    parent = server->makeWindow(0, 0, 64, 48);
+    auto* const frame = new CFrame(CRect(0, 0, 64, 48), nullptr);
+    frame->setBackgroundColor(CColor(0xFF, 0x84, 0x18));
+    ASSERT_TRUE(frame->open(asParent(parent)));
+    frames.push_back(frame);
+    EXPECT_TRUE(waitFor([&] {
+        const auto seen = server->contents(0, 0, 64, 48);
+        return seen[0] == (0x1F << 11 | 0x21 << 5 | 0x03) && seen[64 * 48 - 1] == seen[0];
+    }));
+}
+
+}  // namespace
+}  // namespace VSTGUI

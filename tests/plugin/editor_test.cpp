@@ -1,0 +1,214 @@
+// The editor through the instance's dispatcher, as a host drives it.
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "editor/skin_missing.h"
+#include "editor/skin_preview.h"
+#include "gui/headless.h"
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "platform/settings_store.h"
+#include "plugin/editor_adapter.h"
+#include "plugin/vst_synth.h"
+#include "tests/plugin/test_host.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using VSTGUI::CPoint;
+namespace headless = VSTGUI::headless;
+
+// The library's folder with a skin of one linear knob ("Pan") and a note display.
+class HostedEditor : public testing::Test {
+  protected:
+    HostedEditor() {
+        editor::setSkinMissing(false);
+        std::filesystem::create_directories(module_.path() + "skin");
+        VSTGUI::PixelBuffer ground(300, 200);
+        editor::writePng(module_.path() + "skin/bg.png", ground);
+        module_.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
+            <knob x="0" y="0" w="40" h="40" id="1"/>
+            <NoteDisplay x="50" y="0" w="60" h="20" id="0"/>
+            <PresetsDisplay x="50" y="50" w="200" h="20" id="0"/></GUI>)");
+        synth_ = std::make_unique<plugin::VstSynth>(TestHost::callback);
+        record_ = synth_->getAeffect();
+    }
+    ~HostedEditor() override {
+        synth_.reset();
+        editor::setSkinMissing(false);
+    }
+
+    VstIntPtr dispatch(VstInt32 opcode, VstIntPtr value = 0, void* ptr = nullptr) {
+        return record_->dispatcher(record_, opcode, 0, value, ptr, 0.0f);
+    }
+    VstIntPtr open() { return dispatch(effEditOpen, 0, this); }
+    ERect rect() {
+        ERect* rect = nullptr;
+        EXPECT_EQ(dispatch(effEditGetRect, 0, &rect), 1);
+        return rect ? *rect : ERect{};
+    }
+    VSTGUI::CFrame& frame() {
+        return *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
+    }
+    VSTGUI::CControl& knob() { return *dynamic_cast<VSTGUI::CControl*>(frame().getView(0)); }
+    void idle() {
+        dispatch(effEditIdle);
+        dispatch(effEditIdle);
+    }
+    void send(int status, int data1, int data2) {
+        VstMidiEvent midi = {};
+        midi.type = kVstMidiType;
+        midi.midiData[0] = static_cast<char>(status);
+        midi.midiData[1] = static_cast<char>(data1);
+        midi.midiData[2] = static_cast<char>(data2);
+        VstEvents list = {};
+        list.numEvents = 1;
+        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
+        synth_->processEvents(&list);
+        float left[64];
+        float right[64];
+        float* outputs[] = {left, right};
+        synth_->processReplacing(nullptr, outputs, 64);
+    }
+    // The automation calls since the last look.
+    std::string told() {
+        std::string told;
+        for (const TestHost::Call& call : host_.calls) {
+            const char* const name = call.opcode == audioMasterBeginEdit    ? "begin "
+                                     : call.opcode == audioMasterAutomate   ? "automate "
+                                     : call.opcode == audioMasterEndEdit    ? "end "
+                                     : call.opcode == audioMasterSizeWindow ? "size "
+                                                                            : nullptr;
+            if (!name) continue;
+            told += name + std::to_string(call.index);
+            if (call.opcode == audioMasterAutomate) told += '=' + state::valueText(call.opt);
+            if (call.opcode == audioMasterSizeWindow) told += 'x' + std::to_string(call.value);
+            told += ' ';
+        }
+        host_.calls.clear();
+        return told;
+    }
+
+    headless::Scope scope_;
+    headless::HeldClock clock_;
+    TemporaryFolder module_;
+    TemporaryFolder applicationData_;
+    platform::ScopedFolders folders_{module_.path(), applicationData_.path()};
+    platform::ScopedSettings settings_;
+    RecordedMessages messages_;
+    TestHost host_;
+    std::unique_ptr<plugin::VstSynth> synth_;
+    AEffect* record_ = nullptr;
+};
+
+TEST_F(HostedEditor, OpensIdlesAndClosesThroughTheDispatcher) {
+    EXPECT_TRUE(record_->flags & effFlagsHasEditor);
+    EXPECT_EQ(rect().right, 300);  // before it was ever open
+    EXPECT_EQ(rect().bottom, 200);
+    dispatch(effEditIdle);
+    dispatch(effEditClose);
+    EXPECT_EQ(dispatch(effEditOpen), 0);  // no window to open in
+    EXPECT_EQ(open(), 1);
+    idle();
+    EXPECT_EQ(rect().right, 300);
+    dispatch(effEditClose);
+    dispatch(effEditIdle);
+    EXPECT_EQ(open(), 1);
+    EXPECT_EQ(messages_.all.size(), 1u);  // the bank, and only once
+    EXPECT_EQ(messages_.all.front().title, "Missing Bank");
+    EXPECT_EQ(messages_.all.front().text, "Missing Bank");
+    // The instance goes with its editor open.
+}
+
+TEST_F(HostedEditor, TellsTheHostOfEveryGesture) {
+    ASSERT_EQ(record_->dispatcher(record_, effSetEditKnobMode, 0, 2, nullptr, 0.0f), 1);
+    EXPECT_EQ(record_->dispatcher(record_, effSetEditKnobMode, 0, 3, nullptr, 0.0f), 0);
+    ASSERT_EQ(open(), 1);
+    idle();
+    told();
+    headless::press(frame(), CPoint(20, 20));
+    headless::move(frame(), CPoint(20, 0));
+    headless::release(frame(), CPoint(20, 0));
+    EXPECT_EQ(told(), "begin 1 automate 1=0.600 end 1 ");
+    EXPECT_FLOAT_EQ(record_->getParameter(record_, 1), 0.6f);
+}
+
+TEST_F(HostedEditor, FollowsAutomationAndPrograms) {
+    ASSERT_EQ(open(), 1);
+    record_->setParameter(record_, 1, 0.25f);
+    idle();
+    EXPECT_EQ(knob().getValue(), 0.25f);
+    dispatch(effSetProgram, 5);
+    idle();
+    EXPECT_EQ(knob().getValue(), 0.5f);
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(HostedEditor, LearnsAControllerFromItsMenuToItsFile) {
+    const std::string file =
+        applicationData_.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin";
+    ASSERT_EQ(open(), 1);
+    idle();
+    const auto choose = [this](VSTGUI::VirtualKey entry) {
+        headless::click(frame(), CPoint(20, 20), VSTGUI::kRButton);
+        headless::key(frame(), entry);
+        headless::key(frame(), VSTGUI::VirtualKey::Return);
+    };
+    choose(VSTGUI::VirtualKey::Home);
+    send(0xB3, 74, 127);
+    EXPECT_EQ(record_->getParameter(record_, 1), 1.0f);  // the learnt message counts at once
+    EXPECT_FALSE(platform::fileExists(file));
+    idle();
+    EXPECT_EQ(knob().getValue(), 1.0f);
+    const auto bound = platform::readFile(file, 1000);
+    ASSERT_TRUE(bound);
+    EXPECT_EQ(bound->substr(4, 4), std::string("\x4A\0\0\0", 4));
+    send(0xB0, 74, 0);
+    idle();
+    EXPECT_EQ(knob().getValue(), 0.0f);
+
+    choose(VSTGUI::VirtualKey::End);
+    idle();
+    EXPECT_EQ(platform::readFile(file, 1000)->substr(4, 4), "\xFF\xFF\xFF\xFF");
+    send(0xB0, 74, 127);
+    EXPECT_EQ(record_->getParameter(record_, 1), 0.0f);
+}
+
+TEST_F(HostedEditor, ShowsNotesAndRenamesPrograms) {
+    ASSERT_EQ(open(), 1);
+    const auto look = [this] {
+        clock_.run(frame(), 100);
+        return headless::hashOf(headless::picture(frame()));
+    };
+    const auto off = look();
+    send(0x90, 60, 100);
+    EXPECT_NE(look(), off);
+    send(0x80, 60, 0);
+    EXPECT_EQ(look(), off);
+
+    headless::click(frame(), CPoint(150, 60));
+    headless::click(frame(), CPoint(150, 60), VSTGUI::kLButton | VSTGUI::kDoubleClick);
+    headless::type(frame(), "Solina");
+    headless::key(frame(), VSTGUI::VirtualKey::Return);
+    char name[64] = {};
+    dispatch(effGetProgramName, 0, name);
+    EXPECT_STREQ(name, "Solina");
+}
+
+TEST_F(HostedEditor, AsksTheHostForTheZoomedSize) {
+    ASSERT_EQ(open(), 1);
+    idle();
+    told();
+    headless::click(frame(), CPoint(200, 150), VSTGUI::kRButton);
+    headless::key(frame(), VSTGUI::VirtualKey::End);
+    headless::key(frame(), VSTGUI::VirtualKey::Return);
+    EXPECT_EQ(told(), "size 900x600 ");
+    EXPECT_EQ(rect().right, 900);
+    EXPECT_EQ(rect().bottom, 600);
+}
+
+}  // namespace

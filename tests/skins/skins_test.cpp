@@ -1,0 +1,84 @@
+// The skins that are delivered: nothing wrong with them, nothing out of reach.
+#include <set>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "editor/skin_report.h"
+
+namespace {
+
+constexpr int kNumParams = 42;
+constexpr const char* kSkins[] = {"skin", "Night"};
+
+struct SkinSummary {
+    std::string report;
+    int complaints = 0;
+    std::set<std::string> elements;
+    std::set<int> reachable;  // parameters with a control that changes them
+    std::set<int> shown;      // parameters with a display of their own
+};
+
+SkinSummary summaryOf(const std::string& skin) {
+    const std::set<std::string> changing = {"slider",  "knob",    "onoff",
+                                            "vswitch", "hswitch", "optionmenu"};
+    SkinSummary summary;
+    std::ostringstream out;
+    summary.complaints = editor::reportSkin(QUARZEL_SKINS + skin + '/', out);
+    summary.report = out.str();
+    std::istringstream lines(summary.report);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string element;
+        words >> element;
+        summary.elements.insert(element);
+        for (std::string word; words >> word;) {
+            if (word.rfind("id=", 0) != 0) continue;
+            const int id = std::stoi(word.substr(3));
+            if (changing.count(element) > 0) summary.reachable.insert(id);
+            if (element == "display" || element == "autodisp") summary.shown.insert(id);
+        }
+    }
+    return summary;
+}
+
+TEST(Skins, BuildWithoutAMessage) {
+    for (const std::string skin : kSkins) {
+        SCOPED_TRACE(skin);
+        const SkinSummary summary = summaryOf(skin);
+        EXPECT_EQ(summary.complaints, 0) << summary.report;
+        EXPECT_EQ(summary.report.find("ignored"), std::string::npos) << summary.report;
+        EXPECT_EQ(summary.report.find("abandoned"), std::string::npos) << summary.report;
+    }
+}
+
+TEST(Skins, ReachEveryParameterAndShowWhatSlidesOrTurns) {
+    const std::set<int> switched = {6, 17, 18, 19, 20, 21, 22, 23, 25, 26, 32, 37};
+    for (const std::string skin : kSkins) {
+        SCOPED_TRACE(skin);
+        const SkinSummary summary = summaryOf(skin);
+        for (int parameter = 0; parameter < kNumParams; ++parameter) {
+            SCOPED_TRACE(parameter);
+            EXPECT_EQ(summary.reachable.count(parameter), 1u);
+            EXPECT_EQ(summary.shown.count(parameter) + switched.count(parameter), 1u);
+        }
+        for (const char* const element : {"vumeter", "NoteDisplay", "PresetsDisplay", "ViewTaps",
+                                          "anydisp", "skinselector", "about"}) {
+            EXPECT_EQ(summary.elements.count(element), 1u) << element;
+        }
+    }
+}
+
+TEST(Skins, UseEveryElementBetweenThem) {
+    std::set<std::string> used;
+    for (const std::string skin : kSkins) used.merge(summaryOf(skin).elements);
+    for (const char* const element :
+         {"CONSTANTS", "background", "update", "slider", "knob", "onoff", "kick", "vswitch",
+          "hswitch", "display", "anydisp", "autodisp", "optionmenu", "skinselector", "vumeter",
+          "about", "NoteDisplay", "PresetsDisplay", "ViewTaps"}) {
+        EXPECT_EQ(used.count(element), 1u) << element;
+    }
+}
+
+}  // namespace
