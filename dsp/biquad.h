@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dsp/denormal.h"
+#include "dsp/stereo.h"
 
 namespace dsp {
 
@@ -59,23 +59,25 @@ constexpr double kKeyHighPassQ = 0.3;
 constexpr double kPhaserPreFilterQ = 0.8;
 
 // One filter; a new set of coefficients keeps the states, so that it can change while sounding.
-class Biquad {
+// Value is float, or StereoFloat for two sides.
+template <typename Value>
+class BiquadOf {
   public:
     void setCoefficients(const BiquadCoefficients& coefficients) { c_ = coefficients; }
     const BiquadCoefficients& coefficients() const { return c_; }
-    void clear() { x1_ = x2_ = y1_ = y2_ = 0.0f; }
+    void clear() { x1_ = x2_ = y1_ = y2_ = Value{}; }
 
-    float tick(float x) {
-        const float y = respond(x);
+    Value tick(Value x) {
+        const Value y = respond(x);
         push(x, y);
         return y;
     }
 
   protected:
-    float respond(float x) const {
+    Value respond(Value x) const {
         return c_.b0 * x + c_.b1 * x1_ + c_.b2 * x2_ - c_.a1 * y1_ - c_.a2 * y2_;
     }
-    void push(float x, float y) {
+    void push(Value x, Value y) {
         x2_ = x1_;
         x1_ = x;
         y2_ = y1_;
@@ -84,32 +86,39 @@ class Biquad {
 
   private:
     BiquadCoefficients c_;
-    float x1_ = 0.0f;
-    float x2_ = 0.0f;
-    float y1_ = 0.0f;
-    float y2_ = 0.0f;
+    Value x1_{};
+    Value x2_{};
+    Value y1_{};
+    Value y2_{};
 };
 
-// The low-pass before the phaser: doubles its input and bounds both ends.
-class PhaserPreFilter : private Biquad {
-  public:
-    using Biquad::clear;
-    using Biquad::setCoefficients;
+using Biquad = BiquadOf<float>;
 
-    float tick(float x) {
-        float in = 2.0f * x;
+// The low-pass before the phaser: doubles its input and bounds both ends.
+template <typename Value>
+class PhaserPreFilterOf : private BiquadOf<Value> {
+  public:
+    using BiquadOf<Value>::clear;
+    using BiquadOf<Value>::setCoefficients;
+
+    Value tick(Value x) {
+        const Value doubled = 2.0f * x;
         // Both ends map to +1, kept so; NaN goes there too.
-        if (!(std::fabs(in) < 1.0f)) in = 1.0f;
-        float y = respond(in);
-        if (y > kCeiling) y = kCeiling;
-        if (y < -kCeiling) y = -kCeiling;
+        const Value in = magnitude(doubled) < 1.0f ? doubled : Value{} + 1.0f;
+        Value y = this->respond(in);
+        const Value ceiling = Value{} + kCeiling;
+        y = y > ceiling ? ceiling : y;
+        y = y < -ceiling ? -ceiling : y;
         y = flushed(y);
-        push(in, y);
+        this->push(in, y);
         return y;
     }
 
   private:
     static constexpr float kCeiling = 4.0f;
 };
+
+using PhaserPreFilter = PhaserPreFilterOf<float>;
+using StereoPhaserPreFilter = PhaserPreFilterOf<StereoFloat>;
 
 }  // namespace dsp

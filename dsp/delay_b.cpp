@@ -5,13 +5,30 @@
 
 namespace dsp {
 
+namespace {
+constexpr int kInitialLength = 512;
+}
+
+DelayB::DelayB(int capacity)
+    : length_(std::min(kInitialLength, capacity)), used_(length_), buffer_(capacity) {}
+
 void DelayB::setLength(int samples) {
-    length_ = std::clamp(samples, 1, kCapacity);
+    length_ = std::clamp(samples, 1, buffer_.size());
+    used_ = std::max(used_, length_);
     if (index_ >= length_) index_ = 0;
 }
 
+void DelayB::exchange(float* signal, int count) {
+    const int straight = std::min(count, length_ - index_);
+    std::swap_ranges(signal, signal + straight, &buffer_[index_]);
+    std::swap_ranges(signal + straight, signal + count, buffer_.data());
+    index_ = straight < count ? count - straight : index_ + straight;
+    if (index_ == length_) index_ = 0;
+}
+
 void DelayB::clear() {
-    buffer_.fill(0.0f);
+    std::fill_n(buffer_.data(), used_, 0.0f);
+    used_ = length_;
     index_ = 0;
 }
 

@@ -1,7 +1,7 @@
 // Ring of samples with a fixed memory and a working length, for whole-sample delays.
 #pragma once
 
-#include <array>
+#include "dsp/zeroed_samples.h"
 
 namespace dsp {
 
@@ -9,11 +9,13 @@ class DelayB {
   public:
     static constexpr int kCapacity = 192000;
 
+    // Capacity in samples, 1..kCapacity. Allocates here only.
+    explicit DelayB(int capacity = kCapacity);
     virtual ~DelayB() = default;
 
-    void setLength(int samples);  // limited to 1..kCapacity
+    void setLength(int samples);  // limited to 1..capacity
     int length() const { return length_; }
-    void clear();  // the whole memory and the index; the length stays
+    void clear();  // all that was in use, and the index; the length stays
 
     // Delays by exactly `length` samples.
     float readThenWrite(float x) {
@@ -22,6 +24,9 @@ class DelayB {
         advance();
         return y;
     }
+
+    // The same for many in place; `length` may not be shorter.
+    void exchange(float* signal, int count);
 
     // Delays by `length` - 1 samples: the entry read is the oldest one left.
     float writeThenRead(float x) {
@@ -36,8 +41,9 @@ class DelayB {
     }
 
     int index_ = 0;
-    int length_ = 512;
-    std::array<float, kCapacity> buffer_{};
+    int length_;
+    int used_;  // the longest length since the last clear
+    ZeroedSamples buffer_;
 };
 
 }  // namespace dsp

@@ -8,6 +8,12 @@ class PeakLimiter {
     // Applies the limiter's gain and the fixed make-up of x 4 to both sides, in place.
     void process(float& left, float& right);
 
+    // Frames in place, the same as one by one. Returns in how many the follower ends up below
+    // `quiet`.
+    int render(float* left, float* right, int frames, double quiet);
+    // The same for frames of silence: the output is zero.
+    void renderSilence(float* left, float* right, int frames);
+
     // |left + right| / 2 of the last input frame.
     float level() const { return level_; }
     // Smoothed peak of the level. Rises and falls by fixed shares a sample, whatever the rate.
@@ -19,6 +25,12 @@ class PeakLimiter {
     }
 
   private:
+    static constexpr int kRun = 32;
+
+    static double followed(double follower, float level);
+    static double followedWithCare(double follower, float level);
+    int renderRun(float* left, float* right, int frames, double quiet);
+
     double follower_ = 0.0;
     float level_ = 0.0f;
 };

@@ -17,13 +17,11 @@ class ModuleFMop {
     float frequency() const { return frequency_; }
     void clear();  // feedback and filter states; frequency and rate stay
 
-    // Feedback gain falls from 1.11 to 0.8963 at 2100 Hz. The second filter's coefficient lies
-    // above 1 on purpose.
     float process(float phase) {
-        const float gain = frequency_ >= 2100.0f ? 0.8963f : 1.11f;
-        const float y = sine(gain * previousOut_ * kTurnsPerRadian + (phase - kPhaseOffset));
+        const float y = sine(feedbackGain(frequency_) * previousOut_ * kTurnsPerRadian +
+                             (phase - kPhaseOffset));
         lowState_ = lowState_ + (y - lowState_) * std::min(increment_, kMaxIncrement) * kTwoPole;
-        highState_ = highState_ + (lowState_ - highState_) * 1.0053087f;
+        highState_ = highState_ + (lowState_ - highState_) * kSecondPole;
         previousOut_ = y;
         return (y - lowState_) * 0.9f + (y - highState_) * 0.1f;
     }
@@ -38,7 +36,9 @@ class ModuleFMop {
         return y - lowState_;
     }
 
-  private:
+    // What the operator shares with its twin in lanes.
+    static constexpr float kInitialInverseRate = 2.2675736e-05f;  // s
+    static constexpr float feedbackGain(float hz) { return hz >= 2100.0f ? 0.8963f : 1.11f; }
     static constexpr float kTurnsPerRadian = 0.15915507f;
     static constexpr float kPhaseOffset = 0.001f;
     static constexpr float kTwoPole = 12.56636f;  // low-pass coefficient per cycle a sample
@@ -46,7 +46,9 @@ class ModuleFMop {
     // Both coefficients stay at or below 1.9; from 2 on low rates would blow up for good.
     static constexpr float kMaxIncrement = 1.9f / kTwoPole;
     static constexpr float kMaxIncrementSquared = 1.9f / kOnePole;
+    static constexpr float kSecondPole = 1.0053087f;  // above 1 on purpose
 
+  private:
     // sin(2 pi turns) as a polynomial on one period, to within 0.012. The wrap truncates toward
     // zero, so below -0.5 up to one cycle too many is left: part of the sound. A phase too large
     // to hold a fraction, or no number, reads as 0.
@@ -58,9 +60,9 @@ class ModuleFMop {
         return (a - 0.5f) * (a - 0.732963f) * (a + 0.232963f) * (p * 68.5949f);
     }
 
-    float frequency_ = 0.0f;              // Hz
-    float inverseRate_ = 2.2675736e-05f;  // s
-    float increment_ = 0.0f;              // frequency x inverse rate
+    float frequency_ = 0.0f;  // Hz
+    float inverseRate_ = kInitialInverseRate;
+    float increment_ = 0.0f;  // frequency x inverse rate
     float previousOut_ = 0.0f;
     float lowState_ = 0.0f;
     float highState_ = 0.0f;

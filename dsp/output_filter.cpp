@@ -20,14 +20,16 @@ float cornerHz(float x) {
 
 }  // namespace
 
-void OutputFilter::setHighPass(float x, double sampleRate) {
+template <typename Value>
+void OutputFilterOf<Value>::setHighPass(float x, double sampleRate) {
     if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;
     const double f = cornerHz(x);
     frequency1_ = std::min(6.22 / sampleRate * f, kMaxFrequency1);
     frequency2_ = std::min(6.22 / sampleRate * (f * 0.1462585 + 86.0), kMaxFrequency2);
 }
 
-void OutputFilter::setRate(double sampleRate, float x) {
+template <typename Value>
+void OutputFilterOf<Value>::setRate(double sampleRate, float x) {
     clear();
     if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;
     const float f = cornerHz(x);
@@ -35,5 +37,8 @@ void OutputFilter::setRate(double sampleRate, float x) {
     frequency1_ = std::min<double>(unit * f, kMaxFrequency1);
     frequency2_ = std::min<double>(unit * (f * 0.1462585f + 86.0f), kMaxFrequency2);
 }
+
+template class OutputFilterOf<double>;
+template class OutputFilterOf<StereoDouble>;
 
 }  // namespace dsp

@@ -1,13 +1,15 @@
 // Two-stage double-precision high-pass with a saturated low band, after the mix and the phaser.
 #pragma once
 
-#include <cmath>
+#include "dsp/stereo.h"
 
 namespace dsp {
 
 // Two Chamberlin state-variable filters in series. The first stage's low-pass is saturated and
 // mixed with its high-pass and the input to feed the second stage, whose high-pass is the output.
-class OutputFilter {
+// Value is double, or StereoDouble for two sides.
+template <typename Value>
+class OutputFilterOf {
   public:
     // Sets both corners for the high-pass amount x (0 .. 1) at the rate. States stay. Both setters
     // ignore what is not finite and rates of 0 or less.
@@ -18,26 +20,26 @@ class OutputFilter {
     // is what an instrument has until the high-pass amount is set again.
     void setRate(double sampleRate, float x);
 
-    void clear() { band1_ = low1_ = band2_ = low2_ = 0.0; }
+    void clear() { band1_ = low1_ = band2_ = low2_ = Value{}; }
 
-    double tick(double x) {
-        const double high1 = x - low1_ - kDamping1 * band1_;
+    Value tick(Value x) {
+        const Value high1 = x - low1_ - kDamping1 * band1_;
         band1_ += frequency1_ * high1;
         low1_ += frequency1_ * band1_;
-        const double in2 = 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
-        const double high2 = in2 - low2_ - kDamping2 * band2_;
+        const Value in2 = 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
+        const Value high2 = in2 - low2_ - kDamping2 * band2_;
         band2_ += frequency2_ * high2;
         low2_ += frequency2_ * band2_;
         return high2;
     }
 
     // Odd-symmetric, within -1 .. 1, slope 1 at 0.
-    static double saturated(double u) {
-        const double a = std::fabs(u);
-        const double square = a * a;
-        const double sum =
+    static Value saturated(Value u) {
+        const Value a = magnitude(u);
+        const Value square = a * a;
+        const Value sum =
             1.0 + a + square + 0.66422415 * (square * a) + 0.36483285 * (square * square);
-        return std::copysign(1.0 - 1.0 / sum, u);
+        return withSign(1.0 - 1.0 / sum, u);
     }
 
   private:
@@ -46,10 +48,13 @@ class OutputFilter {
 
     double frequency1_ = 3725.78 / 44100.0;
     double frequency2_ = 534.92 / 44100.0;
-    double band1_ = 0.0;
-    double low1_ = 0.0;
-    double band2_ = 0.0;
-    double low2_ = 0.0;
+    Value band1_{};
+    Value low1_{};
+    Value band2_{};
+    Value low2_{};
 };
+
+using OutputFilter = OutputFilterOf<double>;
+using StereoOutputFilter = OutputFilterOf<StereoDouble>;
 
 }  // namespace dsp

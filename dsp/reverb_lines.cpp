@@ -1,32 +1,73 @@
-// Memory and settings of the reverb's lines.
+// Memory, settings and runs of the reverb's lines.
 #include "dsp/reverb_lines.h"
-
-#include <algorithm>
 
 namespace dsp {
 
-void ReverbRing::setSize(int samples) {
-    size_ = std::clamp(samples, 1, kReverbCapacity);
-    if (index_ >= size_) index_ = 0;
+template <int kCapacity>
+void ReverbRing<kCapacity>::read(float* out, int count) const {
+    const int straight = std::min(count, size_ - index_);
+    std::copy_n(&buffer_[index_], straight, out);
+    std::copy_n(buffer_.data(), count - straight, out + straight);
 }
 
-void ReverbRing::clear() {
-    std::fill_n(buffer_.begin(), size_, 0.0f);
+template <int kCapacity>
+void ReverbRing<kCapacity>::write(const float* in, int count) {
+    const int straight = std::min(count, size_ - index_);
+    std::copy_n(in, straight, &buffer_[index_]);
+    std::copy_n(in + straight, count - straight, buffer_.data());
+    index_ = straight < count ? count - straight : index_ + straight;
+    if (index_ == size_) index_ = 0;
 }
 
-ReverbComb::ReverbComb() {
-    dcBlocker_.setTime(0.0f);  // switches its high-pass on
+void ReverbCombs::setDamp(float damp) {
+    lanes_.damp1 = damp;
+    lanes_.damp2 = 1.0f - damp;
 }
 
-void ReverbComb::setDamp(float damp) {
-    damp1_ = damp;
-    damp2_ = 1.0f - damp;
+void ReverbCombs::mute() {
+    for (auto& ring : rings_) ring.clear();
 }
 
-void ReverbComb::clear() {
-    ring_.clear();
-    filterStore_ = 0.0f;
-    dcBlocker_.clear();
+void ReverbCombs::clear() {
+    mute();
+    lanes_.filterStore.fill(0.0f);
+    lanes_.offset.fill(0.0f);
+}
+
+// The kernel works in the rings themselves, but for those that wrap around within the run.
+void ReverbCombs::render(const float* in, int frames, float* left, float* right) {
+    constexpr int kStride = kMostFrames + 8;
+    alignas(32) std::array<float, CombLanes::kCount * kStride> copies;
+    std::array<float*, CombLanes::kCount> rows;
+    std::array<bool, CombLanes::kCount> copied;
+    for (int comb = 0; comb < CombLanes::kCount; ++comb) {
+        int straight;
+        rows[comb] = rings_[comb].run(frames, straight);
+        copied[comb] = straight < frames || frames % 8 != 0;
+        if (!copied[comb]) continue;
+        rows[comb] = &copies[comb * kStride];
+        rings_[comb].read(rows[comb], frames);
+        std::fill(rows[comb] + frames, rows[comb] + kStride, 0.0f);
+    }
+    kernels_.runCombs({lanes_, in, rows.data(), left, right, frames});
+    for (int comb = 0; comb < CombLanes::kCount; ++comb) {
+        if (copied[comb]) {
+            rings_[comb].write(rows[comb], frames);
+        } else {
+            rings_[comb].advance(frames);
+        }
+    }
+}
+
+void ReverbAllpass::render(float* signal, int frames) {
+    while (frames > 0) {
+        int count;
+        float* const line = ring_.run(frames, count);
+        kernels_.runAllpass(line, signal, count, kGain);
+        ring_.advance(count);
+        signal += count;
+        frames -= count;
+    }
 }
 
 }  // namespace dsp

@@ -1,76 +1,75 @@
-// The two delay lines of the reverb: a damped feedback comb and an allpass.
+// The delay lines of the reverb: combs side by side as lanes, and an allpass.
 #pragma once
 
+#include <algorithm>
 #include <array>
 
-#include "dsp/denormal.h"
-#include "dsp/smoother.h"
+#include "dsp/kernels.h"
 
 namespace dsp {
 
-constexpr int kReverbCapacity = 4000;  // samples a line can hold
-
-// Ring of `size` samples that flushes denormals as it is read.
+// Ring of a fixed number of samples, worked on in runs shorter than itself.
+template <int kCapacity>
 class ReverbRing {
   public:
-    void setSize(int samples);  // limited to 1..kReverbCapacity
-    void clear();               // the samples in use
+    void setSize(int samples) { size_ = std::clamp(samples, kMostFrames, kCapacity); }
+    void clear() { std::fill_n(buffer_.begin(), size_, 0.0f); }
 
-    float read() const { return flushed(buffer_[index_]); }
-    void write(float x) {
-        buffer_[index_] = x;
-        if (++index_ == size_) index_ = 0;
+    // The oldest samples up to the end of the memory, at most `most`; they may be replaced.
+    float* run(int most, int& count) {
+        count = std::min(most, size_ - index_);
+        return &buffer_[index_];
+    }
+    void advance(int count) {
+        index_ += count;
+        if (index_ == size_) index_ = 0;
     }
 
+    // The same in any case, through a copy.
+    void read(float* out, int count) const;
+    void write(const float* in, int count);
+
   private:
-    int size_ = 1;
+    int size_ = kCapacity;
     int index_ = 0;
-    std::array<float, kReverbCapacity> buffer_{};
+    std::array<float, kCapacity> buffer_{};
 };
 
-// Comb with a low-pass (damping) and a 21 Hz high-pass in its feedback loop.
-class ReverbComb {
+// Sixteen combs with a low-pass (damping) and a 21 Hz high-pass in their feedback loops: the first
+// half on the left, the second on the right.
+class ReverbCombs {
   public:
-    ReverbComb();
+    static constexpr int kPerSide = CombLanes::kCount / 2;
+    static constexpr int kLongest = 1640;
 
-    void setSize(int samples) { ring_.setSize(samples); }
-    void setFeedback(float feedback) { feedback_ = feedback; }
-    void setDamp(float damp);       // 0..1
-    void mute() { ring_.clear(); }  // memory only; the loop's filters keep their state
+    void setSize(int comb, int samples) { rings_[comb].setSize(samples); }  // up to kLongest
+    void setFeedback(float feedback) { lanes_.feedback = feedback; }
+    void setDamp(float damp);  // 0..1
+    void mute();               // memory only; the loops' filters keep their state
     void clear();
 
-    float tick(float x) {
-        const float y = ring_.read();
-        filterStore_ = flushed(y * damp2_ + filterStore_ * damp1_);
-        filterStore_ = dcBlocker_.highPass(filterStore_);
-        ring_.write(x + filterStore_ * feedback_);
-        return y;
-    }
+    // At most kMostFrames of the same input to all; the sums of either side.
+    void render(const float* in, int frames, float* left, float* right);
 
   private:
-    float feedback_ = 0.0f;
-    float filterStore_ = 0.0f;
-    float damp1_ = 0.0f;
-    float damp2_ = 1.0f;
-    Smoother dcBlocker_;
-    ReverbRing ring_;
+    const Kernels& kernels_ = kernels();
+    CombLanes lanes_;
+    std::array<ReverbRing<kLongest>, CombLanes::kCount> rings_;
 };
 
 class ReverbAllpass {
   public:
-    void setSize(int samples) { ring_.setSize(samples); }
-    void clear() { ring_.clear(); }
+    static constexpr int kLongest = 580;
 
-    float tick(float x) {
-        const float delayed = ring_.read();
-        ring_.write(kGain * delayed + x);
-        return delayed - kGain * x;
-    }
+    void setSize(int samples) { ring_.setSize(samples); }  // up to kLongest
+    void clear() { ring_.clear(); }
+    void render(float* signal, int frames);
 
   private:
     static constexpr float kGain = 0.5f;
 
-    ReverbRing ring_;
+    const Kernels& kernels_ = kernels();
+    ReverbRing<kLongest> ring_;
 };
 
 }  // namespace dsp

@@ -24,44 +24,21 @@ constexpr std::array<int, ReverbModel::kCombs> kLeftShortening = {450, 250, 156}
 
 int lineLength(int designLength, double sampleRate, int offset) {
     const double samples = std::trunc(sampleRate * designLength / kDesignRate) + offset;
-    return static_cast<int>(std::clamp(samples, 1.0, static_cast<double>(kReverbCapacity)));
+    return static_cast<int>(std::clamp(samples, 1.0, static_cast<double>(ReverbModel::kCapacity)));
 }
 
 }  // namespace
 
-void ReverbModel::Channel::setLengths(const ChannelLengths& lengths) {
-    for (int i = 0; i < kCombs; ++i) combs[i].setSize(lengths.combs[i]);
-    for (int i = 0; i < kAllpasses; ++i) allpasses[i].setSize(lengths.allpasses[i]);
-}
-
-void ReverbModel::Channel::setLoop(float feedback, float damp) {
-    for (ReverbComb& comb : combs) {
-        comb.setFeedback(feedback);
-        comb.setDamp(damp);
-    }
-}
-
-void ReverbModel::Channel::mute() {
-    for (ReverbComb& comb : combs) comb.mute();
-    for (ReverbAllpass& allpass : allpasses) allpass.clear();
-}
-
-void ReverbModel::Channel::clear() {
-    for (ReverbComb& comb : combs) comb.clear();
-    for (ReverbAllpass& allpass : allpasses) allpass.clear();
-}
-
-float ReverbModel::Channel::tick(float x) {
-    float y = 0.0f;
-    for (ReverbComb& comb : combs) y += comb.tick(x);
-    for (ReverbAllpass& allpass : allpasses) y = allpass.tick(y);
-    return y;
-}
-
 ReverbModel::ReverbModel() {
     setLengths(false, kDesignRate);
-    left_.setLengths(lengths_.left);
-    right_.setLengths(lengths_.right);
+    for (int i = 0; i < kCombs; ++i) {
+        combs_.setSize(i, lengths_.left.combs[i]);
+        combs_.setSize(kCombs + i, lengths_.right.combs[i]);
+    }
+    for (int i = 0; i < kAllpasses; ++i) {
+        leftAllpasses_[i].setSize(lengths_.left.allpasses[i]);
+        rightAllpasses_[i].setSize(lengths_.right.allpasses[i]);
+    }
     update();
 }
 
@@ -102,39 +79,51 @@ void ReverbModel::update() {
     wet1_ = (width_ + 1.0f) * 0.5f * wet_;
     wet2_ = (1.0f - width_) * 0.5f * wet_;
     gain_ = isFrozen() ? 0.0f : 0.015f;
-    const float feedback = isFrozen() ? 1.0f : roomSize_;
-    const float damp = isFrozen() ? 0.0f : damp_;
-    left_.setLoop(feedback, damp);
-    right_.setLoop(feedback, damp);
+    combs_.setFeedback(isFrozen() ? 1.0f : roomSize_);
+    combs_.setDamp(isFrozen() ? 0.0f : damp_);
 }
 
 void ReverbModel::mute() {
     if (isFrozen()) return;
-    left_.mute();
-    right_.mute();
+    combs_.mute();
+    for (ReverbAllpass& allpass : leftAllpasses_) allpass.clear();
+    for (ReverbAllpass& allpass : rightAllpasses_) allpass.clear();
 }
 
 void ReverbModel::clear() {
-    left_.clear();
-    right_.clear();
+    combs_.clear();
+    for (ReverbAllpass& allpass : leftAllpasses_) allpass.clear();
+    for (ReverbAllpass& allpass : rightAllpasses_) allpass.clear();
 }
 
-const float* ReverbModel::process(const float* in) {
-    const float x = (in[0] + in[1]) * gain_;
-    if (std::fabs(x) > 0.1f) silentFrames_ = 0;
+void ReverbModel::render(float* left, float* right, int frames) {
+    for (int from = 0; from < frames; from += kMostFrames) {
+        renderRun(left + from, right + from, std::min(kMostFrames, frames - from));
+    }
+}
 
-    const float left = left_.tick(x);
-    const float right = right_.tick(x);
-    // The right side takes the finished left output, dry part included: part of the sound.
-    out_[0] = left * wet1_ + right * wet2_ + in[0] * dry_;
-    out_[1] = right * wet1_ + out_[0] * wet2_ + in[1] * dry_;
+void ReverbModel::renderRun(float* left, float* right, int frames) {
+    constexpr int kRoom = kMostFrames + 8;
+    alignas(32) std::array<float, kRoom> in, roomLeft, roomRight;
+    for (int t = 0; t < frames; ++t) in[t] = (left[t] + right[t]) * gain_;
+    combs_.render(in.data(), frames, roomLeft.data(), roomRight.data());
+    for (ReverbAllpass& allpass : leftAllpasses_) allpass.render(roomLeft.data(), frames);
+    for (ReverbAllpass& allpass : rightAllpasses_) allpass.render(roomRight.data(), frames);
+    for (int t = 0; t < frames; ++t) {
+        left[t] = roomLeft[t] * wet1_ + roomRight[t] * wet2_ + left[t] * dry_;
+        // The right side takes the finished left output, dry part included: part of the sound.
+        right[t] = roomRight[t] * wet1_ + left[t] * wet2_ + right[t] * dry_;
+    }
+    for (int t = 0; t < frames; ++t) countSilence(in[t], left[t]);
+}
 
-    if (std::fabs(out_[0]) > 0.0001f) {
+void ReverbModel::countSilence(float in, float out) {
+    if (std::fabs(in) > 0.1f) silentFrames_ = 0;
+    if (std::fabs(out) > 0.0001f) {
         silentFrames_ = 0;
     } else if (silentFrames_ < std::numeric_limits<std::int32_t>::max()) {
         ++silentFrames_;
     }
-    return out_.data();
 }
 
 }  // namespace dsp

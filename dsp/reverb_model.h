@@ -8,13 +8,14 @@
 
 namespace dsp {
 
-// Audio thread only. A large object (384 kB of delay memory); nothing allocates. The setters
+// Audio thread only. A large object (125 kB); nothing allocates. The setters
 // store a level, limited to the range given (a non-finite value is ignored); `update` puts them
 // into force.
 class ReverbModel {
   public:
-    static constexpr int kCombs = 8;
+    static constexpr int kCombs = ReverbCombs::kPerSide;
     static constexpr int kAllpasses = 4;
+    static constexpr int kCapacity = 4000;  // samples that a length may have
 
     struct ChannelLengths {
         std::array<int, kCombs> combs;
@@ -44,23 +45,15 @@ class ReverbModel {
     void mute();   // empties the lines, but not in freeze; the combs' filters keep their state
     void clear();  // all states, in freeze too; settings stay
 
-    // in[0] left, in[1] right; the result likewise, valid until the next call.
-    const float* process(const float* in);
+    // Both sides in place, any number of frames.
+    void render(float* left, float* right, int frames);
 
     // Consecutive quiet frames so far: left output within 0.0001, input within 0.1.
     std::int32_t silentFrames() const { return silentFrames_; }
 
   private:
-    struct Channel {
-        std::array<ReverbComb, kCombs> combs;
-        std::array<ReverbAllpass, kAllpasses> allpasses;
-
-        void setLengths(const ChannelLengths& lengths);
-        void setLoop(float feedback, float damp);
-        void mute();
-        void clear();
-        float tick(float x);
-    };
+    void renderRun(float* left, float* right, int frames);
+    void countSilence(float in, float out);
 
     bool isFrozen() const { return mode_ >= 0.5f; }
 
@@ -68,7 +61,6 @@ class ReverbModel {
     float wet1_ = 0.0f;  // direct
     float wet2_ = 0.0f;  // cross
     float dry_ = 0.0f;
-    std::array<float, 2> out_{};
     std::int32_t silentFrames_ = 0;
 
     float roomSize_ = 0.84f;
@@ -78,8 +70,9 @@ class ReverbModel {
     float mode_ = 0.0f;
     Lengths lengths_{};
 
-    Channel left_;
-    Channel right_;
+    ReverbCombs combs_;
+    std::array<ReverbAllpass, kAllpasses> leftAllpasses_;
+    std::array<ReverbAllpass, kAllpasses> rightAllpasses_;
 };
 
 }  // namespace dsp

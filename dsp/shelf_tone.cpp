@@ -48,9 +48,10 @@ void ShelfTone::setSampleRate(float sampleRate) {
     if (!inRange) return;
 
     const Lock table(tableLock_);
-    for (int i = 0; i < kSteps; ++i) {
+    for (int i = 0; i < kSteps && sampleRate != tableRate_; ++i) {
         shelfCoefficients(table_[i], sampleRate, static_cast<float>(i - 12));
     }
+    tableRate_ = sampleRate;
     const Lock step(stepLock_);
     walking_ = false;
     current_ = target_ = stepFor(control_);

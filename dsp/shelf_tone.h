@@ -24,15 +24,34 @@ class ShelfTone {
     void setSampleRate(float sampleRate);
     void setControl(float value);  // limited to 0..1; a non-finite value is ignored
 
+    // The step in force as a filter to be run on its own, for no more than steadySamples() samples;
+    // it is then handed back.
+    struct Filter {
+        ShelfCoefficients c;
+        float w1 = 0.0f;
+        float w2 = 0.0f;
+
+        float tick(float x) {
+            const float w = x - c.a1 * w1 - c.a2 * w2;
+            const float y = c.b0 * w + c.b1 * w1 + c.b2 * w2;
+            w2 = w1;
+            w1 = w;
+            return y;
+        }
+    };
+    Filter filter() const { return {table_[current_], w1_, w2_}; }
+    int steadySamples() const { return countdown_; }
+    void advance(const Filter& filter, int samples) {
+        w1_ = filter.w1;
+        w2_ = filter.w2;
+        countdown_ -= samples;
+        if (countdown_ == 0) walk();
+    }
+
     void process(float x, float* outPair) {
-        const ShelfCoefficients& c = table_[current_];
-        const float w = x - c.a1 * w1_ - c.a2 * w2_;
-        const float y = c.b0 * w + c.b1 * w1_ + c.b2 * w2_;
-        w2_ = w1_;
-        w1_ = w;
-        outPair[0] = y;
-        outPair[1] = y;
-        if (--countdown_ == 0) walk();
+        Filter one = filter();
+        outPair[0] = outPair[1] = one.tick(x);
+        advance(one, 1);
     }
 
     void clear() { w1_ = w2_ = 0.0f; }  // filter state only
@@ -47,6 +66,7 @@ class ShelfTone {
     void walk();
 
     std::array<ShelfCoefficients, kSteps> table_{};
+    float tableRate_ = 0.0f;
     float w1_ = 0.0f;
     float w2_ = 0.0f;
     int countdown_ = 0;  // samples to the next walk

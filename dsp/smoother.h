@@ -15,9 +15,12 @@ class Smoother {
 
     void clear() { state_ = 0.0f; }
 
+    static constexpr float kHighPassCoefficient = 0.00014247595f;  // 2 pi / 44100
+    static constexpr float kHighPassHertz = 21.0f;
+
     // The corner is 21 Hz at 44100 Hz and moves with the actual rate.
     float highPass(float x) {
-        state_ = state_ + (x - state_) * highPassCoefficient_ * 21.0f;
+        state_ = state_ + (x - state_) * highPassCoefficient_ * kHighPassHertz;
         return x - state_;
     }
 

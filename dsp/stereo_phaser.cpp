@@ -60,8 +60,8 @@ bool StereoPhaser::setStages(float value) {
     const int count = value < 0.5f ? 2 : 4;
     if (count == stageCount_) return true;
     stageCount_ = count;
-    std::fill_n(stages_.begin(), count, StereoStage());
-    lastOutL_ = 0.0f;  // the right word stays: kept so
+    std::fill_n(stages_.begin(), count, Allpass());
+    lastOut_[0] = 0.0f;  // the right word stays: kept so
     return true;
 }
 
@@ -80,8 +80,47 @@ bool StereoPhaser::setFeedback(float feedback) {
 }
 
 void StereoPhaser::clear() {
-    stages_.fill(StereoStage());
-    lastOutL_ = lastOutR_ = 0.0f;
+    stages_.fill(Allpass());
+    lastOut_ = StereoFloat{};
+}
+
+// A new sweep takes over behind the first frame.
+void StereoPhaser::render(StereoFloat* signal, int frames) {
+    while (frames > 0) {
+        const bool pending = sweepPending_.load(std::memory_order_relaxed);
+        const int count = pending ? 1 : frames;
+        if (stageCount_ == 2) {
+            renderStages<2>(signal, count);
+        } else {
+            renderStages<4>(signal, count);
+        }
+        if (pending) takePendingSweep();
+        signal += count;
+        frames -= count;
+    }
+}
+
+template <int kStages>
+void StereoPhaser::renderStages(StereoFloat* signal, int frames) {
+    const float feedback = feedback_.load(std::memory_order_relaxed);
+    std::array<Allpass, kMaxStages> stages = stages_;
+    StereoFloat lastOut = lastOut_;
+    Sweep sweep = sweep_;
+    std::int64_t position = sweepPosition_;
+    for (int t = 0; t < frames; ++t) {
+        const StereoFloat in = signal[t];
+        StereoFloat x = feedback * lastOut + in + kAntiDenormal;
+        for (int k = 0; k < kStages; ++k) {
+            x = stages[k].tick(x, coefficientAt(position, kTableOffsets[k]));
+        }
+        lastOut = x;
+        signal[t] = x + in;
+        advance(sweep, position);
+    }
+    stages_ = stages;
+    lastOut_ = lastOut;
+    sweep_ = sweep;
+    sweepPosition_ = position;
 }
 
 bool StereoPhaser::setSweepParam(float& param, float value) {
@@ -111,6 +150,8 @@ StereoPhaser::Sweep StereoPhaser::computeSweep() const {
 
 // First-order allpass coefficients, bilinear with the frequency unwarped.
 void StereoPhaser::buildTable(double sampleRate) {
+    if (sampleRate == tableRate_) return;
+    tableRate_ = sampleRate;
     for (int i = 0; i < kTableSize; ++i) {
         const double octaves = static_cast<double>(i) / kStepsPerOctave;
         const double hz = std::min(20.0 * std::exp2(octaves), sampleRate / 2.0);

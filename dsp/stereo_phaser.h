@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 
+#include "dsp/stereo.h"
 #include "platform/critical_section.h"
 
 namespace dsp {
@@ -26,21 +27,14 @@ class StereoPhaser {
     bool setFeedback(float feedback);  // 0..0.9
     void clear();                      // allpass states and feedback words; settings stay
 
+    // So many frames of both sides, in place.
+    void render(StereoFloat* signal, int frames);
+
     void process(float inL, float inR, float* outL, float* outR) {
-        const float feedback = feedback_.load(std::memory_order_relaxed);
-        float xL = feedback * lastOutL_ + inL + kAntiDenormal;
-        float xR = feedback * lastOutR_ + inR + kAntiDenormal;
-        for (int k = 0; k < stageCount_; ++k) {
-            const float a = coefficientAt(kTableOffsets[k]);
-            xL = stages_[k].left.tick(xL, a);
-            xR = stages_[k].right.tick(xR, a);
-        }
-        lastOutL_ = xL;
-        lastOutR_ = xR;
-        *outL = xL + inL;
-        *outR = xR + inR;
-        advanceSweep();
-        if (sweepPending_.load(std::memory_order_relaxed)) takePendingSweep();
+        StereoFloat signal = stereo(inL, inR);
+        render(&signal, 1);
+        *outL = signal[0];
+        *outR = signal[1];
     }
 
   private:
@@ -52,18 +46,14 @@ class StereoPhaser {
     static constexpr float kAntiDenormal = 1e-18f;
 
     struct Allpass {
-        float previousIn = 0.0f;
-        float previousOut = 0.0f;
+        StereoFloat previousIn{};
+        StereoFloat previousOut{};
 
-        float tick(float x, float a) {
+        StereoFloat tick(StereoFloat x, float a) {
             previousOut = (x + previousOut) * a - previousIn;
             previousIn = x;
             return previousOut;
         }
-    };
-    struct StereoStage {
-        Allpass left;
-        Allpass right;
     };
 
     // Table steps in 32.32 fixed point; the sign of the increment is the direction.
@@ -73,35 +63,37 @@ class StereoPhaser {
         std::int64_t increment = 0;
     };
 
-    float coefficientAt(int offset) const {
-        const int index = static_cast<int>(sweepPosition_ >> 32) + offset;
+    float coefficientAt(std::int64_t position, int offset) const {
+        const int index = static_cast<int>(position >> 32) + offset;
         return table_[std::clamp(index, 0, kTableSize - 1)];
     }
 
     // At a turn the position holds for one sample.
-    void advanceSweep() {
-        const std::int64_t next = sweepPosition_ + sweep_.increment;
-        const bool turns = sweep_.increment > 0 ? next >= sweep_.high : next <= sweep_.low;
+    static void advance(Sweep& sweep, std::int64_t& position) {
+        const std::int64_t next = position + sweep.increment;
+        const bool turns = sweep.increment > 0 ? next >= sweep.high : next <= sweep.low;
         if (turns) {
-            sweep_.increment = -sweep_.increment;
+            sweep.increment = -sweep.increment;
         } else {
-            sweepPosition_ = next;
+            position = next;
         }
     }
 
+    template <int kStages>
+    void renderStages(StereoFloat* signal, int frames);
     void takePendingSweep();
     bool setSweepParam(float& param, float value);
     Sweep computeSweep() const;
     void buildTable(double sampleRate);
 
     std::array<float, kTableSize> table_{};
+    double tableRate_ = 0.0;
     Sweep sweep_;
     std::int64_t sweepPosition_ = 0;
-    std::array<StereoStage, kMaxStages> stages_;
+    std::array<Allpass, kMaxStages> stages_;
     int stageCount_ = 0;
     std::atomic<float> feedback_{0.0f};
-    float lastOutL_ = 0.0f;
-    float lastOutR_ = 0.0f;
+    StereoFloat lastOut_{};
 
     platform::CriticalSection setupLock_;  // table and stages
     platform::CriticalSection sweepLock_;  // the fields below

@@ -1,6 +1,7 @@
 // Notes, settings and rates of the voice envelope.
 #include "dsp/voice_envelope.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "dsp/finite.h"
@@ -115,6 +116,42 @@ void VoiceEnvelope::noteOff() {
         kill();
     }
     releasePending_ = false;
+}
+
+void VoiceEnvelope::render(float* levels, int samples) {
+    const bool stands = stage_ == kIdle || (stage_ == kSustain && !glideOn_);
+    if (stands) {
+        std::fill_n(levels, samples, level_);
+        return;
+    }
+    for (int i = 0; i < samples; ++i) levels[i] = tick();
+}
+
+bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {
+    // More than what rounding adds up to in any run of steps that fits a block.
+    constexpr float kMargin = 0.001f;
+    const float n = static_cast<float>(samples);
+    switch (stage_) {
+        case kAttack: {
+            ramp = {1.0f, attackStep_};
+            const float top = peakScale_ * peak_;
+            return level_ + n * attackStep_ < top * (1.0f - kMargin);
+        }
+        case kDecay:
+            ramp = {1.0f, -decayStep_};
+            return level_ - n * decayStep_ > sustainLevel_ + level_ * kMargin;
+        case kSustain:
+            ramp = {};
+            return !glideOn_;
+        case kRelease:
+            ramp = {releaseFactor_, 0.0f};
+            // Bernoulli's bound of the power.
+            return level_ * (1.0f - n * (1.0f - releaseFactor_)) > kFloor * (1.0f + kMargin);
+        case kIdle:
+        case kQuickFade:
+            break;
+    }
+    return false;
 }
 
 void VoiceEnvelope::kill() {

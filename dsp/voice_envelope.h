@@ -65,6 +65,20 @@ class VoiceEnvelope {
         return level_;
     }
 
+    // So many ticks.
+    void render(float* levels, int samples);
+
+    // The level of the samples to come as level x factor + step, sample by sample.
+    struct Ramp {
+        float factor = 1.0f;
+        float step = 0.0f;
+        bool stands() const { return factor == 1.0f && step == 0.0f; }
+    };
+    // True, and the ramp, when no stage ends within so many samples; false also when one might.
+    bool movesEvenly(int samples, Ramp& ramp) const;
+    // Takes the level over that such a ramp has reached.
+    void moveTo(float level) { level_ = level; }
+
     Stage stage() const { return stage_; }
     float level() const { return level_; }
     float velocityAmount() const { return velocityAmount_; }

@@ -7,14 +7,9 @@ namespace engine {
 
 namespace {
 constexpr int kEnvelopeKey = 60;
-constexpr int kPhaseRingLength = 100;
 constexpr float kFadeStep = 0.01f;
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
-
-BassVoice::BassVoice() {
-    phaseRing_.setLength(kPhaseRingLength);
-}
 
 void BassVoice::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
@@ -100,19 +95,45 @@ float BassVoice::tickFade() {
     return fade_;
 }
 
-float BassVoice::Source::tick(float phase, float gain) {
-    return dcBlocker.tick(filter.process(oscillator.process(phase + 0.001f) * gain));
+// The phase travels through a ring of 99 samples.
+int BassVoice::renderControls(const PhaseRows& phases, int frames, Signal& delayed,
+                              Signal& amplitude) {
+    int t = 0;
+    for (; t < frames && envelope_.stage() != dsp::VoiceEnvelope::kIdle; ++t) {
+        const double phase = phases.turns[t][pitch_.semitone] * 0.5 * pitch_.octaveFactor;
+        delayed[t] = phaseRing_.writeThenRead(static_cast<float>(phase));
+        const float fade = tickFade();
+        amplitude[t] = envelope_.tick() * 1.5f * fade;
+    }
+    return t;
 }
 
-void BassVoice::tick(const MasterPhases& phases, const Sections& sections, float& mix) {
-    const double phase = phases[pitch_.semitone] * 0.5 * pitch_.octaveFactor;
-    const float delayed = phaseRing_.writeThenRead(static_cast<float>(phase));
-    const float fade = tickFade();
-    const float amp = envelope_.tick() * 1.5f * fade;
-    if (sections.on[kContrabass]) {
-        mix += contrabass_.tick(delayed * 0.5f, amp * sections.level[kContrabass] * 0.4f);
+void BassVoice::render(const PhaseRows& phases, const Sections& sections, int frames,
+                       BassRows& out) {
+    Signal delayed;
+    Signal amplitude;
+    out.sounding = renderControls(phases, frames, delayed, amplitude);
+    out.contrabassOn = sections.on[kContrabass];
+    out.celloOn = sections.on[kCello];
+    if (out.sounding == 0) return;
+    // Both sections in one loop, tone and filters in two: each waits for its own last sample, and
+    // the processor fills the wait with what it sees ahead.
+    Source contrabass = contrabass_;
+    Source cello = cello_;
+    for (int t = 0; t < out.sounding; ++t) {
+        out.contrabass[t] = contrabass.tickTone(delayed[t] * 0.5f);
+        out.cello[t] = cello.tickTone(delayed[t]);
     }
-    if (sections.on[kCello]) mix += cello_.tick(delayed, amp * sections.level[kCello] * 0.4f);
+    const float contrabassLevel = sections.level[kContrabass];
+    const float celloLevel = sections.level[kCello];
+    for (int t = 0; t < out.sounding; ++t) {
+        const float contrabassGain = amplitude[t] * contrabassLevel * 0.4f;
+        const float celloGain = amplitude[t] * celloLevel * 0.4f;
+        out.contrabass[t] = contrabass.tickFilters(out.contrabass[t] * contrabassGain);
+        out.cello[t] = cello.tickFilters(out.cello[t] * celloGain);
+    }
+    if (out.contrabassOn) contrabass_ = contrabass;
+    if (out.celloOn) cello_ = cello;
 }
 
 }  // namespace engine

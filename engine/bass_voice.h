@@ -14,10 +14,17 @@
 
 namespace engine {
 
+// The bass over a segment. A section that is off gives nothing.
+struct BassRows {
+    Signal contrabass;
+    Signal cello;
+    bool contrabassOn;
+    bool celloOn;
+    int sounding;  // frames, from the first on
+};
+
 class BassVoice {
   public:
-    BassVoice();
-
     void setRate(double sampleRate);
 
     dsp::VoiceEnvelope& envelope() { return envelope_; }
@@ -36,26 +43,30 @@ class BassVoice {
     // The same, nothing held, filters cleared, no glide under way.
     void reset();
 
-    bool sounding() const { return envelope_.stage() != dsp::VoiceEnvelope::kIdle; }
-    // Adds one sample of the sections that are on to `mix`; to be called only while sounding.
-    void tick(const MasterPhases& phases, const Sections& sections, float& mix);
+    // A segment; stands still once its envelope is idle.
+    void render(const PhaseRows& phases, const Sections& sections, int frames, BassRows& out);
 
   private:
+    static constexpr int kPhaseRingLength = 100;
+
     struct Source {
         dsp::ModuleFMop oscillator;
         dsp::StateVariableFilter filter;
         dsp::DcBlocker dcBlocker;
-        float tick(float phase, float gain);
+        float tickTone(float phase) { return oscillator.process(phase + 0.001f); }
+        float tickFilters(float x) { return dcBlocker.tick(filter.process(x)); }
     };
     void setPitch(int key);
     float tickFade();
+    // Fills the rows of delayed phases and of amplitudes; returns how many frames sound.
+    int renderControls(const PhaseRows& phases, int frames, Signal& delayed, Signal& amplitude);
 
     dsp::VoiceEnvelope envelope_;
     NoteStack stack_;
     Pitch pitch_;
     Source contrabass_;
     Source cello_;
-    dsp::DelayB phaseRing_;
+    dsp::DelayB phaseRing_{kPhaseRingLength};
     float fade_ = 1.0f;
     bool glideIn_ = false;
     double sampleRate_ = 44100.0;

@@ -1,7 +1,8 @@
-// Settings, notes and the render loop, sample by sample.
+// Settings, notes and the render loop, in segments between events.
 #include "engine/engine.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include "dsp/bow_noise.h"
@@ -13,6 +14,12 @@ constexpr double kSemitoneRatio = 1.0594630943593;
 constexpr float kSleepSeconds = 4.0f;
 constexpr double kAudible = 1e-07;  // of the limiter's follower
 constexpr double kExpressionSeconds = 0.005;
+
+bool allFinite(const float* samples, int count) {
+    bool finite = true;
+    for (int i = 0; i < count; ++i) finite &= std::fabs(samples[i]) <= FLT_MAX;
+    return finite;
+}
 }  // namespace
 
 Engine::Engine(double sampleRate) : random_(dsp::kStateAfterTable), reverb_(kHighestRate) {
@@ -153,19 +160,19 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
     tone_.beginBlock();
     shared_ = isOn(sharedEnvelope_);
     envelopeSum_ = 0.0f;
-    bool finite = true;
-    for (int i = 0; i < frames; ++i) {
-        const float random = static_cast<float>(random_.next());
-        events.dispatchUpTo(i + 1);
-        StereoSample out{0.0f, 0.0f};
-        if (!asleep_) out = renderAwake(random);
-        limiter_.process(out.left, out.right);
-        if (limiter_.follower() < kAudible) countSilence();
-        left[i] = out.left;
-        right[i] = out.right;
-        finite = finite && std::isfinite(out.left) && std::isfinite(out.right);
+    for (int start = 0; start < frames;) {
+        const int due = events.dispatchUpTo(start + 1);
+        int count = std::max(std::min(frames, due - 1) - start, 1);
+        if (asleep_) {
+            random_.skip(count);
+            limiter_.renderSilence(left + start, right + start, count);
+        } else {
+            count = std::min({count, kLongestSegment, framesToSleep()});
+            renderAwake(left + start, right + start, count);
+        }
+        start += count;
     }
-    if (!finite) {
+    if (!allFinite(left, frames) || !allFinite(right, frames)) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
         std::fill_n(right, frames, 0.0f);
@@ -176,42 +183,64 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
     }
 }
 
-StereoSample Engine::renderAwake(float random) {
-    bool sounding = false;
-    const float mono = renderMono(random, sounding);
+void Engine::renderAwake(float* left, float* right, int frames) {
+    const int sounding = renderMono(frames);
     // What is not finite goes out at once, before a clamp can hide it from the guard.
-    if (!std::isfinite(mono)) return {mono, mono};
-    StereoSample out = reverb_.tick(phaser_.tick(chorus_.tick(mono)));
-    // The volume does not reach the tails behind the last voice: kept.
-    const float gain = (sounding ? volume_ : 1.0f) * tickExpression();
-    out.left = out.left * 4.0f * gain;
-    out.right = out.right * 4.0f * gain;
-    if (!sounding) countSilence();
-    return out;
+    if (!allFinite(mono_.data(), frames)) {
+        std::copy_n(mono_.data(), frames, left);
+        std::copy_n(mono_.data(), frames, right);
+        return;
+    }
+    chorus_.render(mono_, frames, stereo_);
+    phaser_.render(stereo_, frames);
+    reverb_.render(stereo_, frames);
+    applyGain(sounding, frames);
+    const int quiet = limiter_.render(stereo_.left.data(), stereo_.right.data(), frames, kAudible);
+    std::copy_n(stereo_.left.data(), frames, left);
+    std::copy_n(stereo_.right.data(), frames, right);
+    countSilence(frames - sounding + quiet);
 }
 
-float Engine::renderMono(float random, bool& sounding) {
-    const float dither = random * 3.0517579e-15f - 5e-11f;
-    tone_.advanceNoise();
-    phases_.advance(bendRatio_, sampleRate_);
+int Engine::renderMono(int frames) {
+    for (int t = 0; t < frames; ++t) {
+        dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
+    }
+    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_);
+    upper_.render(phaseRows_, bendRatio_, sections_, shared_, frames, sums_);
+    setVoiceGains(sums_.sounding, frames);
+    upper_.sectionEnvelope().render(sectionLevels_.data(), frames);
+    bass_.render(phaseRows_, sections_, frames, bassRows_);
 
-    const SectionSums sums = upper_.tick(phases_, bendRatio_, sections_, shared_);
-    sounding = sums.sounding;
-    float mix = tone_.mixSections(sums, sections_);
-    if (shared_) {
-        if (sums.sounding) envelopeSum_ = upper_.envelopeSum();
-        const float gain = 2.5f / static_cast<float>(upper_.polyphony()) * envelopeSum_;
-        mix = gain < 1e-10f ? 0.0f : mix * std::min(gain, 1.0f);
-    } else {
-        mix *= 0.23f;
+    tone_.renderSections(sums_, sections_, voiceGains_, frames, mono_);
+    tone_.addBowNoise(sectionLevels_, dither_, frames, mono_);
+    tone_.renderTone(bassRows_, dither_, frames, mono_);
+    return std::max(sums_.sounding, bassRows_.sounding);
+}
+
+// What scales the mix of the upper sections: with a shared envelope the sum of all levels, which
+// keeps its last value behind the last voice.
+void Engine::setVoiceGains(int sounding, int frames) {
+    if (!shared_) {
+        voiceGains_.fill(0.23f);
+        return;
     }
-    mix = tone_.addBowNoise(mix, upper_.tickSectionEnvelope(), dither);
-    mix = tone_.shape(mix);
-    if (bass_.sounding()) {
-        sounding = true;
-        bass_.tick(phases_, sections_, mix);
+    upper_.envelopeSum(voiceGains_.data(), sounding);
+    if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
+    std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
+    const float scale = 2.5f / static_cast<float>(upper_.polyphony());
+    for (int t = 0; t < frames; ++t) {
+        const float gain = scale * voiceGains_[t];
+        voiceGains_[t] = gain < 1e-10f ? 0.0f : std::min(gain, 1.0f);
     }
-    return tone_.finish(mix, dither);
+}
+
+void Engine::applyGain(int sounding, int frames) {
+    for (int t = 0; t < frames; ++t) {
+        // The volume does not reach the tails behind the last voice: kept.
+        const float gain = (t < sounding ? volume_ : 1.0f) * tickExpression();
+        stereo_.left[t] = stereo_.left[t] * 4.0f * gain;
+        stereo_.right[t] = stereo_.right[t] * 4.0f * gain;
+    }
 }
 
 float Engine::tickExpression() {
@@ -223,8 +252,14 @@ float Engine::tickExpression() {
     return expression_;
 }
 
-void Engine::countSilence() {
-    silentSamples_ += 1.0f;
+// A frame counts twice at most; the engine falls asleep behind the last frame of a segment only.
+int Engine::framesToSleep() const {
+    const float left = kSleepSeconds * static_cast<float>(sampleRate_) - silentSamples_;
+    return std::max(static_cast<int>(left * 0.5f), 1);
+}
+
+void Engine::countSilence(int frames) {
+    silentSamples_ += static_cast<float>(frames);
     if (silentSamples_ > kSleepSeconds * static_cast<float>(sampleRate_)) {
         silentSamples_ = 0.0f;
         asleep_ = true;

@@ -10,97 +10,77 @@
 #include "engine/ensemble_chorus.h"
 #include "engine/phaser_stage.h"
 #include "engine/sections.h"
+#include "engine/sound_engine.h"
 #include "engine/spring_reverb.h"
 #include "engine/tone_stages.h"
 #include "engine/upper_voices.h"
 
 namespace engine {
 
-// Rates outside are refused; all memory is sized for the highest.
-constexpr double kLowestRate = 1000.0;
-constexpr double kHighestRate = 768000.0;
-constexpr bool isAcceptedRate(double rate) {
-    return rate >= kLowestRate && rate <= kHighestRate;
-}
-
-// What is due before each frame of a block; the renderer asks it.
-class EventSource {
-  public:
-    virtual ~EventSource() = default;
-    // Delivers everything due up to the frame, counted from 1.
-    virtual void dispatchUpTo(int frame) = 0;
-};
-
-// One thread at a time calls anything but the queries; settings take effect with the next sample.
-// Controls are normalised (0..1, finite), other quantities as named. Allocates in the constructor
-// only.
-class Engine {
+class Engine final : public SoundEngine {
   public:
     explicit Engine(double sampleRate);
 
-    // Rebuilds all that depends on the rate: releases the upper voices, empties every delay line.
-    // A rate that is not usable is ignored.
-    void setSampleRate(double sampleRate);
-    double sampleRate() const { return sampleRate_; }
+    void setSampleRate(double sampleRate) override;
+    double sampleRate() const override { return sampleRate_; }
 
-    // Writes `frames` samples to both buffers; a sample that is not finite silences the block and
-    // clears the signal state.
-    void render(float* left, float* right, int frames, EventSource& events);
+    void render(float* left, float* right, int frames, EventSource& events) override;
 
-    // Everything silent, no note held, filters and effects cleared: what precedes a new program.
-    // Goes with a rate change, which empties the chorus and the spring's line. The master phases,
-    // the limiter and the random state go on.
-    void reset();
+    void reset() override;
 
-    // Notes; keys that are not playable are ignored. `velocity` is 1..127.
-    void noteOn(int key, int velocity);
-    void noteOff(int key);
-    void allNotesOff();
-    void setPedal(bool down);
-    void setPitchBend(int value);    // 0..127
-    void setExpression(float gain);  // 0..1, reached within 5 ms
-    void wake();                     // any event does this
-    bool asleep() const { return asleep_; }
+    void noteOn(int key, int velocity) override;
+    void noteOff(int key) override;
+    void allNotesOff() override;
+    void setPedal(bool down) override;
+    void setPitchBend(int value) override;
+    void setExpression(float gain) override;
+    void wake() override;
+    bool asleep() const override { return asleep_; }
 
-    void setPolyphony(int voices);
-    int polyphony() const { return upper_.polyphony(); }
+    void setPolyphony(int voices) override;
+    int polyphony() const override { return upper_.polyphony(); }
 
-    void setVolume(float gain) { volume_ = gain; }
-    void setPitchOffset(float semitones);  // drops the bend in force
-    void setHighPass(float control);       // moves half way to the control
-    void setBrightness(float control) { tone_.setBrightness(control); }
-    void setWaveform(Waveform waveform);  // silences the instrument, also when nothing changes
-    void setSharedEnvelope(float control) { sharedEnvelope_ = control; }  // "Configs"
-    void setViolinPhase(float turns) { upper_.setViolinPhase(turns); }
+    void setVolume(float gain) override { volume_ = gain; }
+    void setPitchOffset(float semitones) override;
+    void setHighPass(float control) override;
+    void setBrightness(float control) override { tone_.setBrightness(control); }
+    void setWaveform(Waveform waveform) override;
+    void setSharedEnvelope(float control) override { sharedEnvelope_ = control; }
+    void setViolinPhase(float turns) override { upper_.setViolinPhase(turns); }
 
-    void setVelocityAmount(float amount);
-    void setAttackTime(float seconds);
-    void setDecayTime(float seconds);
-    void setSustain(float level);
-    void setRelease(const ReleaseTime& release);
+    void setVelocityAmount(float amount) override;
+    void setAttackTime(float seconds) override;
+    void setDecayTime(float seconds) override;
+    void setSustain(float level) override;
+    void setRelease(const ReleaseTime& release) override;
 
-    void setSectionLevel(Section section, float gain) { sections_.level[section] = gain; }
-    void setSectionSwitch(Section section, float control) { sections_.on[section] = isOn(control); }
-    // Split as a ratio; the split key is ratio x 44 + 24. Releases the bass.
-    void setKeySplit(float ratio);
+    void setSectionLevel(Section section, float gain) override { sections_.level[section] = gain; }
+    void setSectionSwitch(Section section, float control) override {
+        sections_.on[section] = isOn(control);
+    }
+    void setKeySplit(float ratio) override;
 
-    EnsembleChorus& chorus() { return chorus_; }
-    PhaserStage& phaser() { return phaser_; }
-    SpringReverb& reverb() { return reverb_; }
+    EnsembleChorus& chorus() override { return chorus_; }
+    PhaserStage& phaser() override { return phaser_; }
+    SpringReverb& reverb() override { return reverb_; }
 
-    // Queries for any thread.
-    int heldNotes() const { return heldNotes_.load(std::memory_order_relaxed); }
-    int lastKey() const { return lastKey_.load(std::memory_order_relaxed); }  // -1 before the first
-    float outputLevel() const { return outputLevel_.load(std::memory_order_relaxed); }
-    // Of a chorus tap, as the last block left it: 0..1 spans the range of its delay.
-    float chorusTap(int tap) const { return chorusTaps_[tap].load(std::memory_order_relaxed); }
-    void forgetHeldNotes() { heldNotes_.store(0, std::memory_order_relaxed); }
+    int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
+    int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
+    float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    float chorusTap(int tap) const override {
+        return chorusTaps_[tap].load(std::memory_order_relaxed);
+    }
+    void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
   private:
-    StereoSample renderAwake(float random);
-    float renderMono(float random, bool& sounding);
+    void renderAwake(float* left, float* right, int frames);
+    // The mono part of the chain; returns in how many frames, from the first on, something sounds.
+    int renderMono(int frames);
+    void setVoiceGains(int sounding, int frames);
+    void applyGain(int sounding, int frames);
+    int framesToSleep() const;
+    void countSilence(int frames);
     float tickExpression();
-    void countSilence();
     void bend(float semitones);
     void clearFault();
     // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
@@ -128,6 +108,16 @@ class Engine {
     float sharedEnvelope_ = 0.0f;
     bool shared_ = false;       // as latched at the start of the block
     float envelopeSum_ = 0.0f;  // last value computed in this block
+
+    // The segment under way.
+    PhaseRows phaseRows_;
+    SectionSums sums_{};
+    Signal voiceGains_{};
+    Signal sectionLevels_{};
+    Signal dither_{};
+    BassRows bassRows_{};
+    Signal mono_{};
+    StereoSignal stereo_{};
 
     float expression_ = 1.0f;
     float expressionTarget_ = 1.0f;

@@ -16,7 +16,8 @@ constexpr int kLineCapacity = 1922;
 }  // namespace
 
 EnsembleChorus::EnsembleChorus()
-    : lines_{dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
+    : fastRing_(static_cast<int>(kHighestRate * kFastRingSeconds)),
+      lines_{dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
              dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity),
              dsp::FractionalDelay(kInitialDelaySamples, kLineCapacity)} {
     slowLfo_.setFrequency(kSlowHertz);
@@ -58,29 +59,51 @@ float EnsembleChorus::tapPosition(int tap) const {
     return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
 }
 
-float EnsembleChorus::tickTap(int tap, float x, float modulation) {
+void EnsembleChorus::renderTap(int tap, const Signal& modulation, int frames, Signal& signal) {
     const float shortest = shortestDelay();
     const float longest = longestDelay();
-    lines_[tap].setDelay(shortest + (longest - shortest) * (modulation + 1.0f) * 0.5f);
-    return lines_[tap].tick(x) * (1.0f - modulation * 0.4f);
+    Signal delays{};
+    for (int t = 0; t < frames; ++t) {
+        delays[t] = shortest + (longest - shortest) * (modulation[t] + 1.0f) * 0.5f;
+    }
+    lines_[tap].sweep(delays.data(), signal.data(), frames);
+    for (int t = 0; t < frames; ++t) signal[t] *= 1.0f - modulation[t] * 0.4f;
 }
 
-StereoSample EnsembleChorus::tick(float x) {
-    if (!on_) return {x, x * 0.5f};  // quieter on the right: kept
+void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
+    if (!on_) {
+        for (int t = 0; t < frames; ++t) {
+            out.left[t] = in[t];
+            out.right[t] = in[t] * 0.5f;  // quieter on the right: kept
+        }
+        return;
+    }
+    Signal slow, fast, slowDelayed, fastDelayed;
+    slowLfo_.render(slow.data(), frames);
+    fastLfo_.render(fast.data(), frames);
+    for (int t = 0; t < frames; ++t) {
+        slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
+        fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
+    }
+    slowRing_.exchange(slowDelayed.data(), frames);
+    fastRing_.exchange(fastDelayed.data(), frames);
 
-    const float slow = slowLfo_.tick() * kModulationDepth * slowDepth_;
-    const float fast = fastLfo_.tick() * kModulationDepth * fastDepth_;
-    const float slowDelayed = slowRing_.readThenWrite(slow);
-    const float fastDelayed = fastRing_.readThenWrite(fast);
+    std::array<Signal, kTaps> modulations;
+    for (int t = 0; t < frames; ++t) {
+        modulations[0][t] = slow[t] + fast[t];
+        modulations[1][t] = slowDelayed[t] + fastDelayed[t];
+        modulations[2][t] = -slow[t] - fastDelayed[t];
+    }
+    std::array<Signal, kTaps> taps = {in, in, in};
+    for (int tap = 0; tap < kTaps; ++tap) renderTap(tap, modulations[tap], frames, taps[tap]);
 
-    const float tap1 = tickTap(0, x, slow + fast);
-    const float tap2 = tickTap(1, x, slowDelayed + fastDelayed);
-    const float tap3 = tickTap(2, x, -slow - fastDelayed);
-
-    const float dry = x * -0.5f * dryAdd_;
     const auto& w = rightWeight_;
-    return {(1.0f - w[2]) * tap3 + (1.0f - w[1]) * tap2 + (1.0f - w[0]) * tap1 + dry,
-            w[2] * tap3 + w[1] * tap2 + w[0] * tap1 + dry};
+    for (int t = 0; t < frames; ++t) {
+        const float dry = in[t] * -0.5f * dryAdd_;
+        out.left[t] = (1.0f - w[2]) * taps[2][t] + (1.0f - w[1]) * taps[1][t] +
+                      (1.0f - w[0]) * taps[0][t] + dry;
+        out.right[t] = w[2] * taps[2][t] + w[1] * taps[1][t] + w[0] * taps[0][t] + dry;
+    }
 }
 
 }  // namespace engine

@@ -6,11 +6,12 @@
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
 #include "dsp/square_lfo.h"
-#include "engine/signal.h"
+#include "engine/segment.h"
+#include "engine/sound_engine.h"
 
 namespace engine {
 
-class EnsembleChorus {
+class EnsembleChorus final : public ChorusControl {
   public:
     static constexpr int kTaps = 3;
 
@@ -19,14 +20,12 @@ class EnsembleChorus {
     // Empties all lines and rings; the modulators start anew.
     void setRate(double sampleRate);
 
-    void setOn(bool on) { on_ = on; }
-    void setSlowDepth(float depth) { slowDepth_ = depth; }
-    void setFastDepth(float depth) { fastDepth_ = depth; }
-    // Scales the range of the delays: 1..2.
-    void setWide(float wide) { wide_ = wide; }
-    // 0..1: how far apart the outer taps stand.
-    void setStereo(float amount);
-    void setDryAdd(float amount) { dryAdd_ = amount; }
+    void setOn(bool on) override { on_ = on; }
+    void setSlowDepth(float depth) override { slowDepth_ = depth; }
+    void setFastDepth(float depth) override { fastDepth_ = depth; }
+    void setWide(float wide) override { wide_ = wide; }
+    void setStereo(float amount) override;
+    void setDryAdd(float amount) override { dryAdd_ = amount; }
 
     void clearModulators();
 
@@ -34,12 +33,14 @@ class EnsembleChorus {
     // modulation leaves the range.
     float tapPosition(int tap) const;
 
-    StereoSample tick(float x);
+    // A segment.
+    void render(const Signal& in, int frames, StereoSignal& out);
 
   private:
     float shortestDelay() const;  // samples
     float longestDelay() const;
-    float tickTap(int tap, float x, float modulation);
+    // One line for a segment, in place.
+    void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

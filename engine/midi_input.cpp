@@ -9,7 +9,7 @@ constexpr int kExpression = 11;
 constexpr int kSustainPedal = 64;
 constexpr int kAllNotesOff = 123;
 
-void handleController(Engine& engine, MidiListener& listener, int controller, int value) {
+void handleController(SoundEngine& engine, MidiListener& listener, int controller, int value) {
     const bool bound = listener.controlChange(controller, value);
     switch (controller) {
         case kExpression:
@@ -28,7 +28,7 @@ void handleController(Engine& engine, MidiListener& listener, int controller, in
 
 }  // namespace
 
-void handleMidi(Engine& engine, MidiListener& listener, const std::uint8_t* message) {
+void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;
     const int data2 = message[2] & 0x7F;
     engine.wake();

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "engine/engine.h"
+#include "engine/sound_engine.h"
 
 namespace engine {
 
@@ -18,6 +18,6 @@ class MidiListener {
 };
 
 // One message of three bytes. Any message wakes the engine; pressure has no further effect.
-void handleMidi(Engine& engine, MidiListener& listener, const std::uint8_t* message);
+void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t* message);
 
 }  // namespace engine

@@ -6,45 +6,52 @@ namespace engine {
 void PhaserStage::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     phaser_.setSampleRate(static_cast<float>(sampleRate), true);
-    if (filtersInput()) rebuildInputFilters();
-    for (dsp::OutputFilter& filter : outputFilters_) filter.setRate(sampleRate, highPassControl_);
+    if (filtersInput()) rebuildInputFilter();
+    outputFilter_.setRate(sampleRate, highPassControl_);
 }
 
 void PhaserStage::setStages(float control) {
     stages_ = control;
     phaser_.setStages(control >= 0.25f ? 1.0f : 0.0f);
-    if (filtersInput()) rebuildInputFilters();
+    if (filtersInput()) rebuildInputFilter();
 }
 
 // From 4000 Hz at one half down to 500 Hz at 1.
-void PhaserStage::rebuildInputFilters() {
+void PhaserStage::rebuildInputFilter() {
     const double x = 2.0 * stages_ - 1.0;
     const dsp::BiquadCoefficients lowPass =
         dsp::designLowPass(4000.0 - x * x * 3500.0, dsp::kPhaserPreFilterQ, sampleRate_);
-    for (dsp::PhaserPreFilter& filter : inputFilters_) filter.setCoefficients(lowPass);
+    inputFilter_.setCoefficients(lowPass);
 }
 
 void PhaserStage::setHighPass(float control, float smoothed) {
     highPassControl_ = control;
-    for (dsp::OutputFilter& filter : outputFilters_) filter.setHighPass(smoothed, sampleRate_);
+    outputFilter_.setHighPass(smoothed, sampleRate_);
 }
 
 void PhaserStage::clear() {
-    for (dsp::PhaserPreFilter& filter : inputFilters_) filter.clear();
+    inputFilter_.clear();
     phaser_.clear();
-    for (dsp::OutputFilter& filter : outputFilters_) filter.clear();
+    outputFilter_.clear();
 }
 
-StereoSample PhaserStage::tick(StereoSample in) {
-    if (!on_) return in;
+void PhaserStage::render(StereoSignal& signal, int frames) {
+    if (!on_) return;
+    std::array<dsp::StereoFloat, kLongestSegment> both;
+    for (int t = 0; t < frames; ++t) both[t] = dsp::stereo(signal.left[t], signal.right[t]);
     if (filtersInput()) {
-        in.left = inputFilters_[0].tick(in.left);
-        in.right = inputFilters_[1].tick(in.right);
+        dsp::StereoPhaserPreFilter filter = inputFilter_;
+        for (int t = 0; t < frames; ++t) both[t] = filter.tick(both[t]);
+        inputFilter_ = filter;
     }
-    StereoSample out;
-    phaser_.process(in.left, in.right, &out.left, &out.right);
-    return {static_cast<float>(outputFilters_[0].tick(out.left)),
-            static_cast<float>(outputFilters_[1].tick(out.right))};
+    phaser_.render(both.data(), frames);
+    dsp::StereoOutputFilter filter = outputFilter_;
+    for (int t = 0; t < frames; ++t) {
+        const dsp::StereoDouble out = filter.tick(dsp::widened(both[t]));
+        signal.left[t] = static_cast<float>(out[0]);
+        signal.right[t] = static_cast<float>(out[1]);
+    }
+    outputFilter_ = filter;
 }
 
 }  // namespace engine

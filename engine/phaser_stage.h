@@ -1,45 +1,43 @@
 // The phaser with its optional low-pass ahead and the output filters behind, left and right.
 #pragma once
 
-#include <array>
-
 #include "dsp/biquad.h"
 #include "dsp/output_filter.h"
 #include "dsp/stereo_phaser.h"
-#include "engine/signal.h"
+#include "engine/segment.h"
+#include "engine/sound_engine.h"
 
 namespace engine {
 
-class PhaserStage {
+class PhaserStage final : public PhaserControl {
   public:
     // Clears the output filters; phaser parameters are kept, the sweep starts at its centre.
     void setRate(double sampleRate);
 
-    void setOn(bool on) { on_ = on; }
-    void setRateControl(float control) { phaser_.setRate(control); }
-    void setDepthControl(float control) { phaser_.setDepth(control); }
-    // 0..0.9; other values are refused.
-    void setFeedback(float amount) { phaser_.setFeedback(amount); }
-    // 0..1: from a quarter on four stages, from a half on also the low-pass ahead.
-    void setStages(float control);
+    void setOn(bool on) override { on_ = on; }
+    void setRateControl(float control) override { phaser_.setRate(control); }
+    void setDepthControl(float control) override { phaser_.setDepth(control); }
+    void setFeedback(float amount) override { phaser_.setFeedback(amount); }
+    void setStages(float control) override;
     // As for ToneStages.
     void setHighPass(float control, float smoothed);
 
     void clear();
 
-    StereoSample tick(StereoSample in);
+    // A segment.
+    void render(StereoSignal& signal, int frames);
 
   private:
     bool filtersInput() const { return stages_ >= 0.5f; }
-    void rebuildInputFilters();
+    void rebuildInputFilter();
 
     double sampleRate_ = 44100.0;
     bool on_ = false;
     float stages_ = 0.0f;
     float highPassControl_ = 0.0f;
-    std::array<dsp::PhaserPreFilter, 2> inputFilters_;
+    dsp::StereoPhaserPreFilter inputFilter_;
     dsp::StereoPhaser phaser_;
-    std::array<dsp::OutputFilter, 2> outputFilters_;
+    dsp::StereoOutputFilter outputFilter_;
 };
 
 }  // namespace engine

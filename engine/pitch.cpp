@@ -17,4 +17,11 @@ float keyHighPassHertz(int index) {
     return static_cast<float>(kLowestKeyHighPassHertz * std::exp2(bounded / kSemitones));
 }
 
+void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows) {
+    std::array<double, kSemitones> step;
+    for (int s = 0; s < kSemitones; ++s) step[s] = bendRatio * kMasterFrequencies[s] / sampleRate;
+    kernels_.runPhases(
+        {phase_.data(), step.data(), rows.turns[0].data(), rows.rounded.data(), frames});
+}
+
 }  // namespace engine

@@ -3,9 +3,11 @@
 
 #include <array>
 
+#include "engine/segment.h"
+
 namespace engine {
 
-constexpr int kSemitones = 12;
+constexpr int kSemitones = dsp::kPhases;
 
 // C0 to B0 in Hz; every pitch of the instrument is one of these times a power of two.
 constexpr std::array<double, kSemitones> kMasterFrequencies = {
@@ -39,18 +41,19 @@ float keyHighPassHertz(int index);
 
 constexpr float kLowestKeyHighPassHertz = 32.703196f;
 
-// The twelve phase accumulators that all voices share, in turns (0..1).
+// The twelve phases that all voices share, over a segment.
+struct PhaseRows {
+    std::array<std::array<double, kSemitones>, kLongestSegment> turns;  // 0..1
+    // The same rounded, padded for the lane kernels.
+    alignas(32) std::array<float, kLongestSegment * dsp::kPaddedPhases> rounded{};
+};
+
 class MasterPhases {
   public:
-    void advance(double bendRatio, double sampleRate) {
-        for (int s = 0; s < kSemitones; ++s) {
-            phase_[s] += bendRatio * kMasterFrequencies[s] / sampleRate;
-            if (phase_[s] >= 1.0) phase_[s] -= 1.0;
-        }
-    }
-    double operator[](int semitone) const { return phase_[semitone]; }
+    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows);
 
   private:
+    const dsp::Kernels& kernels_ = dsp::kernels();
     std::array<double, kSemitones> phase_{};
 };
 

@@ -1,12 +1,7 @@
-// What the stages of the chain pass to one another.
+// An oddity that several stages share.
 #pragma once
 
 namespace engine {
-
-struct StereoSample {
-    float left;
-    float right;
-};
 
 // Both ends of -1..1 map to +1: kept.
 inline float wrappedToUnit(float x) {

@@ -15,6 +15,7 @@ constexpr float kSpringThreshold = 0.1f;
 
 SpringReverb::SpringReverb(double highestRate)
     : springLine_(static_cast<float>(sampleRate_ * kSpringSeconds),
+                  static_cast<int>(sampleRate_ * kSpringCapacitySeconds),
                   static_cast<int>(highestRate * kSpringCapacitySeconds)) {}
 
 void SpringReverb::setRate(double sampleRate) {
@@ -63,24 +64,49 @@ void SpringReverb::clearFault() {
     reverb_.clear();
 }
 
-float SpringReverb::tickSpring(StereoSample in) {
-    const float side = wrappedToUnit((in.left - in.right) * spring_);
-    const float low = springFilter_.tickLowPass(feedback_ * 0.9f);
-    return wrappedToUnit(springLine_.tick((low * 0.5f + side) * spring_) * springMix_);
+void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
+    Signal spring;
+    springLine_.read(spring.data(), frames);
+    for (int t = 0; t < frames; ++t) {
+        side[t] = wrappedToUnit((signal.left[t] - signal.right[t]) * spring_);
+        const float added = wrappedToUnit(spring[t] * springMix_) * 0.5f;
+        signal.left[t] += added;
+        signal.right[t] += added;
+    }
 }
 
-StereoSample SpringReverb::tick(StereoSample in) {
-    if (!on_) return in;
-    if (spring_ > kSpringThreshold) {
-        const float spring = tickSpring(in);
-        in.left += spring * 0.5f;
-        in.right += spring * 0.5f;
+void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int frames) {
+    dsp::OnePole filter = springFilter_;
+    Signal in;
+    float last = feedback_;
+    for (int t = 0; t < frames; ++t) {
+        const float low = filter.tickLowPass(last * 0.9f);
+        in[t] = (low * 0.5f + side[t]) * spring_;
+        last = feedback[t];
     }
-    const float bus[2] = {in.left, in.right};
-    const float* room = reverb_.process(bus);
-    const float z = dsp::flushed(room[0]) * 0.5f + in.right;
-    feedback_ = z - z * z * z * 0.5f;
-    return {std::clamp(2.0f * room[0], -4.0f, 4.0f), std::clamp(2.0f * room[1], -4.0f, 4.0f)};
+    springFilter_ = filter;
+    springLine_.write(in.data(), frames);
+}
+
+// The spring's line is longer than any segment: what leaves it can be had before what enters it is
+// known.
+void SpringReverb::render(StereoSignal& signal, int frames) {
+    static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);
+    if (!on_) return;
+    const bool springs = spring_ > kSpringThreshold;
+    Signal side;
+    if (springs) addSpring(signal, frames, side);
+    const Signal busRight = signal.right;
+    reverb_.render(signal.left.data(), signal.right.data(), frames);
+    Signal feedback;
+    for (int t = 0; t < frames; ++t) {
+        const float z = dsp::flushed(signal.left[t]) * 0.5f + busRight[t];
+        feedback[t] = z - z * z * z * 0.5f;
+        signal.left[t] = std::clamp(2.0f * signal.left[t], -4.0f, 4.0f);
+        signal.right[t] = std::clamp(2.0f * signal.right[t], -4.0f, 4.0f);
+    }
+    if (springs) feedSpring(side, feedback, frames);
+    feedback_ = feedback[frames - 1];
 }
 
 }  // namespace engine

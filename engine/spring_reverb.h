@@ -4,11 +4,13 @@
 #include "dsp/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "dsp/reverb_model.h"
+#include "engine/segment.h"
 #include "engine/signal.h"
+#include "engine/sound_engine.h"
 
 namespace engine {
 
-class SpringReverb {
+class SpringReverb final : public ReverbControl {
   public:
     // `highestRate` in Hz sizes the spring's line once and for all.
     explicit SpringReverb(double highestRate);
@@ -16,28 +18,28 @@ class SpringReverb {
     // Empties the line and the reverb.
     void setRate(double sampleRate);
 
-    // Switches the stage and empties the reverb, also when nothing changes.
-    void setOn(bool on);
-    // 0..1: how much of the side signal enters the spring; below 0.1 the spring is out.
-    void setSpring(float amount) { spring_ = amount; }
-    float spring() const { return spring_; }
-    // 0..1: level of the spring's output.
-    void setSpringMix(float mix) { springMix_ = mix; }
-    // Corner of the spring's loop for its amount, at the present rate.
-    void tuneSpring();
+    void setOn(bool on) override;
+    void setSpring(float amount) override { spring_ = amount; }
+    float spring() const override { return spring_; }
+    void setSpringMix(float mix) override { springMix_ = mix; }
+    void tuneSpring() override;
 
-    void setRoom(float size);
-    void setDamping(float damping);
-    void setLevels(float wet, float dry);
+    void setRoom(float size) override;
+    void setDamping(float damping) override;
+    void setLevels(float wet, float dry) override;
 
     void clear();
     // All states, also those that a program change leaves to the next sound.
     void clearFault();
 
-    StereoSample tick(StereoSample in);
+    // A segment.
+    void render(StereoSignal& signal, int frames);
 
   private:
-    float tickSpring(StereoSample in);
+    // What the spring gives to both sides; nothing when it is out.
+    void addSpring(StereoSignal& signal, int frames, Signal& side);
+    // What goes into the spring, from the output of the room.
+    void feedSpring(const Signal& side, const Signal& feedback, int frames);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

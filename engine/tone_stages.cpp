@@ -69,43 +69,86 @@ void ToneStages::clear() {
     output_.clear();
 }
 
-float ToneStages::mixSections(const SectionSums& sums, const Sections& sections) {
-    float mix = 0.0f;
-    const float bus = sums.brassHorn;
-    if (sections.on[kBrass]) {
-        mix += (bus * 0.15f + brass_.processBandPass(bus) * 0.684f) * sections.level[kBrass];
+void ToneStages::renderSections(const SectionSums& sums, const Sections& sections,
+                                const Signal& gains, int frames, Signal& mix) {
+    dsp::StateVariableFilter brass = brass_;
+    dsp::StateVariableFilter horn = horn_;
+    for (int t = 0; t < frames; ++t) {
+        float x = 0.0f;
+        const float bus = sums.brassHorn ? sums.viola[t] : 0.0f;
+        if (sections.on[kBrass]) {
+            x += (bus * 0.15f + brass.processBandPass(bus) * 0.684f) * sections.level[kBrass];
+        }
+        if (sections.on[kHorn]) {
+            x += (horn.processBandPass(bus) * 0.432f + bus * 0.15f) * sections.level[kHorn];
+        }
+        if (sections.on[kViolin]) x += sums.violin[t] * sections.level[kViolin];
+        if (sections.on[kViola]) x += sums.viola[t] * sections.level[kViola];
+        mix[t] = gains[t] == 0.0f ? 0.0f : x * gains[t];
     }
-    if (sections.on[kHorn]) {
-        mix += (horn_.processBandPass(bus) * 0.432f + bus * 0.15f) * sections.level[kHorn];
-    }
-    if (sections.on[kViolin]) mix += sums.violin * sections.level[kViolin];
-    if (sections.on[kViola]) mix += sums.viola * sections.level[kViola];
-    return mix;
+    brass_ = brass;
+    horn_ = horn;
 }
 
-float ToneStages::addBowNoise(float mix, float sectionLevel, float dither) {
-    const float noise = (sectionLevel * 0.04f + dither) * bowNoise_[noiseIndex_];
-    mix += noise;
-    if (highPassControl_ < kBreathBelow) mix += 0.5f * breath_.process(mix);
+void ToneStages::addBowNoise(const Signal& sectionLevels, const Signal& dither, int frames,
+                             Signal& mix) {
+    const bool breathes = highPassControl_ < kBreathBelow;
+    float noise = 0.0f;
     // The noise also moves the breath filter's corner for the next sample.
-    const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0) * kBreathHertz;
-    breath_.setCoefficient(limitedCoefficient(coefficient));
-    return mix;
+    const auto follow = [&] {
+        const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0) * kBreathHertz;
+        breath_.setCoefficient(limitedCoefficient(coefficient));
+    };
+    for (int t = 0; t < frames; ++t) {
+        noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
+        noise = (sectionLevels[t] * 0.04f + dither[t]) * bowNoise_[noiseIndex_];
+        mix[t] += noise;
+        if (!breathes) continue;
+        mix[t] += 0.5f * breath_.process(mix[t]);
+        follow();
+    }
+    if (!breathes) follow();
 }
 
-float ToneStages::shape(float mix) {
-    float shelved[2];
-    shelf_.process(mix, shelved);
-    float x = shelved[0];
-    x -= lowCut_.tickLowPass(x);
-    brightnessShelf_.tickLowPass(x);
-    x = (x - brightnessShelf_.state() - dsp::kSmallestNormal) * 2.0f * brightness_ + x;
-    return x * 0.5f;
+void ToneStages::renderTone(const BassRows& bass, const Signal& dither, int frames, Signal& mix) {
+    for (int from = 0; from < frames;) {
+        const int until = std::min(frames, from + shelf_.steadySamples());
+        renderSteadyTone(bass, dither, from, until, mix);
+        from = until;
+    }
 }
 
-float ToneStages::finish(float mix, float dither) {
-    const float x = topCut_.tickLowPass(mix) + dither;
-    return static_cast<float>(output_.tick(x));
+// Few filters a loop: each waits for its own last sample, and the processor sees far enough ahead
+// to fill the wait with the next ones.
+void ToneStages::renderSteadyTone(const BassRows& bass, const Signal& dither, int from, int until,
+                                  Signal& mix) {
+    dsp::ShelfTone::Filter shelf = shelf_.filter();
+    dsp::OnePole lowCut = lowCut_;
+    dsp::OnePole brightnessShelf = brightnessShelf_;
+    const float brightness = brightness_;
+    for (int t = from; t < until; ++t) {
+        float x = shelf.tick(mix[t]);
+        x -= lowCut.tickLowPass(x);
+        brightnessShelf.tickLowPass(x);
+        x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness + x;
+        mix[t] = x * 0.5f;
+    }
+    shelf_.advance(shelf, until - from);
+    lowCut_ = lowCut;
+    brightnessShelf_ = brightnessShelf;
+
+    const int sounding = std::min(until, bass.sounding);
+    for (int t = from; t < sounding && bass.contrabassOn; ++t) mix[t] += bass.contrabass[t];
+    for (int t = from; t < sounding && bass.celloOn; ++t) mix[t] += bass.cello[t];
+
+    dsp::OnePole topCut = topCut_;
+    dsp::OutputFilter output = output_;
+    for (int t = from; t < until; ++t) {
+        const float x = topCut.tickLowPass(mix[t]) + dither[t];
+        mix[t] = static_cast<float>(output.tick(x));
+    }
+    topCut_ = topCut;
+    output_ = output;
 }
 
 }  // namespace engine

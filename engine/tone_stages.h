@@ -7,6 +7,7 @@
 #include "dsp/output_filter.h"
 #include "dsp/shelf_tone.h"
 #include "dsp/state_variable_filter.h"
+#include "engine/bass_voice.h"
 #include "engine/sections.h"
 #include "engine/upper_voices.h"
 
@@ -24,22 +25,23 @@ class ToneStages {
     void setHighPass(float control, float smoothed);
     void setBrightness(float control);
 
-    // Turns the bow noise one step on, at the head of every awake sample.
-    void advanceNoise() { noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0; }
-
     // Formant filters of "Brass" and "Horn" forget their state.
     void clearFormants();
     // All states but the shelf's, which a rate change clears.
     void clear();
     void clearShelf() { shelf_.clear(); }
 
-    // One sample, in this order.
-    float mixSections(const SectionSums& sums, const Sections& sections);
-    float addBowNoise(float mix, float sectionLevel, float dither);
-    float shape(float mix);
-    float finish(float mix, float dither);
+    // A segment, in this order: the sections mixed and scaled by `gains`; the bow's noise and
+    // breath; then shelves, low cut, the bass, top cut and output filter.
+    void renderSections(const SectionSums& sums, const Sections& sections, const Signal& gains,
+                        int frames, Signal& mix);
+    void addBowNoise(const Signal& sectionLevels, const Signal& dither, int frames, Signal& mix);
+    void renderTone(const BassRows& bass, const Signal& dither, int frames, Signal& mix);
 
   private:
+    void renderSteadyTone(const BassRows& bass, const Signal& dither, int from, int until,
+                          Signal& mix);
+
     double sampleRate_ = 44100.0;
     float highPassControl_ = 0.0f;
     float brightness_ = 0.0f;

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "engine/signal.h"
-
 namespace engine {
 
 namespace {
@@ -16,7 +14,10 @@ constexpr int kNoteOfIndexZero = 12;
 
 UpperVoices::UpperVoices() {
     sectionEnvelope_.setVelocityAmount(1.0f);
-    for (Voice& voice : voices_) voice.keyHighPass.setCoefficients(keyHighPass());
+    for (int slot = 0; slot < kMaxVoices; ++slot) {
+        lanes_.octave[slot] = 1.0f;
+        lanes_.keyHighPass.setCoefficients(slot, keyHighPass());
+    }
 }
 
 dsp::BiquadCoefficients UpperVoices::keyHighPass() const {
@@ -26,6 +27,7 @@ dsp::BiquadCoefficients UpperVoices::keyHighPass() const {
 void UpperVoices::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     const float releaseFactor = release_.factor(sampleRate);
+    const dsp::BiquadCoefficients highPass = keyHighPass();
     for (int slot = 0; slot < kMaxVoices; ++slot) {
         dsp::VoiceEnvelope& envelope = envelopes_[slot];
         envelope.noteOff();
@@ -33,15 +35,12 @@ void UpperVoices::setRate(double sampleRate) {
         envelope.computeRates();
         envelope.setReleaseFactor(releaseFactor);
 
-        Voice& voice = voices_[slot];
-        voice.tableOscA.setRate(sampleRate);
-        voice.tableOscB.setRate(sampleRate);
-        voice.oscA.clear();
-        voice.oscB.clear();
-        voice.oscA.setRate(static_cast<float>(sampleRate));
-        voice.oscB.setRate(static_cast<float>(sampleRate));
-        voice.keyHighPass.clear();
-        voice.keyHighPass.setCoefficients(keyHighPass());
+        tables_[slot].oscA.setRate(sampleRate);
+        tables_[slot].oscB.setRate(sampleRate);
+        clearLane(slot);
+        lanes_.oscA.setRate(slot, static_cast<float>(sampleRate));
+        lanes_.oscB.setRate(slot, static_cast<float>(sampleRate));
+        lanes_.keyHighPass.setCoefficients(slot, highPass);
     }
     sectionEnvelope_.setRate(sampleRate);
     sectionEnvelope_.computeRates();
@@ -51,7 +50,7 @@ void UpperVoices::setPolyphony(int count) {
     if (count == polyphony()) return;
     allocator_.setPolyphony(count);
     for (int slot = 0; slot < kMaxVoices; ++slot) {
-        voices_[slot].noteState = -1;
+        noteState_[slot] = -1;
         envelopes_[slot].noteOff();
         if (slot >= polyphony()) envelopes_[slot].kill();
     }
@@ -72,15 +71,16 @@ void UpperVoices::noteOn(int key, int velocity) {
     sectionEnvelope_.trigger(kSectionPeak, kSectionKey);
 
     const int index = upperKeyIndex(key);
-    Voice& voice = voices_[slot];
-    voice.noteState = 1;
-    voice.tableOscA.setNote(index + kNoteOfIndexZero);
-    voice.tableOscB.setNote(index + kNoteOfIndexZero + kSemitones);
-    voice.pitch = pitchFromIndex(index);
-    voice.oscA.setFrequency(static_cast<float>(voice.pitch.hertz()));
-    voice.oscB.setFrequency(static_cast<float>(2.0 * voice.pitch.hertz()));
+    noteState_[slot] = 1;
+    tables_[slot].oscA.setNote(index + kNoteOfIndexZero);
+    tables_[slot].oscB.setNote(index + kNoteOfIndexZero + kSemitones);
+    const Pitch pitch = pitchFromIndex(index);
+    lanes_.semitone[slot] = pitch.semitone;
+    lanes_.octave[slot] = static_cast<float>(pitch.octaveFactor);
+    lanes_.oscA.setFrequency(slot, static_cast<float>(pitch.hertz()));
+    lanes_.oscB.setFrequency(slot, static_cast<float>(2.0 * pitch.hertz()));
     lastNoteHertz_ = keyHighPassHertz(index);
-    voice.keyHighPass.setCoefficients(keyHighPass());
+    lanes_.keyHighPass.setCoefficients(slot, keyHighPass());
 }
 
 void UpperVoices::noteOff(int key) {
@@ -90,9 +90,9 @@ void UpperVoices::noteOff(int key) {
 }
 
 void UpperVoices::releaseSlot(int slot) {
-    voices_[slot].noteState = -1;
-    const bool anyHeld = std::any_of(voices_.begin(), voices_.end(),
-                                     [](const Voice& voice) { return voice.noteState == 1; });
+    noteState_[slot] = -1;
+    const bool anyHeld =
+        std::any_of(noteState_.begin(), noteState_.end(), [](int state) { return state == 1; });
     if (!anyHeld) sectionEnvelope_.noteOff();
     envelopes_[slot].noteOff();
 }
@@ -101,7 +101,7 @@ void UpperVoices::setPedal(bool down) {
     allocator_.setPedal(down);
     if (down) return;
     for (int slot = 0; slot < polyphony(); ++slot) {
-        if (allocator_.takeSustained(slot) && voices_[slot].noteState == 1) {
+        if (allocator_.takeSustained(slot) && noteState_[slot] == 1) {
             noteOff(allocator_.key(slot));
         }
     }
@@ -110,7 +110,7 @@ void UpperVoices::setPedal(bool down) {
 void UpperVoices::allNotesOff() {
     for (int slot = 0; slot < kMaxVoices; ++slot) {
         envelopes_[slot].noteOff();
-        voices_[slot].noteState = -1;
+        noteState_[slot] = -1;
     }
     sectionEnvelope_.noteOff();
     allocator_.reset();
@@ -123,71 +123,99 @@ void UpperVoices::silence() {
     };
     std::for_each(envelopes_.begin(), envelopes_.end(), silenced);
     silenced(sectionEnvelope_);
-    for (Voice& voice : voices_) {
-        voice.oscA.clear();
-        voice.oscB.clear();
-        voice.keyHighPass.clear();
-    }
+    for (int slot = 0; slot < kMaxVoices; ++slot) clearLane(slot);
+}
+
+void UpperVoices::clearLane(int slot) {
+    lanes_.oscA.clear(slot);
+    lanes_.oscB.clear(slot);
+    lanes_.keyHighPass.clear(slot);
 }
 
 void UpperVoices::reset() {
     silence();
-    for (Voice& voice : voices_) voice.noteState = 0;
+    noteState_.fill(0);
     allocator_.reset();
 }
 
-UpperVoices::Sources UpperVoices::tickSources(Voice& voice, const MasterPhases& phases,
-                                              double bendRatio, const Sections& sections) {
-    const double phase = phases[voice.pitch.semitone] * voice.pitch.octaveFactor;
-    switch (waveform_) {
-        case Waveform::kTable:
-            return {voice.tableOscA.tick(bendRatio), voice.tableOscB.tick(bendRatio)};
-        case Waveform::kSquaredFeedback:
-            return {voice.oscA.processSquared(static_cast<float>(phase - 0.5)),
-                    voice.oscB.processSquared(static_cast<float>(2.0 * phase - 0.5))};
-        case Waveform::kFeedback:
-            break;
+void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sections& sections,
+                         bool shared, int frames, SectionSums& sums) {
+    levels_.render(envelopes_, polyphony(), frames);
+    sums.sounding = levels_.longest();
+    sums.brassHorn = sections.on[kBrass] || sections.on[kHorn];
+    sums.viola.fill(0.0f);
+    sums.violin.fill(0.0f);
+    if (waveform_ == Waveform::kTable) {
+        renderTables(bendRatio, shared, sums);
+    } else {
+        renderOperators(phases, sections, shared, sums);
     }
-    Sources out{0.0f, 0.0f};
-    if (sections.on[kViola] || sections.on[kBrass] || sections.on[kHorn]) {
-        const float a = wrappedToUnit(voice.oscA.process(static_cast<float>(phase)));
-        out.a = voice.keyHighPass.tick(a);
-    }
-    if (sections.on[kViolin]) {
-        const float offset = violinPhase_ * 0.5f;
-        out.b = voice.oscB.process(static_cast<float>(2.0 * phase + offset));
-    }
-    return out;
 }
 
-SectionSums UpperVoices::tick(const MasterPhases& phases, double bendRatio,
-                              const Sections& sections, bool shared) {
-    SectionSums sums;
-    const bool brassOrHorn = sections.on[kBrass] || sections.on[kHorn];
-    for (int slot = 0; slot < polyphony(); ++slot) {
-        dsp::VoiceEnvelope& envelope = envelopes_[slot];
-        if (envelope.stage() == dsp::VoiceEnvelope::kIdle) continue;
-        sums.sounding = true;
-        const Sources source = tickSources(voices_[slot], phases, bendRatio, sections);
-        const float brassIn = brassOrHorn ? source.a : 0.0f;
-        const float level = envelope.tick();
-        if (shared) {
-            sums.viola += source.a;
-            sums.violin += source.b;
-            sums.brassHorn += brassIn;
-        } else {
-            sums.viola += level * source.a;
-            sums.violin += level * source.b;
-            sums.brassHorn += level * brassIn;
+void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double offset,
+                             float* out) const {
+    for (int t = 0; t < levels_.longest(); ++t) {
+        for (int slot = 0; slot < kMaxVoices; ++slot) {
+            const double phase = phases.turns[t][lanes_.semitone[slot]] * lanes_.octave[slot];
+            out[t * dsp::kVoiceLanes + slot] = static_cast<float>(octaves * phase + offset);
         }
     }
-    return sums;
 }
 
-float UpperVoices::envelopeSum() const {
-    float sum = 0.0f;
-    for (const dsp::VoiceEnvelope& envelope : envelopes_) sum += envelope.level();
-    return sum;
+// In runs between the frames at which a voice falls idle: within a run the same lanes are on.
+void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
+                                  SectionSums& sums) {
+    const bool squared = waveform_ == Waveform::kSquaredFeedback;
+    const float offset = violinPhase_ * 0.5f;
+    const bool useA = squared || sections.on[kViola] || sums.brassHorn;
+    const bool useB = squared || sections.on[kViolin];
+    if (squared) lanePhases(phases, 1.0, -0.5, scratch_.phasesA.data());
+    const bool ownB = squared || offset != 0.0f;
+    if (ownB) lanePhases(phases, 2.0, squared ? -0.5 : offset, scratch_.phasesB.data());
+
+    for (int from = 0; from < sums.sounding;) {
+        int until = sums.sounding;
+        dsp::LaneMasks on{};
+        for (int slot = 0; slot < kMaxVoices; ++slot) {
+            if (levels_.framesOf(slot) <= from) continue;
+            on[slot] = -1;
+            until = std::min(until, levels_.framesOf(slot));
+        }
+        const int frame = from * dsp::kVoiceLanes;
+        const dsp::VoiceRun run = {lanes_,
+                                   on,
+                                   &phases.rounded[from * dsp::kPaddedPhases],
+                                   squared ? &scratch_.phasesA[frame] : nullptr,
+                                   ownB ? &scratch_.phasesB[frame] : nullptr,
+                                   useA,
+                                   useB,
+                                   scratch_.a.data(),
+                                   scratch_.b.data(),
+                                   until - from};
+        (squared ? kernels_.runSquared : kernels_.runFeedback)(run);
+        const float* const levels = shared ? nullptr : levels_.row(0) + from;
+        const auto add = [&](const float* lanes, float* sum) {
+            kernels_.sumVoices({lanes, levels, kRowStride, on, sum, until - from});
+        };
+        if (useA) add(scratch_.a.data(), &sums.viola[from]);
+        if (useB) add(scratch_.b.data(), &sums.violin[from]);
+        from = until;
+    }
+    // Whole vectors were written.
+    std::fill(sums.viola.begin() + sums.sounding, sums.viola.end(), 0.0f);
+    std::fill(sums.violin.begin() + sums.sounding, sums.violin.end(), 0.0f);
+}
+
+void UpperVoices::renderTables(double bendRatio, bool shared, SectionSums& sums) {
+    for (int slot = 0; slot < polyphony(); ++slot) {
+        TableVoice& voice = tables_[slot];
+        const float* const levels = levels_.row(slot);
+        for (int t = 0; t < levels_.framesOf(slot); ++t) {
+            const float level = shared ? 1.0f : levels[t];
+            sums.viola[t] += level * voice.oscA.tick(bendRatio);
+            sums.violin[t] += level * voice.oscB.tick(bendRatio);
+        }
+    }
 }
 
 }  // namespace engine

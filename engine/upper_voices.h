@@ -4,25 +4,24 @@
 
 #include <array>
 
-#include "dsp/biquad.h"
-#include "dsp/module_fm_op.h"
+#include "dsp/kernels.h"
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
 #include "engine/envelope_settings.h"
 #include "engine/pitch.h"
 #include "engine/sections.h"
+#include "engine/sound_engine.h"
 #include "engine/voice_allocator.h"
+#include "engine/voice_levels.h"
 
 namespace engine {
 
-enum class Waveform { kFeedback, kTable, kSquaredFeedback };
-
-// What the pool adds up in one sample.
+// What the pool adds up over a segment.
 struct SectionSums {
-    float viola = 0.0f;
-    float violin = 0.0f;
-    float brassHorn = 0.0f;
-    bool sounding = false;
+    Signal viola;
+    Signal violin;
+    bool brassHorn;  // whether the brass and horn take what the viola takes, or nothing
+    int sounding;    // frames, from the first on, in which some voice sounds
 };
 
 class UpperVoices {
@@ -58,35 +57,40 @@ class UpperVoices {
     // The same, and no note is held.
     void reset();
 
-    // One sample. With `shared` the voices are summed bare, to be scaled by envelopeSum() later.
-    SectionSums tick(const MasterPhases& phases, double bendRatio, const Sections& sections,
-                     bool shared);
-    // Sum of the levels of all 44 envelopes, idle ones included.
-    float envelopeSum() const;
+    // A segment. With `shared` the voices are summed bare, to be scaled by envelopeSum() later.
+    void render(const PhaseRows& phases, double bendRatio, const Sections& sections, bool shared,
+                int frames, SectionSums& sums);
+    // Sum of the levels of all 44 envelopes over the segment, idle ones included.
+    void envelopeSum(float* sum, int frames) const { levels_.sum(sum, frames); }
     // Scales the bow noise; runs also while no voice sounds.
-    float tickSectionEnvelope() { return sectionEnvelope_.tick(); }
+    dsp::VoiceEnvelope& sectionEnvelope() { return sectionEnvelope_; }
 
   private:
-    struct Voice {
-        dsp::ModuleFMop oscA;
-        dsp::ModuleFMop oscB;
-        dsp::PitchedOscillator tableOscA;
-        dsp::PitchedOscillator tableOscB;
-        dsp::Biquad keyHighPass;
-        Pitch pitch;
-        int noteState = 0;  // 1 while the key is held, -1 after its note-off
+    struct TableVoice {
+        dsp::PitchedOscillator oscA;
+        dsp::PitchedOscillator oscB;
     };
-    struct Sources {
-        float a;
-        float b;
-    };
-    Sources tickSources(Voice& voice, const MasterPhases& phases, double bendRatio,
-                        const Sections& sections);
+    void renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
+                         SectionSums& sums);
+    void renderTables(double bendRatio, bool shared, SectionSums& sums);
+    // Phases of all lanes that sound: the pitch's own times `octaves`, plus `offset` turns.
+    void lanePhases(const PhaseRows& phases, double octaves, double offset, float* out) const;
+    void clearLane(int slot);
     void releaseSlot(int slot);
     dsp::BiquadCoefficients keyHighPass() const;  // for the last note
 
-    std::array<dsp::VoiceEnvelope, kMaxVoices> envelopes_;
-    std::array<Voice, kMaxVoices> voices_;
+    const dsp::Kernels& kernels_ = dsp::kernels();
+    VoiceEnvelopes envelopes_;
+    VoiceLevels levels_;
+    dsp::VoiceLanes lanes_;
+    // Signals of all lanes over a segment, frame by frame, with room for whole vectors.
+    struct alignas(32) Scratch {
+        using Rows = std::array<float, (kLongestSegment + 8) * dsp::kVoiceLanes>;
+        Rows a, b, phasesA, phasesB;
+    };
+    Scratch scratch_{};
+    std::array<TableVoice, kMaxVoices> tables_;
+    std::array<int, kMaxVoices> noteState_{};  // 1 while the key is held, -1 after its note-off
     dsp::VoiceEnvelope sectionEnvelope_;
     VoiceAllocator allocator_{envelopes_.data()};
     Waveform waveform_ = Waveform::kFeedback;

@@ -2,7 +2,6 @@
 #include "plugin/event_queue.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace plugin {
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <limits>
 
 #include "plugin/vst2.h"
 
@@ -22,6 +23,11 @@ class EventQueue {
     void dispatchUpTo(VstInt32 frame, Handle handle);
     // Index of the next event, or -1 when there is none.
     VstInt32 nextIndex() const { return next_; }
+    // Frame of the next event of the list, which dispatchUpTo has just refused.
+    VstInt32 nextFrame() const {
+        return pending() ? events_->events[next_]->deltaFrames
+                         : std::numeric_limits<VstInt32>::max();
+    }
     // Drops what is left of the block's list.
     void finishBlock();
     // Any thread: the list given last is not valid any more, because its block will not come.

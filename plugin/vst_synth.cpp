@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
+#include "engine/engine.h"
 #include "plugin/editor_adapter.h"
 #include "state/chunks.h"
 
@@ -17,6 +19,7 @@ constexpr std::string_view kVendor = "tembrilon.com";
 constexpr std::string_view kPinLabel = "ZLM";
 static_assert(kVendor.size() == 13);
 
+constexpr double kInitialRate = 44100.0;
 constexpr VstInt32 kStereoPins = 2;
 constexpr VstInt32 kAnsweredPins = 6;  // four more than there are outputs: kept
 
@@ -33,7 +36,10 @@ void copyText(std::string_view text, char* buffer, size_t bufferSize) {
 }  // namespace
 
 VstSynth::VstSynth(audioMasterCallback host)
-    : AudioEffectX(host, state::kNumPrograms, state::kNumParams), instrument_(sampleRate_) {
+    : VstSynth(host, std::make_unique<engine::Engine>(kInitialRate)) {}
+
+VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine> engine)
+    : AudioEffectX(host, state::kNumPrograms, state::kNumParams), instrument_(std::move(engine)) {
     programsAreChunks();
     if (host) {
         setNumInputs(0);

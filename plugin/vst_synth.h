@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <memory>
 
 #include "engine/midi_input.h"
 #include "plugin/audio_effect_x.h"
@@ -19,6 +20,8 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
   public:
     // Host may be null, for an instance that no host drives.
     explicit VstSynth(audioMasterCallback host);
+    // The same around an engine of the caller's choice.
+    VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine> engine);
     ~VstSynth() override;
 
     void suspend() override;
@@ -63,10 +66,13 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     // The next controller is bound to the parameter armed here.
     state::LearnSlot& learnSlot() { return learnSlot_; }
     // For its queries.
-    const engine::Engine& engine() const { return instrument_.engine(); }
+    const engine::SoundEngine& engine() const { return instrument_.engine(); }
 
   private:
-    void dispatchUpTo(int frame) override { processPendingEvents(frame); }
+    int dispatchUpTo(int frame) override {
+        processPendingEvents(frame);
+        return events_.nextFrame();
+    }
     void programChange(int program) override { setProgram(program); }
     bool controlChange(int controller, int value) override;
     void tellEditor(VstInt32 index);

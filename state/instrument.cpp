@@ -2,6 +2,9 @@
 #include "state/instrument.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "engine/engine.h"
 
 namespace state {
 
@@ -20,15 +23,15 @@ constexpr int kMostHighPassMoves = 24;
 
 }  // namespace
 
-// What is due before a frame: requests of other threads, then the block's own events.
+// What is due before a segment: requests of other threads, then the block's own events.
 class Instrument::RequestsFirst : public engine::EventSource {
   public:
     RequestsFirst(Instrument& instrument, engine::EventSource& events)
         : instrument_(instrument), events_(events) {}
 
-    void dispatchUpTo(int frame) override {
+    int dispatchUpTo(int frame) override {
         instrument_.carryOutPending();
-        events_.dispatchUpTo(frame);
+        return events_.dispatchUpTo(frame);
     }
 
   private:
@@ -36,7 +39,11 @@ class Instrument::RequestsFirst : public engine::EventSource {
     engine::EventSource& events_;
 };
 
-Instrument::Instrument(double sampleRate) : engine_(sampleRate), sampleRate_(engine_.sampleRate()) {
+Instrument::Instrument(double sampleRate)
+    : Instrument(std::make_unique<engine::Engine>(sampleRate)) {}
+
+Instrument::Instrument(std::unique_ptr<engine::SoundEngine> engine)
+    : engine_(std::move(engine)), sampleRate_(engine_->sampleRate()) {
     pushProgram();
 }
 
@@ -74,7 +81,7 @@ bool Instrument::render(float* left, float* right, int frames, engine::EventSour
     if (!gate_.beginBlock()) return false;
     carryOutPending();
     RequestsFirst source(*this, events);
-    engine_.render(left, right, frames, source);
+    engine_->render(left, right, frames, source);
     gate_.endBlock();
     return true;
 }
@@ -101,9 +108,9 @@ void Instrument::carryOutPending() {
 }
 
 void Instrument::carryOut(std::uint64_t requests) {
-    if (requests & kChangeRate) engine_.setSampleRate(sampleRate_.load(std::memory_order_relaxed));
+    if (requests & kChangeRate) engine_->setSampleRate(sampleRate_.load(std::memory_order_relaxed));
     if (requests & kPushProgram) pushProgram();
-    if (requests & kChangeVoices) engine_.setPolyphony(voices_.load(std::memory_order_relaxed));
+    if (requests & kChangeVoices) engine_->setPolyphony(voices_.load(std::memory_order_relaxed));
     for (int index = 0; index < kNumParams; ++index) {
         if (!(requests & bit(index))) continue;
         int moves = 1;
@@ -117,13 +124,13 @@ void Instrument::carryOut(std::uint64_t requests) {
 
 void Instrument::apply(int index) {
     const ParameterValues values{bank_, program()};
-    parameter(index).apply(engine_, values[static_cast<ParamIndex>(index)], values);
+    parameter(index).apply(*engine_, values[static_cast<ParamIndex>(index)], values);
 }
 
 void Instrument::pushProgram() {
     pushing_.store(true, std::memory_order_release);
-    engine_.setSampleRate(engine_.sampleRate());
-    engine_.reset();
+    engine_->setSampleRate(engine_->sampleRate());
+    engine_->reset();
     for (int index = 0; index < kNumParams; ++index) apply(index);
     pushing_.store(false, std::memory_order_release);
 }

@@ -4,8 +4,10 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
-#include "engine/engine.h"
+#include "engine/sound_engine.h"
+#include "engine/voice_allocator.h"
 #include "state/bank.h"
 #include "state/engine_gate.h"
 #include "state/parameters.h"
@@ -17,8 +19,9 @@ namespace state {
 // but for the names.
 class Instrument {
   public:
-    // The engine has heard nothing of the bank until the first setProgram.
     explicit Instrument(double sampleRate);
+    // The same around an engine of the caller's choice.
+    explicit Instrument(std::unique_ptr<engine::SoundEngine> engine);
 
     // Value as the program or the table holds it; 0 for an index past the table or below 0.
     float value(int index) const;
@@ -41,8 +44,8 @@ class Instrument {
     Bank& bank() { return bank_; }
     const Bank& bank() const { return bank_; }
     // For queries, and for the audio thread within a block.
-    engine::Engine& engine() { return engine_; }
-    const engine::Engine& engine() const { return engine_; }
+    engine::SoundEngine& engine() { return *engine_; }
+    const engine::SoundEngine& engine() const { return *engine_; }
 
   private:
     class RequestsFirst;
@@ -54,7 +57,7 @@ class Instrument {
     void pushProgram();
 
     Bank bank_;
-    engine::Engine engine_;
+    const std::unique_ptr<engine::SoundEngine> engine_;
     EngineGate gate_;
     std::atomic<int> program_{0};
     std::atomic<double> sampleRate_;

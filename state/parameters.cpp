@@ -6,13 +6,14 @@
 #include <charconv>
 #include <cmath>
 
+#include "engine/voice_allocator.h"
 #include "state/bank.h"
 
 namespace state {
 
 namespace {
 
-using engine::Engine;
+using Engine = engine::SoundEngine;
 using Values = ParameterValues;
 
 template <engine::Section section>

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "engine/engine.h"
+#include "engine/sound_engine.h"
 
 namespace state {
 
@@ -75,7 +75,7 @@ struct Parameter {
     const char* name;
     float defaultValue;
     // Hands the value (finite, 0..1) to the engine.
-    void (*apply)(engine::Engine& engine, float value, const ParameterValues& values);
+    void (*apply)(engine::SoundEngine& engine, float value, const ParameterValues& values);
 };
 
 // Throws nothing; `index` must be a parameter.

@@ -34,10 +34,14 @@ constexpr std::size_t frameAt(double seconds) {
 
 class Player : public engine::EventSource {
   public:
-    explicit Player(engine::Engine& engine) : engine_(engine) {}
+    explicit Player(engine::SoundEngine& engine) : engine_(engine) {}
 
-    void dispatchUpTo(int) override {
-        for (; next_ != std::end(kPhrase) && frameAt(next_->seconds) <= frame_; ++next_) {
+    void beginBlock(std::size_t start) { start_ = start; }
+
+    int dispatchUpTo(int frame) override {
+        for (; next_ != std::end(kPhrase); ++next_) {
+            const std::size_t due = frameAt(next_->seconds) + 1;
+            if (due > start_ + frame) return static_cast<int>(due - start_);
             engine_.wake();
             if (next_->on) {
                 engine_.noteOn(next_->key, kVelocity);
@@ -45,13 +49,13 @@ class Player : public engine::EventSource {
                 engine_.noteOff(next_->key);
             }
         }
-        ++frame_;
+        return kNothingDue;
     }
 
   private:
-    engine::Engine& engine_;
+    engine::SoundEngine& engine_;
     const Event* next_ = std::begin(kPhrase);
-    std::size_t frame_ = 0;
+    std::size_t start_ = 0;  // of the block
 };
 
 double decibels(double amplitude) {
@@ -99,6 +103,7 @@ Take playPhrase(state::Instrument& instrument) {
     for (std::size_t at = 0; at < frameAt(kPatience); at += kBlock) {
         take.left.resize(at + kBlock);
         take.right.resize(at + kBlock);
+        player.beginBlock(at);
         instrument.render(&take.left[at], &take.right[at], kBlock, player);
         const double highest = std::max(peak(take.left, at, at + kBlock),  //
                                         peak(take.right, at, at + kBlock));

@@ -13,8 +13,10 @@ namespace {
 class Reverb : public ::testing::Test {
   protected:
     const float* tick(float left, float right) {
-        const float in[2] = {left, right};
-        return model_->process(in);
+        out_[0] = left;
+        out_[1] = right;
+        model_->render(&out_[0], &out_[1], 1);
+        return out_;
     }
 
     // Largest left output over a number of frames of the same input.
@@ -26,6 +28,7 @@ class Reverb : public ::testing::Test {
         return peak;
     }
 
+    float out_[2];
     std::unique_ptr<ReverbModel> model_ = std::make_unique<ReverbModel>();
 };
 
@@ -39,7 +42,7 @@ TEST_F(Reverb, LengthsAreThoseOfTheDesignAndBounded) {
     EXPECT_EQ(lengths.right.allpasses, (std::array<int, 4>{579, 464, 364, 248}));
 
     model_->setLengths(false, 768000.0f);
-    EXPECT_EQ(lengths.right.combs[0], kReverbCapacity);
+    EXPECT_EQ(lengths.right.combs[0], ReverbModel::kCapacity);
     model_->setLengths(false, 1.0f);
     EXPECT_EQ(lengths.left.combs[0], 1);
 }

@@ -144,12 +144,13 @@ Sound Rig::renderSeconds(double seconds) {
     return render(static_cast<int>(seconds * engine_->sampleRate()));
 }
 
-void Rig::dispatchUpTo(int frame) {
+int Rig::dispatchUpTo(int frame) {
     for (; nextEvent_ < events_.size(); ++nextEvent_) {
         const Event& event = events_[nextEvent_];
-        if (event.frame >= blockStart_ + frame) return;
+        if (event.frame >= blockStart_ + frame) return event.frame - blockStart_ + 1;
         engine::handleMidi(*engine_, *this, event.message);
     }
+    return kNothingDue;
 }
 
 bool Rig::controlChange(int controller, int value) {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/engine.h"
 #include "engine/midi_input.h"
 
 namespace engine_test {
@@ -64,7 +65,7 @@ class Rig : private engine::EventSource, private engine::MidiListener {
         int frame;
         std::uint8_t message[3];
     };
-    void dispatchUpTo(int frame) override;
+    int dispatchUpTo(int frame) override;
     void programChange(int program) override { programs.push_back(program); }
     bool controlChange(int controller, int value) override;
 

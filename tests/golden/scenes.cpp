@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
+#include "engine/engine.h"
 #include "plugin/vst_synth.h"
 
 namespace {
@@ -109,7 +111,12 @@ const std::vector<Scene>& scenes() {
 }
 
 StereoSound playScene(const Scene& scene, int blockSize) {
-    const auto synth = std::make_unique<plugin::VstSynth>(nullptr);
+    return playScene(scene, blockSize, std::make_unique<engine::Engine>(44100.0));
+}
+
+StereoSound playScene(const Scene& scene, int blockSize,
+                      std::unique_ptr<engine::SoundEngine> engine) {
+    const auto synth = std::make_unique<plugin::VstSynth>(nullptr, std::move(engine));
     synth->setSampleRate(scene.sampleRate);
     for (const SceneSetting& setting : scene.settings) {
         synth->setParameter(setting.index, setting.value);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -34,3 +35,6 @@ const std::vector<Scene>& scenes();
 
 // Plays the scene through the plug-in interface, as a host with blocks of `blockSize` frames.
 StereoSound playScene(const Scene& scene, int blockSize);
+// The same with an engine of the caller's choice.
+StereoSound playScene(const Scene& scene, int blockSize,
+                      std::unique_ptr<engine::SoundEngine> engine);

@@ -24,7 +24,7 @@ constexpr std::uint32_t kId = 0x73656E69;
 
 class NoEvents : public engine::EventSource {
   public:
-    void dispatchUpTo(int) override {}
+    int dispatchUpTo(int) override { return kNothingDue; }
 };
 
 std::string bytesOf(const Bank& bank) {

@@ -17,8 +17,9 @@ using state::Instrument;
 class AtStart : public engine::EventSource {
   public:
     explicit AtStart(std::function<void()> action = [] {}) : action_(std::move(action)) {}
-    void dispatchUpTo(int frame) override {
+    int dispatchUpTo(int frame) override {
         if (frame == 1) action_();
+        return kNothingDue;
     }
 
   private:

@@ -16,7 +16,7 @@ namespace {
 
 class NoEvents : public engine::EventSource {
   public:
-    void dispatchUpTo(int) override {}
+    int dispatchUpTo(int) override { return kNothingDue; }
 };
 
 constexpr float kLoudest = 63.1f;  // +36 dBFS

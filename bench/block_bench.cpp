@@ -1,0 +1,132 @@
+// The stages of the chain behind the voices, each alone, fed with noise.
+#include <memory>
+#include <random>
+
+#include "bench/bench_support.h"
+#include "dsp/limiter.h"
+#include "engine/bass_voice.h"
+#include "engine/ensemble_chorus.h"
+#include "engine/phaser_stage.h"
+#include "engine/spring_reverb.h"
+#include "engine/tone_stages.h"
+
+namespace bench {
+namespace {
+
+using engine::kLongestSegment;
+using engine::Signal;
+using engine::StereoSignal;
+
+Signal noise(float level) {
+    std::mt19937 random(1);
+    Signal signal;
+    for (float& x : signal) x = (static_cast<float>(random() % 2001) * 0.001f - 1.0f) * level;
+    return signal;
+}
+
+// Times stage(StereoSignal&), which turns the left side of a segment of noise into both sides.
+template <typename Stage>
+void timeStage(benchmark::State& state, float level, Stage stage) {
+    const Signal input = noise(level);
+    timeBlocks(state, [&](float* left, float* right, int frames) {
+        for (int from = 0; from < frames; from += kLongestSegment) {
+            StereoSignal signal{input, input};
+            stage(signal);
+            std::copy_n(signal.left.data(), kLongestSegment, left + from);
+            std::copy_n(signal.right.data(), kLongestSegment, right + from);
+        }
+    });
+}
+
+engine::Sections everySection() {
+    engine::Sections sections;
+    sections.level.fill(0.3f);
+    sections.on.fill(true);
+    return sections;
+}
+
+void bass(benchmark::State& state) {
+    const engine::Sections sections = everySection();
+    const auto voice = std::make_unique<engine::BassVoice>();
+    voice->setRate(kRate);
+    voice->noteOn(40, 100);
+    engine::MasterPhases phases;
+    engine::PhaseRows phaseRows;
+    engine::BassRows rows;
+    timeStage(state, 0.1f, [&](StereoSignal& signal) {
+        phases.render(1.0, kRate, kLongestSegment, phaseRows);
+        voice->render(phaseRows, sections, kLongestSegment, rows);
+        signal = {rows.contrabass, rows.cello};
+    });
+}
+
+void tone(benchmark::State& state) {
+    const engine::Sections sections = everySection();
+    const auto stages = std::make_unique<engine::ToneStages>();
+    stages->setRate(kRate);
+    stages->setHighPass(0.3f, 0.3f);
+    stages->setBrightness(0.8f);
+    stages->beginBlock();
+    const Signal gains = noise(0.2f);
+    const Signal levels = noise(0.3f);
+    const Signal dither = noise(1e-10f);
+    const engine::BassRows rows{gains, levels, true, true, kLongestSegment};
+    timeStage(state, 0.1f, [&](StereoSignal& signal) {
+        const engine::SectionSums sums{signal.left, signal.right, true, kLongestSegment};
+        stages->renderSections(sums, sections, gains, kLongestSegment, signal.left);
+        stages->addBowNoise(levels, dither, kLongestSegment, signal.left);
+        stages->renderTone(rows, dither, kLongestSegment, signal.left);
+        signal.right = signal.left;
+    });
+}
+
+void chorus(benchmark::State& state) {
+    const auto stage = std::make_unique<engine::EnsembleChorus>();
+    stage->setRate(kRate);
+    stage->setOn(true);
+    stage->setSlowDepth(0.6f);
+    stage->setFastDepth(0.2f);
+    stage->setStereo(0.8f);
+    timeStage(state, 0.1f, [&](StereoSignal& signal) {
+        const Signal in = signal.left;
+        stage->render(in, kLongestSegment, signal);
+    });
+}
+
+void phaser(benchmark::State& state) {
+    const auto stage = std::make_unique<engine::PhaserStage>();
+    stage->setRate(kRate);
+    stage->setOn(true);
+    stage->setStages(0.8f);
+    stage->setFeedback(0.5f);
+    stage->setHighPass(0.3f, 0.3f);
+    timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, kLongestSegment); });
+}
+
+void reverb(benchmark::State& state) {
+    const auto stage = std::make_unique<engine::SpringReverb>(engine::kHighestRate);
+    stage->setRate(kRate);
+    stage->setOn(true);
+    stage->setSpring(0.5f);
+    stage->setSpringMix(0.5f);
+    stage->tuneSpring();
+    stage->setLevels(0.5f, 0.5f);
+    timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, kLongestSegment); });
+}
+
+void limiter(benchmark::State& state) {
+    dsp::PeakLimiter stage;
+    timeStage(state, static_cast<float>(state.range(0)) * 0.1f, [&](StereoSignal& signal) {
+        stage.render(signal.left.data(), signal.right.data(), kLongestSegment, 1e-7);
+    });
+}
+
+BENCHMARK(bass)->Name("block/bass")->UseManualTime();
+BENCHMARK(tone)->Name("block/tone")->UseManualTime();
+BENCHMARK(chorus)->Name("block/chorus")->UseManualTime();
+BENCHMARK(phaser)->Name("block/phaser")->UseManualTime();
+BENCHMARK(reverb)->Name("block/reverb")->UseManualTime();
+BENCHMARK(limiter)->Name("block/limiter")->Arg(1)->Arg(50)->UseManualTime();
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,64 @@
+// Compiles the kernels for each instruction set and picks one at run time.
+//
+// The same text goes through the compiler twice, in two namespaces, so that no function built for
+// a wider set can be taken for its baseline twin by the linker.
+#include "dsp/kernels.h"
+
+#include <algorithm>
+
+#include "dsp/module_fm_op.h"
+#include "dsp/smoother.h"
+
+namespace dsp {
+
+#define QUARZEL_LANES 4
+namespace baseline {
+#include "dsp/lanes.inc"
+#include "dsp/comb_kernel.inc"
+#include "dsp/delay_kernel.inc"
+#include "dsp/voice_kernel.inc"
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
+                              runRamps,  placeTaps,   runCombs,   runAllpass};
+}  // namespace baseline
+#undef QUARZEL_LANES
+
+#pragma GCC push_options
+#pragma GCC target("avx2")
+#define QUARZEL_LANES 8
+namespace avx2 {
+#include "dsp/lanes.inc"
+#include "dsp/comb_kernel.inc"
+#include "dsp/delay_kernel.inc"
+#include "dsp/voice_kernel.inc"
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
+                              runRamps,  placeTaps,   runCombs,   runAllpass};
+}  // namespace avx2
+#undef QUARZEL_LANES
+#pragma GCC pop_options
+
+namespace {
+
+const Kernels& kernelsFor(InstructionSet set) {
+    return set == InstructionSet::kAvx2 ? avx2::kKernels : baseline::kKernels;
+}
+
+const Kernels*& chosen() {
+    static const Kernels* kernels = &kernelsFor(widestInstructionSet());
+    return kernels;
+}
+
+}  // namespace
+
+InstructionSet widestInstructionSet() {
+    return __builtin_cpu_supports("avx2") ? InstructionSet::kAvx2 : InstructionSet::kBaseline;
+}
+
+const Kernels& kernels() {
+    return *chosen();
+}
+
+void useInstructionSet(InstructionSet set) {
+    chosen() = &kernelsFor(std::min(set, widestInstructionSet()));
+}
+
+}  // namespace dsp

@@ -1,0 +1,40 @@
+// The inner loops that run on many lanes at once, and the choice of instruction set they run on.
+#pragma once
+
+#include "dsp/comb_lanes.h"
+#include "dsp/delay_taps.h"
+#include "dsp/voice_lanes.h"
+
+namespace dsp {
+
+// Longest run of frames that a kernel is asked for.
+constexpr int kMostFrames = 32;
+
+// One set a processor family; all give the same bits.
+struct Kernels {
+    void (*runPhases)(const PhaseRun& run);
+    // Operators and key high-passes of the voices whose mask is set; see VoiceRun.
+    void (*runFeedback)(const VoiceRun& run);
+    void (*runSquared)(const VoiceRun& run);
+    // Adds up the voices in the order of their lanes; see VoiceSum.
+    void (*sumVoices)(const VoiceSum& sum);
+    // Levels that move evenly; see LevelRamps.
+    void (*runRamps)(LevelRamps& ramps, int frames);
+    // Places the taps; false when a delay is not from 0 to the size.
+    bool (*placeTaps)(const DelayTaps& taps);
+    // The reverb: all combs, and a run of an allpass on its line and signal in place.
+    void (*runCombs)(const CombRun& run);
+    void (*runAllpass)(float* line, float* signal, int frames, float gain);
+};
+
+enum class InstructionSet { kBaseline, kAvx2 };
+
+// The widest set that this processor has.
+InstructionSet widestInstructionSet();
+
+// What new engines take: the widest set, or after a call of useInstructionSet (for tests, and
+// before the engines are made) another that the processor has.
+const Kernels& kernels();
+void useInstructionSet(InstructionSet set);
+
+}  // namespace dsp

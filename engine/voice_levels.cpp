@@ -1,0 +1,77 @@
+// Levels that stand, levels that move evenly side by side, and the few that change stage.
+#include "engine/voice_levels.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace engine {
+
+namespace {
+constexpr float kNotHeld = std::numeric_limits<float>::quiet_NaN();
+}
+
+VoiceLevels::VoiceLevels() {
+    ramps_.rows = rows_[0].data();
+    ramps_.rowStride = kRowStride;
+}
+
+void VoiceLevels::hold(int slot, float level) {
+    if (held_[slot] == level) return;
+    held_[slot] = level;
+    rows_[slot].fill(level);
+}
+
+void VoiceLevels::tick(int slot, dsp::VoiceEnvelope& envelope, int frames) {
+    held_[slot] = kNotHeld;
+    Signal& row = rows_[slot];
+    int t = 0;
+    while (t < frames && envelope.stage() != dsp::VoiceEnvelope::kIdle) row[t++] = envelope.tick();
+    frames_[slot] = t;
+    std::fill(row.begin() + t, row.end(), envelope.level());
+}
+
+void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
+    ramps_.on.fill(0);
+    bool anyRamp = false;
+    longest_ = 0;
+    for (int slot = 0; slot < kMaxVoices; ++slot) {
+        dsp::VoiceEnvelope& envelope = envelopes[slot];
+        dsp::VoiceEnvelope::Ramp ramp;
+        if (slot >= count || envelope.stage() == dsp::VoiceEnvelope::kIdle) {
+            frames_[slot] = 0;
+            hold(slot, envelope.level());
+            continue;
+        }
+        frames_[slot] = frames;
+        if (!envelope.movesEvenly(frames, ramp)) {
+            tick(slot, envelope, frames);
+        } else if (ramp.stands()) {
+            hold(slot, envelope.level());
+        } else {
+            held_[slot] = kNotHeld;
+            ramps_.level[slot] = envelope.level();
+            ramps_.factor[slot] = ramp.factor;
+            ramps_.step[slot] = ramp.step;
+            ramps_.on[slot] = -1;
+            anyRamp = true;
+        }
+        longest_ = std::max(longest_, frames_[slot]);
+    }
+    if (!anyRamp) return;
+    kernels_.runRamps(ramps_, frames);
+    for (int slot = 0; slot < count; ++slot) {
+        if (ramps_.on[slot]) envelopes[slot].moveTo(ramps_.level[slot]);
+    }
+}
+
+// Whole rows, with the sum in registers.
+void VoiceLevels::sum(float* out, int frames) const {
+    Signal total{};
+    for (int slot = 0; slot < kMaxVoices; ++slot) {
+        const Signal& levels = rows_[slot];
+        for (int t = 0; t < kLongestSegment; ++t) total[t] += levels[t];
+    }
+    std::copy_n(total.data(), frames, out);
+}
+
+}  // namespace engine

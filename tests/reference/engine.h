@@ -1,0 +1,120 @@
+// The sound engine: notes and settings in, stereo samples out. Knows no host, file or window.
+#pragma once
+
+#include <array>
+#include <atomic>
+
+#include "tests/reference/limiter.h"
+#include "dsp/random.h"
+#include "tests/reference/bass_voice.h"
+#include "tests/reference/ensemble_chorus.h"
+#include "tests/reference/phaser_stage.h"
+#include "engine/sections.h"
+#include "engine/sound_engine.h"
+#include "tests/reference/spring_reverb.h"
+#include "tests/reference/tone_stages.h"
+#include "tests/reference/upper_voices.h"
+#include "tests/reference/names.h"
+
+namespace reference {
+
+class Engine final : public SoundEngine {
+  public:
+    explicit Engine(double sampleRate);
+
+    void setSampleRate(double sampleRate) override;
+    double sampleRate() const override { return sampleRate_; }
+
+    void render(float* left, float* right, int frames, EventSource& events) override;
+
+    void reset() override;
+
+    void noteOn(int key, int velocity) override;
+    void noteOff(int key) override;
+    void allNotesOff() override;
+    void setPedal(bool down) override;
+    void setPitchBend(int value) override;
+    void setExpression(float gain) override;
+    void wake() override;
+    bool asleep() const override { return asleep_; }
+
+    void setPolyphony(int voices) override;
+    int polyphony() const override { return upper_.polyphony(); }
+
+    void setVolume(float gain) override { volume_ = gain; }
+    void setPitchOffset(float semitones) override;
+    void setHighPass(float control) override;
+    void setBrightness(float control) override { tone_.setBrightness(control); }
+    void setWaveform(Waveform waveform) override;
+    void setSharedEnvelope(float control) override { sharedEnvelope_ = control; }
+    void setViolinPhase(float turns) override { upper_.setViolinPhase(turns); }
+
+    void setVelocityAmount(float amount) override;
+    void setAttackTime(float seconds) override;
+    void setDecayTime(float seconds) override;
+    void setSustain(float level) override;
+    void setRelease(const ReleaseTime& release) override;
+
+    void setSectionLevel(Section section, float gain) override { sections_.level[section] = gain; }
+    void setSectionSwitch(Section section, float control) override {
+        sections_.on[section] = isOn(control);
+    }
+    void setKeySplit(float ratio) override;
+
+    EnsembleChorus& chorus() override { return chorus_; }
+    PhaserStage& phaser() override { return phaser_; }
+    SpringReverb& reverb() override { return reverb_; }
+
+    int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
+    int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
+    float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    // No one looks at the literal engine's taps.
+    float chorusTap(int) const override { return 0.0f; }
+    void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
+
+  private:
+    StereoSample renderAwake(float random);
+    float renderMono(float random, bool& sounding);
+    float tickExpression();
+    void countSilence();
+    void bend(float semitones);
+    void clearFault();
+    // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
+    template <typename Change>
+    void changeNoteEnvelopes(Change change);
+
+    double sampleRate_ = 44100.0;
+    dsp::Random random_;
+    MasterPhases phases_;
+    double bendRatio_ = 1.0;
+    float pitchOffset_ = 0.0f;  // semitones
+
+    UpperVoices upper_;
+    BassVoice bass_;
+    Sections sections_;
+    int splitKey_ = 48;
+    ToneStages tone_;
+    EnsembleChorus chorus_;
+    PhaserStage phaser_;
+    SpringReverb reverb_;
+    PeakLimiter limiter_;
+
+    float smoothedHighPass_ = 0.0f;
+    float volume_ = 0.0f;
+    float sharedEnvelope_ = 0.0f;
+    bool shared_ = false;       // as latched at the start of the block
+    float envelopeSum_ = 0.0f;  // last value computed in this block
+
+    float expression_ = 1.0f;
+    float expressionTarget_ = 1.0f;
+    float expressionStep_ = 0.0f;
+
+    bool asleep_ = false;
+    float silentSamples_ = 0.0f;
+
+    std::atomic<int> heldNotes_{0};
+    std::atomic<int> lastKey_{-1};
+    std::atomic<float> outputLevel_{0.0f};
+};
+
+}  // namespace reference

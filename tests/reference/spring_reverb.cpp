@@ -1,0 +1,86 @@
+// The spring loop and the room.
+#include "tests/reference/spring_reverb.h"
+
+#include <algorithm>
+
+#include "dsp/denormal.h"
+
+namespace reference {
+
+namespace {
+constexpr double kSpringSeconds = 0.09090909090909091;
+constexpr double kSpringCapacitySeconds = 0.125;
+constexpr float kSpringThreshold = 0.1f;
+}  // namespace
+
+SpringReverb::SpringReverb(double highestRate)
+    : springLine_(static_cast<float>(sampleRate_ * kSpringSeconds),
+                  static_cast<int>(highestRate * kSpringCapacitySeconds)) {}
+
+void SpringReverb::setRate(double sampleRate) {
+    sampleRate_ = sampleRate;
+    tuneSpring();
+    springLine_.setCapacity(static_cast<int>(sampleRate * kSpringCapacitySeconds));
+    springLine_.setDelay(static_cast<float>(sampleRate * kSpringSeconds));
+    reverb_.setLengths(true, static_cast<float>(sampleRate));
+}
+
+void SpringReverb::setOn(bool on) {
+    on_ = on;
+    reverb_.setLengths(true, static_cast<float>(sampleRate_));
+}
+
+void SpringReverb::tuneSpring() {
+    springFilter_.setCoefficient(
+        static_cast<float>(6.28319 / sampleRate_ * (spring_ * 1200.0 + 2900.0)));
+}
+
+void SpringReverb::setRoom(float size) {
+    reverb_.setRoomSize(size);
+    reverb_.update();
+}
+
+void SpringReverb::setDamping(float damping) {
+    reverb_.setDamp(damping);
+    reverb_.update();
+}
+
+void SpringReverb::setLevels(float wet, float dry) {
+    reverb_.setWet(wet);
+    reverb_.setDry(dry);
+    reverb_.update();
+}
+
+void SpringReverb::clear() {
+    feedback_ = 0.0f;
+    springFilter_.clear();
+    reverb_.mute();
+}
+
+void SpringReverb::clearFault() {
+    clear();
+    springLine_.clear();
+    reverb_.clear();
+}
+
+float SpringReverb::tickSpring(StereoSample in) {
+    const float side = wrappedToUnit((in.left - in.right) * spring_);
+    const float low = springFilter_.tickLowPass(feedback_ * 0.9f);
+    return wrappedToUnit(springLine_.tick((low * 0.5f + side) * spring_) * springMix_);
+}
+
+StereoSample SpringReverb::tick(StereoSample in) {
+    if (!on_) return in;
+    if (spring_ > kSpringThreshold) {
+        const float spring = tickSpring(in);
+        in.left += spring * 0.5f;
+        in.right += spring * 0.5f;
+    }
+    const float bus[2] = {in.left, in.right};
+    const float* room = reverb_.process(bus);
+    const float z = dsp::flushed(room[0]) * 0.5f + in.right;
+    feedback_ = z - z * z * z * 0.5f;
+    return {std::clamp(2.0f * room[0], -4.0f, 4.0f), std::clamp(2.0f * room[1], -4.0f, 4.0f)};
+}
+
+}  // namespace reference

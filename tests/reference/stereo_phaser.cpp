@@ -1,0 +1,122 @@
+// Table, sweep and parameter hand-over of the phaser.
+#include "tests/reference/stereo_phaser.h"
+
+#include <cmath>
+#include <mutex>
+
+namespace reference {
+
+namespace {
+
+using Lock = std::lock_guard<platform::CriticalSection>;
+
+constexpr double kPi = 3.141592653589793;
+constexpr double kSweepCenter = 0.5 * 1152.0 + 768.0;  // table steps
+
+// The fraction is scaled by 2^32 - 1: kept so.
+std::int64_t toFixed(double value) {
+    const double whole = std::floor(value);
+    return static_cast<std::int64_t>(whole) * 4294967296 +
+           static_cast<std::int64_t>((value - whole) * 4294967295.0);
+}
+
+bool isUnit(float value) {
+    return value >= 0.0f && value <= 1.0f;
+}
+
+}  // namespace
+
+StereoPhaser::StereoPhaser() {
+    setSampleRate(44100.0f, false);
+}
+
+bool StereoPhaser::setSampleRate(float sampleRate, bool keepParams) {
+    const bool inRange = sampleRate >= 8000.0f && sampleRate <= 384000.0f;
+    if (!inRange) return false;
+
+    const Lock setup(setupLock_);
+    buildTable(sampleRate);
+    if (!keepParams) {
+        feedback_ = 0.0f;
+        stageCount_ = 0;  // neither count: the states are cleared
+        setStages(0.0f);
+    }
+
+    const Lock sweep(sweepLock_);
+    sampleRate_ = sampleRate;
+    if (!keepParams) {
+        depth_ = 0.5f;
+        rate_ = 0.1f;
+    }
+    sweep_ = computeSweep();
+    sweepPosition_ = toFixed(kSweepCenter);
+    sweepPending_ = false;
+    return true;
+}
+
+bool StereoPhaser::setStages(float value) {
+    if (!isUnit(value)) return false;
+    const Lock setup(setupLock_);
+    const int count = value < 0.5f ? 2 : 4;
+    if (count == stageCount_) return true;
+    stageCount_ = count;
+    std::fill_n(stages_.begin(), count, StereoStage());
+    lastOutL_ = 0.0f;  // the right word stays: kept so
+    return true;
+}
+
+bool StereoPhaser::setDepth(float depth) {
+    return setSweepParam(depth_, depth);
+}
+
+bool StereoPhaser::setRate(float rate) {
+    return setSweepParam(rate_, rate);
+}
+
+bool StereoPhaser::setFeedback(float feedback) {
+    const bool inRange = feedback >= 0.0f && feedback <= 0.9f;
+    if (inRange) feedback_.store(feedback, std::memory_order_relaxed);
+    return inRange;
+}
+
+void StereoPhaser::clear() {
+    stages_.fill(StereoStage());
+    lastOutL_ = lastOutR_ = 0.0f;
+}
+
+bool StereoPhaser::setSweepParam(float& param, float value) {
+    if (!isUnit(value)) return false;
+    const Lock sweep(sweepLock_);
+    param = value;
+    pendingSweep_ = computeSweep();
+    sweepPending_.store(true, std::memory_order_relaxed);
+    return true;
+}
+
+// A sweep that stands still counts as rising.
+void StereoPhaser::takePendingSweep() {
+    const Lock sweep(sweepLock_);
+    const bool falling = sweep_.increment < 0;
+    sweep_ = pendingSweep_;
+    if (falling) sweep_.increment = -sweep_.increment;
+    sweepPending_.store(false, std::memory_order_relaxed);
+}
+
+StereoPhaser::Sweep StereoPhaser::computeSweep() const {
+    const double spread = depth_ * 256.0 * 2.0;
+    const double speed = rate_ * 9.99 + 0.1;
+    return {toFixed(kSweepCenter - spread), toFixed(kSweepCenter + spread),
+            toFixed(speed * spread / sampleRate_)};
+}
+
+// First-order allpass coefficients, bilinear with the frequency unwarped.
+void StereoPhaser::buildTable(double sampleRate) {
+    for (int i = 0; i < kTableSize; ++i) {
+        const double octaves = static_cast<double>(i) / kStepsPerOctave;
+        const double hz = std::min(20.0 * std::exp2(octaves), sampleRate / 2.0);
+        const double w = hz * kPi / sampleRate;
+        table_[i] = static_cast<float>((1.0 - w) / (1.0 + w));
+    }
+}
+
+}  // namespace reference
