@@ -49,7 +49,7 @@ class Instrument {
 
   private:
     class RequestsFirst;
-    // Asks for the changes of `request`: at once, or before the renderer's next frame.
+    // Asks for the changes of `request`: at once, or before the renderer's next segment.
     void demand(std::uint64_t request);
     void carryOut(std::uint64_t requests);
     void carryOutPending();
