@@ -48,7 +48,27 @@ std::string fileName(const std::string& scene) {
     for (char& c : name) {
         if (c == ' ' || c == ',') c = '_';
     }
-    return kFolder + name;
+    return name;
+}
+
+void writeSamples(const std::string& path, const std::vector<float>& samples) {
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(samples.data()), samples.size() * sizeof(float));
+}
+
+// As many samples as `count`, or none.
+std::vector<float> readSamples(const std::string& path, std::size_t count) {
+    std::ifstream file(path, std::ios::binary);
+    std::vector<float> samples(count);
+    file.read(reinterpret_cast<char*>(samples.data()), count * sizeof(float));
+    if (!file) samples.clear();
+    return samples;
+}
+
+float largestDifference(const std::vector<float>& a, const std::vector<float>& b) {
+    float largest = 0.0f;
+    for (std::size_t i = 0; i < a.size(); ++i) largest = std::max(largest, std::fabs(a[i] - b[i]));
+    return largest;
 }
 
 // Levels in dBFS to a tenth, one column a stretch of kLevelSeconds.
@@ -80,22 +100,14 @@ TEST_P(Golden, SceneIsUnchanged) {
     const StereoSound sound = playScene(scene, 64);
     const std::vector<float> samples = sampled(sound);
     if (minting()) {
-        std::ofstream(fileName(scene.name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(samples.data()), samples.size() * sizeof(float));
+        writeSamples(kFolder + fileName(scene.name), samples);
         const auto mode = GetParam() == 0 ? std::ios::trunc : std::ios::app;
         std::ofstream(kFolder + "features.csv", mode) << features(scene, sound);
         return;
     }
-    std::ifstream file(fileName(scene.name), std::ios::binary);
-    std::vector<float> golden(samples.size());
-    file.read(reinterpret_cast<char*>(golden.data()), golden.size() * sizeof(float));
-    ASSERT_TRUE(file) << "no golden samples, or too few";
-    float largest = 0.0f;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        largest = std::max(largest, std::fabs(samples[i] - golden[i]));
-    }
-    RecordProperty("largest_difference", std::to_string(largest));
-    EXPECT_LE(largest, kTolerance);
+    const auto golden = readSamples(kFolder + fileName(scene.name), samples.size());
+    ASSERT_FALSE(golden.empty()) << "no golden samples, or too few";
+    EXPECT_LE(largestDifference(samples, golden), kTolerance);
 
     std::ifstream table(kFolder + "features.csv");
     std::stringstream kept;
@@ -110,6 +122,24 @@ TEST_P(Golden, SceneRepeatsBitForBit) {
     const StereoSound first = playScene(scene, 64);
     const StereoSound second = playScene(scene, 64);
     EXPECT_TRUE(first.left == second.left && first.right == second.right);
+}
+
+// Every sample of a scene: the Linux build leaves them for the Windows build to compare.
+TEST_P(Golden, SystemsAgree) {
+    const Scene& scene = scenes()[GetParam()];
+    SCOPED_TRACE(scene.name);
+    const StereoSound sound = playScene(scene, 64);
+    std::vector<float> samples = sound.left;
+    samples.insert(samples.end(), sound.right.begin(), sound.right.end());
+    const std::string path = QUARZEL_NATIVE_SOUND_FOLDER "/" + fileName(scene.name);
+#ifdef QUARZEL_CROSS_BUILD
+    const auto native = readSamples(path, samples.size());
+    if (native.empty()) GTEST_SKIP() << "no sound of a native build in " << path;
+    EXPECT_LE(largestDifference(samples, native), kTolerance);
+#else
+    writeSamples(path, samples);
+    EXPECT_EQ(readSamples(path, samples.size()), samples);
+#endif
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, Golden, testing::Range(0, static_cast<int>(scenes().size())));
