@@ -1,8 +1,9 @@
 ; Installs the instrument and all that lies beside it where hosts on Windows look for VST plug-ins.
 ; makensis -DVERSION=... -DFILES=FOLDER -DOUTPUT=FILE setup.nsi
-Unicode true
+; A 64-bit instrument is of use on 64-bit systems only: so is this.
+Target amd64-unicode
 !include MUI2.nsh
-!include x64.nsh
+!include LogicLib.nsh
 
 !define NAME "Quarzel Strings"
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
@@ -22,10 +23,6 @@ SetCompressor /SOLID lzma
 !insertmacro MUI_LANGUAGE "English"
 
 Function .onInit
-    ${IfNot} ${RunningX64}
-        MessageBox MB_ICONSTOP "${NAME} needs a 64-bit Windows." /SD IDOK
-        Abort
-    ${EndIf}
     SetRegView 64
     ; An update goes where the last version went, unless /D= says otherwise.
     ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
