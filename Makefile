@@ -1,7 +1,7 @@
 # The front door: thin over the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist bench fuzz format check-format deps clean
+.PHONY: demo test dist package bench fuzz format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -16,6 +16,9 @@ test: deps check-format
 
 dist: deps
 	@scripts/dist $(JOBS)
+
+package: deps
+	@scripts/package $(JOBS)
 
 bench: deps
 	@scripts/bench $(JOBS)

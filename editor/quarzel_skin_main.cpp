@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",
         "quarzel-skin");
+    app.set_version_flag("--version", "quarzel-skin " QUARZEL_VERSION,
+                         "Print the version and leave");
     std::string folder;
     std::string picture;
     app.add_option("SKIN-FOLDER", folder, "Folder that holds skin.xml and its pictures")

@@ -2,6 +2,7 @@
 #include "platform/system_folders.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include <dlfcn.h>
 #include <limits.h>
@@ -13,8 +14,9 @@ std::string systemModulePath() {
     Dl_info info = {};
     if (dladdr(reinterpret_cast<const void*>(&systemModulePath), &info) == 0) return {};
     char path[PATH_MAX];
-    if (info.dli_fname && realpath(info.dli_fname, path)) return path;
-    // The main program's name need not be a path.
+    // A program started through PATH is known by its bare name, which any file may have.
+    const bool isPath = info.dli_fname && std::strchr(info.dli_fname, '/');
+    if (isPath && realpath(info.dli_fname, path)) return path;
     return realpath("/proc/self/exe", path) ? path : std::string();
 }
 

@@ -1,0 +1,60 @@
+; Installs the instrument and all that lies beside it where hosts on Windows look for VST plug-ins.
+; makensis -DVERSION=... -DFILES=FOLDER -DOUTPUT=FILE setup.nsi
+; A 64-bit instrument is of use on 64-bit systems only: so is this.
+Target amd64-unicode
+!include MUI2.nsh
+!include LogicLib.nsh
+
+!define NAME "Quarzel Strings"
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
+
+Name "${NAME} ${VERSION}"
+OutFile "${OUTPUT}"
+InstallDir "$PROGRAMFILES64\VSTPlugins\${NAME}"
+RequestExecutionLevel admin
+SetCompressor /SOLID lzma
+
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Choose a folder below the one where your host looks for VST plug-ins. The instrument has a folder of its own: its skins and its bank lie beside it."
+!insertmacro MUI_PAGE_LICENSE "${FILES}\licences\QuarzelStrings.txt"
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+
+Function .onInit
+    SetRegView 64
+    ; An update goes where the last version went, unless /D= says otherwise.
+    ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
+    ${If} $0 != ""
+    ${AndIf} $INSTDIR == "$PROGRAMFILES64\VSTPlugins\${NAME}"
+        StrCpy $INSTDIR $0
+    ${EndIf}
+FunctionEnd
+
+Section
+    SetOutPath "$INSTDIR"
+    File /r "${FILES}\*"
+    WriteUninstaller "$INSTDIR\uninstall.exe"
+    WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "${NAME}"
+    WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "$INSTDIR"
+    WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
+SectionEnd
+
+Function un.onInit
+    SetRegView 64
+FunctionEnd
+
+; Removes what was delivered; skins and banks that the musician added stay.
+Section Uninstall
+    Delete "$INSTDIR\QuarzelStrings.dll"
+    Delete "$INSTDIR\default.fxb"
+    Delete "$INSTDIR\ZLM_help.rtf"
+    Delete "$INSTDIR\uninstall.exe"
+    RMDir /r "$INSTDIR\skin"
+    RMDir /r "$INSTDIR\Night"
+    RMDir /r "$INSTDIR\licences"
+    RMDir "$INSTDIR"
+    DeleteRegKey HKLM "${UNINSTALL}"
+SectionEnd
