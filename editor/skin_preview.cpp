@@ -95,13 +95,14 @@ std::vector<std::uint8_t> bytesOf(const VSTGUI::PixelBuffer& picture) {
 
 }  // namespace
 
-std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder) {
+std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int zoomPercent) {
     const VSTGUI::headless::Scope scope;
     PreviewHost host;
     PreviewEditor editor(host, skinFolder);
     if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
+    editor.getFrame()->setZoom(zoomPercent / 100.0);
     editor.idle();
-    return VSTGUI::headless::picture(*editor.getFrame());
+    return VSTGUI::headless::shownPixels(*editor.getFrame());
 }
 
 bool writePng(const std::string& path, const VSTGUI::PixelBuffer& picture) {

@@ -9,10 +9,9 @@
 
 namespace editor {
 
-// The whole editor at 100 percent, every parameter at its default. Nothing when the skin gives no
-// picture; what is wrong with it is shown through platform::showMessage. skinFolder ends in a
-// separator.
-std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder);
+// The whole editor, every parameter at its default. Nothing when the skin gives no picture; what is
+// wrong with it is shown through platform::showMessage. skinFolder ends in a separator.
+std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int zoomPercent = 100);
 
 // Does as reportSkin, then draws the skin into a file; complaints of the drawing are added.
 int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath, std::ostream& out);

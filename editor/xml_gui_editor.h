@@ -44,6 +44,9 @@ class xmlGuiEditor : public AEffGUIEditor,
     void close() override;
     void idle() override;
     void setParameter(int index) override { pending_.push(index); }
+    // A turn of the wheel that the host passes on, upwards positive; true when the control under
+    // the pointer used it.
+    bool onWheel(double notches);
     void endEdit(std::int32_t tag) override;
     void valueChanged(VSTGUI::CControl* control) override;
 

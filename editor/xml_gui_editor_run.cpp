@@ -1,6 +1,7 @@
 // The open editor: what its controls send, and how it follows the instrument.
 #include "editor/xml_gui_editor.h"
 
+#include <cmath>
 #include <vector>
 
 #include "editor/editor_zoom.h"
@@ -108,6 +109,9 @@ void xmlGuiEditor::showValue(CControl& control) {
         menu->setValue(value * static_cast<float>(menu->getNbEntries() - 1));
     } else if (auto* const display = dynamic_cast<CDisplay*>(&control)) {
         display->setText(host_.parameterDisplay(index));
+    } else if (dynamic_cast<COnOffButton*>(&control)) {
+        // It lights at exactly 1 only, the engine switches in the middle.
+        control.setValue(value > 0.5f ? 1.0f : 0.0f);
     } else {
         control.setValue(value);
     }
@@ -148,6 +152,15 @@ void xmlGuiEditor::onMouseExited(CView* view, CFrame*) {
     if (view != currentView_) return;
     currentView_ = nullptr;
     currentTag_ = kNoTag;
+}
+
+bool xmlGuiEditor::onWheel(double notches) {
+    if (!isOpen() || !currentView_ || !std::isfinite(notches)) return false;
+    MouseWheelEvent event;
+    frame->getCurrentMouseLocation(event.mousePosition);
+    event.deltaY = notches;
+    frame->dispatchEvent(event);
+    return event.consumed;
 }
 
 // A right press where no view is, that is on the picture itself.

@@ -61,6 +61,9 @@ class CFrame final : public CViewContainer {
     bool endModalViewSession(ModalViewSessionID session) { return input_.endModal(session); }
     CView* getModalView() const { return input_.modalView(); }
 
+    // Delivers an event that did not come through the window; positions are unzoomed.
+    void dispatchEvent(Event& event) { input_.deliver(event); }
+
     // Runs the function when the event that is handled now is done; false outside one.
     bool doAfterEventProcessing(std::function<void()>&& function);
 

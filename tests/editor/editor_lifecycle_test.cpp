@@ -133,6 +133,15 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(picture(30), linked);  // nothing marks it
     EXPECT_NE(picture(60), linked);
 
+    // A button is lit where the sound is on.
+    ASSERT_TRUE(
+        open(std::string(kKnob) + R"(<onoff x="50" y="0" id="17" bitmap_handle="20x40.png"/>)"));
+    for (const auto& [value, shown] : {std::pair(0.5f, 0.0f), {0.51f, 1.0f}, {1.0f, 1.0f}}) {
+        instrument.setParameter(17, value);
+        idle();
+        EXPECT_EQ(viewAs<CControl>(1)->getValue(), shown);
+    }
+
     // A control in the musician's hand is not moved, and follows afterwards.
     headless::press(frame(), {20, 20});
     instrument.setParameter(1, 1.0f);

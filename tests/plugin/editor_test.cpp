@@ -1,4 +1,5 @@
 // The editor through the instance's dispatcher, as a host drives it.
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -197,6 +198,59 @@ TEST_F(HostedEditor, ShowsNotesAndRenamesPrograms) {
     char name[64] = {};
     dispatch(effGetProgramName, 0, name);
     EXPECT_STREQ(name, "Solina");
+}
+
+TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
+    const auto key = [this](VstInt32 opcode, VstInt32 character, VstIntPtr virt, float modifiers) {
+        return record_->dispatcher(record_, opcode, character, virt, nullptr, modifiers);
+    };
+    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);
+    ASSERT_EQ(open(), 1);
+    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);  // the host's own: nothing has the focus
+    headless::click(frame(), CPoint(150, 60));
+    headless::click(frame(), CPoint(150, 60), VSTGUI::kLButton | VSTGUI::kDoubleClick);
+    const struct {
+        VstInt32 character;
+        VstIntPtr virt;
+        float modifiers;
+    } typed[] = {{'S', 0, MODIFIER_SHIFT}, {'O', 0, 0}, {'x', 0, 0},
+                 {0, VKEY_BACK, 0},        {'l', 0, 0}, {' ', VKEY_SPACE, 0},
+                 {0, VKEY_NUMPAD9 - 2, 0}, {'_', 0, 0}};
+    for (const auto& row : typed) {
+        EXPECT_EQ(key(effEditKeyDown, row.character, row.virt, row.modifiers), 1);
+        EXPECT_EQ(key(effEditKeyUp, row.character, row.virt, row.modifiers), 1);
+    }
+    EXPECT_EQ(key(effEditKeyDown, 0, VKEY_RETURN, 0), 1);
+    char name[64] = {};
+    dispatch(effGetProgramName, 0, name);
+    EXPECT_STREQ(name, "Sol 7_");
+
+    headless::click(frame(), CPoint(20, 39));
+    told();
+    EXPECT_EQ(key(effEditKeyDown, 0, VKEY_UP, 0), 1);
+    EXPECT_EQ(told().substr(0, 19), "begin 1 automate 1=");
+    EXPECT_EQ(key(effEditKeyDown, ' ', VKEY_SPACE, 0), 0);  // transport stays the host's
+}
+
+TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {
+    const auto wheel = [this](float clicks) {
+        return synth_->onWheelMessage(fourCharCode("stCA"), fourCharCode("Whee"), nullptr, clicks);
+    };
+    EXPECT_EQ(wheel(1), 0);
+    ASSERT_EQ(open(), 1);
+    idle();
+    EXPECT_EQ(wheel(1), 0);
+    headless::move(frame(), CPoint(20, 20), 0);
+    told();
+    EXPECT_EQ(wheel(2), 1);
+    EXPECT_EQ(told(), "begin 1 automate 1=0.700 ");
+    EXPECT_EQ(wheel(-1), 1);
+    clock_.run(frame(), 600);
+    EXPECT_EQ(told(), "automate 1=0.600 end 1 ");
+    EXPECT_EQ(wheel(NAN), 0);
+    headless::leave(frame());
+    EXPECT_EQ(wheel(1), 0);
+    EXPECT_EQ(told(), "");
 }
 
 TEST_F(HostedEditor, AsksTheHostForTheZoomedSize) {
