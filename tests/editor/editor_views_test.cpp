@@ -206,6 +206,18 @@ TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
     EXPECT_FALSE(edit.showsSkin());
     EXPECT_EQ(pixel(599, 0), CColor(201, 201, 255));
     EXPECT_EQ(pixel(25, 86), CColor(128, 128, 255));
+    std::string lines;
+    frame().forEachChild([&lines](CView* line) {
+        const std::string text = dynamic_cast<CTextLabel&>(*line).getText().getString();
+        if (text.rfind("for example ", 0) != 0) lines += text + '\n';
+    });
+    EXPECT_EQ(lines,
+              "The plugin is not installed correctly, some files are missing.\n"
+              "Please find the \"Tembrilon Data\" folder and type the full path of this plug-in's "
+              "files,\n\n"
+              "Alternatively you may place the files along with the DLL in the VSTplugins folder.\n"
+              "Press Enter and reload the plugin.\n"
+              "Enter here the full path to your Tembrilon Data folder\n");
 
     const auto kept = [] { return state::settings().read("DataPath"); };
     click(100, 90);
@@ -231,8 +243,8 @@ TEST_F(EditorTest, ThePathThatCannotBeKeptIsSaid) {
     click(100, 90);
     type("x");
     press(VirtualKey::Return);
-    const auto* const title = viewAs<CTextLabel>(0);
-    EXPECT_STREQ(title->getText(), "Not Saved!");
+    EXPECT_STREQ(viewAs<CTextLabel>(0)->getText(), "Not Saved!");
+    EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(), "Registry Can't be written");
     EXPECT_NE(look(), before);
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "editor/skin_report.h"
+#include "platform/file.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ SkinSummary summaryOf(const std::string& skin) {
                                             "vswitch", "hswitch", "optionmenu"};
     SkinSummary summary;
     std::ostringstream out;
-    summary.complaints = editor::reportSkin(QUARZEL_SKINS + skin + '/', out);
+    summary.complaints = editor::reportSkin(QUARZEL_SKINS + skin + platform::kSeparator, out);
     summary.report = out.str();
     std::istringstream lines(summary.report);
     for (std::string line; std::getline(lines, line);) {
