@@ -1,4 +1,6 @@
 // The editor's own views: what they show, and what their gestures do.
+#include <functional>
+
 #include "editor/about_view.h"
 #include "editor/note_display.h"
 #include "editor/presets_display.h"
@@ -194,6 +196,27 @@ TEST_F(EditorTest, MetersShowTheOutputLevel) {
     idle();
     EXPECT_EQ(pixel(5, 35), kGreenCColor);
     EXPECT_EQ(pixel(5, 5), kBlueCColor);
+}
+
+TEST_F(EditorTest, AnUnreadableSkinIsMissing) {
+    const std::string folder = module.path() + "skin";
+    const std::function<void()> damages[] = {
+        [] {},  // the pictures alone
+        [&] { module.write("skin/skin.xml", "<GUI>"); },
+        [&] { std::filesystem::create_directories(folder + "/skin.xml"); },
+        [&] { std::filesystem::remove_all(folder); },
+    };
+    for (const auto& damage : damages) {
+        std::filesystem::remove_all(folder + "/skin.xml");
+        damage();
+        editor::setSkinMissing(false);
+        ASSERT_TRUE(edit.open(&instrument));
+        EXPECT_TRUE(editor::isSkinMissing());
+        EXPECT_FALSE(edit.showsSkin());
+        EXPECT_EQ(edit.getRect().right, 600);
+        edit.close();
+    }
+    EXPECT_TRUE(messages.all.empty());
 }
 
 TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
