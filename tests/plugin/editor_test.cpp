@@ -14,6 +14,7 @@
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
 #include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
@@ -60,21 +61,7 @@ class HostedEditor : public testing::Test {
         dispatch(effEditIdle);
         dispatch(effEditIdle);
     }
-    void send(int status, int data1, int data2) {
-        VstMidiEvent midi = {};
-        midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(status);
-        midi.midiData[1] = static_cast<char>(data1);
-        midi.midiData[2] = static_cast<char>(data2);
-        VstEvents list = {};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
-        float left[64];
-        float right[64];
-        float* outputs[] = {left, right};
-        synth_->processReplacing(nullptr, outputs, 64);
-    }
+    void send(int status, int data1, int data2) { playMessage(*synth_, status, data1, data2); }
     // The automation calls since the last look.
     std::string told() {
         std::string told;

@@ -1,6 +1,4 @@
 // Editors that come and go while another thread renders; run it under the thread sanitizer, too.
-#include <algorithm>
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -16,32 +14,12 @@
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
-#include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 #include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
-
-constexpr int kBlock = 64;
-
-using Block = std::array<float, 2 * kBlock>;
-
-Block render(plugin::VstSynth& synth, int status, int data1, int data2) {
-    VstMidiEvent midi = {};
-    midi.type = kVstMidiType;
-    midi.midiData[0] = static_cast<char>(status);
-    midi.midiData[1] = static_cast<char>(data1);
-    midi.midiData[2] = static_cast<char>(data2);
-    VstEvents list = {};
-    list.numEvents = 1;
-    list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-    synth.processEvents(&list);
-    Block block;
-    float* outputs[] = {block.data(), block.data() + kBlock};
-    synth.processReplacing(nullptr, outputs, kBlock);
-    return block;
-}
 
 // The folder of a library with one skin, whose views look at all that the audio thread writes.
 class Threads : public testing::Test {
@@ -74,7 +52,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     std::thread audio([&] {
         while (!finished) {
             // A controller that is bound: the audio thread sets parameters.
-            for (const auto& synth : synths) render(*synth, 0xB0, 74, blocks % 128);
+            for (const auto& synth : synths) playMessage(*synth, 0xB0, 74, blocks % 128);
             ++blocks;
         }
     });
@@ -94,10 +72,10 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
 }
 
 // A chord that grows by a note every 20 blocks.
-Block playChord(plugin::VstSynth& synth, std::size_t block) {
+MidiBlock playChord(plugin::VstSynth& synth, std::size_t block) {
     const int note = static_cast<int>(block / 20);
     const bool begins = block % 20 == 0 && note < 12;
-    return render(synth, begins ? 0x90 : 0xA0, 48 + 5 * (note % 12), 100);
+    return playMessage(synth, begins ? 0x90 : 0xA0, 48 + 5 * (note % 12), 100);
 }
 
 TEST_F(Threads, EditorsInWindowsCostNoBlock) {
@@ -105,7 +83,7 @@ TEST_F(Threads, EditorsInWindowsCostNoBlock) {
     if (!windows[0].isOpen()) GTEST_SKIP() << "needs a desktop; on Linux Xvfb and xdotool";
     const auto makeSynth = [] { return std::make_unique<plugin::VstSynth>(nullptr); };
     const std::unique_ptr<plugin::VstSynth> synths[] = {makeSynth(), makeSynth()};
-    std::vector<Block> heard[2];
+    std::vector<MidiBlock> heard[2];
     std::atomic<bool> finished{false};
     std::atomic<int> blocks{0};
     std::thread audio([&] {
@@ -131,8 +109,8 @@ TEST_F(Threads, EditorsInWindowsCostNoBlock) {
     std::size_t silent = 0;
     std::size_t differing = 0;
     for (std::size_t block = 0; block < heard[0].size(); ++block) {
-        const Block wanted = playChord(*undisturbed, block);
-        silent += wanted == Block{};
+        const MidiBlock wanted = playChord(*undisturbed, block);
+        silent += wanted == MidiBlock{};
         differing += (heard[0][block] != wanted) + (heard[1][block] != wanted);
     }
     EXPECT_EQ(silent, 0u);

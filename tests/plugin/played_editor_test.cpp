@@ -1,5 +1,6 @@
 // The delivered skins in a host's window, played with the pointer.
 #include <chrono>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
@@ -17,8 +18,8 @@
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
-#include "plugin/vst_synth.h"
 #include "state/data_folder.h"
+#include "tests/plugin/midi_block.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
@@ -164,19 +165,7 @@ class PlayedEditor : public testing::Test {
         }
     }
     void sendController(int controller, int value) {
-        VstMidiEvent midi = {};
-        midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(0xB0);
-        midi.midiData[1] = static_cast<char>(controller);
-        midi.midiData[2] = static_cast<char>(value);
-        VstEvents list = {};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
-        float left[64];
-        float right[64];
-        float* outputs[] = {left, right};
-        synth_->processReplacing(nullptr, outputs, 64);
+        playMessage(*synth_, 0xB0, controller, value);
     }
 
     HostWindow window_{1280, 800};
