@@ -9,7 +9,6 @@
 #include "editor/skin_missing.h"
 #include "editor/skin_preview.h"
 #include "gui/headless.h"
-#include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
@@ -56,7 +55,6 @@ class HostedEditor : public testing::Test {
     VSTGUI::CFrame& frame() {
         return *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     }
-    VSTGUI::CControl& knob() { return *dynamic_cast<VSTGUI::CControl*>(frame().getView(0)); }
     void idle() {
         dispatch(effEditIdle);
         dispatch(effEditIdle);
@@ -123,47 +121,6 @@ TEST_F(HostedEditor, TellsTheHostOfEveryGesture) {
     headless::release(frame(), CPoint(20, 0));
     EXPECT_EQ(told(), "begin 1 automate 1=0.600 end 1 ");
     EXPECT_FLOAT_EQ(record_->getParameter(record_, 1), 0.6f);
-}
-
-TEST_F(HostedEditor, FollowsAutomationAndPrograms) {
-    ASSERT_EQ(open(), 1);
-    record_->setParameter(record_, 1, 0.25f);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.25f);
-    dispatch(effSetProgram, 5);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.5f);
-    EXPECT_EQ(told(), "");
-}
-
-TEST_F(HostedEditor, LearnsAControllerFromItsMenuToItsFile) {
-    const std::string file =
-        applicationData_.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin";
-    ASSERT_EQ(open(), 1);
-    idle();
-    const auto choose = [this](VSTGUI::VirtualKey entry) {
-        headless::click(frame(), CPoint(20, 20), VSTGUI::kRButton);
-        headless::key(frame(), entry);
-        headless::key(frame(), VSTGUI::VirtualKey::Return);
-    };
-    choose(VSTGUI::VirtualKey::Home);
-    send(0xB3, 74, 127);
-    EXPECT_EQ(record_->getParameter(record_, 1), 1.0f);  // the learnt message counts at once
-    EXPECT_FALSE(platform::fileExists(file));
-    idle();
-    EXPECT_EQ(knob().getValue(), 1.0f);
-    const auto bound = platform::readFile(file, 1000);
-    ASSERT_TRUE(bound);
-    EXPECT_EQ(bound->substr(4, 4), std::string("\x4A\0\0\0", 4));
-    send(0xB0, 74, 0);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.0f);
-
-    choose(VSTGUI::VirtualKey::End);
-    idle();
-    EXPECT_EQ(platform::readFile(file, 1000)->substr(4, 4), "\xFF\xFF\xFF\xFF");
-    send(0xB0, 74, 127);
-    EXPECT_EQ(record_->getParameter(record_, 1), 0.0f);
 }
 
 TEST_F(HostedEditor, ShowsNotesAndRenamesPrograms) {

@@ -208,6 +208,7 @@ TEST_F(PlayedEditor, EveryControlFollowsAutomationAndPrograms) {
     for (const char* const skin : {"skin", "Night"}) {
         SCOPED_TRACE(skin);
         ASSERT_TRUE(openWith(skin));
+        host_.calls.clear();
         dispatch(effSetProgram, 7);
         for (int i = 0; i < state::kNumParams; ++i)
             record_->setParameter(record_, i, static_cast<float>(i + 1) / 43.0f);
@@ -219,6 +220,7 @@ TEST_F(PlayedEditor, EveryControlFollowsAutomationAndPrograms) {
         idle();
         expectControlsToShowTheInstrument();
         EXPECT_NE(controlOf(state::kVolume)->getValue(), 1.0f / 43.0f);
+        EXPECT_EQ(told(), "");
         EXPECT_TRUE(waitFor([this] { return showsItsPicture(); }));
         dispatch(effEditClose);
     }
@@ -237,6 +239,8 @@ TEST_F(PlayedEditor, LearnsAControllerForGoodAndForgetsItForGood) {
     ASSERT_TRUE(open());
     choose(within(*controlOf(kPan), 0.5), 0, 1, HostWindow::kRight);
     sendController(kController, 127);
+    EXPECT_EQ(record_->getParameter(record_, kPan), 1.0f);  // the learnt message counts at once
+    EXPECT_EQ(kept(), "no file");                           // nothing is written while it sounds
     EXPECT_TRUE(knobIs(1.0f));
     EXPECT_EQ(kept(), std::string("\x4A\0\0\0", 4));
     sendController(kController, 0);
@@ -258,6 +262,7 @@ TEST_F(PlayedEditor, LearnsAControllerForGoodAndForgetsItForGood) {
     idle();
     EXPECT_TRUE(knobIs(0.0f));
     makeSynth();
+    ASSERT_NE(record_->getParameter(record_, kPan), 1.0f);
     sendController(kController, 127);
     EXPECT_NE(record_->getParameter(record_, kPan), 1.0f);
 }
