@@ -1,4 +1,5 @@
-// The pictures of one skin load, each read once however many elements name it.
+// The pictures of one skin load, each read once however many elements name it. Beside NAME.png,
+// NAME#2.0x.png may hold the same picture in double size, for larger views.
 #pragma once
 
 #include <map>

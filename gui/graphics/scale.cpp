@@ -1,74 +1,87 @@
-// Enlarges a finished picture smoothly.
+// Draws a picture larger or smaller than it is.
 #include "gui/graphics/scale.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <vector>
 
 namespace VSTGUI {
 namespace {
 
-// Where a target pixel's middle falls: between source pixels `first` and `second`, `weight` / 256
-// of the way.
-struct Tap {
-    int first;
-    int second;
-    uint32_t weight;
+constexpr double kLargestStep = 3;
+constexpr uint32_t kWhole = 256;
+
+// Up to four neighbours along one axis and their weights, kWhole together.
+struct Taps {
+    std::array<int, 4> at;
+    std::array<uint32_t, 4> weight;
 };
 
-Tap tapFor(int position, int sourceLength, int targetLength) {
-    const int64_t middle =
-        (int64_t{2} * position + 1) * sourceLength * 128 / targetLength - 128;  // in 1/256
-    const int64_t inside = std::clamp<int64_t>(middle, 0, int64_t{sourceLength - 1} * 256);
-    const int first = static_cast<int>(inside >> 8);
-    return {first, std::min(first + 1, sourceLength - 1), static_cast<uint32_t>(inside & 255)};
+// For the buffer's pixel `position`: a window as wide as the pixel, or as one of the picture where
+// that is wider, and how much of it each of the picture's pixels covers.
+Taps tapsFor(int position, double origin, double step, int first, int last) {
+    const double width = std::clamp(step, 1.0, kLargestStep);
+    const double start = (position + 0.5 - origin) * step - width / 2;
+    const double begin = std::floor(start);
+    Taps taps;
+    uint32_t before = 0;
+    for (int i = 0; i < 4; ++i) {
+        const double covered = std::clamp((begin + i + 1 - start) / width, 0.0, 1.0);
+        const auto upTo = static_cast<uint32_t>(covered * kWhole + 0.5);
+        taps.at[i] = static_cast<int>(std::clamp<double>(begin + i, first, last));
+        taps.weight[i] = upTo - before;
+        before = upTo;
+    }
+    return taps;
 }
 
-// Two bytes at a time: each of a pixel's channels mixed by weight / 256.
-uint32_t mixed(uint32_t a, uint32_t b, uint32_t weight) {
-    constexpr uint32_t kEven = 0x00FF00FF;
-    const uint32_t keep = 256 - weight;
-    const uint32_t even = ((a & kEven) * keep + (b & kEven) * weight + 0x00800080) >> 8 & kEven;
-    const uint32_t odd =
-        ((a >> 8 & kEven) * keep + (b >> 8 & kEven) * weight + 0x00800080) & ~kEven;
-    return even | odd;
+// The four bytes of a pixel in the even bytes of a wide word: they are weighed and added at once.
+uint64_t spread(uint32_t pixel) {
+    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
+}
+
+uint64_t rounded(uint64_t sums) {
+    return (sums + 0x0080008000800080u) >> 8 & 0x00FF00FF00FF00FFu;
+}
+
+uint32_t gathered(uint64_t bytes) {
+    return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
+}
+
+uint32_t mixed(const PixelBuffer& picture, const Taps& column, const Taps& line) {
+    uint64_t sum = 0;
+    for (int j = 0; j < 4; ++j) {
+        if (line.weight[j] == 0) continue;
+        const uint32_t* const row = picture.row(line.at[j]);
+        uint64_t across = 0;
+        for (int i = 0; i < 4; ++i) across += spread(row[column.at[i]]) * column.weight[i];
+        sum += rounded(across) * line.weight[j];
+    }
+    return gathered(rounded(sum));
 }
 
 }  // namespace
 
-int zoomedLength(int length, double zoom) {
-    return nearestPixel(length * zoom);
-}
+void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture,
+                 const IntRect& part, double x, double y, double step, uint32_t alpha) {
+    const IntRect source = part.common(picture.bounds());
+    const IntRect there{nearestPixel(x + source.left / step), nearestPixel(y + source.top / step),
+                        nearestPixel(x + source.right / step),
+                        nearestPixel(y + source.bottom / step)};
+    const IntRect area = there.common(clip).common(buffer.bounds());
+    if (source.isEmpty() || area.isEmpty() || alpha == 0) return;
 
-IntRect zoomedArea(const IntRect& area, const PixelBuffer& source, const PixelBuffer& target) {
-    if (source.width() == 0 || source.height() == 0) return {};
-    // A pixel reaches half a source pixel beyond its own edges; a whole one covers the rounding.
-    const auto low = [](int edge, int64_t from, int64_t to) {
-        return static_cast<int>((edge - 1) * to / from) - 1;
-    };
-    const auto high = [](int edge, int64_t from, int64_t to) {
-        return static_cast<int>((edge + 1) * to / from) + 1;
-    };
-    const IntRect touched{low(area.left, source.width(), target.width()),
-                          low(area.top, source.height(), target.height()),
-                          high(area.right, source.width(), target.width()),
-                          high(area.bottom, source.height(), target.height())};
-    return touched.common(target.bounds());
-}
-
-void scaleArea(const PixelBuffer& source, PixelBuffer& target, const IntRect& area) {
-    if (area.isEmpty() || source.bounds().isEmpty()) return;
-    std::vector<Tap> columns;
-    for (int x = area.left; x < area.right; ++x)
-        columns.push_back(tapFor(x, source.width(), target.width()));
-    for (int y = area.top; y < area.bottom; ++y) {
-        const Tap rows = tapFor(y, source.height(), target.height());
-        const uint32_t* const upper = source.row(rows.first);
-        const uint32_t* const lower = source.row(rows.second);
-        uint32_t* const to = target.row(y) + area.left;
-        for (size_t i = 0; i < columns.size(); ++i) {
-            const Tap& tap = columns[i];
-            to[i] = mixed(mixed(upper[tap.first], upper[tap.second], tap.weight),
-                          mixed(lower[tap.first], lower[tap.second], tap.weight), rows.weight);
+    std::vector<Taps> columns;
+    columns.reserve(static_cast<size_t>(area.width()));
+    for (int column = area.left; column < area.right; ++column)
+        columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
+    for (int line = area.top; line < area.bottom; ++line) {
+        const Taps rows = tapsFor(line, y, step, source.top, source.bottom - 1);
+        uint32_t* to = buffer.row(line) + area.left;
+        for (const Taps& column : columns) {
+            *to = over(faded(mixed(picture, column, rows), alpha), *to);
+            ++to;
         }
     }
 }

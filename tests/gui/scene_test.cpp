@@ -37,7 +37,7 @@ class Scene : public GuiTest {
         menu->setCurrent(4);
         frame->idle();
     }
-    uint64_t shown() { return headless::hashOf(headless::shownPixels(*frame)); }
+    uint64_t shown() { return headless::hashOf(headless::picture(*frame)); }
 
     COptionMenu* menu;
 };
