@@ -260,7 +260,7 @@ TEST(Scaling, MixesNeighboursWhenLargerAndAllThatIsCoveredWhenSmaller) {
     const PixelBuffer larger = scaled(source, 0.5, source.bounds());
     EXPECT_EQ(larger.at(0, 0), 0xFF000000u);
     EXPECT_EQ(larger.at(1, 1), 0xFF404040u);
-    EXPECT_EQ(larger.at(2, 1), 0xFFC0C0C0u);
+    EXPECT_EQ(larger.at(2, 1), 0xFFBFBFBFu);
     EXPECT_EQ(larger.at(3, 0), 0xFFFFFFFFu);
     PixelBuffer four(4, 2);
     for (int x = 0; x < 4; ++x) four.row(0)[x] = four.row(1)[x] = x < 2 ? 0xFF000000 : 0xFF808080;
@@ -309,8 +309,7 @@ TEST(Bitmap, IsDrawnFromTheSharpnessThatFitsTheZoom) {
     }
 }
 
-TEST(Drawing, IsSharpAtEveryZoom) {
-    init(nullptr);
+TEST_F(Drawing, IsSharpAtAnyZoom) {
     PixelBuffer zoomed(90, 60);
     PixelBuffer large(90, 60);
     const auto draw = [](PixelBuffer& buffer, double zoom, double size) {
@@ -327,7 +326,6 @@ TEST(Drawing, IsSharpAtEveryZoom) {
     draw(zoomed, 2, 1);
     draw(large, 1, 2);
     EXPECT_EQ(headless::hashOf(zoomed), headless::hashOf(large));
-    exit();
 }
 
 }  // namespace
