@@ -10,12 +10,13 @@ namespace VSTGUI {
 namespace {
 
 constexpr double kLargestStep = 3;
+constexpr int kMostTaps = 4;  // of one axis: so many pixels a window of that width can touch
 constexpr uint32_t kWhole = 256;
 
-// Up to four neighbours along one axis and their weights, kWhole together.
+// Neighbours along one axis and their weights, kWhole together.
 struct Taps {
-    std::array<int, 4> at;
-    std::array<uint32_t, 4> weight;
+    std::array<int, kMostTaps> at;
+    std::array<uint32_t, kMostTaps> weight;
 };
 
 // For the buffer's pixel `position`: a window as wide as the pixel, or as one of the picture where
@@ -26,7 +27,7 @@ Taps tapsFor(int position, double origin, double step, int first, int last) {
     const double begin = std::floor(start);
     Taps taps;
     uint32_t before = 0;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < kMostTaps; ++i) {
         const double covered = std::clamp((begin + i + 1 - start) / width, 0.0, 1.0);
         const auto upTo = static_cast<uint32_t>(covered * kWhole + 0.5);
         taps.at[i] = static_cast<int>(std::clamp<double>(begin + i, first, last));
@@ -49,17 +50,43 @@ uint32_t gathered(uint64_t bytes) {
     return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
 }
 
-uint32_t mixed(const PixelBuffer& picture, const Taps& column, const Taps& line) {
-    uint64_t sum = 0;
-    for (int j = 0; j < 4; ++j) {
-        if (line.weight[j] == 0) continue;
-        const uint32_t* const row = picture.row(line.at[j]);
-        uint64_t across = 0;
-        for (int i = 0; i < 4; ++i) across += spread(row[column.at[i]]) * column.weight[i];
-        sum += rounded(across) * line.weight[j];
+// Rows of the picture that have been scaled across, each made once: the lines of the buffer ask for
+// them from above to below.
+class AcrossRows {
+  public:
+    AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)
+        : picture_(picture), columns_(columns), tapCount_(tapCount) {
+        made_.fill(-1);
+        for (auto& row : rows_) row.resize(columns.size());
     }
-    return gathered(rounded(sum));
-}
+
+    const uint64_t* row(int y) {
+        const int slot = y % kMostTaps;
+        if (made_[slot] != y) {
+            tapCount_ == 2 ? make<2>(y, rows_[slot]) : make<kMostTaps>(y, rows_[slot]);
+            made_[slot] = y;
+        }
+        return rows_[slot].data();
+    }
+
+  private:
+    template <int kTaps>
+    void make(int y, std::vector<uint64_t>& row) const {
+        const uint32_t* const from = picture_.row(y);
+        for (size_t x = 0; x < row.size(); ++x) {
+            const Taps& taps = columns_[x];
+            uint64_t sum = 0;
+            for (int i = 0; i < kTaps; ++i) sum += spread(from[taps.at[i]]) * taps.weight[i];
+            row[x] = rounded(sum);
+        }
+    }
+
+    const PixelBuffer& picture_;
+    const std::vector<Taps>& columns_;
+    const int tapCount_;
+    std::array<std::vector<uint64_t>, kMostTaps> rows_;
+    std::array<int, kMostTaps> made_;
+};
 
 }  // namespace
 
@@ -76,12 +103,18 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
     columns.reserve(static_cast<size_t>(area.width()));
     for (int column = area.left; column < area.right; ++column)
         columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
+    const int tapCount = step <= 1 ? 2 : kMostTaps;
+    AcrossRows across(picture, columns, tapCount);
     for (int line = area.top; line < area.bottom; ++line) {
-        const Taps rows = tapsFor(line, y, step, source.top, source.bottom - 1);
-        uint32_t* to = buffer.row(line) + area.left;
-        for (const Taps& column : columns) {
-            *to = over(faded(mixed(picture, column, rows), alpha), *to);
-            ++to;
+        const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
+        std::array<const uint64_t*, kMostTaps> rows{};
+        for (int i = 0; i < tapCount; ++i) rows[i] = across.row(taps.at[i]);
+        uint32_t* const to = buffer.row(line) + area.left;
+        for (size_t column = 0; column < columns.size(); ++column) {
+            uint64_t sum = 0;
+            for (int i = 0; i < tapCount; ++i) sum += rows[i][column] * taps.weight[i];
+            const uint32_t pixel = gathered(rounded(sum));
+            to[column] = over(alpha == 255 ? pixel : faded(pixel, alpha), to[column]);
         }
     }
 }
