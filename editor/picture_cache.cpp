@@ -23,27 +23,36 @@ std::string doubleName(const std::string& fileName) {
     return fileName.substr(0, end) + kDoubleSuffix + fileName.substr(end);
 }
 
-// A double picture that is damaged or has another size is as good as none.
-VSTGUI::SharedPointer<VSTGUI::CBitmap> loadPicture(const std::string& folder,
-                                                   const std::string& fileName) {
-    const auto pixels = readPixels(folder + fileName);
+}  // namespace
+
+VSTGUI::SharedPointer<VSTGUI::CBitmap> PictureCache::load(const std::string& fileName) const {
+    const auto pixels = readPixels(folder_ + fileName);
     if (!pixels) return nullptr;
     auto picture = VSTGUI::makeOwned<VSTGUI::CBitmap>(pixels);
-    const auto twice = readPixels(folder + doubleName(fileName));
-    const VSTGUI::CPoint size = picture->getSize();
-    if (!twice || twice->getSize() != VSTGUI::CPoint(size.x * kDouble, size.y * kDouble))
-        return picture;
-    twice->setScaleFactor(kDouble);
-    picture->addBitmap(twice);
+    if (readsDoubles_) addDouble(*picture, fileName);
     return picture;
 }
 
-}  // namespace
+// One that is damaged or has another size is as good as none.
+void PictureCache::addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) const {
+    const auto pixels = readPixels(folder_ + doubleName(fileName));
+    const VSTGUI::CPoint size = picture.getSize();
+    if (!pixels || pixels->getSize() != VSTGUI::CPoint(size.x * kDouble, size.y * kDouble)) return;
+    pixels->setScaleFactor(kDouble);
+    picture.addBitmap(pixels);
+}
 
 VSTGUI::CBitmap* PictureCache::find(const std::string& fileName) {
     const auto known = pictures_.find(fileName);
     if (known != pictures_.end()) return known->second.get();
-    return pictures_.emplace(fileName, loadPicture(folder_, fileName)).first->second.get();
+    return pictures_.emplace(fileName, load(fileName)).first->second.get();
+}
+
+void PictureCache::readDoubles() {
+    if (readsDoubles_) return;
+    readsDoubles_ = true;
+    for (const auto& [fileName, picture] : pictures_)
+        if (picture) addDouble(*picture, fileName);
 }
 
 }  // namespace editor

@@ -100,7 +100,7 @@ std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int z
     PreviewHost host;
     PreviewEditor editor(host, skinFolder);
     if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
-    editor.getFrame()->setZoom(zoom / 100.0);  // not the one in the settings
+    editor.showAt(zoom / 100.0);  // not at the zoom in the settings
     editor.idle();
     return VSTGUI::headless::picture(*editor.getFrame());
 }

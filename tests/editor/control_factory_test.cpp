@@ -108,7 +108,7 @@ TEST_F(EditorTest, LargerViewsShowADoublePictureThatIsSoundAndOfTwiceTheSize) {
         ASSERT_TRUE(open(kElement));
         EXPECT_EQ(view(0)->getViewSize(), CRect(50, 60, 60, 65));
         EXPECT_EQ(pixel(55, 62), kRedCColor);
-        frame().setZoom(2);
+        edit.showAt(2);
         EXPECT_EQ(pixel(100, 120), row.shown ? kBlueCColor : kRedCColor);
         EXPECT_EQ(pixel(119, 129), row.shown ? kBlueCColor : kRedCColor);
     }
