@@ -16,8 +16,7 @@
 namespace VSTGUI {
 namespace {
 
-constexpr double kLargestSize =
-    512;  // unzoomed pixels; keeps glyph bitmaps small whatever a skin asks
+constexpr double kLargestSize = 512;  // before zooming; keeps glyph bitmaps small
 
 // One embedded face at one size.
 class SizedFace {
