@@ -187,11 +187,22 @@ void xmlGuiEditor::openZoomMenu(const CPoint& where) {
 void xmlGuiEditor::zoomTo(int percent) {
     if (!frame) return;
     keepZoom(percent);
-    const double zoom = percent / 100.0;
-    setRect(size_.x * zoom, size_.y * zoom);
-    frame->setZoom(zoom);
+    showAt(percent / 100.0);
     const EditorRect rect = getRect();
     host_.sizeWindow(rect.right, rect.bottom);
+}
+
+void xmlGuiEditor::showAt(double zoom) {
+    setRect(size_.x * zoom, size_.y * zoom);
+    preparePictures(zoom);
+    frame->setZoom(zoom);
+}
+
+// The double pictures take memory and time that only larger views repay.
+void xmlGuiEditor::preparePictures(double zoom) {
+    if (zoom <= 1) return;
+    if (build_) build_->pictures.readDoubles();
+    if (pictures_) pictures_->readDoubles();
 }
 
 }  // namespace editor

@@ -39,7 +39,7 @@ class CFrame final : public CViewContainer {
 
     bool getSize(CRect& size) const;  // of the window, zoom included; only while open
     bool setSize(CCoord width, CCoord height);
-    // Scales the finished picture and the pointer's positions, from 1 to 3.
+    // Scales all drawing and the pointer's positions, from 1 to 3.
     bool setZoom(double zoom);
     double getZoom() const { return surface_.zoom(); }
 

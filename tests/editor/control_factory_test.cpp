@@ -92,6 +92,31 @@ TEST_F(EditorTest, MakesTheViewsOfThisInstrument) {
     EXPECT_EQ(view(0)->getViewSize(), CRect(5, 6, 75, 26));
 }
 
+TEST_F(EditorTest, LargerViewsShowADoublePictureThatIsSoundAndOfTwiceTheSize) {
+    const char* const kElement = R"(<onoff x="50" y="60" id="42" bitmap_handle="10x10.png"/>)";
+    struct {
+        const char* file;
+        int width, height;
+        bool shown;
+    } const rows[] = {{"10x10#2.0x.png", 20, 20, true},
+                      {"10x10#2.0x.png", 20, 21, false},
+                      {"10x10#2.0x.png", 10, 10, false},
+                      {"10x10#3.0x.png", 20, 20, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file + std::to_string(row.height));
+        module.write("skin/10x10#2.0x.png", "no picture");
+        editor::writePng(module.path() + "skin/" + row.file,
+                         plainPicture(row.width, row.height, kBlueCColor));
+        ASSERT_TRUE(open(kElement));
+        EXPECT_EQ(view(0)->getViewSize(), CRect(50, 60, 60, 65));
+        EXPECT_EQ(pixel(55, 62), kRedCColor);
+        edit.showAt(2);
+        EXPECT_EQ(pixel(100, 120), row.shown ? kBlueCColor : kRedCColor);
+        EXPECT_EQ(pixel(119, 129), row.shown ? kBlueCColor : kRedCColor);
+    }
+    EXPECT_TRUE(messages.all.empty());
+}
+
 std::vector<std::string> wordsOf(const std::string& list) {
     std::istringstream words(list);
     return {std::istream_iterator<std::string>(words), {}};

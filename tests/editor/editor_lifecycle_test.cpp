@@ -258,14 +258,14 @@ TEST_F(EditorTest, TheGroundAnswersARightClickWithTheZoomSteps) {
     chooseLine(3);
     EXPECT_EQ(instrument.calls(), "size 800 600");
     EXPECT_EQ(edit.getRect().right, 800);
-    EXPECT_EQ(headless::shownPixels(frame()).width(), 800);
+    EXPECT_EQ(headless::picture(frame()).width(), 800);
     EXPECT_EQ(state::settings().read("Zoom"), "200");
     click(40, 40, kRButton);  // on the knob, in the window's pixels
     chooseLine(0);
     EXPECT_EQ(instrument.slot.take(), 1);
 
     openAsWritten();
-    EXPECT_EQ(headless::shownPixels(frame()).width(), 800);
+    EXPECT_EQ(headless::picture(frame()).width(), 800);
     for (const char* const nonsense : {"", "0", "101", "-100", "200 %", "999999999999"}) {
         state::settings().write("Zoom", nonsense);
         EXPECT_EQ(editor::readZoom(), 100) << nonsense;

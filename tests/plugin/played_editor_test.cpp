@@ -81,7 +81,7 @@ class PlayedEditor : public testing::Test {
     }
     // Whether the window shows the frame's pixels at places spread over it.
     bool showsItsPicture() {
-        const PixelBuffer& wanted = headless::shownPixels(frame());
+        const PixelBuffer& wanted = headless::picture(frame());
         for (int y = 7; y < wanted.height(); y += 61)
             for (int x = 5; x < wanted.width(); x += 67)
                 if (window_.pixel(x, y) != (wanted.at(x, y) & 0xFFFFFF)) return false;
