@@ -183,9 +183,12 @@ MessagePicture drawMessage(const std::string& title, const std::string& text, Me
     const SizedFace headingFace(true, false, kHeadingSize);
     const SizedFace textFace(false, false, kTextSize);
     const SizedFace buttonFace(true, false, kTextSize);
-    const Lines heading = wrapped(title, headingFace, kMostHeadingLines);
+    const bool saysItTwice = title == text;
+    const Lines heading =
+        saysItTwice ? Lines() : wrapped(title, headingFace, kMostHeadingLines);
     const int headingHeight = kHeadingLine * static_cast<int>(heading.size());
-    const int around = 2 * kMargin + headingHeight + kTextGap + kButtonGap + kButtonHeight;
+    const int gap = heading.empty() ? 0 : kTextGap;
+    const int around = 2 * kMargin + headingHeight + gap + kButtonGap + kButtonHeight;
     const int fitting = std::max(1, (largestHeight - around) / kTextLine);
     const Lines body = wrapped(text, textFace, static_cast<size_t>(fitting));
 
@@ -194,7 +197,7 @@ MessagePicture drawMessage(const std::string& title, const std::string& text, Me
     const bool hasIcon = icon == MessageIcon::kError;
     const int textLeft = kMargin + (hasIcon ? kIconSize + kIconGap : 0);
     const int bodyHeight = kTextLine * static_cast<int>(body.size());
-    const int contents = std::max(headingHeight + kTextGap + bodyHeight, hasIcon ? kIconSize : 0);
+    const int contents = std::max(headingHeight + gap + bodyHeight, hasIcon ? kIconSize : 0);
 
     MessagePicture picture;
     picture.width = textLeft + column + kMargin;
@@ -208,7 +211,7 @@ MessagePicture drawMessage(const std::string& title, const std::string& text, Me
     if (hasIcon) drawErrorSign(canvas, kMargin, kMargin);
     const int headingEnd =
         canvas.write(heading, headingFace, textLeft, kMargin, kHeadingLine, kHeadingInk);
-    canvas.write(body, textFace, textLeft, headingEnd + kTextGap, kTextLine, kTextInk);
+    canvas.write(body, textFace, textLeft, headingEnd + gap, kTextLine, kTextInk);
     drawButton(canvas, picture.button, buttonFace, buttonPressed);
     return picture;
 }
