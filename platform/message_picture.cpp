@@ -184,8 +184,7 @@ MessagePicture drawMessage(const std::string& title, const std::string& text, Me
     const SizedFace textFace(false, false, kTextSize);
     const SizedFace buttonFace(true, false, kTextSize);
     const bool saysItTwice = title == text;
-    const Lines heading =
-        saysItTwice ? Lines() : wrapped(title, headingFace, kMostHeadingLines);
+    const Lines heading = saysItTwice ? Lines() : wrapped(title, headingFace, kMostHeadingLines);
     const int headingHeight = kHeadingLine * static_cast<int>(heading.size());
     const int gap = heading.empty() ? 0 : kTextGap;
     const int around = 2 * kMargin + headingHeight + gap + kButtonGap + kButtonHeight;
