@@ -133,7 +133,7 @@ void MessageWindow::setProperties(const std::string& title) {
     std::string caption;
     for (size_t position = 0; position < title.size() && caption.size() < 200;)
         caption += utf8::encode(utf8::next(title, position));
-    setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, caption);
+    setText(XCB_ATOM_WM_NAME, atoms_[kUtf8], caption);
     setText(atoms_[kUtf8Name], atoms_[kUtf8], caption);
     const xcb_atom_t protocols[] = {atoms_[kDeleteWindow]};
     setProperty(atoms_[kProtocols], XCB_ATOM_ATOM, protocols);
