@@ -21,8 +21,8 @@ class Toolkit {
     static void pump();
 
   private:
-    static void prepareThread();
-    static void releaseThread();
+    static void setUp();
+    static void tearDown();
 };
 
 }  // namespace editor
