@@ -16,7 +16,8 @@ AEffGUIEditor::~AEffGUIEditor() noexcept {
 bool AEffGUIEditor::openFrame(int width, int height, double zoom, void* parentWindow) {
     toolkit_.emplace();
     frame = new CFrame(CRect(0, 0, width, height), this);
-    if (!frame->open(parentWindow, PlatformType::kDefaultNative, Toolkit::frameConfig())) {
+    if (!Toolkit::hasDisplay() ||
+        !frame->open(parentWindow, PlatformType::kDefaultNative, Toolkit::frameConfig())) {
         AEffGUIEditor::close();
         return false;
     }

@@ -22,6 +22,7 @@ namespace {
 
 using VSTGUI::CPoint;
 namespace headless = VSTGUI::headless;
+using namespace plugin;  // the names of keys
 
 // The library's folder with a skin of one linear knob ("Pan") and a note display.
 class HostedEditor : public testing::Test {
