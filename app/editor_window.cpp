@@ -19,6 +19,8 @@ template <typename Data>
 using Reply = std::unique_ptr<Data, decltype(&std::free)>;
 
 constexpr uint32_t kKeyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+constexpr uint32_t kEvents =
+    kKeyEvents | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr uint16_t kShortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 constexpr int kBareWidth = 480;  // of an instrument without an editor
 constexpr int kBareHeight = 120;
@@ -80,7 +82,7 @@ EditorWindow::~EditorWindow() {
 void EditorWindow::create(int width, int height) {
     const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
     window_ = xcb_generate_id(connection_);
-    const uint32_t values[] = {screen.black_pixel, kKeyEvents | XCB_EVENT_MASK_FOCUS_CHANGE};
+    const uint32_t values[] = {screen.black_pixel, kEvents};
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen.root, 0, 0,
                       static_cast<uint16_t>(width), static_cast<uint16_t>(height), 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,

@@ -33,11 +33,9 @@ std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
         auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
         // JACK without a server only warns, here and whenever it is asked for ports.
         bool hasFailed = false;
-        input->setErrorCallback(
-            [](RtMidiError::Type, const std::string&, void* flag) {
-                *static_cast<bool*>(flag) = true;
-            },
-            &hasFailed);
+        input->setErrorCallback([](RtMidiError::Type, const std::string&,
+                                   void* flag) { *static_cast<bool*>(flag) = true; },
+                                &hasFailed);
         input->getPortCount();
         input->setErrorCallback([](RtMidiError::Type, const std::string&, void*) {});
         return hasFailed ? nullptr : std::move(input);
