@@ -185,13 +185,16 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     }));
 
     // What is typed into the editor is no music.
-    screen.drive("mousemove 150 50 click --repeat 2 --delay 20 1");
-    std::this_thread::sleep_for(300ms);
-    screen.drive("type --delay 50 yyyy");
+    const auto change = [&](const std::string& command) {
+        const auto before = screen.contents(50, 40, 200, 20);
+        screen.drive(command);
+        return waitFor([&] { return screen.contents(50, 40, 200, 20) != before; });
+    };
+    EXPECT_TRUE(change("mousemove 150 50 click --repeat 2 --delay 20 1"));
+    EXPECT_TRUE(change("type --delay 50 yyyy"));
     std::this_thread::sleep_for(500ms);
     EXPECT_TRUE(isSilent());
-    screen.drive("key Return");
-    std::this_thread::sleep_for(100ms);
+    EXPECT_TRUE(change("key Return"));
 
     // A held key repeats itself, and sounds on as if it did not.
     screen.drive("keydown y");
