@@ -125,7 +125,7 @@ void MidiInputs::poll() {
     dropMissing(names);
     for (unsigned number = 0; number < names.size(); ++number) {
         const auto& name = names[number];
-        if (name.find(portName_) == std::string::npos || contains(refused_, name)) continue;
+        if (name.find(portName_) == std::string::npos) continue;
         const auto isThat = [&](const Port& port) { return port.name == name; };
         if (std::none_of(ports_.begin(), ports_.end(), isThat)) open(number, name);
     }
@@ -147,9 +147,11 @@ void MidiInputs::open(unsigned number, const std::string& name) {
         input->openPort(number, "in");
     }
     if (!input || !input->isPortOpen()) {
+        if (contains(refused_, name)) return;
         refused_.push_back(name);
         return say_("The MIDI port " + name + " cannot be opened.");
     }
+    refused_.erase(std::remove(refused_.begin(), refused_.end(), name), refused_.end());
     ports_.push_back({name, lane, std::move(input)});
     say_("Listening to the MIDI port " + name + ".");
 }

@@ -65,7 +65,7 @@ class MidiInputs {
     std::unique_ptr<RtMidiIn> ownPort_;    // for programs that look for a port to send to
     std::unique_ptr<RtMidiIn> directory_;  // asked for names only
     std::vector<Port> ports_;
-    std::vector<std::string> refused_;  // could not be opened: said once
+    std::vector<std::string> refused_;  // could not be opened: said once, tried again
 };
 
 }  // namespace app

@@ -162,7 +162,7 @@ void closeByUser(const std::string& title) {
     message.data.data32[0] = atom("WM_DELETE_WINDOW");
     xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
-    xcb_flush(connection);
+    atom("WM_PROTOCOLS");  // answered after the message was delivered
     xcb_disconnect(connection);
 }
 
