@@ -57,14 +57,14 @@ std::string asciiOf(const std::string& text) {
 EditorWindow::EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard)
     : host_(host), keyboard_(keyboard), connection_(connectToDisplay()) {
     ERect* rect = nullptr;
-    host_.dispatch(effEditGetRect, 0, 0, &rect);
+    askEditor(effEditGetRect, &rect);
     const bool hasSize = rect && rect->right > rect->left && rect->bottom > rect->top;
     create(hasSize ? rect->right - rect->left : kBareWidth,
            hasSize ? rect->bottom - rect->top : kBareHeight);
     setTitle(host_.name());
 
     host_.onSizeWindow([this](int width, int height) { return resize(width, height); });
-    host_.dispatch(effEditOpen, 0, 0, reinterpret_cast<void*>(std::uintptr_t{window_}));
+    askEditor(effEditOpen, reinterpret_cast<void*>(std::uintptr_t{window_}));
     // An instrument that does not know the question answers 0, which means yes.
     tellsWhenItWantsKeys_ = host_.dispatch(effKeysRequired) != 0;
     listenBelow(window_);
@@ -73,10 +73,14 @@ EditorWindow::EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard)
 }
 
 EditorWindow::~EditorWindow() {
-    host_.dispatch(effEditClose);
+    askEditor(effEditClose);
     host_.onSizeWindow(nullptr);
     keyboard_.releaseAll();
     xcb_disconnect(connection_);
+}
+
+void EditorWindow::askEditor(VstInt32 opcode, void* ptr) const {
+    if (host_.hasEditor()) host_.dispatch(opcode, 0, 0, ptr);
 }
 
 void EditorWindow::create(int width, int height) {
@@ -156,7 +160,7 @@ bool EditorWindow::serve(std::chrono::milliseconds patience) {
     }
     // The editor has its own copy of the keys: what it does with them tells whose they are.
     const bool hadKeys = editorWantsKeys();
-    host_.dispatch(effEditIdle);
+    askEditor(effEditIdle);
     const bool editorHasKeys = hadKeys || editorWantsKeys();
     for (std::size_t i = 0; i < events.size(); ++i) {
         if (i + 1 < events.size() && isRepeat(*events[i], *events[i + 1])) {

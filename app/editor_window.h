@@ -35,6 +35,7 @@ class EditorWindow {
     bool resize(int width, int height);
     void listenBelow(xcb_window_t window);
     void handle(const xcb_generic_event_t& event, bool editorHasKeys);
+    void askEditor(VstInt32 opcode, void* ptr = nullptr) const;
     bool editorWantsKeys() const;
     void changeText(xcb_atom_t property, xcb_atom_t type, const std::string& text);
     xcb_atom_t atom(const char* name) const;

@@ -9,8 +9,10 @@ namespace {
 std::atomic<bool> interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free);  // or a signal could not set it
 
-void interrupt(int) {
+// The second time ends the program at once.
+void interrupt(int number) {
     interrupted = true;
+    std::signal(number, SIG_DFL);
 }
 
 }  // namespace

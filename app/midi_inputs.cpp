@@ -110,6 +110,7 @@ void MidiInputs::listenOn(RtMidiIn& input, int lane) {
 }
 
 void MidiInputs::restart() {
+    if (api_ != "jack") return;
     const QuietLibraries quiet;
     dropMissing({});
     ownPort_.reset();
@@ -120,9 +121,9 @@ void MidiInputs::restart() {
 void MidiInputs::poll() {
     if (!directory_) return connect();
     const auto names = portNames(*directory_);
-    const bool allGone = names.empty() && !ports_.empty();
-    if (allGone) return restart();  // the server itself may be gone
+    const bool allGo = names.empty() && !ports_.empty();
     dropMissing(names);
+    if (allGo) return restart();
     for (unsigned number = 0; number < names.size(); ++number) {
         const auto& name = names[number];
         if (name.find(portName_) == std::string::npos) continue;

@@ -34,7 +34,7 @@ class MidiInputs {
 
     // Opens ports that are new and drops those that are gone. To be called about once a second.
     void poll();
-    // Begins anew: the server behind the ports may be another one.
+    // Begins anew where a server stands behind the ports: it may be another one.
     void restart();
 
   private:

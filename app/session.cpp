@@ -121,7 +121,7 @@ void Session::watchAudio() {
     if (output_.isOpen() && !output_.isAlive()) {
         closeAudio();
         say("The audio device is gone.");
-        midi_.restart();  // its server may be the same
+        midi_.restart();
     }
     if (output_.isOpen() || Clock::now() < nextAttempt_) return;
     nextAttempt_ = Clock::now() + kRetryInterval;

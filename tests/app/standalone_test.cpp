@@ -122,7 +122,7 @@ TEST_F(Standalone, PlaysASongAndLeaves) {
 
 TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
     start({"--no-window"});
-    ASSERT_TRUE(says("Playing through")) << program_->output();
+    ASSERT_TRUE(says("Listening")) << program_->output();
     jack_->stop();
     ASSERT_TRUE(says("The audio device is gone.")) << program_->output();
     ASSERT_TRUE(says("No audio (jack: no device).")) << program_->output();
@@ -131,8 +131,7 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
     ASSERT_TRUE(waitFor([&] { return jack_->listen(); })) << program_->output();
     ASSERT_TRUE(waitFor([&] {
         const std::string text = program_->output();
-        return text.rfind("Listening") != std::string::npos &&
-               text.rfind("Listening") > text.rfind("gone");
+        return text.rfind("Listening") > text.rfind("gone");
     })) << program_->output();
     jack_->sendMidi({0x90, 69, 100});
     EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << rms(jack_->heard());
