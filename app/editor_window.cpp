@@ -22,7 +22,8 @@ constexpr uint32_t kKeyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RE
 constexpr uint32_t kEvents =
     kKeyEvents | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr uint16_t kShortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
-constexpr int kBareWidth = 480;  // of an instrument without an editor
+constexpr std::chrono::milliseconds kRepeatGap{5};  // between the two events of a repeat
+constexpr int kBareWidth = 480;                     // of an instrument without an editor
 constexpr int kBareHeight = 120;
 
 xcb_connection_t* connectToDisplay() {
@@ -32,13 +33,28 @@ xcb_connection_t* connectToDisplay() {
     throw render::Error("No window: the X display cannot be opened.");
 }
 
+using Event = Reply<xcb_generic_event_t>;
+
+bool isRelease(const Event& event) {
+    return (event->response_type & 0x7f) == XCB_KEY_RELEASE;
+}
+
 // The server lets a held key go and presses it again in one moment.
-bool isRepeat(const xcb_generic_event_t& first, const xcb_generic_event_t& second) {
-    const auto& up = reinterpret_cast<const xcb_key_release_event_t&>(first);
-    const auto& down = reinterpret_cast<const xcb_key_press_event_t&>(second);
-    return (up.response_type & 0x7f) == XCB_KEY_RELEASE &&
-           (down.response_type & 0x7f) == XCB_KEY_PRESS && up.detail == down.detail &&
-           up.time == down.time;
+bool isRepeat(const Event& first, const Event& second) {
+    const auto& up = reinterpret_cast<const xcb_key_release_event_t&>(*first);
+    const auto& down = reinterpret_cast<const xcb_key_press_event_t&>(*second);
+    return isRelease(first) && (down.response_type & 0x7f) == XCB_KEY_PRESS &&
+           up.detail == down.detail && up.time == down.time;
+}
+
+// Waits that long at most, then adds what has come.
+void readEvents(xcb_connection_t* connection, std::chrono::milliseconds patience,
+                std::vector<Event>& events) {
+    pollfd state = {xcb_get_file_descriptor(connection), POLLIN, 0};
+    poll(&state, 1, static_cast<int>(patience.count()));
+    while (auto* const event = xcb_poll_for_event(connection)) {
+        events.emplace_back(event, &std::free);
+    }
 }
 
 // The core fonts' coding of names: what is outside ASCII becomes a question mark.
@@ -152,22 +168,16 @@ void EditorWindow::setTitle(const std::string& title) {
 }
 
 bool EditorWindow::serve(std::chrono::milliseconds patience) {
-    pollfd state = {xcb_get_file_descriptor(connection_), POLLIN, 0};
-    poll(&state, 1, static_cast<int>(patience.count()));
-    std::vector<Reply<xcb_generic_event_t>> events;
-    while (auto* const event = xcb_poll_for_event(connection_)) {
-        events.emplace_back(event, &std::free);
-    }
+    std::vector<Event> events;
+    readEvents(connection_, patience, events);
+    if (!events.empty() && isRelease(events.back())) readEvents(connection_, kRepeatGap, events);
     // The editor has its own copy of the keys: what it does with them tells whose they are.
     const bool hadKeys = editorWantsKeys();
     askEditor(effEditIdle);
     const bool editorHasKeys = hadKeys || editorWantsKeys();
     for (std::size_t i = 0; i < events.size(); ++i) {
-        if (i + 1 < events.size() && isRepeat(*events[i], *events[i + 1])) {
-            ++i;
-        } else {
-            handle(*events[i], editorHasKeys);
-        }
+        const bool goesOn = i + 1 < events.size() && isRepeat(events[i], events[i + 1]);
+        if (!goesOn) handle(*events[i], editorHasKeys);
     }
     return !isClosed_ && xcb_connection_has_error(connection_) == 0;
 }

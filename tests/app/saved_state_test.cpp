@@ -12,7 +12,7 @@
 
 namespace {
 
-class SavedState : public testing::Test {
+class StandaloneState : public testing::Test {
   protected:
     static constexpr std::size_t kLargest = 1 << 20;
     std::string file() const {
@@ -25,7 +25,7 @@ class SavedState : public testing::Test {
     render::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
 };
 
-TEST_F(SavedState, BringsTheBankAndTheProgramBack) {
+TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
     app::SavedState state(host_);
     state.load();  // nothing there
     host_.setProgram(2);
@@ -40,7 +40,7 @@ TEST_F(SavedState, BringsTheBankAndTheProgramBack) {
     EXPECT_EQ(next.parameter(0), 0.75f);
 }
 
-TEST_F(SavedState, IsWrittenOnlyWhenSomethingHasChanged) {
+TEST_F(StandaloneState, IsWrittenOnlyWhenSomethingHasChanged) {
     app::SavedState state(host_);
     state.save();
     std::filesystem::remove(file());
@@ -51,7 +51,7 @@ TEST_F(SavedState, IsWrittenOnlyWhenSomethingHasChanged) {
     EXPECT_TRUE(platform::fileExists(file()));
 }
 
-TEST_F(SavedState, SetsADamagedFileAside) {
+TEST_F(StandaloneState, SetsADamagedFileAside) {
     app::SavedState state(host_);
     state.save();
     ASSERT_TRUE(platform::writeFile(file(), "no bank"));
@@ -66,7 +66,7 @@ TEST_F(SavedState, SetsADamagedFileAside) {
     EXPECT_EQ(platform::readFile(file() + ".damaged", kLargest), "no bank");
 }
 
-TEST_F(SavedState, SaysThatItHasNoPlace) {
+TEST_F(StandaloneState, SaysThatItHasNoPlace) {
     const platform::ScopedFolders none(folder_.path(), "");
     app::SavedState state(host_);
     state.load();
