@@ -80,6 +80,11 @@ class Standalone : public testing::Test {
     bool says(const std::string& text) {
         return waitFor([&] { return program_->output().find(text) != std::string::npos; });
     }
+    // Sends the note each time: a connection may be new, and its first cycle lost.
+    bool playsAnA() {
+        jack_->sendMidi({0x90, 69, 100});
+        return jack_->listen() && hearsAnA(jack_->heard());
+    }
     std::string savedState() const {
         std::ifstream file(folder_.path() + "Tembrilon/Quarzel Strings/standalone-73656e69.fxb",
                            std::ios::binary);
@@ -97,8 +102,7 @@ TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
     ASSERT_TRUE(says("Listening to the MIDI port listener:keys.")) << program_->output();
     ASSERT_TRUE(waitFor([&] { return jack_->listen(); }));
     EXPECT_TRUE(isSilent());
-    jack_->sendMidi({0x90, 69, 100});
-    EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << rms(jack_->heard());
+    EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
 
     program_->signal(SIGTERM);
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
@@ -133,8 +137,7 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
         const std::string text = program_->output();
         return text.rfind("Listening") > text.rfind("gone");
     })) << program_->output();
-    jack_->sendMidi({0x90, 69, 100});
-    EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << rms(jack_->heard());
+    EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
     program_->signal(SIGTERM);
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
 }
@@ -197,7 +200,7 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
 
     // A held key repeats itself, and sounds on as if it did not.
     screen.drive("keydown y");
-    EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << rms(jack_->heard());
+    EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << program_->output();
     screen.drive("keyup y");
     EXPECT_TRUE(waitFor([&] { return isSilent(); }));
 
