@@ -172,7 +172,6 @@ void AudioOutput::start() {
     try {
         audio_->startStream();
     } catch (const RtAudioError& error) {
-        close();
         throw render::Error("No audio (" + reasonOf(error) + ").");
     }
     seenAt_ = std::chrono::steady_clock::now();

@@ -31,4 +31,11 @@ void MidiInbox::takeInto(std::vector<render::BlockEvent>& events, const BlockWin
     }
 }
 
+void MidiInbox::clear() {
+    Letter letter;
+    for (auto& lane : lanes_) {
+        while (lane.pop(letter)) continue;
+    }
+}
+
 }  // namespace app

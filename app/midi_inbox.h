@@ -36,6 +36,8 @@ class MidiInbox {
     // Audio thread: adds what has arrived to events, sorted by frame, each message as late in the
     // block as it came in the window. What events has no room for stays for the next block.
     void takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window);
+    // While no audio thread runs: forgets what has arrived.
+    void clear();
 
   private:
     struct Letter {

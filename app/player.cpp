@@ -2,20 +2,22 @@
 #include "app/player.h"
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
+#include <utility>
 
 namespace app {
 namespace {
 
 constexpr double kFadeSeconds = 0.02;
-constexpr double kLoadSmoothing = 0.05;  // of a block's load
+constexpr double kLoadSmoothing = 0.05;                                      // of a block's load
+constexpr render::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // pedal and keys up
 
 }  // namespace
 
 Player::Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song)
     : host_(host), inbox_(inbox), song_(song), songHasEnded_(song == nullptr) {
     const std::size_t songEvents = song ? song->events.size() : 0;
-    events_.reserve(songEvents + MidiInbox::kMaxMessagesPerBlock);
+    events_.reserve(songEvents + std::size(kSilence) + MidiInbox::kMaxMessagesPerBlock);
     host.reserveEvents(events_.capacity());
 }
 
@@ -28,6 +30,7 @@ void Player::start() {
         feed_->skipTo(songFrame_);
         ending_.emplace(*song_, rate, std::nullopt);
     }
+    inbox_.clear();
     lastBlock_ = Clock::now();
     host_.resume();
 }
@@ -35,6 +38,7 @@ void Player::start() {
 void Player::stop() {
     host_.suspend();
     load_ = 0.0;
+    wasStopped_ = true;
 }
 
 void Player::render(float* left, float* right, int frames, bool late) {
@@ -59,6 +63,9 @@ void Player::render(float* left, float* right, int frames, bool late) {
 
 void Player::collectEvents(const BlockWindow& window) {
     events_.clear();
+    if (std::exchange(wasStopped_, false)) {
+        for (const auto& message : kSilence) events_.push_back({0, message});
+    }
     if (feed_) {
         const auto& song = feed_->eventsBetween(songFrame_, songFrame_ + window.frames);
         events_.insert(events_.end(), song.begin(), song.end());

@@ -18,7 +18,7 @@ class Player {
     Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song);
 
     // The first before blocks are rendered in the host's format, the second after the last one. A
-    // song goes on where it was.
+    // song goes on where it was; keys that were held or pressed in between are forgotten.
     void start();
     void stop();
 
@@ -49,6 +49,7 @@ class Player {
     int songRate_ = 0;  // that songFrame_ counts in
     std::vector<render::BlockEvent> events_;
     Clock::time_point lastBlock_;
+    bool wasStopped_ = false;
     float gain_ = 1.0f;
 
     std::atomic<bool> fading_{false};

@@ -1,66 +1,14 @@
-// Processes, and a JACK client without a lock.
+// The server as a process, and a JACK client without a lock.
 #include "tests/app/jack_server.h"
 
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
-#include <fcntl.h>
 #include <jack/midiport.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
-
-Program::Program(const std::vector<std::string>& words, std::string outputFile)
-    : outputFile_(std::move(outputFile)) {
-    std::vector<char*> arguments;
-    for (const auto& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
-    arguments.push_back(nullptr);
-    const int file = open(outputFile_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    process_ = fork();
-    if (process_ != 0) {
-        close(file);
-        return;
-    }
-    prctl(PR_SET_PDEATHSIG, SIGTERM);  // also when the test is killed
-    dup2(file, STDOUT_FILENO);
-    dup2(file, STDERR_FILENO);
-    execvp(arguments[0], arguments.data());
-    _exit(127);
-}
-
-Program::~Program() {
-    if (hasEnded()) return;
-    signal(SIGTERM);
-    if (waitForEnd() == -1 && !hasEnded()) {
-        signal(SIGKILL);
-        waitForEnd();
-    }
-}
-
-std::string Program::output() const {
-    std::ifstream file(outputFile_);
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-void Program::signal(int number) const {
-    if (process_ > 0) kill(process_, number);
-}
-
-bool Program::hasEnded() {
-    if (process_ > 0 && waitpid(process_, &status_, WNOHANG) == process_) process_ = -1;
-    return process_ <= 0;
-}
-
-int Program::waitForEnd() {
-    for (int i = 0; i < 2000 && !hasEnded(); ++i) std::this_thread::sleep_for(10ms);
-    return hasEnded() && WIFEXITED(status_) ? WEXITSTATUS(status_) : -1;
-}
 
 JackServer::JackServer(const std::string& folder) {
     if (std::system("command -v jackd >/dev/null") != 0) return;
@@ -71,7 +19,7 @@ JackServer::JackServer(const std::string& folder) {
     jack_set_info_function([](const char*) {});
     const std::vector<std::string> words = {"jackd", "-r", "--no-mlock", "-n", name,  "-d",
                                             "dummy", "-r", "44100",      "-p", "1024"};
-    server_ = std::make_unique<Program>(words, folder + "jackd.log");
+    server_ = std::make_unique<ChildProcess>(words, folder + "jackd.log");
     for (int i = 0; i < 500 && !client_ && !server_->hasEnded(); ++i) {
         std::this_thread::sleep_for(20ms);
         client_ = jack_client_open("listener", JackNoStartServer, nullptr);

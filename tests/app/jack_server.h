@@ -1,8 +1,6 @@
 // A private JACK server for a test, and a client on it that listens and sends MIDI.
 #pragma once
 
-#include <sys/types.h>
-
 #include <array>
 #include <atomic>
 #include <memory>
@@ -12,26 +10,7 @@
 #include <jack/jack.h>
 
 #include "app/spsc_ring.h"
-
-// A program that runs beside the test. Its standard output and error go to a file.
-class Program {
-  public:
-    Program(const std::vector<std::string>& words, std::string outputFile);
-    ~Program();  // ends it by SIGTERM
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    std::string output() const;  // so far
-    void signal(int number) const;
-    // Its exit code; -1 when it has not ended within 20 s, or was ended by a signal.
-    int waitForEnd();
-    bool hasEnded();
-
-  private:
-    pid_t process_ = -1;
-    int status_ = 0;
-    std::string outputFile_;
-};
+#include "tests/app/child_process.h"
 
 // jackd on its dummy driver, in real time but without hardware. Programs that are started later
 // find it by the environment.
@@ -56,7 +35,7 @@ class JackServer {
     void connect();
     static int process(jack_nframes_t frames, void* self);
 
-    std::unique_ptr<Program> server_;
+    std::unique_ptr<ChildProcess> server_;
     jack_client_t* client_ = nullptr;
     jack_port_t* sound_ = nullptr;
     jack_port_t* midi_ = nullptr;

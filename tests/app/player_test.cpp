@@ -60,8 +60,9 @@ TEST(Player, GoesOnInTheSongAtAnotherRate) {
     Rig rig(&song);
     EXPECT_EQ(rig.marks(2), (std::vector<int>{3, 100}));
     rig.player.stop();
+    rig.inbox.post(app::MidiInbox::kPlayerLane, {0x90, 64, 100}, app::Clock::time_point{});
     rig.host.setFormat(2 * kRate, kBlock);
-    rig.player.start();
+    rig.player.start();  // and forgets that key
     EXPECT_EQ(rig.marks(4), (std::vector<int>{2 * (200 - 2 * kBlock)}));
 }
 

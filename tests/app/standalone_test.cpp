@@ -75,7 +75,7 @@ class Standalone : public testing::Test {
         std::vector<std::string> words = {QUARZEL, "--plugin", folder_.path() + "instrument.so",
                                           "--api", "jack"};
         words.insert(words.end(), options.begin(), options.end());
-        program_ = std::make_unique<Program>(words, folder_.path() + "quarzel.log");
+        program_ = std::make_unique<ChildProcess>(words, folder_.path() + "quarzel.log");
     }
     bool says(const std::string& text) {
         return waitFor([&] { return program_->output().find(text) != std::string::npos; });
@@ -94,7 +94,7 @@ class Standalone : public testing::Test {
 
     TemporaryFolder folder_;
     std::unique_ptr<JackServer> jack_;
-    std::unique_ptr<Program> program_;
+    std::unique_ptr<ChildProcess> program_;
 };
 
 TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
