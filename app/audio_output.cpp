@@ -6,7 +6,6 @@
 
 #include <RtAudio.h>
 
-#include "app/quiet_libraries.h"
 #include "render/error.h"
 
 namespace app {
@@ -36,7 +35,6 @@ std::string reasonOf(const RtAudioError& error) {
 }
 
 std::unique_ptr<RtAudio> make(const std::string& api) {
-    const QuietLibraries quiet;
     auto audio = std::make_unique<RtAudio>(RtAudio::getCompiledApiByName(api));
     audio->showWarnings(false);
     return audio;
@@ -48,7 +46,6 @@ struct Output {
 };
 
 std::vector<Output> stereoOutputs(RtAudio& audio) {
-    const QuietLibraries quiet;
     std::vector<Output> outputs;
     const unsigned count = audio.getDeviceCount();
     for (unsigned id = 0; id < count; ++id) {
@@ -148,7 +145,6 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     if (isAlsaDefault) {
         // What the desktop shares; looking at the cards themselves would disturb who plays there.
         options.flags |= RTAUDIO_ALSA_USE_DEFAULT;
-        const QuietLibraries quiet;
         if (audio_->getDeviceCount() == 0) throw render::Error("no device");
         output.info.name = "default";
     } else {
@@ -160,7 +156,6 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     parameters.nChannels = 2;
     auto frames = static_cast<unsigned>(wish.blockSize);
     streamFailed = false;
-    const QuietLibraries quiet;
     audio_->openStream(&parameters, nullptr, RTAUDIO_FLOAT32, rateFor(output.info, wish.rate),
                        &frames, &AudioOutput::called, this, &options,
                        [](RtAudioError::Type, const std::string&) { streamFailed = true; });
@@ -179,7 +174,6 @@ void AudioOutput::start() {
 
 void AudioOutput::close() {
     if (!audio_) return;
-    const QuietLibraries quiet;
     // When a server dies, a thread of RtAudio's own closes the stream: let it finish.
     if (!audio_->isStreamRunning()) std::this_thread::sleep_for(200ms);
     try {

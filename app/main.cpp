@@ -22,5 +22,6 @@ int main(int argc, char** argv) {
     std::signal(SIGTERM, interrupt);
     std::signal(SIGHUP, interrupt);
     std::signal(SIGPIPE, SIG_IGN);  // a server that dies is a device that is gone
-    return app::run(argc, argv, {std::cout, std::cerr, interrupted});
+    std::ostream err(std::cerr.rdbuf());
+    return app::run(argc, argv, {std::cout, err, interrupted});
 }

@@ -5,8 +5,6 @@
 
 #include <RtMidi.h>
 
-#include "app/quiet_libraries.h"
-
 namespace app {
 namespace {
 
@@ -28,7 +26,6 @@ std::vector<std::string> portNames(RtMidiIn& input) {
 
 // Null when the API does not work here.
 std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
-    const QuietLibraries quiet;
     try {
         auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
         // JACK without a server only warns, here and whenever it is asked for ports.
@@ -111,7 +108,6 @@ void MidiInputs::listenOn(RtMidiIn& input, int lane) {
 
 void MidiInputs::restart() {
     if (api_ != "jack") return;
-    const QuietLibraries quiet;
     dropMissing({});
     ownPort_.reset();
     directory_.reset();

@@ -41,7 +41,7 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
 }  // namespace
 
 int run(int argc, const char* const* argv, const Surroundings& surroundings) {
-    silenceSystems();
+    const QuietLibraries quiet;
     try {
         carryOut(parseCommandLine(argc, argv), surroundings);
         return 0;

@@ -1,23 +1,21 @@
 // Keeps the sound libraries from writing to standard error: what they have to say, we say.
 #pragma once
 
-#include <iostream>
+#include <streambuf>
 
 namespace app {
 
-// RtAudio and RtMidi write to std::cerr. User-interface thread, for the scope of one call.
+// For the whole run: RtAudio writes to std::cerr from threads of its own, ALSA and JACK to stderr.
+// Who wants to be read meanwhile writes through another stream.
 class QuietLibraries {
   public:
-    QuietLibraries() : before_(std::cerr.rdbuf(nullptr)) {}
-    ~QuietLibraries() { std::cerr.rdbuf(before_); }
+    QuietLibraries();
+    ~QuietLibraries();
     QuietLibraries(const QuietLibraries&) = delete;
     QuietLibraries& operator=(const QuietLibraries&) = delete;
 
   private:
     std::streambuf* before_;
 };
-
-// Once: ALSA and JACK, which tell every step of a failure.
-void silenceSystems();
 
 }  // namespace app
