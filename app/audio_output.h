@@ -22,8 +22,8 @@ struct AudioWish {
 
 // What was opened.
 struct AudioFormat {
-    std::string api;     // for display
-    std::string device;  // may be empty
+    std::string api;  // for display
+    std::string device;
     int rate;
     int blockSize;
 };

@@ -42,11 +42,11 @@ std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
 }
 
 // Runs on a thread of RtMidi's.
-void receive(double, std::vector<unsigned char>* bytes, MidiInbox& inbox, int lane) {
-    const bool isChannelMessage = !bytes->empty() && (*bytes)[0] >= 0x80 && (*bytes)[0] < 0xf0;
-    if (!isChannelMessage || bytes->size() > 3) return;
+void receive(const std::vector<unsigned char>& bytes, MidiInbox& inbox, int lane) {
+    const bool isChannelMessage = !bytes.empty() && bytes[0] >= 0x80 && bytes[0] < 0xf0;
+    if (!isChannelMessage || bytes.size() > 3) return;
     render::MidiMessage message = {};
-    std::copy(bytes->begin(), bytes->end(), message.begin());
+    std::copy(bytes.begin(), bytes.end(), message.begin());
     inbox.post(lane, message);
 }
 
@@ -99,9 +99,9 @@ std::unique_ptr<RtMidiIn> MidiInputs::makeInput() const {
 
 void MidiInputs::listenOn(RtMidiIn& input, int lane) {
     input.setCallback(
-        [](double time, std::vector<unsigned char>* bytes, void* user) {
+        [](double, std::vector<unsigned char>* bytes, void* user) {
             const auto& receiver = *static_cast<const Receiver*>(user);
-            receive(time, bytes, *receiver.inbox, receiver.lane);
+            receive(*bytes, *receiver.inbox, receiver.lane);
         },
         &receivers_[lane]);
 }

@@ -120,7 +120,8 @@ void Session::run() {
 void Session::watchAudio() {
     if (output_.isOpen() && !output_.isAlive()) {
         closeAudio();
-        say("The audio device is gone.");
+        audioTrouble_ = "The audio device is gone.";
+        say(audioTrouble_);
         midi_.restart();
     }
     if (output_.isOpen() || Clock::now() < nextAttempt_) return;
