@@ -47,6 +47,11 @@ bool AEffGUIEditor::onKey(KeyboardEvent& event) {
     return event.consumed;
 }
 
+bool AEffGUIEditor::wantsKeys() const {
+    if (!frame) return false;
+    return frame->getModalView() || dynamic_cast<const CTextEdit*>(frame->getFocusView());
+}
+
 void AEffGUIEditor::beginEdit(std::int32_t tag) {
     if (host_.isParameter(tag)) host_.beginEdit(tag);
 }
