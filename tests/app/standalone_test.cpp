@@ -65,8 +65,11 @@ class Standalone : public testing::Test {
     void SetUp() override {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
         unsetenv("DISPLAY");
-        // Without a bank and a skin beside it: the default sound.
-        std::filesystem::copy_file(QUARZEL_PLUGIN, folder_.path() + "instrument.so");
+        const std::filesystem::path plugin = QUARZEL_PLUGIN;
+        std::filesystem::copy_file(plugin, folder_.path() + "instrument.so");
+        // Where there is a display, a message about a missing bank would wait for its button.
+        std::filesystem::copy_file(plugin.parent_path() / "default.fxb",
+                                   folder_.path() + "default.fxb");
         jack_ = std::make_unique<JackServer>(folder_.path());
         if (!jack_->isRunning()) GTEST_SKIP() << "needs jackd";
     }
