@@ -41,6 +41,11 @@ void AEffGUIEditor::idle() {
     if (frame) frame->idle();
 }
 
+bool AEffGUIEditor::onKey(KeyboardEvent& event) {
+    if (frame) frame->dispatchEvent(event);
+    return event.consumed;
+}
+
 void AEffGUIEditor::beginEdit(std::int32_t tag) {
     if (host_.isParameter(tag)) host_.beginEdit(tag);
 }

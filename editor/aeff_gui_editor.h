@@ -6,6 +6,7 @@
 
 #include "editor/editor_host.h"
 #include "editor/toolkit.h"
+#include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -35,6 +36,9 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     virtual void idle();
     // A parameter has a new value. Any thread.
     virtual void setParameter(int index) = 0;
+
+    // A key that the host passes on; true when something in the editor used it.
+    bool onKey(VSTGUI::KeyboardEvent& event);
 
     void setKnobMode(int mode) { knobMode_ = mode; }
     std::int32_t getKnobMode() const override { return knobMode_; }

@@ -1,4 +1,5 @@
-// quarzel-skin SKIN-FOLDER [OUT.png]: lists a skin and everything wrong with it, and draws it.
+// quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists a skin and everything wrong with it,
+// and draws it.
 #include <iostream>
 #include <string>
 
@@ -22,13 +23,16 @@ int main(int argc, char** argv) {
     app.add_option("SKIN-FOLDER", folder, "Folder that holds skin.xml and its pictures")
         ->required();
     app.add_option("OUT.png", picture, "Where to write the skin's picture");
+    int zoom = 100;
+    app.add_option("--zoom", zoom, "Percent, from 100 to 300")->check(CLI::Range(100, 300));
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
     folder += '/';
-    const int complaints = picture.empty() ? editor::reportSkin(folder, std::cout)
-                                           : editor::reportAndDrawSkin(folder, picture, std::cout);
+    const int complaints = picture.empty()
+                               ? editor::reportSkin(folder, std::cout)
+                               : editor::reportAndDrawSkin(folder, picture, std::cout, zoom);
     return complaints > 0 ? kComplaints : 0;
 }

@@ -95,11 +95,12 @@ std::vector<std::uint8_t> bytesOf(const VSTGUI::PixelBuffer& picture) {
 
 }  // namespace
 
-std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder) {
+std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int zoom) {
     const VSTGUI::headless::Scope scope;
     PreviewHost host;
     PreviewEditor editor(host, skinFolder);
     if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
+    editor.showAt(zoom / 100.0);  // not at the zoom in the settings
     editor.idle();
     return VSTGUI::headless::picture(*editor.getFrame());
 }
@@ -111,8 +112,8 @@ bool writePng(const std::string& path, const VSTGUI::PixelBuffer& picture) {
                           picture.width() * kChannels) != 0;
 }
 
-int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath,
-                      std::ostream& out) {
+int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath, std::ostream& out,
+                      int zoom) {
     std::ostringstream listing;
     int complaints = reportSkin(skinFolder, listing);
     out << listing.str();
@@ -126,7 +127,7 @@ int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath,
         [&complain](const std::string& title, const std::string& text, platform::MessageIcon) {
             complain(title, text);
         });
-    const auto picture = drawSkin(skinFolder);
+    const auto picture = drawSkin(skinFolder, zoom);
     if (!picture) {
         complain("No picture", skinFolder);
     } else if (!writePng(pngPath, *picture)) {

@@ -76,6 +76,7 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
     build.parentWindow = parentWindow;
     if (runBuild(build, SkinElements::kAll) != SkinLoad::kBuilt) setSkinMissing(true);
     if (build.abandoned) close();
+    if (isOpen()) pictures_ = std::move(build.pictures);
     return !build.abandoned;
 }
 
@@ -115,6 +116,7 @@ void xmlGuiEditor::close() {
         host_.learnSlot().disarm();
     }
     learners_.clear();
+    pictures_.reset();
     AEffGUIEditor::close();
     parameterLinks_.clear();
     controls_.clear();
@@ -179,6 +181,7 @@ bool xmlGuiEditor::makeBackground(const SkinValues& values) {
         build_->abandoned = true;
         return false;
     }
+    preparePictures(zoom);
     frame->setBackground(build_->background);
     frame->registerMouseObserver(this);
     for (const auto& view : build_->waiting) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,9 +42,14 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool open(void* parentWindow) override;
     // Open, and not with the data-folder screen in place of a skin.
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
+    // While open: at this zoom, 1 to 3, whatever the settings say.
+    void showAt(double zoom);
     void close() override;
     void idle() override;
     void setParameter(int index) override { pending_.push(index); }
+    // A turn of the wheel that the host passes on, upwards positive; true when the control under
+    // the pointer used it.
+    bool onWheel(double notches);
     void endEdit(std::int32_t tag) override;
     void valueChanged(VSTGUI::CControl* control) override;
 
@@ -102,10 +108,12 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
     void openZoomMenu(const VSTGUI::CPoint& where);
     void zoomTo(int percent);
+    void preparePictures(double zoom);
 
     SkinChoice skins_;
-    SkinBuild* build_ = nullptr;  // while a skin is being built
-    VSTGUI::CPoint size_;         // of the picture, at 100 percent
+    SkinBuild* build_ = nullptr;            // while a skin is being built
+    std::optional<PictureCache> pictures_;  // of the open skin, when it is built
+    VSTGUI::CPoint size_;                   // of the picture, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
     std::multimap<int, VSTGUI::CControl*> controls_;   // of the frame, by tag

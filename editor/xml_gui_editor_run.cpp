@@ -1,6 +1,7 @@
 // The open editor: what its controls send, and how it follows the instrument.
 #include "editor/xml_gui_editor.h"
 
+#include <cmath>
 #include <vector>
 
 #include "editor/editor_zoom.h"
@@ -108,6 +109,9 @@ void xmlGuiEditor::showValue(CControl& control) {
         menu->setValue(value * static_cast<float>(menu->getNbEntries() - 1));
     } else if (auto* const display = dynamic_cast<CDisplay*>(&control)) {
         display->setText(host_.parameterDisplay(index));
+    } else if (dynamic_cast<COnOffButton*>(&control)) {
+        // It lights at exactly 1 only, the engine switches in the middle.
+        control.setValue(value > 0.5f ? 1.0f : 0.0f);
     } else {
         control.setValue(value);
     }
@@ -150,6 +154,15 @@ void xmlGuiEditor::onMouseExited(CView* view, CFrame*) {
     currentTag_ = kNoTag;
 }
 
+bool xmlGuiEditor::onWheel(double notches) {
+    if (!isOpen() || !currentView_ || !std::isfinite(notches)) return false;
+    MouseWheelEvent event;
+    frame->getCurrentMouseLocation(event.mousePosition);
+    event.deltaY = notches;
+    frame->dispatchEvent(event);
+    return event.consumed;
+}
+
 // A right press where no view is, that is on the picture itself.
 void xmlGuiEditor::onMouseEvent(MouseEvent& event, CFrame* in) {
     if (event.type != EventType::MouseDown || event.consumed || !event.buttonState.isRight())
@@ -174,11 +187,22 @@ void xmlGuiEditor::openZoomMenu(const CPoint& where) {
 void xmlGuiEditor::zoomTo(int percent) {
     if (!frame) return;
     keepZoom(percent);
-    const double zoom = percent / 100.0;
-    setRect(size_.x * zoom, size_.y * zoom);
-    frame->setZoom(zoom);
+    showAt(percent / 100.0);
     const EditorRect rect = getRect();
     host_.sizeWindow(rect.right, rect.bottom);
+}
+
+void xmlGuiEditor::showAt(double zoom) {
+    setRect(size_.x * zoom, size_.y * zoom);
+    preparePictures(zoom);
+    frame->setZoom(zoom);
+}
+
+// The double pictures take memory and time that only larger views repay.
+void xmlGuiEditor::preparePictures(double zoom) {
+    if (zoom <= 1) return;
+    if (build_) build_->pictures.readDoubles();
+    if (pictures_) pictures_->readDoubles();
 }
 
 }  // namespace editor

@@ -31,11 +31,6 @@ const PixelBuffer& picture(CFrame& frame) {
     return frame.surface().picture();
 }
 
-const PixelBuffer& shownPixels(CFrame& frame) {
-    frame.redraw();
-    return frame.surface().shown();
-}
-
 uint64_t hashOf(const PixelBuffer& pixels) {
     uint64_t hash = 0xCBF29CE484222325;
     const auto add = [&hash](uint32_t word) {

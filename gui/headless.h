@@ -20,9 +20,8 @@ bool isActive();
 
 bool open(CFrame& frame);
 
-// Both redraw what is due first. The picture is unzoomed, the shown pixels are what a window shows.
+// What a window shows, redrawn where that is due.
 const PixelBuffer& picture(CFrame& frame);
-const PixelBuffer& shownPixels(CFrame& frame);
 
 // FNV-1a (64 bits) of the size and the pixels.
 uint64_t hashOf(const PixelBuffer& pixels);

@@ -54,6 +54,9 @@ class EditorAdapter final : public AEffEditor {
     void close() override { editor_.close(); }
     bool isOpen() const override { return editor_.isOpen(); }
     void idle() override { editor_.idle(); }
+    bool onKeyDown(const VstKeyCode& key) override;
+    bool onKeyUp(const VstKeyCode& key) override;
+    bool onWheel(float clicks) override { return editor_.onWheel(clicks); }
     bool setKnobMode(VstInt32 mode) override;
     void setParameter(VstInt32 index, float) override { editor_.setParameter(index); }
 

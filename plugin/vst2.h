@@ -271,6 +271,34 @@ struct MidiKeyName {
     VstInt32 flags;
 };
 
+enum VstVirtualKey : VstInt32 {
+    VKEY_BACK = 1,
+    VKEY_TAB,
+    VKEY_CLEAR,
+    VKEY_RETURN,
+    VKEY_PAUSE,
+    VKEY_ESCAPE,
+    VKEY_SPACE,
+    VKEY_NEXT,
+    VKEY_END,
+    VKEY_HOME,
+    VKEY_LEFT,
+    VKEY_UP,
+    VKEY_RIGHT,
+    VKEY_DOWN,
+    VKEY_PAGEUP,
+    VKEY_PAGEDOWN,
+    VKEY_SELECT,
+    VKEY_PRINT,
+    VKEY_ENTER,
+    VKEY_SNAPSHOT,
+    VKEY_INSERT,
+    VKEY_DELETE,
+    VKEY_HELP,
+    VKEY_NUMPAD0,
+    VKEY_NUMPAD9 = VKEY_NUMPAD0 + 9
+};
+
 enum VstModifierKey : VstInt32 {
     MODIFIER_SHIFT = 1 << 0,
     MODIFIER_ALTERNATE = 1 << 1,
@@ -280,7 +308,7 @@ enum VstModifierKey : VstInt32 {
 
 struct VstKeyCode {
     VstInt32 character;      // upper-case ASCII
-    unsigned char virt;      // virtual key number
+    unsigned char virt;      // VstVirtualKey or above; 0 for a plain character
     unsigned char modifier;  // VstModifierKey
 };
 

@@ -9,12 +9,14 @@
 namespace VSTGUI {
 namespace {
 
-constexpr CColor kBackColor(245, 245, 245);
-constexpr CColor kEdgeColor(120, 120, 120);
-constexpr CColor kTextColor(20, 20, 20);
-constexpr CColor kDisabledColor(150, 150, 150);
-constexpr CColor kRuleColor(205, 205, 205);
-constexpr CColor kHighlightColor(56, 117, 215);
+// Neutral and dark, so that it stands on light and on dark skins.
+constexpr CColor kBackColor(35, 34, 33);
+constexpr CColor kEdgeColor(116, 112, 107);
+constexpr CColor kTextColor(240, 236, 228);
+constexpr CColor kDisabledColor(140, 136, 130);
+constexpr CColor kRuleColor(74, 72, 69);
+constexpr CColor kHighlightColor(236, 228, 212);
+constexpr CColor kHighlightedTextColor(24, 22, 20);
 
 constexpr CCoord kRowMargin = 8;    // added to the font's size
 constexpr CCoord kMarkColumn = 18;  // left of the titles
@@ -226,7 +228,7 @@ void MenuView::drawRow(CDrawContext* context, int32_t index, const CRect& row) c
     if (index == highlighted_) {
         context->setFillColor(kHighlightColor);
         context->drawRect(row, kDrawFilled);
-        color = kWhiteCColor;
+        color = kHighlightedTextColor;
     }
     const bool current = index == menu_.getCurrentIndex();
     if (item->isChecked() || (current && (menu_.getStyle() & COptionMenu::kCheckStyle))) {

@@ -1,6 +1,7 @@
 // Draws rectangles, lines, ellipses, text and pictures into a pixel buffer.
 #include "gui/graphics/draw_context.h"
 #include "gui/graphics/bitmap.h"
+#include "gui/graphics/scale.h"
 #include "gui/graphics/shapes.h"
 #include "gui/graphics/text.h"
 
@@ -41,9 +42,20 @@ void walkLine(int x, int y, int toX, int toY, Visit visit) {
 
 }  // namespace
 
-CDrawContext::CDrawContext(PixelBuffer& buffer, const IntRect& area) : buffer_(buffer) {
+CDrawContext::CDrawContext(PixelBuffer& buffer, const IntRect& area, double zoom)
+    : buffer_(buffer), zoom_(zoom) {
     state_.limit = area.common(buffer.bounds());
     state_.clip = state_.limit;
+}
+
+CPoint CDrawContext::placed(const CPoint& point) const {
+    return {(point.x + state_.origin.x) * zoom_, (point.y + state_.origin.y) * zoom_};
+}
+
+CRect CDrawContext::placed(const CRect& rect) const {
+    const CPoint corner = placed(rect.getTopLeft());
+    const CPoint opposite = placed(CPoint(rect.right, rect.bottom));
+    return {corner.x, corner.y, opposite.x, opposite.y};
 }
 
 void CDrawContext::setFont(const CFontRef font, CCoord size, int32_t style) {
@@ -65,7 +77,7 @@ void CDrawContext::setClipRect(const CRect& clip) {
 
 CRect& CDrawContext::getClipRect(CRect& clip) const {
     const IntRect& area = state_.clip;
-    clip = CRect(area.left, area.top, area.right, area.bottom);
+    clip = CRect(area.left / zoom_, area.top / zoom_, area.right / zoom_, area.bottom / zoom_);
     return clip.offsetInverse(state_.origin);
 }
 
@@ -104,7 +116,7 @@ uint32_t CDrawContext::fadedByState(CColor color) const {
 }
 
 int CDrawContext::ringWidth() const {
-    return std::max(1, nearestPixel(state_.lineWidth));
+    return std::max(1, nearestPixel(strokeWidth()));
 }
 
 void CDrawContext::drawRect(const CRect& rect, CDrawStyle style) {
@@ -142,23 +154,24 @@ void CDrawContext::drawShape(const IntRect& bounds, const Shape& outer, const Sh
 void CDrawContext::drawEllipse(const CRect& rect, CDrawStyle style) {
     const CRect outer = placed(rect);
     CRect inner = outer;
-    inner.inset(state_.lineWidth, state_.lineWidth);
+    inner.inset(strokeWidth(), strokeWidth());
     drawShape(allPixelsTouched(outer), Ellipse{outer}, Ellipse{inner}, style);
 }
 
 void CDrawContext::drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle style) {
     const CRect outer = placed(rect);
     CRect inner = outer;
-    inner.inset(state_.lineWidth, state_.lineWidth);
-    const double innerRadius = std::max(radius - state_.lineWidth, 0.0);
-    drawShape(allPixelsTouched(outer), RoundedRect{outer, radius}, RoundedRect{inner, innerRadius},
-              style);
+    inner.inset(strokeWidth(), strokeWidth());
+    const double outerRadius = radius * zoom_;
+    const double innerRadius = std::max(outerRadius - strokeWidth(), 0.0);
+    drawShape(allPixelsTouched(outer), RoundedRect{outer, outerRadius},
+              RoundedRect{inner, innerRadius}, style);
 }
 
 void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
     if (state_.lineWidth <= 0) return;
-    CPoint start = from + state_.origin;
-    CPoint end = to + state_.origin;
+    CPoint start = placed(from);
+    CPoint end = placed(to);
     const uint32_t pixel = fadedByState(state_.frame);
     if (!state_.mode.antialiasing() && ringWidth() == 1) {
         const IntRect visible = state_.clip.common(buffer_.bounds());
@@ -173,24 +186,36 @@ void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
         return;
     }
     if (state_.mode.integralMode()) {  // through the middles of the pixels
-        start.offset(0.5, 0.5);
-        end.offset(0.5, 0.5);
+        start.offset(zoom_ / 2, zoom_ / 2);
+        end.offset(zoom_ / 2, zoom_ / 2);
     }
     CRect bounds;
     bounds(start.x, start.y, end.x, end.y);
-    bounds.extend(state_.lineWidth, state_.lineWidth);
+    bounds.extend(strokeWidth(), strokeWidth());
     fillShape(buffer_, state_.clip, allPixelsTouched(bounds), state_.mode.antialiasing(), pixel,
-              ThickLine{start, end, state_.lineWidth});
+              ThickLine{start, end, strokeWidth()});
 }
 
 void CDrawContext::drawBitmap(CBitmap* picture, const CRect& dest, const CPoint& offset,
                               float alpha) {
     if (!picture || !picture->isLoaded()) return;
-    const IntRect area = nearestPixels(placed(dest));
+    const auto best = picture->getBestPlatformBitmapForScaleFactor(zoom_);
+    const double scale = best->getScaleFactor();
+    const CRect place = placed(dest);
+    const IntRect clip = nearestPixels(place).common(state_.clip);
     const uint32_t stateAlpha = times255(state_.alpha, state_.viewAlpha);
-    blendPicture(buffer_, area.common(state_.clip), picture->getPlatformBitmap()->pixels(),
-                 area.left - nearestPixel(offset.x), area.top - nearestPixel(offset.y),
-                 times255(stateAlpha, toByte(alpha)));
+    const uint32_t pictureAlpha = times255(stateAlpha, toByte(alpha));
+    if (scale == zoom_) {
+        blendPicture(buffer_, clip, best->pixels(),
+                     nearestPixel(place.left) - nearestPixel(offset.x * zoom_),
+                     nearestPixel(place.top) - nearestPixel(offset.y * zoom_), pictureAlpha);
+        return;
+    }
+    const IntRect part = nearestPixels(CRect(offset.x * scale, offset.y * scale,
+                                             (offset.x + dest.getWidth()) * scale,
+                                             (offset.y + dest.getHeight()) * scale));
+    blendScaled(buffer_, clip, best->pixels(), part, place.left - offset.x * zoom_,
+                place.top - offset.y * zoom_, scale / zoom_, pictureAlpha);
 }
 
 void CDrawContext::drawString(UTF8StringPtr text, const CRect& rect, CHoriTxtAlign align,
@@ -206,7 +231,7 @@ void CDrawContext::drawString(UTF8StringPtr text, const CRect& rect, CHoriTxtAli
 
 void CDrawContext::drawString(UTF8StringPtr text, const CPoint& point, bool antialias) {
     if (!text || !state_.font) return;
-    drawText(buffer_, state_.clip, *state_.font, text, point + state_.origin,
+    drawText(buffer_, state_.clip, *state_.font, text, placed(point), zoom_,
              fadedByState(state_.text), antialias);
 }
 

@@ -36,12 +36,12 @@ class CDrawMode {
 
 enum CHoriTxtAlign { kLeftText = 0, kCenterText, kRightText };
 
-// Coordinates are those of the parent of the view that is drawn. Every stroke lies inside the
-// edges.
+// Coordinates are those of the parent of the view that is drawn; `zoom` pixels of the buffer go
+// into one of theirs. Every stroke lies inside the edges.
 class CDrawContext {
   public:
     // Draws within `area` of the buffer, which must outlive the context.
-    CDrawContext(PixelBuffer& buffer, const IntRect& area);
+    CDrawContext(PixelBuffer& buffer, const IntRect& area, double zoom = 1);
 
     void setFillColor(const CColor& color) { state_.fill = color; }
     void setFrameColor(const CColor& color) { state_.frame = color; }
@@ -98,17 +98,21 @@ class CDrawContext {
         uint32_t alpha = 255;      // of setGlobalAlpha
         uint32_t viewAlpha = 255;  // of the views around
         CPoint origin;
-        IntRect clip;
+        IntRect clip;  // this and the limit in pixels of the buffer
         IntRect limit;
     };
 
-    CRect placed(CRect rect) const { return rect.offset(state_.origin); }
-    uint32_t fadedByState(CColor color) const;
+    // In pixels of the buffer.
+    CPoint placed(const CPoint& point) const;
+    CRect placed(const CRect& rect) const;
+    CCoord strokeWidth() const { return state_.lineWidth * zoom_; }
     int ringWidth() const;
+    uint32_t fadedByState(CColor color) const;
     template <typename Shape>
     void drawShape(const IntRect& bounds, const Shape& outer, const Shape& inner, CDrawStyle style);
 
     PixelBuffer& buffer_;
+    double zoom_;
     State state_;
     std::vector<State> saved_;
     size_t savedAround_ = 0;  // how many of them belong to the views around

@@ -1,74 +1,120 @@
-// Enlarges a finished picture smoothly.
+// Draws a picture larger or smaller than it is.
 #include "gui/graphics/scale.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <vector>
 
 namespace VSTGUI {
 namespace {
 
-// Where a target pixel's middle falls: between source pixels `first` and `second`, `weight` / 256
-// of the way.
-struct Tap {
-    int first;
-    int second;
-    uint32_t weight;
+constexpr double kLargestStep = 3;
+constexpr int kMostTaps = 4;  // of one axis: so many pixels a window of that width can touch
+constexpr uint32_t kWhole = 256;
+
+// Neighbours along one axis and their weights, kWhole together.
+struct Taps {
+    std::array<int, kMostTaps> at;
+    std::array<uint32_t, kMostTaps> weight;
 };
 
-Tap tapFor(int position, int sourceLength, int targetLength) {
-    const int64_t middle =
-        (int64_t{2} * position + 1) * sourceLength * 128 / targetLength - 128;  // in 1/256
-    const int64_t inside = std::clamp<int64_t>(middle, 0, int64_t{sourceLength - 1} * 256);
-    const int first = static_cast<int>(inside >> 8);
-    return {first, std::min(first + 1, sourceLength - 1), static_cast<uint32_t>(inside & 255)};
+// For the buffer's pixel `position`: a window as wide as the pixel, or as one of the picture where
+// that is wider, and how much of it each of the picture's pixels covers.
+Taps tapsFor(int position, double origin, double step, int first, int last) {
+    const double width = std::clamp(step, 1.0, kLargestStep);
+    const double start = (position + 0.5 - origin) * step - width / 2;
+    const double begin = std::floor(start);
+    Taps taps;
+    uint32_t before = 0;
+    for (int i = 0; i < kMostTaps; ++i) {
+        const double covered = std::clamp((begin + i + 1 - start) / width, 0.0, 1.0);
+        const auto upTo = static_cast<uint32_t>(covered * kWhole + 0.5);
+        taps.at[i] = static_cast<int>(std::clamp<double>(begin + i, first, last));
+        taps.weight[i] = upTo - before;
+        before = upTo;
+    }
+    return taps;
 }
 
-// Two bytes at a time: each of a pixel's channels mixed by weight / 256.
-uint32_t mixed(uint32_t a, uint32_t b, uint32_t weight) {
-    constexpr uint32_t kEven = 0x00FF00FF;
-    const uint32_t keep = 256 - weight;
-    const uint32_t even = ((a & kEven) * keep + (b & kEven) * weight + 0x00800080) >> 8 & kEven;
-    const uint32_t odd =
-        ((a >> 8 & kEven) * keep + (b >> 8 & kEven) * weight + 0x00800080) & ~kEven;
-    return even | odd;
+// The four bytes of a pixel in the even bytes of a wide word: they are weighed and added at once.
+uint64_t spread(uint32_t pixel) {
+    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
 }
+
+uint64_t rounded(uint64_t sums) {
+    return (sums + 0x0080008000800080u) >> 8 & 0x00FF00FF00FF00FFu;
+}
+
+uint32_t gathered(uint64_t bytes) {
+    return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
+}
+
+// Rows of the picture that have been scaled across, each made once: the lines of the buffer ask for
+// them from above to below.
+class AcrossRows {
+  public:
+    AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)
+        : picture_(picture), columns_(columns), tapCount_(tapCount) {
+        made_.fill(-1);
+        for (auto& row : rows_) row.resize(columns.size());
+    }
+
+    const uint64_t* row(int y) {
+        const int slot = y % kMostTaps;
+        if (made_[slot] != y) {
+            tapCount_ == 2 ? make<2>(y, rows_[slot]) : make<kMostTaps>(y, rows_[slot]);
+            made_[slot] = y;
+        }
+        return rows_[slot].data();
+    }
+
+  private:
+    template <int kTaps>
+    void make(int y, std::vector<uint64_t>& row) const {
+        const uint32_t* const from = picture_.row(y);
+        for (size_t x = 0; x < row.size(); ++x) {
+            const Taps& taps = columns_[x];
+            uint64_t sum = 0;
+            for (int i = 0; i < kTaps; ++i) sum += spread(from[taps.at[i]]) * taps.weight[i];
+            row[x] = rounded(sum);
+        }
+    }
+
+    const PixelBuffer& picture_;
+    const std::vector<Taps>& columns_;
+    const int tapCount_;
+    std::array<std::vector<uint64_t>, kMostTaps> rows_;
+    std::array<int, kMostTaps> made_;
+};
 
 }  // namespace
 
-int zoomedLength(int length, double zoom) {
-    return nearestPixel(length * zoom);
-}
+void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture,
+                 const IntRect& part, double x, double y, double step, uint32_t alpha) {
+    const IntRect source = part.common(picture.bounds());
+    const IntRect there{nearestPixel(x + source.left / step), nearestPixel(y + source.top / step),
+                        nearestPixel(x + source.right / step),
+                        nearestPixel(y + source.bottom / step)};
+    const IntRect area = there.common(clip).common(buffer.bounds());
+    if (source.isEmpty() || area.isEmpty() || alpha == 0) return;
 
-IntRect zoomedArea(const IntRect& area, const PixelBuffer& source, const PixelBuffer& target) {
-    if (source.width() == 0 || source.height() == 0) return {};
-    // A pixel reaches half a source pixel beyond its own edges; a whole one covers the rounding.
-    const auto low = [](int edge, int64_t from, int64_t to) {
-        return static_cast<int>((edge - 1) * to / from) - 1;
-    };
-    const auto high = [](int edge, int64_t from, int64_t to) {
-        return static_cast<int>((edge + 1) * to / from) + 1;
-    };
-    const IntRect touched{low(area.left, source.width(), target.width()),
-                          low(area.top, source.height(), target.height()),
-                          high(area.right, source.width(), target.width()),
-                          high(area.bottom, source.height(), target.height())};
-    return touched.common(target.bounds());
-}
-
-void scaleArea(const PixelBuffer& source, PixelBuffer& target, const IntRect& area) {
-    if (area.isEmpty() || source.bounds().isEmpty()) return;
-    std::vector<Tap> columns;
-    for (int x = area.left; x < area.right; ++x)
-        columns.push_back(tapFor(x, source.width(), target.width()));
-    for (int y = area.top; y < area.bottom; ++y) {
-        const Tap rows = tapFor(y, source.height(), target.height());
-        const uint32_t* const upper = source.row(rows.first);
-        const uint32_t* const lower = source.row(rows.second);
-        uint32_t* const to = target.row(y) + area.left;
-        for (size_t i = 0; i < columns.size(); ++i) {
-            const Tap& tap = columns[i];
-            to[i] = mixed(mixed(upper[tap.first], upper[tap.second], tap.weight),
-                          mixed(lower[tap.first], lower[tap.second], tap.weight), rows.weight);
+    std::vector<Taps> columns;
+    columns.reserve(static_cast<size_t>(area.width()));
+    for (int column = area.left; column < area.right; ++column)
+        columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
+    const int tapCount = step <= 1 ? 2 : kMostTaps;
+    AcrossRows across(picture, columns, tapCount);
+    for (int line = area.top; line < area.bottom; ++line) {
+        const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
+        std::array<const uint64_t*, kMostTaps> rows{};
+        for (int i = 0; i < tapCount; ++i) rows[i] = across.row(taps.at[i]);
+        uint32_t* const to = buffer.row(line) + area.left;
+        for (size_t column = 0; column < columns.size(); ++column) {
+            uint64_t sum = 0;
+            for (int i = 0; i < tapCount; ++i) sum += rows[i][column] * taps.weight[i];
+            const uint32_t pixel = gathered(rounded(sum));
+            to[column] = over(alpha == 255 ? pixel : faded(pixel, alpha), to[column]);
         }
     }
 }

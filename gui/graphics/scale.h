@@ -1,21 +1,15 @@
-// Enlarges a finished picture smoothly.
+// Draws a picture larger or smaller than it is.
 #pragma once
 
 #include "gui/graphics/pixel_buffer.h"
 
 namespace VSTGUI {
 
-constexpr double kSmallestZoom = 1;
-constexpr double kLargestZoom = 3;
-
-// Edge length after zooming, in pixels.
-int zoomedLength(int length, double zoom);
-
-// The part of the enlarged picture that depends on `area` of the source.
-IntRect zoomedArea(const IntRect& area, const PixelBuffer& source, const PixelBuffer& target);
-
-// Writes `area` of `target`, the whole source stretched to its size: linear between the middles of
-// the source's pixels, in integers.
-void scaleArea(const PixelBuffer& source, PixelBuffer& target, const IntRect& area);
+// Blends the pixels `part` of `picture`, faded by alpha, within `clip`. The picture's corner (0, 0)
+// lands on (x, y), and `step` of its pixels, from 1/3 to 3, go into one of the buffer. Enlarged, a
+// pixel mixes the neighbours of its middle; made smaller, all that it covers. What lies outside
+// `part` does not shine in. A pixel comes out the same whatever the clip.
+void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture,
+                 const IntRect& part, double x, double y, double step, uint32_t alpha);
 
 }  // namespace VSTGUI

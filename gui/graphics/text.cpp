@@ -16,14 +16,14 @@
 namespace VSTGUI {
 namespace {
 
-constexpr double kLargestSize = 512;  // pixels; keeps glyph bitmaps small whatever a skin asks
+constexpr double kLargestSize = 512;  // before zooming; keeps glyph bitmaps small
 
 // One embedded face at one size.
 class SizedFace {
   public:
-    explicit SizedFace(const CFontDesc& font)
+    explicit SizedFace(const CFontDesc& font, double zoom = 1)
         : face_(faceFor(font.getStyle())),
-          size_(std::clamp(font.getSize(), 0.0, kLargestSize)),
+          size_(std::clamp(font.getSize(), 0.0, kLargestSize) * zoom),
           scale_(stbtt_ScaleForMappingEmToPixels(&face_, static_cast<float>(size_))) {}
 
     bool isEmpty() const { return !(size_ > 0); }
@@ -125,8 +125,9 @@ double capitalHeight(const CFontDesc& font) {
 }
 
 void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
-              const std::string& utf8, CPoint baseline, uint32_t pixel, bool antialias) {
-    const SizedFace face(font);
+              const std::string& utf8, CPoint baseline, double zoom, uint32_t pixel,
+              bool antialias) {
+    const SizedFace face(font, zoom);
     if (face.isEmpty() || clip.isEmpty()) return;
 
     const int y = nearestPixel(baseline.y);
@@ -142,7 +143,7 @@ void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
     const auto drawRule = [&](double aboveBaseline) {
         const int thickness = std::max(1, nearestPixel(face.size() / 14));
         const int top = nearestPixel(y - aboveBaseline * face.size());
-        const double right = baseline.x + textWidth(font, utf8);
+        const double right = baseline.x + face.toPixels(units);
         const IntRect rule{nearestPixel(baseline.x), top, nearestPixel(right), top + thickness};
         fillArea(buffer, rule.common(clip), pixel);
     };

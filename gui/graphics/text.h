@@ -12,9 +12,10 @@ double textWidth(const CFontDesc& font, const std::string& utf8);
 // Height of a capital letter in pixels.
 double capitalHeight(const CFontDesc& font);
 
-// Blends the text within `clip`; `baseline` is the left end of the baseline. Glyphs stand on whole
-// rows and on quarters of a column.
+// Blends the text, `zoom` times the font's size, within `clip`; `baseline` is the left end of the
+// baseline in pixels of the buffer. Glyphs stand on whole rows and on quarters of a column.
 void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
-              const std::string& utf8, CPoint baseline, uint32_t pixel, bool antialias);
+              const std::string& utf8, CPoint baseline, double zoom, uint32_t pixel,
+              bool antialias);
 
 }  // namespace VSTGUI

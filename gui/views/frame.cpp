@@ -18,9 +18,9 @@ CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
 
 bool CFrame::open(void* parent, PlatformType, IPlatformFrameConfig*) {
     if (!parent || open_) return false;
-    surface_.resize(nearestPixel(getWidth()), nearestPixel(getHeight()));
+    surface_.resize(getWidth(), getHeight());
     if (!headless::isActive()) {
-        const PixelBuffer& shown = surface_.shown();
+        const PixelBuffer& shown = surface_.picture();
         window_ = openNativeWindow(parent, shown.width(), shown.height(), input_);
         if (!window_) return false;
     }
@@ -64,13 +64,13 @@ void CFrame::redraw() {
     invalidateIfDirty();
     surface_.redraw([this](CDrawContext& context, const CRect& area) { drawRect(&context, area); },
                     [this](const IntRect& area) {
-                        if (window_) window_->show(surface_.shown(), area);
+                        if (window_) window_->show(surface_.picture(), area);
                     });
     drawing_ = false;
 }
 
 void CFrame::showAgain(const IntRect& area) {
-    if (open_ && window_) window_->show(surface_.shown(), area);
+    if (open_ && window_) window_->show(surface_.picture(), area);
 }
 
 void CFrame::takeKeyboard() {
@@ -79,7 +79,7 @@ void CFrame::takeKeyboard() {
 
 bool CFrame::getSize(CRect& size) const {
     if (!open_) return false;
-    size = CRect(0, 0, surface_.shown().width(), surface_.shown().height());
+    size = CRect(0, 0, surface_.picture().width(), surface_.picture().height());
     return true;
 }
 
@@ -87,7 +87,7 @@ bool CFrame::setSize(CCoord width, CCoord height) {
     CRect size = getViewSize();
     setViewSize(size.setSize(CPoint(width, height)), false);
     if (!open_) return true;
-    surface_.resize(nearestPixel(width), nearestPixel(height));
+    surface_.resize(width, height);
     fitWindow();
     return true;
 }
@@ -99,7 +99,7 @@ bool CFrame::setZoom(double zoom) {
 }
 
 void CFrame::fitWindow() {
-    if (window_) window_->resize(surface_.shown().width(), surface_.shown().height());
+    if (window_) window_->resize(surface_.picture().width(), surface_.picture().height());
 }
 
 int32_t CFrame::getKnobMode() const {
@@ -139,7 +139,7 @@ void CFrame::invalid() {
 }
 
 void CFrame::invalidRect(const CRect& rect) {
-    if (open_ && isVisible()) surface_.invalidate(allPixelsTouched(rect));
+    if (open_ && isVisible()) surface_.invalidate(rect);
 }
 
 void CFrame::removeIdleView(CView* view) {

@@ -39,7 +39,7 @@ class CFrame final : public CViewContainer {
 
     bool getSize(CRect& size) const;  // of the window, zoom included; only while open
     bool setSize(CCoord width, CCoord height);
-    // Scales the finished picture and the pointer's positions, from 1 to 3.
+    // Scales all drawing and the pointer's positions, from 1 to 3.
     bool setZoom(double zoom);
     double getZoom() const { return surface_.zoom(); }
 
@@ -60,6 +60,9 @@ class CFrame final : public CViewContainer {
     std::optional<ModalViewSessionID> beginModalViewSession(CView* view);
     bool endModalViewSession(ModalViewSessionID session) { return input_.endModal(session); }
     CView* getModalView() const { return input_.modalView(); }
+
+    // Delivers an event that did not come through the window; positions are unzoomed.
+    void dispatchEvent(Event& event) { input_.deliver(event); }
 
     // Runs the function when the event that is handled now is done; false outside one.
     bool doAfterEventProcessing(std::function<void()>&& function);

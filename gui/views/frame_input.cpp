@@ -84,6 +84,14 @@ bool FrameInput::afterEvent(std::function<void()> function) {
     return true;
 }
 
+void FrameInput::deliver(Event& event) {
+    if (event.type == EventType::KeyDown || event.type == EventType::KeyUp) {
+        keyChanged(castKeyboardEvent(event));
+    } else {
+        duringEvent([&] { mouseTarget()->dispatchEvent(event); });
+    }
+}
+
 void FrameInput::forgetView(CView* view) {
     if (focus_ == view) setFocusView(nullptr);
     if (dragged_ == view) dragged_.reset();

@@ -36,6 +36,9 @@ class FrameInput final : public WindowClient {
     CPoint position() const { return position_; }
     CButtonState buttons() const { return buttons_; }
 
+    // A key goes where typed keys go, anything else to the views at its position.
+    void deliver(Event& event);
+
     // The view leaves the frame: nothing may point to it any more.
     void forgetView(CView* view);
     // Commits a text entry and ends every modal session.

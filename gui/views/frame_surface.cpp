@@ -1,6 +1,5 @@
-// The picture of one frame: collects areas to redraw, draws them, and enlarges the result.
+// The picture of one frame at its zoom: collects areas to redraw and draws them.
 #include "gui/views/frame_surface.h"
-#include "gui/graphics/scale.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,29 +8,33 @@ namespace VSTGUI {
 namespace {
 
 constexpr size_t kMostAreas = 24;  // beyond that one area around all is cheaper
+constexpr double kSmallestZoom = 1;
+constexpr double kLargestZoom = 3;
+
+CRect scaled(const CRect& rect, double factor) {
+    return {rect.left * factor, rect.top * factor, rect.right * factor, rect.bottom * factor};
+}
 
 }  // namespace
 
-void FrameSurface::resize(int width, int height) {
-    rebuild(PixelBuffer(width, height));
+void FrameSurface::resize(CCoord width, CCoord height) {
+    size_ = CPoint(width, height);
+    rebuild();
 }
 
 void FrameSurface::setZoom(double zoom) {
     zoom_ = std::clamp(zoom, kSmallestZoom, kLargestZoom);
-    rebuild(std::move(picture_));
+    rebuild();
 }
 
-void FrameSurface::rebuild(PixelBuffer picture) {
-    picture_ = std::move(picture);
-    enlarged_ = zoom_ == 1 ? PixelBuffer()
-                           : PixelBuffer(zoomedLength(picture_.width(), zoom_),
-                                         zoomedLength(picture_.height(), zoom_));
+void FrameSurface::rebuild() {
+    picture_ = PixelBuffer(nearestPixel(size_.x * zoom_), nearestPixel(size_.y * zoom_));
     dirty_.clear();
-    invalidate(picture_.bounds());
+    invalidate(CRect(CPoint(), size_));
 }
 
-void FrameSurface::invalidate(const IntRect& area) {
-    IntRect wanted = area.common(picture_.bounds());
+void FrameSurface::invalidate(const CRect& area) {
+    IntRect wanted = allPixelsTouched(scaled(area, zoom_)).common(picture_.bounds());
     if (wanted.isEmpty()) return;
     // Areas that meet become one, until none meets another: no pixel is drawn twice.
     for (size_t i = 0; i < dirty_.size();) {
@@ -51,15 +54,9 @@ void FrameSurface::redraw(const std::function<void(CDrawContext&, const CRect&)>
     for (const IntRect& area : std::exchange(dirty_, {})) {
         // What is see-through must not gather what was drawn before.
         fillArea(picture_, area, premultiplied(kBlackCColor));
-        CDrawContext context(picture_, area);
-        paint(context, CRect(area.left, area.top, area.right, area.bottom));
-        if (zoom_ == 1) {
-            show(area);
-            continue;
-        }
-        const IntRect larger = zoomedArea(area, picture_, enlarged_);
-        scaleArea(picture_, enlarged_, larger);
-        show(larger);
+        CDrawContext context(picture_, area, zoom_);
+        paint(context, scaled(CRect(area.left, area.top, area.right, area.bottom), 1 / zoom_));
+        show(area);
     }
 }
 

@@ -1,4 +1,4 @@
-// The picture of one frame: collects areas to redraw, draws them, and enlarges the result.
+// The picture of one frame at its zoom: collects areas to redraw and draws them.
 #pragma once
 
 #include "gui/graphics/draw_context.h"
@@ -11,26 +11,25 @@ namespace VSTGUI {
 
 class FrameSurface {
   public:
-    void resize(int width, int height);
+    void resize(CCoord width, CCoord height);
     // From 1 to 3; other factors are pulled in.
     void setZoom(double zoom);
     double zoom() const { return zoom_; }
 
-    void invalidate(const IntRect& area);
-    // Calls `paint` for every area collected, then `show` for what has changed in shown().
+    void invalidate(const CRect& area);
+    // Calls `paint` for every area collected, then `show` for its pixels.
     void redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                 const std::function<void(const IntRect&)>& show);
 
+    // What the window shows.
     const PixelBuffer& picture() const { return picture_; }
-    // What the window shows: the picture enlarged by the zoom.
-    const PixelBuffer& shown() const { return zoom_ == 1 ? picture_ : enlarged_; }
 
   private:
-    void rebuild(PixelBuffer picture);
+    void rebuild();
 
     double zoom_ = 1;
+    CPoint size_;  // unzoomed
     PixelBuffer picture_;
-    PixelBuffer enlarged_;        // unused at 100 %
     std::vector<IntRect> dirty_;  // disjoint areas within the picture
 };
 

@@ -133,6 +133,15 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(picture(30), linked);  // nothing marks it
     EXPECT_NE(picture(60), linked);
 
+    // A button is lit where the sound is on.
+    ASSERT_TRUE(
+        open(std::string(kKnob) + R"(<onoff x="50" y="0" id="17" bitmap_handle="20x40.png"/>)"));
+    for (const auto& [value, shown] : {std::pair(0.5f, 0.0f), {0.51f, 1.0f}, {1.0f, 1.0f}}) {
+        instrument.setParameter(17, value);
+        idle();
+        EXPECT_EQ(viewAs<CControl>(1)->getValue(), shown);
+    }
+
     // A control in the musician's hand is not moved, and follows afterwards.
     headless::press(frame(), {20, 20});
     instrument.setParameter(1, 1.0f);
@@ -249,14 +258,14 @@ TEST_F(EditorTest, TheGroundAnswersARightClickWithTheZoomSteps) {
     chooseLine(3);
     EXPECT_EQ(instrument.calls(), "size 800 600");
     EXPECT_EQ(edit.getRect().right, 800);
-    EXPECT_EQ(headless::shownPixels(frame()).width(), 800);
+    EXPECT_EQ(headless::picture(frame()).width(), 800);
     EXPECT_EQ(state::settings().read("Zoom"), "200");
     click(40, 40, kRButton);  // on the knob, in the window's pixels
     chooseLine(0);
     EXPECT_EQ(instrument.slot.take(), 1);
 
     openAsWritten();
-    EXPECT_EQ(headless::shownPixels(frame()).width(), 800);
+    EXPECT_EQ(headless::picture(frame()).width(), 800);
     for (const char* const nonsense : {"", "0", "101", "-100", "200 %", "999999999999"}) {
         state::settings().write("Zoom", nonsense);
         EXPECT_EQ(editor::readZoom(), 100) << nonsense;

@@ -1,4 +1,6 @@
 // The editor's own views: what they show, and what their gestures do.
+#include <functional>
+
 #include "editor/about_view.h"
 #include "editor/note_display.h"
 #include "editor/presets_display.h"
@@ -196,6 +198,27 @@ TEST_F(EditorTest, MetersShowTheOutputLevel) {
     EXPECT_EQ(pixel(5, 5), kBlueCColor);
 }
 
+TEST_F(EditorTest, AnUnreadableSkinIsMissing) {
+    const std::string folder = module.path() + "skin";
+    const std::function<void()> damages[] = {
+        [] {},  // the pictures alone
+        [&] { module.write("skin/skin.xml", "<GUI>"); },
+        [&] { std::filesystem::create_directories(folder + "/skin.xml"); },
+        [&] { std::filesystem::remove_all(folder); },
+    };
+    for (const auto& damage : damages) {
+        std::filesystem::remove_all(folder + "/skin.xml");
+        damage();
+        editor::setSkinMissing(false);
+        ASSERT_TRUE(edit.open(&instrument));
+        EXPECT_TRUE(editor::isSkinMissing());
+        EXPECT_FALSE(edit.showsSkin());
+        EXPECT_EQ(edit.getRect().right, 600);
+        edit.close();
+    }
+    EXPECT_TRUE(messages.all.empty());
+}
+
 TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
     module.write("skin/skin.xml", "<?xml version=\"1.0\"?><GUI/>");
     EXPECT_EQ(edit.getRect().right, 600);
@@ -206,6 +229,18 @@ TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
     EXPECT_FALSE(edit.showsSkin());
     EXPECT_EQ(pixel(599, 0), CColor(201, 201, 255));
     EXPECT_EQ(pixel(25, 86), CColor(128, 128, 255));
+    std::string lines;
+    frame().forEachChild([&lines](CView* line) {
+        const std::string text = dynamic_cast<CTextLabel&>(*line).getText().getString();
+        if (text.rfind("for example ", 0) != 0) lines += text + '\n';
+    });
+    EXPECT_EQ(lines,
+              "The plugin is not installed correctly, some files are missing.\n"
+              "Please find the \"Tembrilon Data\" folder and type the full path of this plug-in's "
+              "files,\n\n"
+              "Alternatively you may place the files along with the DLL in the VSTplugins folder.\n"
+              "Press Enter and reload the plugin.\n"
+              "Enter here the full path to your Tembrilon Data folder\n");
 
     const auto kept = [] { return state::settings().read("DataPath"); };
     click(100, 90);
@@ -231,8 +266,8 @@ TEST_F(EditorTest, ThePathThatCannotBeKeptIsSaid) {
     click(100, 90);
     type("x");
     press(VirtualKey::Return);
-    const auto* const title = viewAs<CTextLabel>(0);
-    EXPECT_STREQ(title->getText(), "Not Saved!");
+    EXPECT_STREQ(viewAs<CTextLabel>(0)->getText(), "Not Saved!");
+    EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(), "Registry Can't be written");
     EXPECT_NE(look(), before);
 }
 

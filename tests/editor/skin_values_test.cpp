@@ -99,16 +99,8 @@ TEST(SkinValues, ReportWhatStopsAnElement) {
         {R"(<onoff x="1" y="1" id="1"/>)", missing("bitmap_handle", "onoff")},
         {R"(<background filename="missing.png"/>)", {"Bitmap not found", "missing.png"}},
         {R"(<background filename=""/>)", {"Bitmap not found", ""}},
-        {R"(<vswitch x="1" y="1" id="1" entries="3" bitmap_handle="missing.png"/>)",
-         {"Bitmap not found", "missing.png"}},
         {R"(<onoff x="1" y="1" id="1" bitmap_handle="missing.png"/>)",
          {"QXSKIN: Bitmap not found", "missing.png"}},
-        {R"(<kick x="1" y="1" id="1" bitmap_handle="missing.png"/>)",
-         {"QXSKIN: Bitmap not found", "missing.png"}},
-        {R"(<about x="1" y="1" w="1" h="1" bitmap_pop="missing.png"/>)",
-         {"QXSKIN: Bitmap not found", "missing.png"}},
-        {R"(<knob x="1" y="1" w="1" h="1" id="1" bitmap_bk="missing.png"/>)",
-         {"Bitmap not found", "missing.png"}},
     };
     for (const auto& [document, message] : cases) {
         SCOPED_TRACE(document);

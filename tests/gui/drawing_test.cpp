@@ -233,41 +233,99 @@ TEST_F(Drawing, GivesTheKnownBytes) {
     EXPECT_EQ(headless::hashOf(pixels), 8144898946007338152u);
 }
 
-TEST(Enlarging, KeepsPlainColoursAndTheSizeAtAllZooms) {
-    for (const double zoom : {1.0, 1.25, 1.5, 2.0, 2.7, 3.0}) {
-        PixelBuffer source(37, 23);
-        fillArea(source, source.bounds(), 0xFF123456);
-        PixelBuffer target(zoomedLength(37, zoom), zoomedLength(23, zoom));
-        scaleArea(source, target, target.bounds());
+PixelBuffer scaled(const PixelBuffer& picture, double step, const IntRect& part) {
+    PixelBuffer target(nearestPixel(part.width() / step), nearestPixel(part.height() / step));
+    blendScaled(target, target.bounds(), picture, part, -part.left / step, -part.top / step, step,
+                255);
+    return target;
+}
+
+TEST(Scaling, KeepsPlainColoursAndLetsNothingShineInFromOutsideThePart) {
+    PixelBuffer strip(30, 60);
+    const IntRect frame{0, 20, 30, 40};
+    fillArea(strip, strip.bounds(), 0xFFFFFFFF);
+    fillArea(strip, frame, 0xFF123456);
+    for (const double zoom : {0.5, 0.625, 1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const PixelBuffer target = scaled(strip, 1 / zoom, frame);
+        ASSERT_EQ(target.width(), nearestPixel(30 * zoom)) << zoom;
         for (int y = 0; y < target.height(); ++y)
             for (int x = 0; x < target.width(); ++x) ASSERT_EQ(target.at(x, y), 0xFF123456u);
     }
 }
 
-TEST(Enlarging, InterpolatesBetweenTheMiddlesOfPixels) {
+TEST(Scaling, MixesNeighboursWhenLargerAndAllThatIsCoveredWhenSmaller) {
     PixelBuffer source(2, 1);
     source.row(0)[0] = 0xFF000000;
     source.row(0)[1] = 0xFFFFFFFF;
-    PixelBuffer target(4, 1);
-    scaleArea(source, target, target.bounds());
-    EXPECT_EQ(target.at(0, 0), 0xFF000000u);
-    EXPECT_EQ(target.at(1, 0), 0xFF404040u);
-    EXPECT_EQ(target.at(2, 0), 0xFFBFBFBFu);
-    EXPECT_EQ(target.at(3, 0), 0xFFFFFFFFu);
+    const PixelBuffer larger = scaled(source, 0.5, source.bounds());
+    EXPECT_EQ(larger.at(0, 0), 0xFF000000u);
+    EXPECT_EQ(larger.at(1, 1), 0xFF404040u);
+    EXPECT_EQ(larger.at(2, 1), 0xFFBFBFBFu);
+    EXPECT_EQ(larger.at(3, 0), 0xFFFFFFFFu);
+    PixelBuffer four(4, 2);
+    for (int x = 0; x < 4; ++x) four.row(0)[x] = four.row(1)[x] = x < 2 ? 0xFF000000 : 0xFF808080;
+    const PixelBuffer smaller = scaled(four, 4.0 / 3, four.bounds());
+    EXPECT_EQ(smaller.at(0, 0), 0xFF000000u);
+    EXPECT_EQ(smaller.at(1, 0), 0xFF404040u);
+    EXPECT_EQ(smaller.at(2, 0), 0xFF808080u);
 }
 
-TEST(Enlarging, RedoesEveryPixelThatDependsOnAChangedArea) {
-    for (const double zoom : {1.1, 1.5, 2.0, 2.3, 3.0}) {
-        PixelBuffer source(50, 40);
-        PixelBuffer target(zoomedLength(50, zoom), zoomedLength(40, zoom));
-        scaleArea(source, target, target.bounds());
-        const IntRect changed{13, 7, 21, 30};
-        fillArea(source, changed, 0xFFFFFFFF);
-        scaleArea(source, target, zoomedArea(changed, source, target));
-        PixelBuffer whole(target.width(), target.height());
-        scaleArea(source, whole, whole.bounds());
-        EXPECT_EQ(headless::hashOf(target), headless::hashOf(whole)) << zoom;
+TEST(Scaling, GivesAPixelTheSameColourInAnyClip) {
+    const auto picture = gradient(50, 40)->getPlatformBitmap();
+    for (const double step : {0.3, 0.8, 1.6}) {
+        PixelBuffer whole(80, 80);
+        PixelBuffer pieces(80, 80);
+        const auto blend = [&](PixelBuffer& buffer, const IntRect& clip) {
+            blendScaled(buffer, clip, picture->pixels(), {3, 2, 45, 39}, 1.3, -2.7, step, 200);
+        };
+        blend(whole, whole.bounds());
+        for (const IntRect& clip : {IntRect{0, 0, 80, 17}, {0, 17, 23, 80}, {23, 17, 80, 80}})
+            blend(pieces, clip);
+        EXPECT_EQ(headless::hashOf(pieces), headless::hashOf(whole)) << step;
     }
+}
+
+TEST(Bitmap, IsDrawnFromTheSharpnessThatFitsTheZoom) {
+    const auto picture = plain(10, 20, kRedCColor);
+    const auto add = [&](int width, int height, CColor color, double scale) {
+        const auto pixels = plain(width, height, color)->getPlatformBitmap();
+        pixels->setScaleFactor(scale);
+        return picture->addBitmap(pixels);
+    };
+    EXPECT_EQ(picture->getBestPlatformBitmapForScaleFactor(3)->getScaleFactor(), 1);
+    EXPECT_TRUE(add(20, 40, kGreenCColor, 2));
+    EXPECT_FALSE(add(20, 40, kBlueCColor, 2)) << "there is one";
+    EXPECT_FALSE(add(30, 59, kBlueCColor, 3)) << "another size";
+    EXPECT_EQ(picture->getSize(), CPoint(10, 20));
+    for (const double zoom : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        SCOPED_TRACE(zoom);
+        PixelBuffer buffer(60, 90);
+        CDrawContext context(buffer, buffer.bounds(), zoom);
+        picture->draw(&context, CRect(4, 4, 14, 14), CPoint(0, 10));
+        const uint32_t wanted = zoom == 1 ? 0xFFFF0000 : 0xFF00FF00;
+        EXPECT_EQ(buffer.at(nearestPixel(4 * zoom), nearestPixel(4 * zoom)), wanted);
+        EXPECT_EQ(buffer.at(nearestPixel(14 * zoom) - 1, nearestPixel(14 * zoom) - 1), wanted);
+        EXPECT_EQ(buffer.at(nearestPixel(14 * zoom), nearestPixel(9 * zoom)), 0u);
+    }
+}
+
+TEST_F(Drawing, IsSharpAtAnyZoom) {
+    PixelBuffer zoomed(90, 60);
+    PixelBuffer large(90, 60);
+    const auto draw = [](PixelBuffer& buffer, double zoom, double size) {
+        CDrawContext context(buffer, buffer.bounds(), zoom);
+        const auto at = [size](double x, double y) { return CPoint(x * size, y * size); };
+        context.setLineWidth(size);
+        context.drawRect(CRect(at(1, 1), at(40, 25)));
+        context.setDrawMode(kAntiAliasing);
+        context.drawEllipse(CRect(at(3, 3), at(15, 15)), kDrawFilledAndStroked);
+        context.drawRoundRect(CRect(at(20, 3), at(15, 9)), 3 * size, kDrawStroked);
+        context.setFont(kNormalFont, 11 * size);
+        context.drawString("Viola", at(5, 22));
+    };
+    draw(zoomed, 2, 1);
+    draw(large, 1, 2);
+    EXPECT_EQ(headless::hashOf(zoomed), headless::hashOf(large));
 }
 
 }  // namespace

@@ -85,7 +85,7 @@ TEST_F(GuiTest, TheZoomScalesThePictureAndThePointer) {
     frame->getSize(size);
     EXPECT_EQ(size, CRect(0, 0, 600, 450));
     EXPECT_EQ(frame->getViewSize(), CRect(0, 0, 400, 300));
-    const PixelBuffer& shown = headless::shownPixels(*frame);
+    const PixelBuffer& shown = headless::picture(*frame);
     EXPECT_EQ(shown.at(165, 165), 0xFFFF0000u);
     EXPECT_EQ(shown.at(148, 165), 0xFF000000u);
     headless::move(*frame, CPoint(165, 150), 0);
@@ -94,11 +94,11 @@ TEST_F(GuiTest, TheZoomScalesThePictureAndThePointer) {
     EXPECT_EQ(where, CPoint(110, 100));
 
     view->setBackground(plain(20, 20, kBlueCColor));
-    EXPECT_EQ(headless::shownPixels(*frame).at(165, 165), 0xFF0000FFu) << "redrawn in part";
+    EXPECT_EQ(headless::picture(*frame).at(165, 165), 0xFF0000FFu) << "redrawn in part";
     EXPECT_FALSE(frame->setZoom(7)) << "pulled in";
     EXPECT_EQ(frame->getZoom(), 3);
     EXPECT_TRUE(frame->setZoom(1));
-    EXPECT_EQ(headless::shownPixels(*frame).width(), 400);
+    EXPECT_EQ(headless::picture(*frame).width(), 400);
 }
 
 TEST_F(GuiTest, TimersRepeatUntilTheyAreStoppedOrReleased) {

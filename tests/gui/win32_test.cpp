@@ -57,7 +57,7 @@ class Win32Frames : public ::testing::Test {
     }
     // Whether the window shows the frame's pixels at some places spread over it.
     bool shows() {
-        const PixelBuffer& wanted = headless::shownPixels(*frame);
+        const PixelBuffer& wanted = headless::picture(*frame);
         const HDC screen = GetDC(child);
         bool same = true;
         for (int y = 3; y < wanted.height(); y += 16)

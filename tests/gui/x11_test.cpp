@@ -72,7 +72,7 @@ class X11Frames : public ::testing::Test {
     }
     // Whether the screen shows the frame's pixels there; the lowest bits may be lost.
     bool shows(CFrame& frame, int x, int y, uint32_t mask = 0xFFFFFF) {
-        const PixelBuffer& wanted = headless::shownPixels(frame);
+        const PixelBuffer& wanted = headless::picture(frame);
         const auto seen = server->contents(x, y, wanted.width(), wanted.height());
         for (size_t i = 0; i < seen.size(); ++i) {
             const int row = static_cast<int>(i) / wanted.width();
@@ -183,7 +183,7 @@ TEST_F(X11Frames, GrowWithTheirZoomAndScaleThePointer) {
     EXPECT_TRUE(waitFor([&] {
         // The parent cuts the larger window off.
         const auto seen = server->contents(399, 299, 1, 1);
-        return (seen[0] & 0xFFFFFF) == (headless::shownPixels(*frame).at(399, 299) & 0xFFFFFF);
+        return (seen[0] & 0xFFFFFF) == (headless::picture(*frame).at(399, 299) & 0xFFFFFF);
     }));
 }
 

@@ -1,4 +1,5 @@
 // The editor through the instance's dispatcher, as a host drives it.
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -8,11 +9,11 @@
 #include "editor/skin_missing.h"
 #include "editor/skin_preview.h"
 #include "gui/headless.h"
-#include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
 #include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
@@ -54,26 +55,11 @@ class HostedEditor : public testing::Test {
     VSTGUI::CFrame& frame() {
         return *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     }
-    VSTGUI::CControl& knob() { return *dynamic_cast<VSTGUI::CControl*>(frame().getView(0)); }
     void idle() {
         dispatch(effEditIdle);
         dispatch(effEditIdle);
     }
-    void send(int status, int data1, int data2) {
-        VstMidiEvent midi = {};
-        midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(status);
-        midi.midiData[1] = static_cast<char>(data1);
-        midi.midiData[2] = static_cast<char>(data2);
-        VstEvents list = {};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
-        float left[64];
-        float right[64];
-        float* outputs[] = {left, right};
-        synth_->processReplacing(nullptr, outputs, 64);
-    }
+    void send(int status, int data1, int data2) { playMessage(*synth_, status, data1, data2); }
     // The automation calls since the last look.
     std::string told() {
         std::string told;
@@ -137,47 +123,6 @@ TEST_F(HostedEditor, TellsTheHostOfEveryGesture) {
     EXPECT_FLOAT_EQ(record_->getParameter(record_, 1), 0.6f);
 }
 
-TEST_F(HostedEditor, FollowsAutomationAndPrograms) {
-    ASSERT_EQ(open(), 1);
-    record_->setParameter(record_, 1, 0.25f);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.25f);
-    dispatch(effSetProgram, 5);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.5f);
-    EXPECT_EQ(told(), "");
-}
-
-TEST_F(HostedEditor, LearnsAControllerFromItsMenuToItsFile) {
-    const std::string file =
-        applicationData_.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin";
-    ASSERT_EQ(open(), 1);
-    idle();
-    const auto choose = [this](VSTGUI::VirtualKey entry) {
-        headless::click(frame(), CPoint(20, 20), VSTGUI::kRButton);
-        headless::key(frame(), entry);
-        headless::key(frame(), VSTGUI::VirtualKey::Return);
-    };
-    choose(VSTGUI::VirtualKey::Home);
-    send(0xB3, 74, 127);
-    EXPECT_EQ(record_->getParameter(record_, 1), 1.0f);  // the learnt message counts at once
-    EXPECT_FALSE(platform::fileExists(file));
-    idle();
-    EXPECT_EQ(knob().getValue(), 1.0f);
-    const auto bound = platform::readFile(file, 1000);
-    ASSERT_TRUE(bound);
-    EXPECT_EQ(bound->substr(4, 4), std::string("\x4A\0\0\0", 4));
-    send(0xB0, 74, 0);
-    idle();
-    EXPECT_EQ(knob().getValue(), 0.0f);
-
-    choose(VSTGUI::VirtualKey::End);
-    idle();
-    EXPECT_EQ(platform::readFile(file, 1000)->substr(4, 4), "\xFF\xFF\xFF\xFF");
-    send(0xB0, 74, 127);
-    EXPECT_EQ(record_->getParameter(record_, 1), 0.0f);
-}
-
 TEST_F(HostedEditor, ShowsNotesAndRenamesPrograms) {
     ASSERT_EQ(open(), 1);
     const auto look = [this] {
@@ -197,6 +142,59 @@ TEST_F(HostedEditor, ShowsNotesAndRenamesPrograms) {
     char name[64] = {};
     dispatch(effGetProgramName, 0, name);
     EXPECT_STREQ(name, "Solina");
+}
+
+TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
+    const auto key = [this](VstInt32 opcode, VstInt32 character, VstIntPtr virt, float modifiers) {
+        return record_->dispatcher(record_, opcode, character, virt, nullptr, modifiers);
+    };
+    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);
+    ASSERT_EQ(open(), 1);
+    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);  // the host's own: nothing has the focus
+    headless::click(frame(), CPoint(150, 60));
+    headless::click(frame(), CPoint(150, 60), VSTGUI::kLButton | VSTGUI::kDoubleClick);
+    const struct {
+        VstInt32 character;
+        VstIntPtr virt;
+        float modifiers;
+    } typed[] = {{'S', 0, MODIFIER_SHIFT}, {'O', 0, 0}, {'x', 0, 0},
+                 {0, VKEY_BACK, 0},        {'l', 0, 0}, {' ', VKEY_SPACE, 0},
+                 {0, VKEY_NUMPAD9 - 2, 0}, {'_', 0, 0}};
+    for (const auto& row : typed) {
+        EXPECT_EQ(key(effEditKeyDown, row.character, row.virt, row.modifiers), 1);
+        EXPECT_EQ(key(effEditKeyUp, row.character, row.virt, row.modifiers), 1);
+    }
+    EXPECT_EQ(key(effEditKeyDown, 0, VKEY_RETURN, 0), 1);
+    char name[64] = {};
+    dispatch(effGetProgramName, 0, name);
+    EXPECT_STREQ(name, "Sol 7_");
+
+    headless::click(frame(), CPoint(20, 39));
+    told();
+    EXPECT_EQ(key(effEditKeyDown, 0, VKEY_UP, 0), 1);
+    EXPECT_EQ(told().substr(0, 19), "begin 1 automate 1=");
+    EXPECT_EQ(key(effEditKeyDown, ' ', VKEY_SPACE, 0), 0);  // transport stays the host's
+}
+
+TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {
+    const auto wheel = [this](float clicks) {
+        return synth_->onWheelMessage(fourCharCode("stCA"), fourCharCode("Whee"), nullptr, clicks);
+    };
+    EXPECT_EQ(wheel(1), 0);
+    ASSERT_EQ(open(), 1);
+    idle();
+    EXPECT_EQ(wheel(1), 0);
+    headless::move(frame(), CPoint(20, 20), 0);
+    told();
+    EXPECT_EQ(wheel(2), 1);
+    EXPECT_EQ(told(), "begin 1 automate 1=0.700 ");
+    EXPECT_EQ(wheel(-1), 1);
+    clock_.run(frame(), 600);
+    EXPECT_EQ(told(), "automate 1=0.600 end 1 ");
+    EXPECT_EQ(wheel(NAN), 0);
+    headless::leave(frame());
+    EXPECT_EQ(wheel(1), 0);
+    EXPECT_EQ(told(), "");
 }
 
 TEST_F(HostedEditor, AsksTheHostForTheZoomedSize) {

@@ -1,8 +1,10 @@
 // Editors that come and go while another thread renders; run it under the thread sanitizer, too.
 #include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,62 +14,52 @@
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
-#include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
+#include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
-constexpr int kBlock = 64;
+// The folder of a library with one skin, whose views look at all that the audio thread writes.
+class Threads : public testing::Test {
+  protected:
+    Threads() {
+        editor::setSkinMissing(false);
+        std::filesystem::create_directories(module_.path() + "skin");
+        editor::writePng(module_.path() + "skin/bg.png", VSTGUI::PixelBuffer(200, 100));
+        module_.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
+            <knob x="0" y="0" w="40" h="40" id="1"/><NoteDisplay x="50" y="0" w="60" h="20" id="0"/>
+            <ViewTaps x="50" y="30" w="60" h="30"/><anydisp x="0" y="50" w="40" h="20" style="0"/>
+            <vumeter x="150" y="0" id="0" leds="4" style="2" bitmap_on="bg.png"
+            bitmap_off="bg.png"/></GUI>)");
+    }
+    ~Threads() override { EXPECT_TRUE(messages_.all.size() <= 2); }
 
-// Blocks with a controller that is bound, so that the audio thread sets parameters.
-void render(plugin::VstSynth& synth, int value) {
-    VstMidiEvent midi = {};
-    midi.type = kVstMidiType;
-    midi.midiData[0] = static_cast<char>(0xB0);
-    midi.midiData[1] = 74;
-    midi.midiData[2] = static_cast<char>(value % 128);
-    VstEvents list = {};
-    list.numEvents = 1;
-    list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-    synth.processEvents(&list);
-    float left[kBlock];
-    float right[kBlock];
-    float* outputs[] = {left, right};
-    synth.processReplacing(nullptr, outputs, kBlock);
-}
+    TemporaryFolder module_;
+    TemporaryFolder applicationData_;
+    platform::ScopedFolders folders_{module_.path(), applicationData_.path()};
+    platform::ScopedSettings settings_;
+    RecordedMessages messages_;
+};
 
-TEST(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
-    namespace headless = VSTGUI::headless;
-    const TemporaryFolder module;
-    const TemporaryFolder applicationData;
-    const platform::ScopedFolders folders(module.path(), applicationData.path());
-    const platform::ScopedSettings settings;
-    const RecordedMessages messages;
-    const headless::Scope scope;
-    editor::setSkinMissing(false);
-    std::filesystem::create_directories(module.path() + "skin");
-    editor::writePng(module.path() + "skin/bg.png", VSTGUI::PixelBuffer(200, 100));
-    module.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
-        <knob x="0" y="0" w="40" h="40" id="1"/><NoteDisplay x="50" y="0" w="60" h="20" id="0"/>
-        <ViewTaps x="50" y="30" w="60" h="30"/><anydisp x="0" y="50" w="40" h="20" style="0"/>
-        <vumeter x="150" y="0" id="0" leds="4" style="2" bitmap_on="bg.png" bitmap_off="bg.png"/>
-        </GUI>)");
-
+TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
+    const VSTGUI::headless::Scope scope;
     const std::unique_ptr<plugin::VstSynth> synths[] = {
         std::make_unique<plugin::VstSynth>(nullptr), std::make_unique<plugin::VstSynth>(nullptr)};
     std::atomic<bool> finished{false};
     std::atomic<int> blocks{0};
     std::thread audio([&] {
         while (!finished) {
-            for (const auto& synth : synths) render(*synth, blocks);
+            // A controller that is bound: the audio thread sets parameters.
+            for (const auto& synth : synths) playMessage(*synth, 0xB0, 74, blocks % 128);
             ++blocks;
         }
     });
     for (int i = 0; i < 100 || blocks < 10; ++i) {
         for (const auto& synth : synths) {
             plugin::AEffEditor& host = *synth->getEditor();
-            ASSERT_TRUE(host.open(&host));
+            EXPECT_TRUE(host.open(&host));
             host.idle();
             synth->learnSlot().arm(i % state::kNumParams);
             synth->setProgram(i % 128);
@@ -77,7 +69,52 @@ TEST(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     }
     finished = true;
     audio.join();
-    EXPECT_TRUE(messages.all.size() <= 2);
+}
+
+// A chord that grows by a note every 20 blocks.
+MidiBlock playChord(plugin::VstSynth& synth, std::size_t block) {
+    const int note = static_cast<int>(block / 20);
+    const bool begins = block % 20 == 0 && note < 12;
+    return playMessage(synth, begins ? 0x90 : 0xA0, 48 + 5 * (note % 12), 100);
+}
+
+TEST_F(Threads, EditorsInWindowsCostNoBlock) {
+    const HostWindow windows[] = {{300, 200}, {300, 200}};
+    if (!windows[0].isOpen()) GTEST_SKIP() << "needs a desktop; on Linux Xvfb and xdotool";
+    const auto makeSynth = [] { return std::make_unique<plugin::VstSynth>(nullptr); };
+    const std::unique_ptr<plugin::VstSynth> synths[] = {makeSynth(), makeSynth()};
+    std::vector<MidiBlock> heard[2];
+    std::atomic<bool> finished{false};
+    std::atomic<int> blocks{0};
+    std::thread audio([&] {
+        while (!finished) {
+            for (int i = 0; i < 2; ++i) heard[i].push_back(playChord(*synths[i], heard[i].size()));
+            ++blocks;
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+    });
+    for (int i = 0; i < 100 || blocks < 300; ++i) {
+        for (int w = 0; w < 2; ++w) {
+            plugin::AEffEditor& host = *synths[w]->getEditor();
+            EXPECT_TRUE(host.open(windows[w].parent()));
+            host.idle();
+        }
+        for (const auto& synth : synths) synth->getEditor()->idle();
+        for (const auto& synth : synths) synth->getEditor()->close();
+    }
+    finished = true;
+    audio.join();
+
+    const auto undisturbed = makeSynth();
+    std::size_t silent = 0;
+    std::size_t differing = 0;
+    for (std::size_t block = 0; block < heard[0].size(); ++block) {
+        const MidiBlock wanted = playChord(*undisturbed, block);
+        silent += wanted == MidiBlock{};
+        differing += (heard[0][block] != wanted) + (heard[1][block] != wanted);
+    }
+    EXPECT_EQ(silent, 0u);
+    EXPECT_EQ(differing, 0u);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 #include "tests/plugin/recording_effect.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/random_bytes.h"
@@ -72,20 +73,8 @@ TEST(VstSynth, AdoptsTheHostsRate) {
 
 // Plays a message into the instance; false when a sample was not finite.
 bool play(VstSynth& synth, int status, int data1, int data2) {
-    VstMidiEvent midi = {};
-    midi.type = kVstMidiType;
-    midi.midiData[0] = static_cast<char>(status);
-    midi.midiData[1] = static_cast<char>(data1);
-    midi.midiData[2] = static_cast<char>(data2);
-    VstEvents list = {};
-    list.numEvents = 1;
-    list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-    synth.processEvents(&list);
-    float left[64], right[64];
-    float* outputs[] = {left, right};
-    synth.processReplacing(nullptr, outputs, 64);
-    return std::all_of(left, left + 64, [](float x) { return std::isfinite(x); }) &&
-           std::all_of(right, right + 64, [](float x) { return std::isfinite(x); });
+    const MidiBlock block = playMessage(synth, status, data1, data2);
+    return std::all_of(block.begin(), block.end(), [](float x) { return std::isfinite(x); });
 }
 
 bool control(VstSynth& synth, int controller, int value) {

@@ -1,4 +1,6 @@
 // The skins that are delivered: nothing wrong with them, nothing out of reach.
+#include <cstdint>
+#include <filesystem>
 #include <set>
 #include <sstream>
 #include <string>
@@ -6,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "editor/skin_report.h"
+#include "gui/graphics/picture_reader.h"
+#include "platform/file.h"
 
 namespace {
 
@@ -25,7 +29,7 @@ SkinSummary summaryOf(const std::string& skin) {
                                             "vswitch", "hswitch", "optionmenu"};
     SkinSummary summary;
     std::ostringstream out;
-    summary.complaints = editor::reportSkin(QUARZEL_SKINS + skin + '/', out);
+    summary.complaints = editor::reportSkin(QUARZEL_SKINS + skin + platform::kSeparator, out);
     summary.report = out.str();
     std::istringstream lines(summary.report);
     for (std::string line; std::getline(lines, line);) {
@@ -78,6 +82,28 @@ TEST(Skins, UseEveryElementBetweenThem) {
           "hswitch", "display", "anydisp", "autodisp", "optionmenu", "skinselector", "vumeter",
           "about", "NoteDisplay", "PresetsDisplay", "ViewTaps"}) {
         EXPECT_EQ(used.count(element), 1u) << element;
+    }
+}
+
+TEST(Skins, HaveEveryPictureInDoubleSizeTooAndStaySmall) {
+    constexpr std::uintmax_t kMostBytes = 1500000;
+    const std::string doubled = "#2.0x";
+    for (const std::string skin : kSkins) {
+        std::uintmax_t bytes = 0;
+        for (const auto& file : std::filesystem::directory_iterator(QUARZEL_SKINS + skin)) {
+            SCOPED_TRACE(file.path());
+            bytes += file.file_size();
+            const std::string stem = file.path().stem().string();
+            if (file.path().extension() != ".png" || stem.find(doubled) != std::string::npos)
+                continue;
+            const auto picture = VSTGUI::readPictureFile(file.path().string());
+            const auto twice = VSTGUI::readPictureFile(
+                (file.path().parent_path() / (stem + doubled + ".png")).string());
+            ASSERT_TRUE(picture && twice);
+            EXPECT_EQ(twice->width(), 2 * picture->width());
+            EXPECT_EQ(twice->height(), 2 * picture->height());
+        }
+        EXPECT_LT(bytes, kMostBytes) << skin;
     }
 }
 
