@@ -35,19 +35,22 @@ function(quarzel_library name)
     target_link_libraries(${name} PUBLIC quarzel_options ${ARG_LINK})
 endfunction()
 
-# quarzel_test(NAME SOURCES file... [LINK target...]): a GoogleTest program whose cases
-# ctest runs one by one; the Windows build runs them through Wine.
+# quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program whose cases
+# ctest runs one by one, those with the same lock one after the other; the Windows build runs them
+# through Wine.
 function(quarzel_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
-    # Instances write the controller map: never to the folder of whoever runs the tests.
+    # Instances write the controller map: never to the folder of whoever runs the tests. A message
+    # on their display would wait for them: tests that need a display start one.
     set(environment "XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-config")
     if(WIN32)
         # Starting a program under Wine costs more than most cases: one test for all of them.
         add_test(NAME ${name} COMMAND ${name})
     else()
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-            PROPERTIES ENVIRONMENT "${environment}")
+            PROPERTIES ENVIRONMENT "${environment}" ENVIRONMENT_MODIFICATION "DISPLAY=unset:"
+                       RESOURCE_LOCK "${ARG_LOCK}")
     endif()
 endfunction()

@@ -21,6 +21,8 @@ class CAbout : public VSTGUI::CControl {
     VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
                                            const VSTGUI::CButtonState& buttons) override;
 
+    CLASS_METHODS(CAbout, VSTGUI::CControl)
+
   private:
     VSTGUI::CRect line(int fromBottom) const;
     void follow(const VSTGUI::CPoint& pointer);

@@ -16,7 +16,8 @@ AEffGUIEditor::~AEffGUIEditor() noexcept {
 bool AEffGUIEditor::openFrame(int width, int height, double zoom, void* parentWindow) {
     toolkit_.emplace();
     frame = new CFrame(CRect(0, 0, width, height), this);
-    if (!frame->open(parentWindow, PlatformType::kDefaultNative, Toolkit::frameConfig())) {
+    if (!Toolkit::hasDisplay() ||
+        !frame->open(parentWindow, PlatformType::kDefaultNative, Toolkit::frameConfig())) {
         AEffGUIEditor::close();
         return false;
     }
@@ -44,6 +45,11 @@ void AEffGUIEditor::idle() {
 bool AEffGUIEditor::onKey(KeyboardEvent& event) {
     if (frame) frame->dispatchEvent(event);
     return event.consumed;
+}
+
+bool AEffGUIEditor::wantsKeys() const {
+    if (!frame) return false;
+    return frame->getModalView() || dynamic_cast<const CTextEdit*>(frame->getFocusView());
 }
 
 void AEffGUIEditor::beginEdit(std::int32_t tag) {

@@ -34,6 +34,8 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     virtual void close();
     bool isOpen() const { return frame != nullptr; }
     virtual void idle();
+    // Whether keys are being typed into a text field or a menu.
+    bool wantsKeys() const;
     // A parameter has a new value. Any thread.
     virtual void setParameter(int index) = 0;
 

@@ -87,7 +87,7 @@ void CPresetsDisplay::onIdle() {
 }
 
 bool CPresetsDisplay::removed(CView* parent) {
-    clickTimer_.reset();
+    clickTimer_ = nullptr;
     nameField_->setListener(nullptr);
     return CView::removed(parent);
 }
@@ -100,7 +100,7 @@ CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState
     } else if (where.x >= text.right) {
         step(1);
     } else if (buttons.isDoubleClick()) {
-        clickTimer_.reset();
+        clickTimer_ = nullptr;
         rename();
     } else {
         clickTimer_ =

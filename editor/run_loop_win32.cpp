@@ -5,13 +5,19 @@
 
 #include <ole2.h>
 
+#include "platform/module_handle.h"
+#include "vstgui/lib/vstguiinit.h"
+#include "vstgui/vstgui.h"
+
 namespace editor {
 
-void Toolkit::prepareThread() {
+void Toolkit::setUp() {
     OleInitialize(nullptr);
+    VSTGUI::init(static_cast<VSTGUI::PlatformInstanceHandle>(platform::moduleHandle()));
 }
 
-void Toolkit::releaseThread() {
+void Toolkit::tearDown() {
+    VSTGUI::exit();
     OleUninitialize();
 }
 

@@ -7,6 +7,7 @@
 
 #include "editor/toolkit.h"
 #include "vstgui/lib/platform/platform_x11.h"
+#include "vstgui/lib/vstguiinit.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -94,9 +95,15 @@ RunLoop& runLoop() {
 
 }  // namespace
 
-void Toolkit::prepareThread() {}
+void Toolkit::setUp() {
+    // Without the module's handle: VSTGUI would look for a bundle around the library, and fall over
+    // one that lies but two folders below the root.
+    VSTGUI::init(nullptr);
+}
 
-void Toolkit::releaseThread() {}
+void Toolkit::tearDown() {
+    VSTGUI::exit();
+}
 
 VSTGUI::IPlatformFrameConfig* Toolkit::frameConfig() {
     static VSTGUI::X11::FrameConfig config;

@@ -14,6 +14,15 @@ constexpr CColor kRangeColor(128, 128, 128, 160);
 constexpr CColor kTapColor(240, 226, 180);
 constexpr CCoord kLargestRadius = 5;
 
+// Not by drawEllipse, which has a wrong size in VSTGUI 4.14 on Linux.
+void fillDisc(CDrawContext& context, CPoint centre, CCoord radius) {
+    const auto path = owned(context.createGraphicsPath());
+    if (!path) return;
+    path->addEllipse(
+        CRect(centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius));
+    context.drawGraphicsPath(path, CDrawContext::kPathFilled);
+}
+
 }  // namespace
 
 CTapView::CTapView(const CRect& size, const EditorHost& host) : CView(size), host_(host) {
@@ -45,8 +54,7 @@ void CTapView::draw(CDrawContext* context) {
         context->drawRect(CRect(left, line, left + travel, line + 1), kDrawFilled);
         context->setDrawMode(kAntiAliasing);
         context->setFillColor(kTapColor);
-        const CCoord x = left + travel * position;
-        context->drawEllipse(CRect(x - radius, y - radius, x + radius, y + radius), kDrawFilled);
+        fillDisc(*context, CPoint(left + travel * position, y), radius);
         y += row;
     }
     setDirty(false);

@@ -1,11 +1,6 @@
 // Counts the users of the view library.
 #include "editor/toolkit.h"
 
-#include "vstgui/lib/vstguiinit.h"
-#include "vstgui/vstgui.h"
-
-#include "platform/module_handle.h"
-
 namespace editor {
 namespace {
 
@@ -14,15 +9,11 @@ int users = 0;
 }  // namespace
 
 Toolkit::Toolkit() {
-    if (users++ > 0) return;
-    prepareThread();
-    VSTGUI::init(static_cast<VSTGUI::PlatformInstanceHandle>(platform::moduleHandle()));
+    if (users++ == 0) setUp();
 }
 
 Toolkit::~Toolkit() {
-    if (--users > 0) return;
-    VSTGUI::exit();
-    releaseThread();
+    if (--users == 0) tearDown();
 }
 
 }  // namespace editor

@@ -15,14 +15,16 @@ class Toolkit {
     Toolkit(const Toolkit&) = delete;
     Toolkit& operator=(const Toolkit&) = delete;
 
+    // False where opening a frame is sure to fail, and may end the process.
+    static bool hasDisplay();
     // What a frame is opened with; null where the system drives the windows by itself.
     static VSTGUI::IPlatformFrameConfig* frameConfig();
     // Serves the windows of all editors of the module where the system does not.
     static void pump();
 
   private:
-    static void prepareThread();
-    static void releaseThread();
+    static void setUp();
+    static void tearDown();
 };
 
 }  // namespace editor

@@ -138,6 +138,7 @@ void xmlGuiEditor::showSkinNotice() {
     if (!skinChanged_) return;
     skinChanged_ = false;
     auto* const notice = new CDisplay(CRect(CPoint(), size_));
+    notice->setStyle(CParamDisplay::kNoFrame);  // VSTGUI fills within the frame's middle
     notice->setText(kSkinNotice);
     frame->addView(notice);
 }

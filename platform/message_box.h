@@ -12,9 +12,9 @@ enum class MessageIcon { kNone, kError };
 using MessageHandler =
     std::function<void(const std::string& title, const std::string& text, MessageIcon icon)>;
 
-// Shows one message with an OK button and no owner window. Any thread but the audio thread.
-// Windows: a modal message box. Linux: one line "TITLE: TEXT" on standard error, and returns at
-// once.
+// Shows one message with an OK button and no owner window, and waits until it is dismissed. Any
+// thread but the audio thread. Linux: where no display can be opened, one line "TITLE: TEXT" on
+// standard error instead, and returns at once; programs that may run unattended clear DISPLAY.
 void showMessage(const std::string& title, const std::string& text, MessageIcon icon);
 
 // Puts a handler in place of the system's for the whole process, and returns the one it replaces.

@@ -1,10 +1,10 @@
-// The system's handle of our own code.
+// The handle of our own code, which Windows wants of whoever makes windows.
 #pragma once
 
 namespace platform {
 
-// Of the library or program that this code is linked into: an HINSTANCE on Windows, what dlopen
-// gives elsewhere; null when the system does not tell. Nothing needs to be released.
+// The HINSTANCE of the library or program that this code is linked into; null when the system does
+// not tell. Nothing needs to be released. Windows only.
 void* moduleHandle();
 
 }  // namespace platform

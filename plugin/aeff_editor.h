@@ -35,6 +35,8 @@ class AEffEditor {
     virtual bool isOpen() const { return systemWindow_ != nullptr; }
     virtual void idle() {}
 
+    // Whether keys are being typed into a text field or a menu.
+    virtual bool wantsKeys() const { return false; }
     // True when the key was used.
     virtual bool onKeyDown(const VstKeyCode&) { return false; }
     virtual bool onKeyUp(const VstKeyCode&) { return false; }

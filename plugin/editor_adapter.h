@@ -54,6 +54,7 @@ class EditorAdapter final : public AEffEditor {
     void close() override { editor_.close(); }
     bool isOpen() const override { return editor_.isOpen(); }
     void idle() override { editor_.idle(); }
+    bool wantsKeys() const override { return editor_.wantsKeys(); }
     bool onKeyDown(const VstKeyCode& key) override;
     bool onKeyUp(const VstKeyCode& key) override;
     bool onWheel(float clicks) override { return editor_.onWheel(clicks); }

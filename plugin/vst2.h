@@ -271,6 +271,9 @@ struct MidiKeyName {
     VstInt32 flags;
 };
 
+// VSTGUI has types of these names, too.
+namespace plugin {
+
 enum VstVirtualKey : VstInt32 {
     VKEY_BACK = 1,
     VKEY_TAB,
@@ -311,6 +314,8 @@ struct VstKeyCode {
     unsigned char virt;      // VstVirtualKey or above; 0 for a plain character
     unsigned char modifier;  // VstModifierKey
 };
+
+}  // namespace plugin
 
 enum VstProcessLevels : VstInt32 {
     kVstProcessLevelUnknown = 0,

@@ -212,6 +212,10 @@ bool VstSynth::copyProgram(VstInt32 destination) {
     return true;
 }
 
+bool VstSynth::keysRequired() {
+    return editor_ && editor_->wantsKeys();
+}
+
 VstInt32 VstSynth::getChunk(void** data, bool isPreset) {
     state::BankChunk& chunk = instrument_.bank().chunk();
     if (isPreset) {

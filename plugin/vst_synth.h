@@ -53,6 +53,7 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     VstInt32 getVendorVersion() override { return 1; }
     VstInt32 canDo(const char* text) override;  // 1 or -1
     bool copyProgram(VstInt32 destination) override;
+    bool keysRequired() override;  // while the editor is typed into
 
     // A turn of the wheel as some hosts pass it on: codes 'stCA' and 'Whee', distance in clicks.
     // 1 when the editor used it, else 0.

@@ -4,7 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "render/error.h"
-#include "render/numbers.h"
+#include "render/option_values.h"
 
 namespace render {
 namespace {
@@ -14,23 +14,6 @@ struct Typed {
     std::optional<std::string> rate, block, bits, gain, tail;
     std::vector<std::string> settings;
 };
-
-template <typename Number>
-Number inRange(const std::string& what, const std::string& text, std::optional<Number> number,
-               Number least, Number most) {
-    if (!number) throw UsageError(what + ": " + text + " is not a number");
-    if (*number >= least && *number <= most) return *number;
-    const std::string bounds = fixedText(least, 0) + " to " + fixedText(most, 0);
-    throw Error(what + ": " + text + " is out of range; it can be " + bounds + ".");
-}
-
-int readInteger(const std::string& what, const std::string& text, int least, int most) {
-    return inRange(what, text, parseInteger(text), least, most);
-}
-
-double readDouble(const std::string& what, const std::string& text, double least, double most) {
-    return inRange(what, text, parseDouble(text), least, most);
-}
 
 SampleFormat formatOf(const std::string& bits) {
     if (bits == "16") return SampleFormat::kInt16;

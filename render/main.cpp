@@ -1,5 +1,6 @@
 // quarzel-render, the offline host: plays a MIDI file on an instrument into a WAV file.
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 
 #include "platform/terminal.h"
@@ -17,6 +18,8 @@ void interrupt(int) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // What an instrument has to say goes to standard error: nobody may be there to close a window.
+    unsetenv("DISPLAY");
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
     std::signal(SIGHUP, interrupt);

@@ -99,14 +99,18 @@ void loadPreset(PluginHost& host, const std::string& path) {
     }
 }
 
-void saveBank(PluginHost& host, const std::string& path) {
+std::string bankBytes(PluginHost& host) {
     FxBank bank = {host.version(), host.programCount(), host.program(), {}};
     if (host.hasChunks()) {
         bank.content = chunkOf(host, Extent::kBank);
     } else {
         bank.content = programsOf(host);
     }
-    writeWhole(path, fxBytes(bank, ownerFor(host).id));
+    return fxBytes(bank, ownerFor(host).id);
+}
+
+void saveBank(PluginHost& host, const std::string& path) {
+    writeWhole(path, bankBytes(host));
 }
 
 void savePreset(PluginHost& host, const std::string& path) {

@@ -15,6 +15,7 @@ void loadPreset(PluginHost& host, const std::string& path);
 
 // A chunk when the instrument has chunks, else lists. Throw Error. The instrument is as before
 // afterwards, but an instrument without chunks goes through all its programs.
+std::string bankBytes(PluginHost& host);  // of the file
 void saveBank(PluginHost& host, const std::string& path);
 void savePreset(PluginHost& host, const std::string& path);
 

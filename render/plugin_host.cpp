@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
-#include <map>
 
 #include "render/error.h"
 
@@ -17,6 +16,9 @@ constexpr int kTextBytes = 1024;
 
 // The host that an instrument talks to before it has an AEffect to say so.
 thread_local PluginHost* loadingHost = nullptr;
+thread_local bool isProcessing = false;
+
+constexpr std::size_t kEventListHead = offsetof(VstEvents, events) / sizeof(VstIntPtr);
 
 platform::SharedLibrary loadLibrary(const std::string& path) {
     std::error_code error;
@@ -40,12 +42,22 @@ std::vector<float*> pointersInto(std::vector<std::vector<float>>& channels) {
 
 }  // namespace
 
-PluginHost::PluginHost(const std::string& path, int sampleRate, int blockSize)
-    : sampleRate_(sampleRate), blockSize_(blockSize), library_(loadLibrary(path)) {
-    time_.sampleRate = sampleRate;
+PluginHost::PluginHost(const std::string& path, int sampleRate, int blockSize,
+                       const HostIdentity& identity)
+    : identity_(identity),
+      sampleRate_(sampleRate),
+      blockSize_(blockSize),
+      library_(loadLibrary(path)) {
+    time_.sampleRate = sampleRate;  // instruments ask while they start
     start(path);
-
     dispatch(effOpen);
+    setFormat(sampleRate, blockSize);
+}
+
+void PluginHost::setFormat(int sampleRate, int blockSize) {
+    sampleRate_ = sampleRate;
+    blockSize_ = blockSize;
+    time_.sampleRate = sampleRate;
     dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
     dispatch(effSetBlockSize, 0, blockSize);
 
@@ -176,21 +188,27 @@ void PluginHost::suspend() {
 }
 
 void PluginHost::process(const std::vector<BlockEvent>& events, int frames) {
+    isProcessing = true;
     if (!events.empty()) sendEvents(events);
     effect_->processReplacing(effect_.get(), inputPointers_.data(), outputPointers_.data(), frames);
+    isProcessing = false;
     time_.samplePos += frames;
     time_.flags = kVstTransportPlaying;
+}
+
+void PluginHost::reserveEvents(std::size_t count) {
+    midiEvents_.reserve(count);
+    eventList_.reserve(kEventListHead + count);
 }
 
 void PluginHost::sendEvents(const std::vector<BlockEvent>& events) {
     midiEvents_.clear();
     midiEvents_.reserve(events.size());
     // The list stays untouched until the block is rendered.
-    eventList_.assign(offsetof(VstEvents, events) / sizeof(VstIntPtr) + events.size(), 0);
+    eventList_.assign(kEventListHead + events.size(), 0);
     auto* const list = reinterpret_cast<VstEvents*>(eventList_.data());
     list->numEvents = static_cast<VstInt32>(events.size());
-    auto** const entries = reinterpret_cast<VstEvent**>(eventList_.data()) +
-                           offsetof(VstEvents, events) / sizeof(VstIntPtr);
+    auto** const entries = reinterpret_cast<VstEvent**>(eventList_.data()) + kEventListHead;
     for (std::size_t i = 0; i < events.size(); ++i) {
         VstMidiEvent midi = {};
         midi.type = kVstMidiType;
@@ -210,15 +228,20 @@ std::string PluginHost::text(VstInt32 opcode, VstInt32 index) const {
     return buffer;
 }
 
-VstIntPtr PluginHost::answer(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void* ptr,
-                             float) {
+VstIntPtr PluginHost::answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                             void* ptr, float) {
     PluginHost* host = loadingHost;
     if (effect && effect->resvd1 != 0) host = reinterpret_cast<PluginHost*>(effect->resvd1);
-    if (host) return host->answer(opcode, ptr);
+    if (host) return host->answer(opcode, index, value, ptr);
     return opcode == audioMasterVersion ? kVstVersion : 0;
 }
 
-VstIntPtr PluginHost::answer(VstInt32 opcode, void* ptr) {
+VstIntPtr PluginHost::processLevel() const {
+    if (!identity_.isRealtime) return kVstProcessLevelOffline;
+    return isProcessing ? kVstProcessLevelRealtime : kVstProcessLevelUser;
+}
+
+VstIntPtr PluginHost::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr) {
     switch (opcode) {
         case audioMasterVersion:
             return kVstVersion;
@@ -229,43 +252,24 @@ VstIntPtr PluginHost::answer(VstInt32 opcode, void* ptr) {
         case audioMasterGetBlockSize:
             return blockSize_;
         case audioMasterGetCurrentProcessLevel:
-            return kVstProcessLevelOffline;
+            return processLevel();
+        case audioMasterSizeWindow:
+            return sizeWindow_ && sizeWindow_(index, static_cast<int>(value));
         case audioMasterGetVendorString:
             copyText(ptr, "Tembrilon");
             return 1;
         case audioMasterGetProductString:
-            copyText(ptr, "quarzel-render");
+            copyText(ptr, identity_.product);
             return 1;
         case audioMasterCanDo:
             return std::strcmp(static_cast<const char*>(ptr), "sendVstEvents") == 0 ||
                    std::strcmp(static_cast<const char*>(ptr), "sendVstMidiEvent") == 0 ||
-                   std::strcmp(static_cast<const char*>(ptr), "sendVstTimeInfo") == 0;
+                   std::strcmp(static_cast<const char*>(ptr), "sendVstTimeInfo") == 0 ||
+                   (sizeWindow_ && std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0);
         case audioMasterGetLanguage:
             return 1;  // English
     }
     return 0;
-}
-
-std::vector<std::string> distinctNames(const std::vector<std::string>& names) {
-    std::map<std::string, int> seen;
-    std::vector<std::string> distinct;
-    for (const auto& name : names) {
-        const int count = ++seen[name];
-        distinct.push_back(count == 1 ? name : name + "#" + std::to_string(count));
-    }
-    return distinct;
-}
-
-std::vector<std::string> distinctProgramNames(PluginHost& host) {
-    std::vector<std::string> names;
-    for (int i = 0; i < host.programCount(); ++i) names.push_back(host.programName(i));
-    return distinctNames(names);
-}
-
-std::vector<std::string> distinctParameterNames(const PluginHost& host) {
-    std::vector<std::string> names;
-    for (int i = 0; i < host.parameterCount(); ++i) names.push_back(host.parameterName(i));
-    return distinctNames(names);
 }
 
 }  // namespace render

@@ -1,6 +1,8 @@
 // Loads one VST 2.4 instrument and drives it as a host does.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,12 +21,20 @@ struct BlockEvent {
 // What a chunk holds; the numbers are those of the interface.
 enum class Extent : VstInt32 { kBank = 0, kProgram = 1 };
 
-// One thread calls everything.
+// What an instrument is told about the program that plays it.
+struct HostIdentity {
+    const char* product;
+    bool isRealtime;
+};
+constexpr HostIdentity kRenderer = {"quarzel-render", false};
+
+// One thread calls everything; between resume and suspend, process may have a thread of its own.
 class PluginHost {
   public:
     // Loads and opens the instrument; sampleRate in Hz, blockSize the most frames of a block.
     // Throws Error when the file is no instrument that can be played.
-    PluginHost(const std::string& path, int sampleRate, int blockSize);
+    PluginHost(const std::string& path, int sampleRate, int blockSize,
+               const HostIdentity& identity = kRenderer);
     ~PluginHost();
     PluginHost(const PluginHost&) = delete;
     PluginHost& operator=(const PluginHost&) = delete;
@@ -32,6 +42,8 @@ class PluginHost {
     std::string name() const;
     int sampleRate() const { return sampleRate_; }
     int blockSize() const { return blockSize_; }
+    // Other ones, while suspended.
+    void setFormat(int sampleRate, int blockSize);
     int outputCount() const { return effect_->numOutputs; }
 
     VstInt32 uniqueId() const { return effect_->uniqueID; }
@@ -57,9 +69,18 @@ class PluginHost {
     // False when the instrument says that it cannot.
     bool acceptsLoading(Extent extent, VstInt32 id, int version, int count) const;
 
+    bool hasEditor() const { return (effect_->flags & effFlagsHasEditor) != 0; }
+    // Called with a width and a height in pixels when the editor wants its window resized; returns
+    // whether that was done.
+    using WindowSizer = std::function<bool(int, int)>;
+    void onSizeWindow(WindowSizer sizer) { sizeWindow_ = std::move(sizer); }
+
     // Passes one request to the instrument, with the published meaning of the arguments.
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
                        void* ptr = nullptr, float opt = 0.0f) const;
+
+    // A block with at most that many events allocates nothing.
+    void reserveEvents(std::size_t count);
 
     // Blocks are processed between these two.
     void resume();
@@ -78,13 +99,16 @@ class PluginHost {
 
     static VstIntPtr answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
                             void* ptr, float opt);
-    VstIntPtr answer(VstInt32 opcode, void* ptr);
+    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr);
+    VstIntPtr processLevel() const;
     void start(const std::string& path);
     void sendEvents(const std::vector<BlockEvent>& events);
     std::string text(VstInt32 opcode, VstInt32 index = 0) const;
 
+    HostIdentity identity_;
     int sampleRate_;
     int blockSize_;
+    WindowSizer sizeWindow_;
     VstTimeInfo time_ = {};
     platform::SharedLibrary library_;
     std::unique_ptr<AEffect, Closer> effect_;
@@ -96,10 +120,5 @@ class PluginHost {
     std::vector<VstMidiEvent> midiEvents_;
     std::vector<VstIntPtr> eventList_;  // room for a VstEvents of any length
 };
-
-// The names of a list as they are told apart: the second of two equal names gets "#2".
-std::vector<std::string> distinctNames(const std::vector<std::string>& names);
-std::vector<std::string> distinctProgramNames(PluginHost& host);
-std::vector<std::string> distinctParameterNames(const PluginHost& host);
 
 }  // namespace render

@@ -7,35 +7,17 @@
 #include <string>
 #include <vector>
 
-#include "platform/folders.h"
 #include "render/command_line.h"
 #include "render/error.h"
 #include "render/files.h"
+#include "render/instrument.h"
 #include "render/numbers.h"
 #include "render/patches.h"
 #include "render/progress_bar.h"
+#include "render/song_playback.h"
 
 namespace render {
 namespace {
-
-std::string instrumentPath(const CommandLine& line) {
-    if (!line.plugin.empty()) return line.plugin;
-    return platform::moduleFolder() + "QuarzelStrings.so";
-}
-
-// The index that text means: a number, or one of names. what is "program" or "parameter".
-int indexOf(const std::string& text, const std::vector<std::string>& names,
-            const std::string& what) {
-    if (const auto index = parseInteger(text)) {
-        if (*index >= 0 && *index < static_cast<int>(names.size())) return *index;
-        throw Error("There is no " + what + " " + text + "; they go from 0 to " +
-                    std::to_string(names.size() - 1) + ".");
-    }
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i] == text) return static_cast<int>(i);
-    }
-    throw Error("There is no " + what + " named " + text + ".");
-}
 
 void applySettings(const CommandLine& line, PluginHost& host) {
     if (line.bank) loadBank(host, *line.bank);
@@ -102,7 +84,7 @@ void renderFile(const CommandLine& line, PluginHost& host, const MidiSong& song,
                 const Surroundings& surroundings) {
     const auto begin = std::chrono::steady_clock::now();
     WavWriter writer(line.output, {line.sampleRate, channelsOf(host), line.format,
-                                   maxFramesOf(song, line.sampleRate, line.render)});
+                                   maxFramesOf(song, line.sampleRate, line.render.tailSeconds)});
     RenderStatistics statistics;
     {
         ProgressBar bar(surroundings.err, surroundings.errIsTerminal && !line.quiet);
@@ -117,7 +99,7 @@ void renderFile(const CommandLine& line, PluginHost& host, const MidiSong& song,
 
 // A file that is written must not be the song, the instrument or another written file.
 void checkWrittenFiles(const CommandLine& line) {
-    const std::string instrument = instrumentPath(line);
+    const std::string instrument = instrumentPath(line.plugin);
     std::vector<std::string> written;
     const auto check = [&](const std::string& path) {
         const bool isSong = !line.song.empty() && isSameFile(path, line.song);
@@ -156,7 +138,7 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
     const bool renders = !line.song.empty();
     MidiSong song = {};
     if (renders) song = readMidiSong(line.song);
-    PluginHost host(instrumentPath(line), line.sampleRate, line.blockSize);
+    PluginHost host(instrumentPath(line.plugin), line.sampleRate, line.blockSize);
     applySettings(line, host);
     saveState(line, host, surroundings.out);
     if (line.list) list(host, surroundings.out);

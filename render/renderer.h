@@ -11,8 +11,6 @@
 
 namespace render {
 
-constexpr double kMaxAutomaticTailSeconds = 30.0;
-
 struct RenderSettings {
     double gainDb = 0.0;
     std::optional<double> tailSeconds;  // after the song; without it, until silence
@@ -29,9 +27,6 @@ struct RenderStatistics {
 
 // Told the share of the work that is done, 0..1; returns whether to go on.
 using Progress = std::function<bool(double)>;
-
-// The most frames that a render can have: what a WavWriter has to be ready for.
-int64_t maxFramesOf(const MidiSong& song, int sampleRate, const RenderSettings& settings);
 
 // The file gets one channel for an instrument with one output, else its first two.
 int channelsOf(const PluginHost& host);

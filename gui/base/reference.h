@@ -55,14 +55,13 @@ class SharedPointer {
         : object_(std::exchange(other.object_, nullptr)) {}
     template <class U>
     SharedPointer(const SharedPointer<U>& other) : SharedPointer(other.get()) {}
-    ~SharedPointer() noexcept { reset(); }
+    ~SharedPointer() noexcept {
+        if (object_) object_->forget();
+    }
 
     SharedPointer& operator=(SharedPointer other) noexcept {
         std::swap(object_, other.object_);
         return *this;
-    }
-    void reset() {
-        if (T* const object = std::exchange(object_, nullptr)) object->forget();
     }
 
     T* get() const { return object_; }

@@ -1,5 +1,7 @@
-// Text in UTF-8, and stepping through it by characters.
+// Text in UTF-8.
 #pragma once
+
+#include "platform/utf8.h"
 
 #include <cstddef>
 #include <string>
@@ -34,18 +36,6 @@ class UTF8String {
     std::string text_;
 };
 
-namespace utf8 {
+namespace utf8 = platform::utf8;
 
-// The character at `position`, which moves behind it. A malformed byte counts as one character
-// U+FFFD. The end of the text gives 0 and stays.
-char32_t next(const std::string& text, size_t& position);
-
-// Byte positions of the neighbouring characters; the ends of the text stay.
-size_t after(const std::string& text, size_t position);
-size_t before(const std::string& text, size_t position);
-
-// Surrogates and what lies beyond U+10FFFF become U+FFFD.
-std::string encode(char32_t character);
-
-}  // namespace utf8
 }  // namespace VSTGUI

@@ -85,7 +85,7 @@ void DragControl::turnWheel(double notches, bool fine) {
 
 void DragControl::endWheelEdit() {
     if (!wheelRest_) return;
-    wheelRest_.reset();
+    wheelRest_ = nullptr;
     endEdit();
 }
 

@@ -70,7 +70,7 @@ CMouseEventResult CKnobBase::onMouseDown(CPoint& where, const CButtonState& butt
     linear_ = wanted != ((buttons & kAlt) != 0);
     beginDrag();
     anchor_ = where;
-    anchorValue_ = getValue();
+    anchorValue_ = linear_ ? getValue() : normalizedAt(where);
     anchorFine_ = (buttons & kShift) != 0;
     return kMouseEventHandled;
 }
@@ -93,11 +93,12 @@ void CKnobBase::dragLinear(const CPoint& where, bool fine) {
 }
 
 void CKnobBase::dragCircular(const CPoint& where) {
-    const float before = getValueNormalized();
     const float wanted = normalizedAt(where);
+    const float step = wanted - anchorValue_;
     // More than half the range at once has crossed the gap: stay at the end it came from.
-    const bool crossed = std::abs(wanted - before) > 0.5f;
-    setValueNormalized(crossed ? std::round(before) : wanted);
+    if (std::abs(step) > 0.5f) return setValueNormalized(step < 0 ? 1.f : 0.f);
+    anchorValue_ = wanted;
+    setValueNormalized(wanted);
 }
 
 float CKnobBase::normalizedAt(const CPoint& where) const {

@@ -60,7 +60,7 @@ class CSlider : public DragControl {
     float targetAt(const CPoint& where) const;
     void follow(const CPoint& where, bool fine);
     void rampTo(float target);
-    void stopRamp() { ramp_.reset(); }
+    void stopRamp() { ramp_ = nullptr; }
 
     static CSliderMode globalMode;
 

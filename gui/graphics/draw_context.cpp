@@ -168,6 +168,10 @@ void CDrawContext::drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle st
               RoundedRect{inner, innerRadius}, style);
 }
 
+void CDrawContext::drawGraphicsPath(CGraphicsPath* path, PathDrawMode) {
+    for (const CRect& ellipse : path->ellipses()) drawEllipse(ellipse, kDrawFilled);
+}
+
 void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
     if (state_.lineWidth <= 0) return;
     CPoint start = placed(from);

@@ -34,6 +34,16 @@ class CDrawMode {
     uint32_t mode_;
 };
 
+// Ellipses that are drawn one after the other.
+class CGraphicsPath : public AtomicReferenceCounted {
+  public:
+    void addEllipse(const CRect& rect) { ellipses_.push_back(rect); }
+    const std::vector<CRect>& ellipses() const { return ellipses_; }
+
+  private:
+    std::vector<CRect> ellipses_;
+};
+
 enum CHoriTxtAlign { kLeftText = 0, kCenterText, kRightText };
 
 // Coordinates are those of the parent of the view that is drawn; `zoom` pixels of the buffer go
@@ -67,6 +77,9 @@ class CDrawContext {
 
     void drawRect(const CRect& rect, CDrawStyle style = kDrawStroked);
     void drawEllipse(const CRect& rect, CDrawStyle style = kDrawStroked);
+    enum PathDrawMode { kPathFilled };
+    CGraphicsPath* createGraphicsPath() { return new CGraphicsPath; }  // the caller's
+    void drawGraphicsPath(CGraphicsPath* path, PathDrawMode mode = kPathFilled);
     void drawLine(const CPoint& from, const CPoint& to);
     void drawBitmap(CBitmap* picture, const CRect& dest, const CPoint& offset = CPoint(),
                     float alpha = 1.f);

@@ -38,7 +38,7 @@ void CFrame::close() {
     if (open_) input_.finish();
     open_ = false;
     removeAll();
-    idleTimer_.reset();
+    idleTimer_ = nullptr;
     timers_.close();
     if (window_) window_->close();
     frame_ = nullptr;

@@ -94,7 +94,7 @@ void FrameInput::deliver(Event& event) {
 
 void FrameInput::forgetView(CView* view) {
     if (focus_ == view) setFocusView(nullptr);
-    if (dragged_ == view) dragged_.reset();
+    if (dragged_ == view) dragged_ = nullptr;
     if (contains(hovered_, view)) {
         eraseFrom(hovered_, view);
         enterOrLeave(view, false);
@@ -241,7 +241,7 @@ void FrameInput::pointerMoved(CPoint where, CButtonState state) {
         if (event.consumed) return;
         const auto target = shared(dragged_ ? dragged_.get() : mouseTarget());
         target->dispatchEvent(event);
-        if (event.ignoreFollowUpMoveAndUpEvents()) dragged_.reset();
+        if (event.ignoreFollowUpMoveAndUpEvents()) dragged_ = nullptr;
     });
 }
 

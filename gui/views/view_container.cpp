@@ -40,7 +40,7 @@ bool CViewContainer::removeView(CView* view, bool withForget) {
     const SharedPointer<CView> alive = *at;
     view->invalid();
     children_.erase(at);
-    if (pressed_ == view) pressed_.reset();
+    if (pressed_ == view) pressed_ = nullptr;
     if (view->isAttached()) view->removed(this);
     return true;
 }
@@ -193,7 +193,7 @@ void CViewContainer::onMouseMoveEvent(MouseMoveEvent& event) {
     }
     const ShiftedEvent shifted(event, toChildren(event.mousePosition));
     SharedPointer<CView>(pressed_)->dispatchEvent(event);
-    if (event.ignoreFollowUpMoveAndUpEvents()) pressed_.reset();
+    if (event.ignoreFollowUpMoveAndUpEvents()) pressed_ = nullptr;
 }
 
 void CViewContainer::onMouseUpEvent(MouseUpEvent& event) {

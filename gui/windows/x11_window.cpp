@@ -1,12 +1,11 @@
 // The window on X11: a child window on a connection of its own, served from CFrame::idle.
 #include "gui/windows/native_window.h"
 #include "gui/windows/x11_keyboard.h"
-#include "gui/windows/x11_pixels.h"
+#include "platform/x11_pixels.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
-#include <vector>
 
 namespace VSTGUI {
 namespace {
@@ -70,16 +69,14 @@ const xcb_screen_t* screenOf(const xcb_setup_t* setup, xcb_window_t root) {
 
 class X11Window final : public NativeWindow {
   public:
-    X11Window(Connection connection, const xcb_screen_t& screen, const X11PixelFormat& format,
-              WindowClient& client)
+    X11Window(Connection connection, const platform::X11PixelFormat& format, WindowClient& client)
         : connection_(std::move(connection)),
           format_(format),
           keyboard_(connection_.get()),
           client_(client),
           colormap_(xcb_generate_id(link())),
           window_(xcb_generate_id(link())),
-          graphics_(xcb_generate_id(link())),
-          depth_(screen.root_depth) {}
+          graphics_(xcb_generate_id(link())) {}
     ~X11Window() override { close(); }
 
     bool create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height);
@@ -100,15 +97,13 @@ class X11Window final : public NativeWindow {
     void deliverMotion();
 
     Connection connection_;  // null once closed
-    X11PixelFormat format_;
+    platform::X11PixelFormat format_;
     X11Keyboard keyboard_;
     WindowClient& client_;
     xcb_colormap_t colormap_;
     xcb_window_t window_;
     xcb_gcontext_t graphics_;
-    uint8_t depth_;
     std::optional<xcb_motion_notify_event_t> motion_;  // only the last of a row of moves counts
-    std::vector<uint8_t> rows_;                        // packed for the server
 };
 
 // The parent may be 32 bits deep; colormap, border and the root's own visual make the child differ.
@@ -147,18 +142,10 @@ void X11Window::resize(int width, int height) {
 void X11Window::show(const PixelBuffer& picture, const IntRect& wanted) {
     const IntRect area = wanted.common(picture.bounds());
     if (!isOpen() || area.isEmpty()) return;
-    constexpr size_t kRequestHead = 64;
-    const size_t limit = size_t{xcb_get_maximum_request_length(link())} * 4 - kRequestHead;
-    const size_t fitting = limit / format_.bytesPerRow(area.width());
-    const int rowsAtOnce = static_cast<int>(std::clamp<size_t>(fitting, 1, area.height()));
-    for (int top = area.top; top < area.bottom; top += rowsAtOnce) {
-        const IntRect strip{area.left, top, area.right, std::min(top + rowsAtOnce, area.bottom)};
-        format_.pack(picture, strip, rows_);
-        xcb_put_image(link(), XCB_IMAGE_FORMAT_Z_PIXMAP, window_, graphics_,
-                      static_cast<uint16_t>(strip.width()), static_cast<uint16_t>(strip.height()),
-                      static_cast<int16_t>(strip.left), static_cast<int16_t>(strip.top), 0, depth_,
-                      static_cast<uint32_t>(rows_.size()), rows_.data());
-    }
+    const platform::PixelRows rows{picture.row(area.top) + area.left,
+                                   static_cast<size_t>(picture.width()), area.width(),
+                                   area.height()};
+    format_.put(link(), window_, graphics_, rows, area.left, area.top);
     xcb_flush(link());
 }
 
@@ -277,10 +264,10 @@ std::unique_ptr<NativeWindow> openNativeWindow(void* parent, int width, int heig
     if (!tree) return nullptr;
     const xcb_screen_t* const screen = screenOf(xcb_get_setup(link), tree->root);
     if (!screen) return nullptr;
-    const auto format = X11PixelFormat::of(*xcb_get_setup(link), *screen);
+    const auto format = platform::X11PixelFormat::of(*xcb_get_setup(link), *screen);
     if (!format) return nullptr;
 
-    auto window = std::make_unique<X11Window>(std::move(connection), *screen, *format, client);
+    auto window = std::make_unique<X11Window>(std::move(connection), *format, client);
     if (!window->create(*screen, parentId, std::max(width, 1), std::max(height, 1))) return nullptr;
     return window;
 }

@@ -114,7 +114,7 @@ TEST_F(GuiTest, TimersRepeatUntilTheyAreStoppedOrReleased) {
     EXPECT_FALSE(timer->start());
     clock.run(*frame, 40);
     EXPECT_EQ(calls, 6);
-    timer.reset();
+    timer = nullptr;
     clock.run(*frame, 200);
     EXPECT_EQ(calls, 6);
 }
@@ -125,8 +125,8 @@ TEST_F(GuiTest, TimersMayStopAndReleaseThemselvesAndOthers) {
     SharedPointer<CVSTGUITimer> first = makeOwned<CVSTGUITimer>(
         [&](CVSTGUITimer*) {
             ++calls;
-            first.reset();
-            second.reset();
+            first = nullptr;
+            second = nullptr;
         },
         10);
     second = makeOwned<CVSTGUITimer>([&](CVSTGUITimer*) { calls += 100; }, 10);

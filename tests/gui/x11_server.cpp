@@ -96,6 +96,30 @@ void X11Server::destroyWindow(xcb_window_t window) {
     std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
+void X11Server::askTopWindowToClose() {
+    const auto atom = [this](const std::string& name) {
+        const auto request =
+            xcb_intern_atom(connection_, 0, static_cast<uint16_t>(name.size()), name.c_str());
+        auto* const reply = xcb_intern_atom_reply(connection_, request, nullptr);
+        const xcb_atom_t result = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+        std::free(reply);
+        return result;
+    };
+    auto* const tree =
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, screen_->root), nullptr);
+    if (!tree || tree->children_len == 0) std::abort();
+    xcb_client_message_event_t event = {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = xcb_query_tree_children(tree)[tree->children_len - 1];
+    event.type = atom("WM_PROTOCOLS");
+    event.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(connection_, 0, event.window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&event));
+    xcb_flush(connection_);
+    std::free(tree);
+}
+
 void X11Server::drive(const std::string& command) const {
     if (std::system(("xdotool " + command).c_str()) != 0) std::abort();
 }

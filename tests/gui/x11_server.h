@@ -23,6 +23,9 @@ class X11Server {
     // A mapped top-level window; depth 0 is the screen's own.
     xcb_window_t makeWindow(int x, int y, int width, int height, int depth = 0);
     void destroyWindow(xcb_window_t window);
+    // What a window manager sends to the top-level window in front when its close button is
+    // pressed.
+    void askTopWindowToClose();
     // Words of an xdotool command line.
     void drive(const std::string& command) const;
     // The screen's content as 32-bit words, row by row; empty if the server refuses.

@@ -22,6 +22,7 @@ namespace {
 
 using VSTGUI::CPoint;
 namespace headless = VSTGUI::headless;
+using namespace plugin;  // the names of keys
 
 // The library's folder with a skin of one linear knob ("Pan") and a note display.
 class HostedEditor : public testing::Test {
@@ -151,8 +152,10 @@ TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
     EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);
     ASSERT_EQ(open(), 1);
     EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);  // the host's own: nothing has the focus
+    EXPECT_EQ(dispatch(effKeysRequired), 1);       // which means no
     headless::click(frame(), CPoint(150, 60));
     headless::click(frame(), CPoint(150, 60), VSTGUI::kLButton | VSTGUI::kDoubleClick);
+    EXPECT_EQ(dispatch(effKeysRequired), 0);
     const struct {
         VstInt32 character;
         VstIntPtr virt;
@@ -165,6 +168,7 @@ TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
         EXPECT_EQ(key(effEditKeyUp, row.character, row.virt, row.modifiers), 1);
     }
     EXPECT_EQ(key(effEditKeyDown, 0, VKEY_RETURN, 0), 1);
+    EXPECT_EQ(dispatch(effKeysRequired), 1);
     char name[64] = {};
     dispatch(effGetProgramName, 0, name);
     EXPECT_STREQ(name, "Sol 7_");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "render/error.h"
+#include "render/instrument.h"
 #include "tests/render/scratch_folder.h"
 
 namespace {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "render/error.h"
+#include "render/song_playback.h"
 #include "tests/render/midi_bytes.h"
 #include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
@@ -38,7 +39,7 @@ Rendered render_(const render::MidiSong& song, const RenderSettings& settings, i
     for (const auto& [index, value] : parameters) host.setParameter(index, value);
     render::WavWriter writer(folder.path("a.wav"),
                              {kRate, render::channelsOf(host), render::SampleFormat::kFloat32,
-                              render::maxFramesOf(song, kRate, settings)});
+                              render::maxFramesOf(song, kRate, settings.tailSeconds)});
     const auto statistics =
         render::renderSong(song, host, writer, settings, [](double) { return true; });
     return {statistics, WavFile(folder.path("a.wav"))};

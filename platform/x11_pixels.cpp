@@ -1,9 +1,10 @@
-// Packs pixels the way an X server's visual wants them.
-#include "gui/windows/x11_pixels.h"
+// Sends pixels to an X server the way the visual of its screen wants them.
+#include "platform/x11_pixels.h"
 
+#include <algorithm>
 #include <cstring>
 
-namespace VSTGUI {
+namespace platform {
 namespace {
 
 const xcb_visualtype_t* rootVisual(const xcb_screen_t& screen) {
@@ -37,6 +38,7 @@ std::optional<X11PixelFormat> X11PixelFormat::of(const xcb_setup_t& setup,
         result.masks_[0] = visual->red_mask;
         result.masks_[1] = visual->green_mask;
         result.masks_[2] = visual->blue_mask;
+        result.depth_ = screen.root_depth;
         result.bytesPerPixel_ = format.data->bits_per_pixel / 8;
         result.rowPadding_ = format.data->scanline_pad / 8;
         result.highByteFirst_ = setup.image_byte_order == XCB_IMAGE_ORDER_MSB_FIRST;
@@ -58,19 +60,19 @@ uint32_t X11PixelFormat::packed(uint32_t pixel) const {
            underMask(pixel & 255, masks_[2]);
 }
 
-void X11PixelFormat::pack(const PixelBuffer& picture, const IntRect& area,
-                          std::vector<uint8_t>& packedRows) const {
-    const size_t rowBytes = bytesPerRow(area.width());
-    packedRows.assign(rowBytes * area.height(), 0);
+// Each row is padded as the server demands.
+void X11PixelFormat::pack(const PixelRows& rows, std::vector<uint8_t>& packedRows) const {
+    const size_t rowBytes = bytesPerRow(rows.width);
+    packedRows.assign(rowBytes * rows.height, 0);
     uint8_t* row = packedRows.data();
-    for (int y = area.top; y < area.bottom; ++y, row += rowBytes) {
-        const uint32_t* const from = picture.row(y) + area.left;
+    const uint32_t* from = rows.first;
+    for (int y = 0; y < rows.height; ++y, row += rowBytes, from += rows.stride) {
         if (asStored_) {
-            std::memcpy(row, from, static_cast<size_t>(area.width()) * 4);
+            std::memcpy(row, from, static_cast<size_t>(rows.width) * 4);
             continue;
         }
         uint8_t* to = row;
-        for (int x = 0; x < area.width(); ++x, to += bytesPerPixel_) {
+        for (int x = 0; x < rows.width; ++x, to += bytesPerPixel_) {
             const uint32_t pixel = packed(from[x]);
             for (int i = 0; i < bytesPerPixel_; ++i)
                 to[highByteFirst_ ? bytesPerPixel_ - 1 - i : i] =
@@ -79,4 +81,23 @@ void X11PixelFormat::pack(const PixelBuffer& picture, const IntRect& area,
     }
 }
 
-}  // namespace VSTGUI
+void X11PixelFormat::put(xcb_connection_t* connection, xcb_window_t window, xcb_gcontext_t graphics,
+                         const PixelRows& rows, int left, int top) const {
+    if (rows.width <= 0 || rows.height <= 0) return;
+    constexpr size_t kRequestHead = 64;
+    const size_t limit = size_t{xcb_get_maximum_request_length(connection)} * 4 - kRequestHead;
+    const size_t fitting = limit / bytesPerRow(rows.width);
+    const int rowsAtOnce = static_cast<int>(std::clamp<size_t>(fitting, 1, rows.height));
+    std::vector<uint8_t> packedRows;
+    for (int y = 0; y < rows.height; y += rowsAtOnce) {
+        const PixelRows strip{rows.first + y * rows.stride, rows.stride, rows.width,
+                              std::min(rowsAtOnce, rows.height - y)};
+        pack(strip, packedRows);
+        xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, graphics,
+                      static_cast<uint16_t>(strip.width), static_cast<uint16_t>(strip.height),
+                      static_cast<int16_t>(left), static_cast<int16_t>(top + y), 0, depth_,
+                      static_cast<uint32_t>(packedRows.size()), packedRows.data());
+    }
+}
+
+}  // namespace platform

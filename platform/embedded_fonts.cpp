@@ -1,5 +1,5 @@
 // The TrueType files that are built into the module. The build hands in their folder.
-#include "gui/graphics/embedded_fonts.h"
+#include "platform/embedded_fonts.h"
 
 #ifdef __ELF__
 #define QUARZEL_READ_ONLY ".section .rodata.fonts,\"a\",@progbits\n"
@@ -21,11 +21,11 @@ QUARZEL_EMBED(quarzelSansBold, "LiberationSans-Bold.ttf");
 QUARZEL_EMBED(quarzelSansItalic, "LiberationSans-Italic.ttf");
 QUARZEL_EMBED(quarzelSansBoldItalic, "LiberationSans-BoldItalic.ttf");
 
-namespace VSTGUI {
+namespace platform {
 
 const uint8_t* embeddedFont(bool bold, bool italic) {
     if (bold) return italic ? quarzelSansBoldItalic : quarzelSansBold;
     return italic ? quarzelSansItalic : quarzelSansRegular;
 }
 
-}  // namespace VSTGUI
+}  // namespace platform

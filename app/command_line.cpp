@@ -1,0 +1,88 @@
+// Reads the command line with CLI11, and its numbers without the locale.
+#include "app/command_line.h"
+
+#include <algorithm>
+
+#include <CLI/CLI.hpp>
+
+#include "app/midi_inputs.h"
+#include "render/error.h"
+#include "render/option_values.h"
+
+namespace app {
+namespace {
+
+// The options as they were typed.
+struct Typed {
+    std::optional<std::string> rate, block;
+    bool noWindow = false;
+};
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const auto& name : names) text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
+void declare(CLI::App& app, CommandLine& line, Typed& typed) {
+    app.set_version_flag("--version", "quarzel " QUARZEL_VERSION, "Print the version and leave");
+    app.add_option("SONG.mid", line.song, "Standard MIDI file to play")->type_name("");
+    app.add_option("--plugin", line.plugin,
+                   "VST 2.4 instrument (default: QuarzelStrings.so beside this program, else in "
+                   "../lib/vst)")
+        ->type_name("FILE");
+    app.add_option("--bank", line.bank, "Load a bank in place of the one of the last run")
+        ->type_name("FILE.fxb");
+    app.add_option("--program", line.program, "Program to begin with")->type_name("N|NAME");
+    app.add_option("--api", line.audio.api, "Audio through: " + joined(audioApis()))
+        ->type_name("NAME");
+    app.add_option("--device", line.audio.device, "Audio output, or a part of its name")
+        ->type_name("NAME");
+    app.add_option("--rate", typed.rate, "Sample rate, 8000 to 768000 (default: the device's)")
+        ->type_name("HZ");
+    app.add_option("--block", typed.block, "Frames a block, 16 to 8192 (default: 256)")
+        ->type_name("FRAMES");
+    app.add_option("--midi-api", line.midiApi, "MIDI through: " + joined(midiApis()))
+        ->type_name("NAME");
+    app.add_option("--midi-port", line.midiPort,
+                   "Listen to the ports with this in their names only (default: all)")
+        ->type_name("NAME");
+    app.add_flag("--list-devices", line.listsDevices, "Print audio outputs and MIDI ports");
+    app.add_flag("--no-window", typed.noWindow,
+                 "Show no editor; with a song, leave when it has ended");
+}
+
+void checkApi(const char* option, const std::string& name, const std::vector<std::string>& known) {
+    if (name.empty() || std::find(known.begin(), known.end(), name) != known.end()) return;
+    throw render::UsageError(std::string(option) + ": " + name + " is none of " + joined(known));
+}
+
+}  // namespace
+
+CommandLine parseCommandLine(int argc, const char* const* argv) {
+    CommandLine line;
+    Typed typed;
+    CLI::App app(
+        "Plays the string-ensemble synthesizer from MIDI ports, the computer keyboard and files.",
+        "quarzel");
+    declare(app, line, typed);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        line.answer = app.help();
+        return line;
+    } catch (const CLI::CallForVersion& version) {
+        line.answer = std::string(version.what()) + "\n";
+        return line;
+    } catch (const CLI::ParseError& error) {
+        throw render::UsageError(error.what());
+    }
+    checkApi("--api", line.audio.api, audioApis());
+    checkApi("--midi-api", line.midiApi, midiApis());
+    if (typed.rate) line.audio.rate = render::readInteger("--rate", *typed.rate, 8000, 768000);
+    if (typed.block) line.audio.blockSize = render::readInteger("--block", *typed.block, 16, 8192);
+    line.hasWindow = !typed.noWindow;
+    return line;
+}
+
+}  // namespace app

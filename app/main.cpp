@@ -1,0 +1,27 @@
+// quarzel, the standalone application: the instrument with a window, sound and MIDI of its own.
+#include <csignal>
+#include <iostream>
+
+#include "app/program.h"
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free);  // or a signal could not set it
+
+// The second time ends the program at once.
+void interrupt(int number) {
+    interrupted = true;
+    std::signal(number, SIG_DFL);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGINT, interrupt);
+    std::signal(SIGTERM, interrupt);
+    std::signal(SIGHUP, interrupt);
+    std::signal(SIGPIPE, SIG_IGN);  // a server that dies is a device that is gone
+    std::ostream err(std::cerr.rdbuf());
+    return app::run(argc, argv, {std::cout, err, interrupted});
+}

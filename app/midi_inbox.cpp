@@ -1,0 +1,41 @@
+// Sorting messages into a block by the time they came.
+#include "app/midi_inbox.h"
+
+#include <algorithm>
+
+namespace app {
+namespace {
+
+int frameOf(Clock::time_point arrival, const BlockWindow& window) {
+    const double length = std::chrono::duration<double>(window.end - window.begin).count();
+    const double offset = std::chrono::duration<double>(arrival - window.begin).count();
+    if (length <= 0.0 || offset <= 0.0) return 0;
+    return static_cast<int>(std::min(offset / length * window.frames, window.frames - 1.0));
+}
+
+}  // namespace
+
+void MidiInbox::takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window) {
+    const auto isBefore = [](int frame, const render::BlockEvent& event) {
+        return frame < event.frame;
+    };
+    for (auto& lane : lanes_) {
+        // The order within a lane holds even where the clock of its messages does not.
+        int earliest = 0;
+        Letter letter;
+        while (events.size() < events.capacity() && lane.pop(letter)) {
+            earliest = std::max(earliest, frameOf(letter.arrival, window));
+            const auto place = std::upper_bound(events.begin(), events.end(), earliest, isBefore);
+            events.insert(place, {earliest, letter.message});
+        }
+    }
+}
+
+void MidiInbox::clear() {
+    Letter letter;
+    for (auto& lane : lanes_) {
+        while (lane.pop(letter)) continue;
+    }
+}
+
+}  // namespace app

@@ -1,0 +1,173 @@
+// Polls RtMidi for ports and hands their channel messages on.
+#include "app/midi_inputs.h"
+
+#include <algorithm>
+
+#include <RtMidi.h>
+
+namespace app {
+namespace {
+
+constexpr const char* kApiNames[] = {"alsa", "jack"};
+constexpr const char* kClientName = "Quarzel Strings MIDI";
+constexpr int kOwnLane = 1;
+constexpr int kFirstPortLane = 2;
+
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+std::vector<std::string> portNames(RtMidiIn& input) {
+    std::vector<std::string> names;
+    const unsigned count = input.getPortCount();
+    for (unsigned i = 0; i < count; ++i) names.push_back(input.getPortName(i));
+    return names;
+}
+
+// Null when the API does not work here.
+std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
+    try {
+        auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
+        // JACK without a server only warns, here and whenever it is asked for ports.
+        bool hasFailed = false;
+        input->setErrorCallback([](RtMidiError::Type, const std::string&,
+                                   void* flag) { *static_cast<bool*>(flag) = true; },
+                                &hasFailed);
+        input->getPortCount();
+        input->setErrorCallback([](RtMidiError::Type, const std::string&, void*) {});
+        return hasFailed ? nullptr : std::move(input);
+    } catch (const RtMidiError&) {
+        return nullptr;
+    }
+}
+
+// Runs on a thread of RtMidi's.
+void receive(const std::vector<unsigned char>& bytes, MidiInbox& inbox, int lane) {
+    const bool isChannelMessage = !bytes.empty() && bytes[0] >= 0x80 && bytes[0] < 0xf0;
+    if (!isChannelMessage || bytes.size() > 3) return;
+    render::MidiMessage message = {};
+    std::copy(bytes.begin(), bytes.end(), message.begin());
+    inbox.post(lane, message);
+}
+
+}  // namespace
+
+std::vector<std::string> midiApis() {
+    std::vector<std::string> names;
+    for (const char* const name : kApiNames) {
+        if (RtMidi::getCompiledApiByName(name) != RtMidi::UNSPECIFIED) names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<MidiPorts> midiPorts() {
+    std::vector<MidiPorts> all;
+    for (const auto& api : midiApis()) {
+        const auto input = tryApi(api);
+        all.push_back({api, input ? portNames(*input) : std::vector<std::string>{}});
+    }
+    return all;
+}
+
+MidiInputs::MidiInputs(MidiInbox& inbox, std::string api, std::string portName, Say say)
+    : inbox_(inbox),
+      wantedApi_(std::move(api)),
+      portName_(std::move(portName)),
+      say_(std::move(say)) {
+    for (int lane = 0; lane < MidiInbox::kLanes; ++lane) receivers_.push_back({&inbox, lane});
+    connect();
+}
+
+MidiInputs::~MidiInputs() = default;
+
+void MidiInputs::connect() {
+    const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
+    for (const auto& api : apis) {
+        directory_ = tryApi(api);
+        if (!directory_) continue;
+        api_ = api;
+        ownPort_ = makeInput();
+        listenOn(*ownPort_, kOwnLane);
+        ownPort_->openVirtualPort("in");
+        return;
+    }
+}
+
+std::unique_ptr<RtMidiIn> MidiInputs::makeInput() const {
+    return tryApi(api_);
+}
+
+void MidiInputs::listenOn(RtMidiIn& input, int lane) {
+    input.setCallback(
+        [](double, std::vector<unsigned char>* bytes, void* user) {
+            const auto& receiver = *static_cast<const Receiver*>(user);
+            receive(*bytes, *receiver.inbox, receiver.lane);
+        },
+        &receivers_[lane]);
+}
+
+void MidiInputs::restart() {
+    if (api_ != "jack") return;
+    dropMissing({});
+    ownPort_.reset();
+    directory_.reset();
+    connect();
+}
+
+void MidiInputs::poll() {
+    if (!directory_) return connect();
+    const auto names = portNames(*directory_);
+    const bool allGo = names.empty() && !ports_.empty();
+    dropMissing(names);
+    if (allGo) return restart();
+    for (unsigned number = 0; number < names.size(); ++number) {
+        const auto& name = names[number];
+        if (name.find(portName_) == std::string::npos) continue;
+        const auto isThat = [&](const Port& port) { return port.name == name; };
+        if (std::none_of(ports_.begin(), ports_.end(), isThat)) open(number, name);
+    }
+}
+
+int MidiInputs::freeLane() const {
+    for (int lane = kFirstPortLane; lane < MidiInbox::kLanes; ++lane) {
+        const auto takes = [lane](const Port& port) { return port.lane == lane; };
+        if (std::none_of(ports_.begin(), ports_.end(), takes)) return lane;
+    }
+    return -1;
+}
+
+void MidiInputs::open(unsigned number, const std::string& name) {
+    const int lane = freeLane();
+    auto input = lane < 0 ? nullptr : makeInput();
+    if (input && portNames(*input).size() > number && input->getPortName(number) == name) {
+        listenOn(*input, lane);
+        input->openPort(number, "in");
+    }
+    if (!input || !input->isPortOpen()) {
+        if (contains(refused_, name)) return;
+        refused_.push_back(name);
+        return say_("The MIDI port " + name + " cannot be opened.");
+    }
+    refused_.erase(std::remove(refused_.begin(), refused_.end(), name), refused_.end());
+    ports_.push_back({name, lane, std::move(input)});
+    say_("Listening to the MIDI port " + name + ".");
+}
+
+void MidiInputs::dropMissing(const std::vector<std::string>& names) {
+    const auto isGone = [&](const std::string& name) { return !contains(names, name); };
+    refused_.erase(std::remove_if(refused_.begin(), refused_.end(), isGone), refused_.end());
+    for (auto port = ports_.begin(); port != ports_.end();) {
+        if (!isGone(port->name)) {
+            ++port;
+            continue;
+        }
+        const std::string name = port->name;
+        port = ports_.erase(port);
+        // Nobody else will let its keys and its pedal go.
+        inbox_.post(MidiInbox::kPlayerLane, {0xb0, 64, 0});
+        inbox_.post(MidiInbox::kPlayerLane, {0xb0, 123, 0});
+        say_("The MIDI port " + name + " is gone.");
+    }
+}
+
+}  // namespace app

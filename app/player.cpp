@@ -1,0 +1,99 @@
+// Rendering one block after the other, without allocating or waiting.
+#include "app/player.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace app {
+namespace {
+
+constexpr double kFadeSeconds = 0.02;
+constexpr double kLoadSmoothing = 0.05;                                      // of a block's load
+constexpr render::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // pedal and keys up
+
+}  // namespace
+
+Player::Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song)
+    : host_(host), inbox_(inbox), song_(song), songHasEnded_(song == nullptr) {
+    const std::size_t songEvents = song ? song->events.size() : 0;
+    events_.reserve(songEvents + std::size(kSilence) + MidiInbox::kMaxMessagesPerBlock);
+    host.reserveEvents(events_.capacity());
+}
+
+void Player::start() {
+    const int rate = host_.sampleRate();
+    if (song_) {
+        if (songRate_ > 0 && songRate_ != rate) songFrame_ = songFrame_ * rate / songRate_;
+        songRate_ = rate;
+        feed_.emplace(*song_, rate);
+        feed_->skipTo(songFrame_);
+        ending_.emplace(*song_, rate, std::nullopt);
+    }
+    inbox_.clear();
+    lastBlock_ = Clock::now();
+    host_.resume();
+}
+
+void Player::stop() {
+    host_.suspend();
+    load_ = 0.0;
+    wasStopped_ = true;
+}
+
+void Player::render(float* left, float* right, int frames, bool late) {
+    const auto begin = Clock::now();
+    if (late) lateBlocks_.fetch_add(1, std::memory_order_relaxed);
+    if (frames > host_.blockSize()) {
+        std::fill_n(left, frames, 0.0f);
+        std::fill_n(right, frames, 0.0f);
+        return;
+    }
+    collectEvents({lastBlock_, begin, frames});
+    lastBlock_ = begin;
+    host_.process(events_, frames);
+    followSong(host_.output(0), host_.output(host_.outputCount() > 1 ? 1 : 0), frames);
+    putOut(left, right, frames);
+
+    const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+    const double load = load_.load(std::memory_order_relaxed);
+    load_.store(load + (seconds * host_.sampleRate() / frames - load) * kLoadSmoothing,
+                std::memory_order_relaxed);
+}
+
+void Player::collectEvents(const BlockWindow& window) {
+    events_.clear();
+    if (std::exchange(wasStopped_, false)) {
+        for (const auto& message : kSilence) events_.push_back({0, message});
+    }
+    if (feed_) {
+        const auto& song = feed_->eventsBetween(songFrame_, songFrame_ + window.frames);
+        events_.insert(events_.end(), song.begin(), song.end());
+    }
+    inbox_.takeInto(events_, window);
+}
+
+void Player::putOut(float* left, float* right, int frames) {
+    const float* const hostLeft = host_.output(0);
+    const float* const hostRight = host_.output(host_.outputCount() > 1 ? 1 : 0);
+    const bool fading = fading_.load(std::memory_order_relaxed);
+    const auto step = static_cast<float>(1.0 / (kFadeSeconds * host_.sampleRate()));
+    for (int i = 0; i < frames; ++i) {
+        if (fading) gain_ = std::max(gain_ - step, 0.0f);
+        left[i] = hostLeft[i] * gain_;
+        right[i] = hostRight[i] * gain_;
+    }
+    if (gain_ == 0.0f) faded_.store(true, std::memory_order_relaxed);
+}
+
+void Player::followSong(const float* left, const float* right, int frames) {
+    if (!feed_) return;
+    for (int i = 0; i < frames; ++i) {
+        ending_->hear(songFrame_ + i, left[i]);
+        ending_->hear(songFrame_ + i, right[i]);
+    }
+    songFrame_ += frames;
+    if (songFrame_ >= ending_->end()) songHasEnded_.store(true, std::memory_order_relaxed);
+}
+
+}  // namespace app

@@ -1,0 +1,62 @@
+// The state as a bank file beside the settings.
+#include "app/saved_state.h"
+
+#include <cstdint>
+#include <cstdio>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "render/error.h"
+#include "render/files.h"
+#include "render/patches.h"
+
+namespace app {
+namespace {
+
+// Where the settings lie too. Empty when the system has no place for them.
+std::string settingsFolder() {
+    const auto base = platform::applicationDataFolder();
+    if (!base) return {};
+    const std::string company = *base + "/Tembrilon";
+    const std::string folder = company + "/Quarzel Strings";
+    platform::createFolder(company);
+    platform::createFolder(folder);
+    return folder;
+}
+
+std::string hexadecimal(uint32_t number) {
+    char text[9];
+    std::snprintf(text, sizeof text, "%08x", number);
+    return text;
+}
+
+}  // namespace
+
+SavedState::SavedState(render::PluginHost& host) : host_(host) {
+    const std::string folder = settingsFolder();
+    if (folder.empty()) return;
+    path_ = folder + "/standalone-" + hexadecimal(static_cast<uint32_t>(host.uniqueId())) + ".fxb";
+}
+
+void SavedState::load() {
+    if (path_.empty() || !platform::fileExists(path_)) return;
+    try {
+        render::loadBank(host_, path_);
+    } catch (const render::Error& error) {
+        const std::string aside = path_ + ".damaged";
+        std::rename(path_.c_str(), aside.c_str());
+        throw render::Error(std::string(error.what()) + " It is kept as " + aside +
+                            "; the default bank is played.");
+    }
+    saved_ = render::bankBytes(host_);
+}
+
+void SavedState::save() {
+    if (path_.empty()) throw render::Error("There is no folder to keep the state in.");
+    std::string bytes = render::bankBytes(host_);
+    if (bytes == saved_) return;
+    render::writeWhole(path_, bytes);
+    saved_ = std::move(bytes);
+}
+
+}  // namespace app

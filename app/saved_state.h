@@ -1,0 +1,27 @@
+// The bank and the current program, kept between runs.
+#pragma once
+
+#include <string>
+
+#include "render/plugin_host.h"
+
+namespace app {
+
+// A bank file of the user's, one for every instrument.
+class SavedState {
+  public:
+    explicit SavedState(render::PluginHost& host);
+
+    // Puts the state of the last run in place, if there is one. Throws render::Error, after
+    // setting the file aside, when it cannot be used.
+    void load();
+    // Writes the file if anything has changed since load or the last save. Throws render::Error.
+    void save();
+
+  private:
+    render::PluginHost& host_;
+    std::string path_;   // empty: there is no folder to keep it in
+    std::string saved_;  // bytes of the file
+};
+
+}  // namespace app

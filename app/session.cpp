@@ -1,0 +1,182 @@
+// Holds the parts together and keeps them going.
+#include "app/session.h"
+
+#include <thread>
+
+#include "render/error.h"
+#include "render/instrument.h"
+#include "render/numbers.h"
+#include "render/patches.h"
+
+namespace app {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kTurn = 33ms;  // of the editor's idle
+constexpr auto kWatchInterval = 500ms;
+constexpr auto kPollInterval = 1s;
+constexpr auto kRetryInterval = 2s;
+constexpr auto kSaveInterval = 30s;
+constexpr auto kFadePatience = 300ms;
+constexpr int kFirstRate = 48000;  // until a device is open
+constexpr render::HostIdentity kIdentity = {"quarzel", true};
+
+// Says when something is due that is done again and again.
+class Every {
+  public:
+    explicit Every(Clock::duration interval) : interval_(interval) {}
+
+    bool isDue() {
+        const auto now = Clock::now();
+        if (now < next_) return false;
+        next_ = now + interval_;
+        return true;
+    }
+
+  private:
+    Clock::duration interval_;
+    Clock::time_point next_;
+};
+
+std::optional<render::MidiSong> readSong(const std::string& path) {
+    if (path.empty()) return std::nullopt;
+    return render::readMidiSong(path);
+}
+
+}  // namespace
+
+Session::Session(const CommandLine& line, const Surroundings& surroundings)
+    : line_(line),
+      surroundings_(surroundings),
+      song_(readSong(line.song)),
+      host_(render::instrumentPath(line.plugin), line.audio.rate.value_or(kFirstRate),
+            line.audio.blockSize, kIdentity),
+      state_(host_),
+      player_(host_, inbox_, song_ ? &*song_ : nullptr),
+      output_([this](float* left, float* right, int frames, bool late) {
+          player_.render(left, right, frames, late);
+      }),
+      midi_(inbox_, line.midiApi, line.midiPort, [this](const std::string& text) { say(text); }),
+      keyboard_([this](const render::MidiMessage& message) {
+          inbox_.post(MidiInbox::kPlayerLane, message);
+      }) {
+    loadState();
+    if (line.hasWindow) openWindow();
+}
+
+Session::~Session() {
+    closeAudio();
+}
+
+void Session::loadState() {
+    try {
+        state_.load();
+    } catch (const render::Error& error) {
+        say(error.what());
+    }
+    if (line_.bank) render::loadBank(host_, *line_.bank);
+    if (!line_.program) return;
+    const auto names = render::distinctProgramNames(host_);
+    host_.setProgram(render::indexOf(*line_.program, names, "program"));
+}
+
+void Session::openWindow() {
+    try {
+        window_.emplace(host_, keyboard_);
+    } catch (const render::Error& error) {
+        say(error.what());
+    }
+}
+
+void Session::run() {
+    Every watch(kWatchInterval);
+    Every poll(kPollInterval);
+    Every save(kSaveInterval);
+    save.isDue();  // not before the first interval is over
+    while (!surroundings_.interrupted) {
+        if (watch.isDue()) {
+            watchAudio();
+            if (window_) window_->setTitle(title());
+        }
+        if (poll.isDue()) midi_.poll();
+        if (save.isDue()) saveState();
+        if (window_) {
+            if (!window_->serve(kTurn)) break;
+        } else {
+            if (song_ && player_.songHasEnded()) break;
+            std::this_thread::sleep_for(kTurn);
+        }
+    }
+    player_.fadeOut();
+    const auto end = Clock::now() + kFadePatience;
+    while (output_.isOpen() && !player_.isFaded() && Clock::now() < end) {
+        std::this_thread::sleep_for(5ms);
+    }
+    closeAudio();
+    saveState();
+}
+
+void Session::watchAudio() {
+    if (output_.isOpen() && !output_.isAlive()) {
+        closeAudio();
+        audioTrouble_ = "The audio device is gone.";
+        say(audioTrouble_);
+        midi_.restart();
+    }
+    if (output_.isOpen() || Clock::now() < nextAttempt_) return;
+    nextAttempt_ = Clock::now() + kRetryInterval;
+    openAudio();
+}
+
+void Session::openAudio() {
+    try {
+        format_ = output_.open(line_.audio);
+        host_.setFormat(format_.rate, format_.blockSize);
+        player_.start();
+        output_.start();
+    } catch (const render::Error& error) {
+        closeAudio();
+        if (audioTrouble_ != error.what()) say(error.what());
+        audioTrouble_ = error.what();
+        return;
+    }
+    audioTrouble_.clear();
+    say("Playing through " + format_.api + ", " + format_.device + ", " +
+        std::to_string(format_.rate) + " Hz, blocks of " + std::to_string(format_.blockSize) +
+        " frames.");
+    const bool isAnotherRate = line_.audio.rate && *line_.audio.rate != format_.rate;
+    if (isAnotherRate) {
+        say("The device does not run at " + std::to_string(*line_.audio.rate) + " Hz.");
+    }
+}
+
+void Session::closeAudio() {
+    if (!output_.isOpen()) return;
+    output_.close();
+    player_.stop();
+}
+
+void Session::saveState() {
+    try {
+        state_.save();
+        stateTrouble_.clear();
+    } catch (const render::Error& error) {
+        if (stateTrouble_ != error.what()) say(error.what());
+        stateTrouble_ = error.what();
+    }
+}
+
+void Session::say(const std::string& sentence) {
+    surroundings_.err << "quarzel: " << sentence << std::endl;
+}
+
+std::string Session::title() const {
+    const std::string name = host_.name();
+    if (!audioTrouble_.empty()) return name + " - " + audioTrouble_;
+    return name + " - " + format_.api + ", " + std::to_string(format_.rate) + " Hz - load " +
+           render::fixedText(player_.load() * 100.0, 0) + " % - " +
+           std::to_string(player_.lateBlocks()) + " dropouts";
+}
+
+}  // namespace app

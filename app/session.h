@@ -1,0 +1,58 @@
+// One run of quarzel: the instrument, its window, its sound and its MIDI.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/audio_output.h"
+#include "app/command_line.h"
+#include "app/computer_keyboard.h"
+#include "app/editor_window.h"
+#include "app/midi_inbox.h"
+#include "app/midi_inputs.h"
+#include "app/player.h"
+#include "app/program.h"
+#include "app/saved_state.h"
+#include "render/midi_song.h"
+#include "render/plugin_host.h"
+
+namespace app {
+
+// User-interface thread. What cannot be had is said, and tried again where that makes sense.
+class Session {
+  public:
+    // Throws render::Error for an instrument, song, bank or program that cannot be used.
+    Session(const CommandLine& line, const Surroundings& surroundings);
+    ~Session();
+
+    // Until the window is closed, the run is interrupted, or a song without a window has ended.
+    void run();
+
+  private:
+    void loadState();
+    void openWindow();
+    void watchAudio();
+    void openAudio();
+    void closeAudio();
+    void saveState();
+    void say(const std::string& sentence);
+    std::string title() const;
+
+    const CommandLine& line_;
+    const Surroundings& surroundings_;
+    std::optional<render::MidiSong> song_;
+    render::PluginHost host_;
+    SavedState state_;
+    MidiInbox inbox_;
+    Player player_;
+    AudioOutput output_;
+    MidiInputs midi_;
+    ComputerKeyboard keyboard_;
+    std::optional<EditorWindow> window_;
+    AudioFormat format_ = {};
+    std::string audioTrouble_;  // why there is no sound; empty when there is
+    std::string stateTrouble_;
+    Clock::time_point nextAttempt_;
+};
+
+}  // namespace app

@@ -1,0 +1,31 @@
+// Numbers of a command line against their bounds.
+#include "render/option_values.h"
+
+#include <optional>
+
+#include "render/error.h"
+#include "render/numbers.h"
+
+namespace render {
+namespace {
+
+template <typename Number>
+Number inRange(const std::string& option, const std::string& text, std::optional<Number> number,
+               Number least, Number most) {
+    if (!number) throw UsageError(option + ": " + text + " is not a number");
+    if (*number >= least && *number <= most) return *number;
+    const std::string bounds = fixedText(least, 0) + " to " + fixedText(most, 0);
+    throw Error(option + ": " + text + " is out of range; it can be " + bounds + ".");
+}
+
+}  // namespace
+
+int readInteger(const std::string& option, const std::string& text, int least, int most) {
+    return inRange(option, text, parseInteger(text), least, most);
+}
+
+double readDouble(const std::string& option, const std::string& text, double least, double most) {
+    return inRange(option, text, parseDouble(text), least, most);
+}
+
+}  // namespace render

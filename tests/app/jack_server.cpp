@@ -1,0 +1,85 @@
+// The server as a process, and a JACK client without a lock.
+#include "tests/app/jack_server.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include <jack/midiport.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+JackServer::JackServer(const std::string& folder) {
+    if (std::system("command -v jackd >/dev/null") != 0) return;
+    const std::string name = "quarzel-test-" + std::to_string(getpid());
+    setenv("JACK_DEFAULT_SERVER", name.c_str(), 1);
+    setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
+    jack_set_error_function([](const char*) {});
+    jack_set_info_function([](const char*) {});
+    const std::vector<std::string> words = {"jackd", "-r", "--no-mlock", "-n", name,  "-d",
+                                            "dummy", "-r", "44100",      "-p", "1024"};
+    server_ = std::make_unique<ChildProcess>(words, folder + "jackd.log");
+    for (int i = 0; i < 500 && !client_ && !server_->hasEnded(); ++i) {
+        std::this_thread::sleep_for(20ms);
+        client_ = jack_client_open("listener", JackNoStartServer, nullptr);
+    }
+    if (client_) connect();
+}
+
+JackServer::~JackServer() {
+    stop();
+}
+
+void JackServer::stop() {
+    if (client_) jack_client_close(client_);
+    client_ = nullptr;
+    server_.reset();
+}
+
+void JackServer::connect() {
+    sound_ = jack_port_register(client_, "left", JACK_DEFAULT_AUDIO_TYPE, JackPortIsInput, 0);
+    midi_ = jack_port_register(client_, "keys", JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
+    jack_set_process_callback(client_, &JackServer::process, this);
+    jack_activate(client_);
+}
+
+bool JackServer::listen() {
+    const char** const ports =
+        jack_get_ports(client_, "Quarzel Strings:.*0", JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
+    if (!ports) return false;
+    if (!jack_port_connected_to(sound_, ports[0])) {
+        jack_connect(client_, ports[0], jack_port_name(sound_));
+    }
+    jack_free(ports);
+    return true;
+}
+
+std::vector<float> JackServer::heard() const {
+    std::vector<float> samples;
+    const std::size_t begin = written_;
+    for (std::size_t i = 0; i < samples_.size(); ++i) {
+        samples.push_back(samples_[(begin + i) % samples_.size()]);
+    }
+    return samples;
+}
+
+void JackServer::sendMidi(const std::array<unsigned char, 3>& message) {
+    messages_.push(message);
+}
+
+int JackServer::process(jack_nframes_t frames, void* self) {
+    auto& server = *static_cast<JackServer*>(self);
+    const auto* const sound = static_cast<float*>(jack_port_get_buffer(server.sound_, frames));
+    std::size_t written = server.written_;
+    for (jack_nframes_t i = 0; i < frames; ++i) {
+        server.samples_[written++ % server.samples_.size()] = sound[i];
+    }
+    server.written_ = written;
+
+    void* const midi = jack_port_get_buffer(server.midi_, frames);
+    jack_midi_clear_buffer(midi);
+    std::array<unsigned char, 3> message;
+    while (server.messages_.pop(message)) jack_midi_event_write(midi, 0, message.data(), 3);
+    return 0;
+}

@@ -1,0 +1,45 @@
+// A private JACK server for a test, and a client on it that listens and sends MIDI.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <jack/jack.h>
+
+#include "app/spsc_ring.h"
+#include "tests/app/child_process.h"
+
+// jackd on its dummy driver, in real time but without hardware. Programs that are started later
+// find it by the environment.
+class JackServer {
+  public:
+    explicit JackServer(const std::string& folder);  // for its log
+    ~JackServer();
+
+    // False where jackd is not installed or does not start.
+    bool isRunning() const { return client_ != nullptr; }
+    void stop();
+
+    // Listens to what the program plays, once it plays; and whether it does.
+    bool listen();
+    // The newest half second of the left channel.
+    std::vector<float> heard() const;
+    void sendMidi(const std::array<unsigned char, 3>& message);
+
+    static constexpr int kRate = 44100;
+
+  private:
+    void connect();
+    static int process(jack_nframes_t frames, void* self);
+
+    std::unique_ptr<ChildProcess> server_;
+    jack_client_t* client_ = nullptr;
+    jack_port_t* sound_ = nullptr;
+    jack_port_t* midi_ = nullptr;
+    std::array<std::atomic<float>, kRate / 2> samples_{};
+    std::atomic<std::size_t> written_{0};
+    app::SpscRing<std::array<unsigned char, 3>, 64> messages_;
+};

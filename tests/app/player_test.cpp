@@ -1,0 +1,98 @@
+// What the audio thread makes of songs and keys, block by block.
+#include "app/player.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+constexpr int kRate = 8000;
+constexpr int kBlock = 64;
+
+// A host of the test instrument, which marks every note-on with 0.5 in its frame, on the left.
+struct Rig {
+    explicit Rig(const render::MidiSong* song = nullptr) : player(host, inbox, song) {
+        player.start();
+    }
+    // The frames of the marks in the next blocks.
+    std::vector<int> marks(int blocks) {
+        std::vector<int> found;
+        for (int block = 0; block < blocks; ++block) {
+            player.render(left, right, kBlock, block == 0);
+            for (int i = 0; i < kBlock; ++i) {
+                if (left[i] == 0.5f) found.push_back(block * kBlock + i);
+            }
+        }
+        return found;
+    }
+
+    render::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
+    app::MidiInbox inbox;
+    app::Player player;
+    float left[2 * kBlock] = {};
+    float right[2 * kBlock] = {};
+};
+
+// A note-on at each of the frames, and the end.
+render::MidiSong songOf(std::vector<uint64_t> frames, uint64_t end) {
+    render::MidiSong song = {kRate, {}, end};
+    for (const auto frame : frames) song.events.push_back({frame, {0x90, 60, 100}});
+    return song;
+}
+
+TEST(Player, PlaysSongAndKeysTogetherAndHearsTheEnd) {
+    const auto song = songOf({3, 200}, 300);
+    Rig rig(&song);
+    rig.inbox.post(app::MidiInbox::kPlayerLane, {0x90, 64, 100}, app::Clock::time_point{});
+    EXPECT_EQ(rig.marks(4), (std::vector<int>{0, 3, 200}));
+    EXPECT_FALSE(rig.player.songHasEnded());
+    rig.marks((300 + kRate / 2) / kBlock - 4);  // half a second of silence
+    EXPECT_FALSE(rig.player.songHasEnded());
+    rig.marks(1);
+    EXPECT_TRUE(rig.player.songHasEnded());
+    EXPECT_EQ(rig.player.lateBlocks(), 3);
+    EXPECT_GT(rig.player.load(), 0.0);
+}
+
+TEST(Player, GoesOnInTheSongAtAnotherRate) {
+    const auto song = songOf({3, 100, 200}, 300);
+    Rig rig(&song);
+    EXPECT_EQ(rig.marks(2), (std::vector<int>{3, 100}));
+    rig.player.stop();
+    rig.inbox.post(app::MidiInbox::kPlayerLane, {0x90, 64, 100}, app::Clock::time_point{});
+    rig.host.setFormat(2 * kRate, kBlock);
+    rig.player.start();  // and forgets that key
+    EXPECT_EQ(rig.marks(4), (std::vector<int>{2 * (200 - 2 * kBlock)}));
+}
+
+TEST(Player, FadesOutToSilence) {
+    Rig rig;
+    EXPECT_TRUE(rig.player.songHasEnded());
+    rig.host.setParameter(3, 1.0f);  // rings for ten seconds
+    rig.inbox.post(app::MidiInbox::kPlayerLane, {0x90, 64, 100}, app::Clock::time_point{});
+    rig.marks(1);
+    rig.player.fadeOut();
+    float before = 1.0f;
+    for (int block = 0; block < 3; ++block) {
+        EXPECT_FALSE(rig.player.isFaded());
+        rig.player.render(rig.left, rig.right, kBlock, false);
+        for (int i = 0; i < kBlock; ++i) {
+            EXPECT_LE(rig.left[i], before);
+            EXPECT_LT(before - rig.left[i], i + block == 0 ? 1.0f : 0.01f);
+            before = rig.left[i];
+        }
+    }
+    EXPECT_TRUE(rig.player.isFaded());
+    EXPECT_EQ(before, 0.0f);
+}
+
+TEST(Player, IsSilentForABlockThatIsTooLarge) {
+    Rig rig;
+    rig.left[2 * kBlock - 1] = rig.right[0] = 1.0f;
+    rig.player.render(rig.left, rig.right, 2 * kBlock, false);
+    EXPECT_EQ(rig.left[2 * kBlock - 1], 0.0f);
+    EXPECT_EQ(rig.right[0], 0.0f);
+}
+
+}  // namespace

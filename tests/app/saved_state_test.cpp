@@ -1,0 +1,76 @@
+// What is kept between two runs, and a file that cannot be used.
+#include "app/saved_state.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "render/error.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+class StandaloneState : public testing::Test {
+  protected:
+    static constexpr std::size_t kLargest = 1 << 20;
+    std::string file() const {
+        return folder_.path() + "config/Tembrilon/Quarzel Strings/standalone-54737449.fxb";
+    }
+    void SetUp() override { platform::createFolder(folder_.path() + "config"); }
+
+    TemporaryFolder folder_;
+    platform::ScopedFolders folders_{folder_.path(), folder_.path() + "config"};
+    render::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
+};
+
+TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
+    app::SavedState state(host_);
+    state.load();  // nothing there
+    host_.setProgram(2);
+    host_.setProgramName("Mine");
+    host_.setParameter(0, 0.75f);
+    state.save();
+
+    render::PluginHost next(TEST_INSTRUMENT, 44100, 64);
+    app::SavedState(next).load();
+    EXPECT_EQ(next.program(), 2);
+    EXPECT_EQ(next.programName(2), "Mine");
+    EXPECT_EQ(next.parameter(0), 0.75f);
+}
+
+TEST_F(StandaloneState, IsWrittenOnlyWhenSomethingHasChanged) {
+    app::SavedState state(host_);
+    state.save();
+    std::filesystem::remove(file());
+    state.save();
+    EXPECT_FALSE(platform::fileExists(file()));
+    host_.setParameter(0, 0.75f);
+    state.save();
+    EXPECT_TRUE(platform::fileExists(file()));
+}
+
+TEST_F(StandaloneState, SetsADamagedFileAside) {
+    app::SavedState state(host_);
+    state.save();
+    ASSERT_TRUE(platform::writeFile(file(), "no bank"));
+    try {
+        state.load();
+        ADD_FAILURE() << "loaded";
+    } catch (const render::Error& error) {
+        EXPECT_EQ(std::string(error.what()), file() + " is not a bank file. It is kept as " +
+                                                 file() + ".damaged; the default bank is played.");
+    }
+    EXPECT_FALSE(platform::fileExists(file()));
+    EXPECT_EQ(platform::readFile(file() + ".damaged", kLargest), "no bank");
+}
+
+TEST_F(StandaloneState, SaysThatItHasNoPlace) {
+    const platform::ScopedFolders none(folder_.path(), "");
+    app::SavedState state(host_);
+    state.load();
+    EXPECT_THROW(state.save(), render::Error);
+}
+
+}  // namespace

@@ -1,0 +1,212 @@
+// The program itself: what it plays into a JACK server, and its window on an X server.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "editor/skin_preview.h"
+#include "tests/app/jack_server.h"
+#include "tests/gui/x11_server.h"
+#include "tests/render/midi_bytes.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr double kPi = 3.14159265358979323846;
+
+bool waitFor(const std::function<bool()>& condition) {
+    for (int i = 0; i < 400; ++i) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(50ms);
+    }
+    return false;
+}
+
+double rms(const std::vector<float>& samples) {
+    double squares = 0.0;
+    for (const float sample : samples) squares += double{sample} * sample;
+    return std::sqrt(squares / samples.size());
+}
+
+// The level of one frequency (Goertzel's sum, with a Hann window).
+double levelAt(double hz, const std::vector<float>& samples) {
+    const auto count = static_cast<double>(samples.size());
+    double cosines = 0.0, sines = 0.0;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double window = 0.5 - 0.5 * std::cos(2.0 * kPi * i / count);
+        cosines += samples[i] * window * std::cos(2.0 * kPi * hz * i / JackServer::kRate);
+        sines += samples[i] * window * std::sin(2.0 * kPi * hz * i / JackServer::kRate);
+    }
+    return std::hypot(cosines, sines) / count;
+}
+
+// Whether an A is heard: between 220 and 440 Hz nothing is as loud as one of the two.
+bool hearsAnA(const std::vector<float>& samples) {
+    if (rms(samples) < 0.003) return false;
+    std::vector<double> levels;
+    for (int step = 0; step < 24; ++step) {
+        levels.push_back(levelAt(220.0 * std::pow(2.0, step / 12.0), samples));
+    }
+    return (std::max_element(levels.begin(), levels.end()) - levels.begin()) % 12 == 0;
+}
+
+class Standalone : public testing::Test {
+  protected:
+    void SetUp() override {
+        setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
+        unsetenv("DISPLAY");
+        // Without a bank and a skin beside it: the default sound.
+        std::filesystem::copy_file(QUARZEL_PLUGIN, folder_.path() + "instrument.so");
+        jack_ = std::make_unique<JackServer>(folder_.path());
+        if (!jack_->isRunning()) GTEST_SKIP() << "needs jackd";
+    }
+
+    void start(std::vector<std::string> options) {
+        std::vector<std::string> words = {QUARZEL, "--plugin", folder_.path() + "instrument.so",
+                                          "--api", "jack"};
+        words.insert(words.end(), options.begin(), options.end());
+        program_ = std::make_unique<ChildProcess>(words, folder_.path() + "quarzel.log");
+    }
+    bool says(const std::string& text) {
+        return waitFor([&] { return program_->output().find(text) != std::string::npos; });
+    }
+    // Sends the note each time: a connection may be new, and its first cycle lost.
+    bool playsAnA() {
+        jack_->sendMidi({0x90, 69, 100});
+        return jack_->listen() && hearsAnA(jack_->heard());
+    }
+    std::string savedState() const {
+        std::ifstream file(folder_.path() + "Tembrilon/Quarzel Strings/standalone-73656e69.fxb",
+                           std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    bool isSilent() { return rms(jack_->heard()) < 1e-4; }
+
+    TemporaryFolder folder_;
+    std::unique_ptr<JackServer> jack_;
+    std::unique_ptr<ChildProcess> program_;
+};
+
+TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
+    start({"--no-window", "--program", "3", "--block", "64"});
+    ASSERT_TRUE(says("Listening to the MIDI port listener:keys.")) << program_->output();
+    ASSERT_TRUE(waitFor([&] { return jack_->listen(); }));
+    EXPECT_TRUE(isSilent());
+    EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
+
+    program_->signal(SIGTERM);
+    EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
+    EXPECT_TRUE(waitFor([&] { return isSilent(); }));
+
+    // The program is still the current one.
+    start({"--no-window"});
+    ASSERT_TRUE(says("Listening")) << program_->output();
+    program_->signal(SIGINT);
+    EXPECT_EQ(program_->waitForEnd(), 0);
+    EXPECT_EQ(savedState().substr(28, 4), std::string("\0\0\0\3", 4));
+}
+
+TEST_F(Standalone, PlaysASongAndLeaves) {
+    const std::string song = bytes({0, 0x90, 69, 100, 0x83, 0x60, 0x80, 69, 0});
+    folder_.write("song.mid", midiFile(0, 480, {song}));
+    start({"--no-window", folder_.path() + "song.mid"});
+    EXPECT_TRUE(waitFor([&] { return jack_->listen() && hearsAnA(jack_->heard()); }));
+    EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
+}
+
+TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
+    start({"--no-window"});
+    ASSERT_TRUE(says("Listening")) << program_->output();
+    jack_->stop();
+    ASSERT_TRUE(says("The audio device is gone.")) << program_->output();
+    ASSERT_TRUE(says("No audio (jack: no device).")) << program_->output();
+    jack_ = std::make_unique<JackServer>(folder_.path());
+    ASSERT_TRUE(jack_->isRunning());
+    ASSERT_TRUE(waitFor([&] { return jack_->listen(); })) << program_->output();
+    ASSERT_TRUE(waitFor([&] {
+        const std::string text = program_->output();
+        return text.rfind("Listening") > text.rfind("gone");
+    })) << program_->output();
+    EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
+    program_->signal(SIGTERM);
+    EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
+}
+
+// As a window manager does it for the button in the title.
+void closeByUser(const std::string& title) {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const auto atom = [&](const std::string& name) {
+        auto* const reply = xcb_intern_atom_reply(
+            connection, xcb_intern_atom(connection, 0, name.size(), name.data()), nullptr);
+        const xcb_atom_t found = reply->atom;
+        std::free(reply);
+        return found;
+    };
+    FILE* const search = popen(("xdotool search --name '" + title + "'").c_str(), "r");
+    unsigned long window = 0;
+    EXPECT_EQ(std::fscanf(search, "%lu", &window), 1);
+    pclose(search);
+    xcb_client_message_event_t message = {};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window);
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&message));
+    atom("WM_PROTOCOLS");  // answered after the message was delivered
+    xcb_disconnect(connection);
+}
+
+TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
+    VSTGUI::X11Server screen("640x480x24");
+    if (!screen.isRunning()) GTEST_SKIP() << "needs Xvfb and xdotool";
+    std::filesystem::create_directories(folder_.path() + "skin");
+    VSTGUI::PixelBuffer ground(300, 100);
+    VSTGUI::fillArea(ground, ground.bounds(), 0xFF336699u);
+    editor::writePng(folder_.path() + "skin/bg.png", ground);
+    folder_.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
+        <PresetsDisplay x="50" y="40" w="200" h="20" id="2000"/></GUI>)");
+    start({});
+    ASSERT_TRUE(waitFor([&] { return jack_->listen(); })) << program_->output();
+    ASSERT_TRUE(
+        waitFor([&] { return (screen.contents(299, 99, 1, 1)[0] & 0xFFFFFF) == 0x336699; }));
+    EXPECT_TRUE(waitFor([&] {
+        const std::string title = "Quarzel Strings - Jack, 44100 Hz - load .* % - .* dropouts";
+        return std::system(("xdotool search --name '" + title + "' >/dev/null").c_str()) == 0;
+    }));
+
+    // What is typed into the editor is no music.
+    const auto change = [&](const std::string& command) {
+        const auto before = screen.contents(50, 40, 200, 20);
+        screen.drive(command);
+        return waitFor([&] { return screen.contents(50, 40, 200, 20) != before; });
+    };
+    EXPECT_TRUE(change("mousemove 150 50 click --repeat 2 --delay 20 1"));
+    EXPECT_TRUE(change("type --delay 50 yyyy"));
+    std::this_thread::sleep_for(500ms);
+    EXPECT_TRUE(isSilent());
+    EXPECT_TRUE(change("key Return"));
+
+    // A held key repeats itself, and sounds on as if it did not.
+    screen.drive("keydown y");
+    EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << program_->output();
+    screen.drive("keyup y");
+    EXPECT_TRUE(waitFor([&] { return isSilent(); }));
+
+    closeByUser("Quarzel Strings");
+    EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
+    EXPECT_NE(savedState().find("yyyy"), std::string::npos);
+}
+
+}  // namespace
