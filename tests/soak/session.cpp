@@ -16,7 +16,7 @@ namespace {
 namespace headless = VSTGUI::headless;
 
 constexpr float kRates[] = {22050.0f, 44100.0f, 48000.0f, 88200.0f, 96000.0f};
-constexpr float kLoudest = 64.0f;      // far above what any program reaches
+constexpr float kLoudest = 64.0f;      // the reverb's bound of 4, twice times 4 behind it
 constexpr double kSlowestSilence = 5;  // seconds: four of watching, the shortest release before
 constexpr double kPatience = 20;       // seconds
 constexpr int kProbeBlock = 256;

@@ -84,7 +84,9 @@ class Watch {
         std::printf("%zu minutes, %ld instances, %ld events, %ld rates, %ld chunks, %ld editors\n",
                     sounding_.size(), findings.instances, findings.events, findings.rateChanges,
                     findings.chunks, findings.editors);
-        std::printf("heap %.2f MB after warm-up, %.2f MB at the end; resident %.1f and %.1f MB\n",
+        std::printf("peak %.2f, silent %.2f s after the last note at the latest\n",
+                    static_cast<double>(findings.peak), findings.slowestSilence);
+        std::printf("heap %.3f MB after warm-up, %.3f MB at the end; resident %.1f and %.1f MB\n",
                     megabytes(atFirst_.heapBytes), megabytes(use.heapBytes),
                     megabytes(atFirst_.residentBytes), megabytes(use.residentBytes));
         std::printf("cost of late minutes over early ones: %.3f sounding, %.3f asleep\n",
@@ -102,7 +104,7 @@ class Watch {
     static void report(int minute, const ProcessUse& use, const Session::Cost& cost,
                        const Findings& findings) {
         std::printf(
-            "minute %4d: resident %6.1f MB, heap %6.2f MB, files %d, peak %.2f, "
+            "minute %4d: resident %6.2f MB, heap %6.3f MB, files %d, peak %.2f, "
             "silent in %.2f s, %6.1f ns a sample sounding, %4.1f asleep\n",
             minute, megabytes(use.residentBytes), megabytes(use.heapBytes), use.openFiles,
             static_cast<double>(findings.peak), findings.slowestSilence, cost.sounding,
