@@ -95,17 +95,28 @@ inline int killAtEachCall(const std::function<bool()>& action,
     }
 }
 
-// Whether a call concerns files: what else fails, memory say, is not the writer's to survive.
+// Whether a call concerns files by name or descriptor: what else fails, memory say, is not the
+// writer's to survive.
 inline bool isFileCall(long number) {
     switch (number) {
-        case SYS_mmap:
-        case SYS_munmap:
-        case SYS_mprotect:
-        case SYS_brk:
-        case SYS_futex:
-        case SYS_exit_group:
-            return false;
-        default:
+        case SYS_open:
+        case SYS_openat:
+        case SYS_close:
+        case SYS_readlink:
+        case SYS_stat:
+        case SYS_fstat:
+        case SYS_lstat:
+        case SYS_newfstatat:
+        case SYS_access:
+        case SYS_flock:
+        case SYS_fchmod:
+        case SYS_ftruncate:
+        case SYS_write:
+        case SYS_fsync:
+        case SYS_rename:
+        case SYS_unlink:
             return true;
+        default:
+            return false;
     }
 }
