@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <memory>
 #include <vector>
 
 #include "platform/folders.h"
+#include "tests/plugin/plugin_under_test.h"
 #include "tests/soak/process_use.h"
 #include "tests/soak/session.h"
 #include "tests/support/recorded_messages.h"
@@ -33,6 +35,13 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+// As a host does that rescans its plug-ins.
+void reloadLibrary() {
+    const TestHost host;
+    const PluginLibrary library;
+    const PluginInstance instance(library.entry());
+}
+
 // One simulated minute of all sessions; the oldest makes room for a new one.
 void playMinute(std::deque<std::unique_ptr<Session>>& sessions, unsigned seed,
                 VSTGUI::headless::HeldClock& clock, Findings& findings) {
@@ -46,6 +55,7 @@ void playMinute(std::deque<std::unique_ptr<Session>>& sessions, unsigned seed,
         }
     }
     for (const auto& session : sessions) session->fallSilent();
+    reloadLibrary();
     sessions.pop_front();
     sessions.push_back(std::make_unique<Session>(seed, clock, findings));
 }
@@ -119,6 +129,7 @@ class Watch {
 
 int run(int minutes, unsigned seed) {
     const TemporaryFolder applicationData;
+    setenv("XDG_CONFIG_HOME", applicationData.path().c_str(), 1);  // of the loaded library
     const platform::ScopedFolders folders(QUARZEL_FOLDER, applicationData.path());
     const RecordedMessages messages;
     const VSTGUI::headless::Scope scope;
