@@ -23,7 +23,7 @@ constexpr int kSessions = 3;                       // at once
 constexpr int kReportMinutes = 10;                 // simulated
 constexpr int kLongestWarmUp = 10;                 // simulated minutes; less in a short run
 constexpr double kMinute = 60.0;                   // seconds
-constexpr std::size_t kHeapSlack = 256 << 10;      // what sessions differ in, not per minute
+constexpr std::size_t kHeapSlack = 64 << 10;       // what sessions differ in, not per minute
 constexpr std::size_t kResidentSlack = 16u << 20;  // pages that the C library keeps
 
 double megabytes(std::size_t bytes) {
@@ -96,7 +96,7 @@ class Watch {
                     findings.chunks, findings.editors);
         std::printf("peak %.2f, silent %.2f s after the last note at the latest\n",
                     static_cast<double>(findings.peak), findings.slowestSilence);
-        std::printf("heap %.3f MB after warm-up, %.3f MB at the end; resident %.1f and %.1f MB\n",
+        std::printf("heap %.5f MB after warm-up, %.5f MB at the end; resident %.1f and %.1f MB\n",
                     megabytes(atFirst_.heapBytes), megabytes(use.heapBytes),
                     megabytes(atFirst_.residentBytes), megabytes(use.residentBytes));
         std::printf("cost of late minutes over early ones: %.3f sounding, %.3f asleep\n",
@@ -114,7 +114,7 @@ class Watch {
     static void report(int minute, const ProcessUse& use, const Session::Cost& cost,
                        const Findings& findings) {
         std::printf(
-            "minute %4d: resident %6.2f MB, heap %6.3f MB, files %d, peak %.2f, "
+            "minute %4d: resident %6.2f MB, heap %8.5f MB, files %d, peak %.2f, "
             "silent in %.2f s, %6.1f ns a sample sounding, %4.1f asleep\n",
             minute, megabytes(use.residentBytes), megabytes(use.heapBytes), use.openFiles,
             static_cast<double>(findings.peak), findings.slowestSilence, cost.sounding,
