@@ -167,13 +167,19 @@ TEST_F(WrittenFile, KeepsItsPermissionsAndItsProtection) {
     EXPECT_EQ(fs::status(file_).permissions(), fs::perms(0600));
     fs::permissions(file_, fs::perms(0444));
     fs::permissions(folder_.path(), fs::perms(0777));
-    // Root may write everything; nobody may not.
-    TracedChild child([&] { return (geteuid() != 0 || setuid(65534) == 0) && !write(kOld); });
+    // Root may write everything; nobody may not, but takes over what root left.
+    folder_.write("other.writing", "left");
+    fs::permissions(folder_.path() + "other.writing", fs::perms(0400));
+    TracedChild child([&] {
+        return (geteuid() != 0 || setuid(65534) == 0) && !write(kOld) &&
+               platform::writeFile(folder_.path() + "other", kOld);
+    });
     while (child.next()) {
     }
     EXPECT_EQ(child.result(), TracedChild::kTrue);
     EXPECT_EQ(contentsOf(file_), kNew);
-    EXPECT_EQ(entryCount(), 1);
+    EXPECT_EQ(contentsOf(folder_.path() + "other"), kOld);
+    EXPECT_EQ(entryCount(), 2);
 }
 
 TEST_F(WrittenFile, ReplacesNothingButFiles) {

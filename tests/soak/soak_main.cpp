@@ -62,7 +62,7 @@ void playMinute(std::deque<std::unique_ptr<Session>>& sessions, unsigned seed,
 
 class Watch {
   public:
-    explicit Watch(int minutes) : warmUp_(std::min(kLongestWarmUp, minutes / 3)) {}
+    explicit Watch(int minutes) : warmUp_(std::clamp(minutes / 3, 1, kLongestWarmUp)) {}
 
     void look(int minute, const Session::Cost& cost, Findings& findings) {
         const ProcessUse use = processUse();
