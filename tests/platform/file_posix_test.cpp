@@ -99,7 +99,7 @@ TEST_F(WrittenFile, IsOldOrNewWhereverTheWriterIsKilled) {
 }
 
 TEST_F(WrittenFile, IsWhatTheAnswerSaysWhicheverCallFails) {
-    for (const int error : {ENOSPC, EIO, EINTR, EACCES}) {
+    for (const int error : {ENOSPC, EDQUOT, EIO, EINTR, EACCES}) {
         SCOPED_TRACE(error);
         int failed = 0, refused = 0;
         for (int failing = 0;; ++failing) {
