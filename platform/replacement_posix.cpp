@@ -66,7 +66,7 @@ int openAlone(const std::string& path) {
             if (errno == EACCES && unlink(path.c_str()) == 0) continue;
             return -1;
         }
-        // Where the file system has no locks, names alone keep writers apart.
+        // Where the file system has no locks, nothing keeps writers apart.
         const bool busy = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
         // The one who held it may have renamed or removed it since it was opened here.
         if (!busy && isStillAt(path, descriptor)) return descriptor;

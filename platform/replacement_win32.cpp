@@ -11,13 +11,13 @@ namespace {
 
 constexpr DWORD kPauseMilliseconds = 2;
 
-// Tries again while somebody else has the file open.
+// Tries again while somebody else has the file open, which the system says in two ways.
 template <typename Attempt>
-bool tryPatiently(Attempt attempt) {
+bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
     const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
     while (!attempt()) {
         const DWORD error = GetLastError();
-        if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED) return false;
+        if (error != ERROR_SHARING_VIOLATION && error != alsoBusy) return false;
         if (std::chrono::steady_clock::now() >= deadline) return false;
         Sleep(kPauseMilliseconds);
     }
@@ -75,8 +75,8 @@ bool replaceSystemFile(const std::string& path, const ContentsMaker& contents) {
     tryPatiently([&] { return (file = openAlone(temporary)) != INVALID_HANDLE_VALUE; });
     if (file == INVALID_HANDLE_VALUE) return false;
     const auto bytes = contents();
-    bool placed =
-        bytes && writeAll(file, *bytes) && tryPatiently([&] { return renameTo(file, target); });
+    const bool placed = bytes && writeAll(file, *bytes) &&
+                        tryPatiently([&] { return renameTo(file, target); }, ERROR_ACCESS_DENIED);
     if (placed) {
         FlushFileBuffers(file);
     } else {
