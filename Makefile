@@ -1,7 +1,7 @@
 # The front door: thin over the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist package bench fuzz format check-format deps clean
+.PHONY: demo test dist package bench fuzz soak coverage format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -25,6 +25,12 @@ bench: deps
 
 fuzz: deps
 	@scripts/fuzz $(JOBS)
+
+soak: deps
+	@scripts/soak $(JOBS)
+
+coverage: deps
+	@scripts/coverage $(JOBS)
 
 format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,10 +19,19 @@ constexpr char kSeparator = '/';
 // The whole of a regular file. Nothing when it is missing, unreadable, not a regular file (a pipe
 // or a folder would block or never end) or longer than maxBytes.
 std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes);
+// The same, but only the first `bytes` of a longer one.
+std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes);
 
-// Puts `contents` in place of the file, or creates it: written to a temporary file beside it and
-// renamed, so that any moment shows the old file or the new one, whole. False leaves the old one.
+// Puts `contents` in place of the file, or creates it, so that any moment shows the old file or the
+// new one, whole, and so does a loss of power. A link stays and what it leads to is replaced; the
+// permissions stay. False leaves the old one: also when it is write-protected, no regular file, or
+// was being written by others for too long.
 bool writeFile(const std::string& path, const std::string& contents);
+
+// The same with contents made from the present ones (none of a missing file), which no other
+// updateFile or writeFile changes meanwhile. False also when the file is there but cannot be read.
+using FileEdit = std::function<std::string(const std::string& present)>;
+bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit);
 
 // Whether path names a regular file, links followed.
 bool fileExists(const std::string& path);

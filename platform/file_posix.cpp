@@ -1,9 +1,8 @@
 // Files through POSIX calls.
 #include "platform/file.h"
 
-#include <atomic>
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -13,22 +12,16 @@
 namespace platform {
 namespace {
 
-// One of its own for each write, so that two writers do not mix.
-std::string temporaryName(const std::string& path) {
-    static std::atomic<unsigned> serial{0};
-    return path + "." + std::to_string(getpid()) + "-" + std::to_string(serial++) + ".tmp";
-}
-
 bool isRegular(const struct stat& status) {
     return S_ISREG(status.st_mode);
 }
 
-std::optional<std::string> readAll(int descriptor, std::size_t maxBytes) {
+std::optional<std::string> readStart(int descriptor, std::size_t bytes) {
     struct stat status = {};
     if (fstat(descriptor, &status) != 0 || !isRegular(status)) return std::nullopt;
-    if (static_cast<unsigned long long>(status.st_size) > maxBytes) return std::nullopt;
 
-    std::string contents(static_cast<std::size_t>(status.st_size), '\0');
+    const auto size = static_cast<unsigned long long>(status.st_size);
+    std::string contents(static_cast<std::size_t>(std::min<unsigned long long>(size, bytes)), '\0');
     std::size_t filled = 0;
     while (filled < contents.size()) {
         const ssize_t count = read(descriptor, &contents[filled], contents.size() - filled);
@@ -41,39 +34,15 @@ std::optional<std::string> readAll(int descriptor, std::size_t maxBytes) {
     return contents;
 }
 
-bool writeAll(int descriptor, const std::string& contents) {
-    std::size_t written = 0;
-    while (written < contents.size()) {
-        const ssize_t count =
-            write(descriptor, contents.data() + written, contents.size() - written);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        written += static_cast<std::size_t>(count);
-    }
-    return fsync(descriptor) == 0;
-}
-
 }  // namespace
 
-std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes) {
+std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes) {
     // Opening a pipe must not wait for its other end.
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) return std::nullopt;
-    auto contents = readAll(descriptor, maxBytes);
+    auto contents = readStart(descriptor, bytes);
     close(descriptor);
     return contents;
-}
-
-bool writeFile(const std::string& path, const std::string& contents) {
-    const std::string temporary = temporaryName(path);
-    const int descriptor =
-        open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-    if (descriptor < 0) return false;
-    bool whole = writeAll(descriptor, contents);
-    whole = close(descriptor) == 0 && whole;
-    if (whole && rename(temporary.c_str(), path.c_str()) == 0) return true;
-    unlink(temporary.c_str());
-    return false;
 }
 
 bool fileExists(const std::string& path) {

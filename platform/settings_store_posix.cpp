@@ -79,12 +79,13 @@ bool SettingsStore::writeToSystem(const std::string& name, const std::string& va
     createFolder(companyFolder);
     createFolder(folder);
 
-    const std::string path = folder + "/settings";
-    Settings settings = parsed(readFile(path, kLargestFile).value_or(""));
-    settings[name] = value;
-    std::string contents;
-    for (const auto& [key, text] : settings) contents += key + "=" + escaped(text) + "\n";
-    return writeFile(path, contents);
+    return updateFile(folder + "/settings", kLargestFile, [&](const std::string& present) {
+        Settings settings = parsed(present);
+        settings[name] = value;
+        std::string contents;
+        for (const auto& [key, text] : settings) contents += key + "=" + escaped(text) + "\n";
+        return contents;
+    });
 }
 
 }  // namespace platform

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kEntrySize = 4;  // bytes, little-endian
 constexpr std::size_t kFileSize = kNumParams * kEntrySize;
-constexpr std::size_t kLargestFile = 1 << 20;
 
 std::string dataFolderPath() {
     return findDataFolder(kProductName).value_or("") + kControllerMapFile;
@@ -29,13 +28,14 @@ void ControllerMap::clear() {
 void ControllerMap::load() {
     std::string path = dataFolderPath();
     if (!platform::fileExists(path)) path = platform::moduleFolder() + kControllerMapFile;
-    const auto contents = platform::readFile(path, kLargestFile);
+    const auto contents = platform::readFileStart(path, kFileSize);
     if (contents) {
-        take(contents->substr(0, kFileSize));
+        take(*contents);
     } else {
         clear();
     }
     changed_.store(false, std::memory_order_relaxed);
+    source_ = contents ? path : "";
 }
 
 void ControllerMap::take(std::string bytes) {
@@ -50,17 +50,20 @@ void ControllerMap::take(std::string bytes) {
     }
 }
 
-void ControllerMap::save() const {
+void ControllerMap::save() {
+    const bool changed = changed_.exchange(false, std::memory_order_acquire);
+    const std::string path = dataFolderPath();
+    if (!changed && path != source_ && platform::fileExists(path)) return;
     std::string bytes;
     for (int i = 0; i < kNumParams; ++i) {
         const auto word = static_cast<std::uint32_t>(controller(i));
         for (std::size_t b = 0; b < kEntrySize; ++b) bytes += static_cast<char>(word >> 8 * b);
     }
-    platform::writeFile(dataFolderPath(), bytes);
+    platform::writeFile(path, bytes);
 }
 
 void ControllerMap::saveIfChanged() {
-    if (changed_.exchange(false, std::memory_order_acquire)) save();
+    if (changed_.load(std::memory_order_relaxed)) save();
 }
 
 ControllerMap& controllerMap() {

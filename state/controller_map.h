@@ -32,8 +32,9 @@ class ControllerMap {
     // file leaves the rest bound to controller 0: kept. Without a file nothing is bound.
     void load();
     // Writes the map to the data folder, or to the current folder when there is none. Failures
-    // are not reported.
-    void save() const;
+    // are not reported. A file that the last load did not see stays, unless something was bound
+    // since.
+    void save();
     // Does that if anything was bound since the last load or saveIfChanged.
     void saveIfChanged();
 
@@ -42,6 +43,7 @@ class ControllerMap {
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
     std::atomic<bool> changed_{false};
+    std::string source_;  // the file that the last load read; user-interface thread
 };
 
 // The map of the process.

@@ -80,5 +80,14 @@ TEST(StateVariableFilter, KeepsItsSettingsAgainstHostileOnes) {
     }
 }
 
+TEST(StateVariableFilter, IsAsConstructedAfterAReset) {
+    StateVariableFilter filter;
+    filter.setCutoff(100.0f);
+    filter.setResonance(0.9f);
+    filter.process(1.0f);
+    filter.reset();
+    EXPECT_EQ(filter.process(1.0f), StateVariableFilter().process(1.0f));
+}
+
 }  // namespace
 }  // namespace dsp

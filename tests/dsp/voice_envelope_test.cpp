@@ -102,6 +102,10 @@ TEST(VoiceEnvelope, HeldReleaseWaitsForTheSustain) {
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kDecay);
     envelope.tick();
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kRelease);
+    envelope.trigger(1.0f, 60);
+    run(envelope, 10);
+    envelope.noteOff();  // there already
+    EXPECT_EQ(envelope.stage(), VoiceEnvelope::kRelease);
 
     envelope.setSustainForever(true);
     envelope.trigger(1.0f, 60);
@@ -133,21 +137,22 @@ TEST(VoiceEnvelope, KeyTrackingScalesPeakAndTimes) {
         float amount;
         int note;
         float scale;
-    } rows[] = {{0.5f, 0, 1.0f},
-                {0.5f, 127, 0.25f},
-                {-0.5f, 127, 1.0f},
-                {-0.5f, 0, 0.25f},
-                {1.0f, 127, 0.0f}};
+        int low = 0, high = 127;
+    } rows[] = {{0.5f, 0, 1.0f},          {0.5f, 127, 0.25f}, {-0.5f, 127, 1.0f},
+                {-0.5f, 0, 0.25f},        {1.0f, 127, 0.0f},  {0.5f, 36, 1.0f, 36, 60},
+                {0.5f, 60, 0.25f, 36, 60}};
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.amount << " at key " << row.note);
         VoiceEnvelope level;
         level.setAttackTime(0.0f);
         level.setLevelKeyTrack(row.amount);
+        level.setKeyRange(row.low, row.high);
         level.trigger(1.0f, row.note);
         EXPECT_FLOAT_EQ(level.tick(), row.scale);
 
         VoiceEnvelope time = coarseEnvelope();
         time.setTimeKeyTrack(row.amount);
+        time.setKeyRange(row.low, row.high);
         time.trigger(1.0f, row.note);
         EXPECT_FLOAT_EQ(time.tick(), row.scale == 1.0f ? 0.25f : 1.0f);
     }

@@ -67,4 +67,89 @@ TEST(WindowsFiles, WithLettersOutsideTheCodePageFailQuietly) {
     EXPECT_FALSE(platform::writeFile(folder.path() + "a\"b", "x"));
 }
 
+constexpr const char* kVictimFile = "QUARZEL_VICTIM_FILE";
+
+HANDLE openedToRead(const std::string& path) {
+    return CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                       nullptr);
+}
+
+TEST(WindowsFiles, AreReplacedOnceNobodyReadsThem) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path() + "file";
+    ASSERT_TRUE(platform::writeFile(path, "old"));
+    HANDLE reader = openedToRead(path);
+    EXPECT_FALSE(platform::writeFile(path, "new"));
+    EXPECT_EQ(platform::readFile(path, 100), "old");
+    EXPECT_EQ(platform::folderEntries(folder.path()).size(), 1u);
+    std::thread user([reader] {
+        Sleep(100);
+        CloseHandle(reader);
+    });
+    EXPECT_TRUE(platform::writeFile(path, "new"));
+    user.join();
+    EXPECT_EQ(platform::readFile(path, 100), "new");
+}
+
+TEST(WindowsFiles, StayWhenTheyAreWriteProtected) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path() + "file";
+    ASSERT_TRUE(platform::writeFile(path, "old"));
+    ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    EXPECT_FALSE(platform::writeFile(path, "new"));
+    EXPECT_EQ(platform::readFile(path, 100), "old");
+    EXPECT_EQ(platform::folderEntries(folder.path()).size(), 1u);
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_FALSE(platform::writeFile(folder.path(), "new"));
+    EXPECT_FALSE(platform::writeFile(path + "\\below", "new"));
+}
+
+// Run by the test below in a process of its own.
+TEST(WindowsFiles, DISABLED_AreWrittenForEver) {
+    char path[MAX_PATH] = {};
+    ASSERT_NE(GetEnvironmentVariableA(kVictimFile, path, sizeof path), 0u);
+    for (;;) {
+        platform::writeFile(path, std::string(200000, 'a'));
+        platform::writeFile(path, std::string(300000, 'b'));
+    }
+}
+
+TEST(WindowsFiles, AreWholeWhoeverIsKilledWritingThem) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path() + "file";
+    SetEnvironmentVariableA(kVictimFile, path.c_str());
+    char program[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, program, sizeof program);
+    const std::string line = '"' + std::string(program) +
+                             "\" --gtest_also_run_disabled_tests "
+                             "--gtest_filter=WindowsFiles.DISABLED_AreWrittenForEver";
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        DeleteFileA(path.c_str());
+        STARTUPINFOA start = {};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION writers[2] = {};
+        for (PROCESS_INFORMATION& writer : writers) {
+            std::string words = line;
+            ASSERT_TRUE(CreateProcessA(program, words.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                       nullptr, &start, &writer));
+        }
+        for (int wait = 0; wait < 3000 && !platform::fileExists(path); ++wait) Sleep(10);
+        Sleep(3 * round);
+        for (const PROCESS_INFORMATION& writer : writers) {
+            TerminateProcess(writer.hProcess, 1);
+            WaitForSingleObject(writer.hProcess, INFINITE);
+            CloseHandle(writer.hProcess);
+            CloseHandle(writer.hThread);
+        }
+        const auto contents = platform::readFile(path, 1 << 20);
+        ASSERT_TRUE(contents);
+        EXPECT_TRUE(*contents == std::string(200000, 'a') || *contents == std::string(300000, 'b'));
+        EXPECT_LE(platform::folderEntries(folder.path()).size(), 2u);
+        ASSERT_TRUE(platform::writeFile(path, "next"));
+        EXPECT_EQ(platform::readFile(path, 100), "next");
+        EXPECT_EQ(platform::folderEntries(folder.path()).size(), 1u);
+    }
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 
 #include "platform/file.h"
@@ -12,6 +13,7 @@
 #include "tests/plugin/recording_effect.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/random_bytes.h"
+#include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
 namespace plugin {
@@ -130,6 +132,21 @@ TEST(VstSynth, SharesItsControllersWithEveryInstance) {
     const auto third = std::make_unique<VstSynth>(TestHost::callback);
     control(*third, 22, 127);
     EXPECT_EQ(third->getParameter(state::kVolume), 1.0f);
+}
+
+TEST(VstSynth, PlaysOnWhereItsMapCanNeitherBeReadNorWritten) {
+    const DataFolder folder;
+    const RecordedMessages messages;
+    std::filesystem::create_directories(folder.applicationData.path() +
+                                        "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin/folder");
+    auto synth = std::make_unique<VstSynth>(nullptr);
+    synth->learnSlot().arm(state::kSpring);
+    EXPECT_TRUE(control(*synth, 21, 127));
+    state::controllerMap().saveIfChanged();
+    EXPECT_EQ(synth->getParameter(state::kSpring), 1.0f);
+    EXPECT_TRUE(play(*synth, 0x90, 60, 100));
+    synth.reset();
+    EXPECT_TRUE(messages.all.empty());
 }
 
 TEST(VstSynth, PlaysFiniteWithWhateverControllerMap) {

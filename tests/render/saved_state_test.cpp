@@ -6,6 +6,7 @@
 #include "render/patches.h"
 #include "tests/render/midi_bytes.h"
 #include "tests/render/scratch_folder.h"
+#include "tests/support/traced_child.h"
 
 namespace {
 
@@ -117,6 +118,31 @@ TEST_F(SavedState, ComesBackBitForBitFromFiles) {
     render::loadBank(restored_, folder.path("a.fxb"));
     expectSameState(saved_, restored_);
     expectSameSound(saved_, restored_);
+}
+
+TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
+    const ScratchFolder folder;
+    const std::string bank = folder.path("a.fxb"), preset = folder.path("a.fxp");
+    const auto save = [&](PluginHost& host) {
+        render::saveBank(host, bank);
+        render::savePreset(host, preset);
+        return true;
+    };
+    fillPrograms(saved_);
+    save(saved_);
+    const auto savedBank = folder.read("a.fxb"), savedPreset = folder.read("a.fxp");
+    save(restored_);
+    const auto otherBank = folder.read("a.fxb"), otherPreset = folder.read("a.fxp");
+    const int killed = killAtEachCall(
+        [&] { return save(saved_); },
+        [&] {
+            const auto bankNow = folder.read("a.fxb"), presetNow = folder.read("a.fxp");
+            EXPECT_TRUE(bankNow == savedBank || bankNow == otherBank);
+            EXPECT_TRUE(presetNow == savedPreset || presetNow == otherPreset);
+            save(restored_);
+            EXPECT_EQ(folder.fileCount(), 2);
+        });
+    EXPECT_GT(killed, 20);
 }
 
 TEST_F(SavedState, TakesListsThoughItHasChunks) {

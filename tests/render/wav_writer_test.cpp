@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include "render/error.h"
 #include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/traced_child.h"
 
 namespace {
 
@@ -54,6 +57,30 @@ TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
     EXPECT_EQ(WavFile(folder.path("a.wav")).samples, samples);
     EXPECT_EQ(folder.read("a.wav"), folder.read("b.wav"));
     EXPECT_EQ(folder.read("a.wav").find("PEAK"), std::string::npos);
+}
+
+TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
+    const ScratchFolder folder;
+    folder.write("a.wav", "old");
+    // In a process of its own, which has the limit.
+    TracedChild child([path = folder.path("a.wav")] {
+        const rlimit limit = {100000, 100000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        signal(SIGXFSZ, SIG_IGN);
+        try {
+            WavWriter writer(path, {44100, 2, SampleFormat::kFloat32, 100000});
+            for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
+            writer.commit();
+            return false;
+        } catch (const render::Error& error) {
+            return std::string(error.what()).find(path + " cannot be written: ") == 0;
+        }
+    });
+    while (child.next()) {
+    }
+    EXPECT_EQ(child.result(), TracedChild::kTrue);
+    EXPECT_EQ(folder.read("a.wav"), "old");
+    EXPECT_EQ(folder.fileCount(), 1);
 }
 
 TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {

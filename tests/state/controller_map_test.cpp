@@ -9,6 +9,11 @@
 #include "platform/folders.h"
 #include "tests/support/random_bytes.h"
 #include "tests/support/temporary_folder.h"
+#ifndef _WIN32
+#include <sys/resource.h>
+
+#include "tests/support/traced_child.h"
+#endif
 
 namespace {
 
@@ -131,6 +136,70 @@ TEST(ControllerMap, IsNotHarmedByAFailedWrite) {
     map.save();
     EXPECT_EQ(platform::readFile(path, 1000), before);
 }
+
+TEST(ControllerMap, ReadsNoMoreThanItsSizeOfALargeFile) {
+    const Folders folders;
+    folders.module.write("Pluginccmap.bin", std::string(168, '\x01'));
+    std::filesystem::resize_file(folders.module.path() + "Pluginccmap.bin", 4 << 20);
+    ControllerMap map;
+    map.load();
+    EXPECT_EQ(map.controller(41), 0x01010101);
+}
+
+#ifndef _WIN32
+TEST(ControllerMap, IsOldOrNewWhereverTheProcessIsKilled) {
+    const Folders folders;
+    const auto saved = [](int controller) {
+        return [controller] {
+            ControllerMap map;
+            map.bind(state::kPan, controller);
+            map.save();
+            return true;
+        };
+    };
+    const auto bound = [] {
+        ControllerMap map;
+        map.load();
+        return map.controller(state::kPan);
+    };
+    // The first time the data folder is made as well.
+    killAtEachCall(saved(20), [&] {
+        EXPECT_TRUE(bound() == ControllerMap::kUnbound || bound() == 20);
+        std::filesystem::remove_all(folders.applicationData.path() + "Quarzel Studio 9");
+    });
+    saved(20)();
+    killAtEachCall(saved(33), [&] {
+        EXPECT_TRUE(bound() == 20 || bound() == 33);
+        saved(20)();
+        EXPECT_EQ(bound(), 20);
+    });
+}
+
+// As when the process may open no more files: the musician's bindings must not go.
+TEST(ControllerMap, LeavesAFileThatItCouldNotRead) {
+    const Folders folders;
+    ControllerMap map;
+    map.bind(state::kPan, 20);
+    map.save();
+    {
+        rlimit limit = {};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        const rlimit none = {0, limit.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+        map.load();
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+    EXPECT_EQ(map.controller(state::kPan), ControllerMap::kUnbound);
+    map.save();
+    ControllerMap other;
+    other.load();
+    EXPECT_EQ(other.controller(state::kPan), 20);
+    map.bind(state::kMix, 7);  // what is bound now counts
+    map.save();
+    other.load();
+    EXPECT_EQ(other.controller(state::kMix), 7);
+}
+#endif
 
 TEST(LearnSlot, IsTakenOnce) {
     state::LearnSlot slot;

@@ -1,0 +1,124 @@
+// Puts a file in another's place by a locked file beside it and a rename.
+#include "platform/system_replacement.h"
+
+#include <cerrno>
+#include <thread>
+
+#include <fcntl.h>
+#include <limits.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr int kMostLinks = 40;  // as many as the system itself follows
+constexpr std::chrono::milliseconds kPause{1};
+constexpr mode_t kPermissions = 07777;
+
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return number_; }
+
+  private:
+    const int number_;
+};
+
+// Ends in a separator; empty for a file of the current folder.
+std::string folderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+// Where the links at path lead in the end, whether anything is there or not.
+std::string withoutLinks(std::string path) {
+    char target[PATH_MAX];
+    for (int i = 0; i < kMostLinks; ++i) {
+        const ssize_t length = readlink(path.c_str(), target, sizeof target);
+        if (length < 0) break;
+        const std::string text(target, static_cast<std::size_t>(length));
+        path = text[0] == '/' ? text : folderOf(path) + text;
+    }
+    return path;
+}
+
+bool isStillAt(const std::string& path, int descriptor) {
+    struct stat named = {}, held = {};
+    return lstat(path.c_str(), &named) == 0 && fstat(descriptor, &held) == 0 &&
+           S_ISREG(held.st_mode) && named.st_dev == held.st_dev && named.st_ino == held.st_ino;
+}
+
+// The file at path, made if need be and locked, or -1.
+int openAlone(const std::string& path) {
+    const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
+    do {
+        // A pipe in the way must not be waited for, a link not be followed.
+        const int descriptor =
+            open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+        if (descriptor < 0) {
+            // What a crash left may belong to another user; the folder decides who may remove it.
+            if (errno == EACCES && unlink(path.c_str()) == 0) continue;
+            return -1;
+        }
+        // Where the file system has no locks, nothing keeps writers apart.
+        const bool busy = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        // The one who held it may have renamed or removed it since it was opened here.
+        if (!busy && isStillAt(path, descriptor)) return descriptor;
+        close(descriptor);
+        std::this_thread::sleep_for(kPause);
+    } while (std::chrono::steady_clock::now() < deadline);
+    return -1;
+}
+
+bool writeAll(int descriptor, const std::string& contents) {
+    if (ftruncate(descriptor, 0) != 0) return false;
+    std::size_t written = 0;
+    while (written < contents.size()) {
+        const ssize_t count =
+            write(descriptor, contents.data() + written, contents.size() - written);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        written += static_cast<std::size_t>(count);
+    }
+    return fsync(descriptor) == 0;
+}
+
+// The new name itself has to reach the disk.
+void flushFolder(const std::string& folder) {
+    const Descriptor descriptor(
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.number() >= 0) fsync(descriptor.number());
+}
+
+}  // namespace
+
+bool replaceSystemFile(const std::string& path, const ContentsMaker& contents) {
+    const std::string target = withoutLinks(path);
+    struct stat old = {};
+    const bool exists = stat(target.c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) return false;
+    // A rename would replace devices and write-protected files, too.
+    if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;
+
+    const std::string temporary = target + kReplacementEnding;
+    const Descriptor descriptor(openAlone(temporary));
+    if (descriptor.number() < 0) return false;
+    const auto bytes = contents();
+    const bool whole = bytes &&
+                       (!exists || fchmod(descriptor.number(), old.st_mode & kPermissions) == 0) &&
+                       writeAll(descriptor.number(), *bytes);
+    if (whole && rename(temporary.c_str(), target.c_str()) == 0) {
+        flushFolder(folderOf(target));
+        return true;
+    }
+    unlink(temporary.c_str());
+    return false;
+}
+
+}  // namespace platform

@@ -1,0 +1,90 @@
+// Puts a file in another's place by a file beside it that nobody else can open, and a rename.
+#include "platform/system_replacement.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+constexpr DWORD kPauseMilliseconds = 2;
+
+// Tries again while somebody else has the file open, which the system says in two ways.
+template <typename Attempt>
+bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
+    const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
+    while (!attempt()) {
+        const DWORD error = GetLastError();
+        if (error != ERROR_SHARING_VIOLATION && error != alsoBusy) return false;
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        Sleep(kPauseMilliseconds);
+    }
+    return true;
+}
+
+// Never a folder, and nothing that is write-protected.
+bool mayReplace(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ||
+           !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY));
+}
+
+HANDLE openAlone(const std::string& path) {
+    return CreateFileA(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+bool writeAll(HANDLE file, const std::string& contents) {
+    std::size_t written = 0;
+    while (written < contents.size()) {
+        const auto wanted =
+            static_cast<DWORD>(std::min<std::size_t>(contents.size() - written, 1u << 30));
+        DWORD count = 0;
+        if (!WriteFile(file, contents.data() + written, wanted, &count, nullptr)) return false;
+        if (count == 0) return false;
+        written += count;
+    }
+    return FlushFileBuffers(file) != 0;
+}
+
+// Renames what is held open, so that no other writer can come between.
+bool renameTo(HANDLE file, const std::string& path) {
+    wchar_t name[MAX_PATH + 1];
+    const int length = MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, name, MAX_PATH + 1);
+    if (length == 0) return false;
+    std::vector<unsigned char> buffer(sizeof(FILE_RENAME_INFO) + sizeof name);
+    auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+    info->ReplaceIfExists = TRUE;
+    info->FileNameLength = static_cast<DWORD>((length - 1) * sizeof(wchar_t));
+    std::copy_n(name, length, info->FileName);
+    return SetFileInformationByHandle(file, FileRenameInfo, info,
+                                      static_cast<DWORD>(buffer.size())) != 0;
+}
+
+}  // namespace
+
+bool replaceSystemFile(const std::string& path, const ContentsMaker& contents) {
+    char target[MAX_PATH];
+    const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, target, nullptr);
+    if (length == 0 || length >= MAX_PATH || !mayReplace(target)) return false;
+
+    const std::string temporary = target + std::string(kReplacementEnding);
+    HANDLE file = INVALID_HANDLE_VALUE;
+    tryPatiently([&] { return (file = openAlone(temporary)) != INVALID_HANDLE_VALUE; });
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const auto bytes = contents();
+    const bool placed = bytes && writeAll(file, *bytes) &&
+                        tryPatiently([&] { return renameTo(file, target); }, ERROR_ACCESS_DENIED);
+    if (placed) {
+        FlushFileBuffers(file);
+    } else {
+        FILE_DISPOSITION_INFO removal = {TRUE};
+        SetFileInformationByHandle(file, FileDispositionInfo, &removal, sizeof removal);
+    }
+    CloseHandle(file);
+    return placed;
+}
+
+}  // namespace platform

@@ -1,0 +1,67 @@
+// Where Linux keeps the files of a user and of a library.
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+// Sets a variable of the environment, or removes it, for a scope.
+class Variable {
+  public:
+    Variable(const char* name, const char* value) : name_(name) {
+        if (const char* const before = std::getenv(name)) before_ = before;
+        set(value);
+    }
+    ~Variable() { set(before_ ? before_->c_str() : nullptr); }
+
+  private:
+    void set(const char* value) const {
+        if (value) {
+            setenv(name_, value, 1);
+        } else {
+            unsetenv(name_);
+        }
+    }
+
+    const char* const name_;
+    std::optional<std::string> before_;
+};
+
+TEST(PosixFolders, FollowTheConventionsOfDesktops) {
+    const TemporaryFolder home;
+    home.write("file", "");
+    const std::string base = home.path() + "home", given = home.path() + "given";
+    const std::string missing = base + "/missing", file = home.path() + "file";
+    std::filesystem::create_directory(base);
+    const struct {
+        const char* given;
+        const char* home;
+        std::optional<std::string> folder;
+    } rows[] = {
+        {given.c_str(), base.c_str(), given},          {given.c_str(), nullptr, given},
+        {"relative", base.c_str(), base + "/.config"}, {"", base.c_str(), base + "/.config"},
+        {nullptr, base.c_str(), base + "/.config"},    {nullptr, nullptr, std::nullopt},
+        {nullptr, "relative", std::nullopt},           {nullptr, missing.c_str(), std::nullopt},
+        {file.c_str(), base.c_str(), std::nullopt}};
+    int number = 0;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(number++);
+        const Variable config("XDG_CONFIG_HOME", row.given);
+        const Variable user("HOME", row.home);
+        EXPECT_EQ(platform::applicationDataFolder(), row.folder);
+        EXPECT_TRUE(!row.folder || std::filesystem::is_directory(*row.folder));
+    }
+}
+
+TEST(PosixFolders, OfALibraryIsWhereItsFileLies) {
+    EXPECT_TRUE(platform::fileExists(platform::moduleFolder() + "platform_tests"));
+}
+
+}  // namespace

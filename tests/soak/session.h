@@ -1,0 +1,73 @@
+// One instance as a host and a hurried musician use it, at random.
+#pragma once
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "gui/headless.h"
+#include "plugin/vst_synth.h"
+
+namespace soak {
+
+// What went over all sessions; a complaint fails the run.
+struct Findings {
+    float peak = 0.0f;            // highest sample, full scale 1
+    double slowestSilence = 0.0;  // seconds from all notes off to lasting exact zeros
+    long events = 0, editors = 0, instances = 0, rateChanges = 0, chunks = 0;
+    std::vector<std::string> complaints;
+};
+
+class Session {
+  public:
+    Session(unsigned seed, VSTGUI::headless::HeldClock& clock, Findings& findings);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Dense playing: notes, wheels, controllers, programs, automation, in blocks of many sizes.
+    void play(double seconds);
+    // Another rate, with or without a pause.
+    void changeRate();
+    // Saves the bank or program, disturbs it and brings it back.
+    void saveAndRestore();
+    // Opens the editor, drags and clicks about in it, now and then learns a controller, closes it.
+    void visitEditor();
+    // Ends all notes, and renders until the sound has.
+    void fallSilent();
+
+    // Median ns a sample of a fixed chord on fresh settings at 44.1 kHz, and of sleep after it.
+    struct Cost {
+        double sounding;
+        double asleep;
+    };
+    Cost measureCost();
+
+  private:
+    static constexpr int kLargestBlock = 1024;
+
+    int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    float value() { return static_cast<float>(random_() % 1001) / 1000.0f; }
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
+                       void* ptr = nullptr, float opt = 0.0f);
+    void setRate(float rate);
+    void queue(int status, int data1, int data2, int frame);
+    void queueAtRandom(int frames);
+    void disturb();
+    // Renders with what is queued; whether all of it was exact zeros.
+    bool render(int frames);
+    double medianBlock(int blocks);
+
+    std::mt19937 random_;
+    VSTGUI::headless::HeldClock& clock_;
+    Findings& findings_;
+    std::unique_ptr<plugin::VstSynth> synth_;
+    float rate_ = 44100.0f;
+    std::vector<VstMidiEvent> queued_;
+    std::vector<char> eventList_;
+    std::vector<float> left_ = std::vector<float>(kLargestBlock);
+    std::vector<float> right_ = std::vector<float>(kLargestBlock);
+};
+
+}  // namespace soak
