@@ -63,6 +63,8 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
             host.idle();
             synth->learnSlot().arm(i % state::kNumParams);
             synth->setProgram(i % 128);
+            synth->setSampleRate(i % 2 ? 44100.0f : 48000.0f);
+            state::controllerMap().bind(i % state::kNumParams, state::ControllerMap::kUnbound);
             host.idle();
         }
         for (const auto& synth : synths) synth->getEditor()->close();

@@ -43,12 +43,14 @@ class Threads : public testing::Test {
         synth_->processReplacing(nullptr, outputs, kBlock);
     }
 
-    void noteOn(int key) {
+    void noteOn(int key) { play(0x90, key, 100); }
+
+    void play(int status, int data1, int data2) {
         VstMidiEvent midi = {};
         midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(0x90);
-        midi.midiData[1] = static_cast<char>(key);
-        midi.midiData[2] = 100;
+        midi.midiData[0] = static_cast<char>(status);
+        midi.midiData[1] = static_cast<char>(data1);
+        midi.midiData[2] = static_cast<char>(data2);
         VstEvents list = {};
         list.numEvents = 1;
         list.events[0] = reinterpret_cast<VstEvent*>(&midi);
@@ -134,6 +136,74 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             ASSERT_TRUE(std::isfinite(level()));
             noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
         });
+}
+
+// Controllers set values on the audio thread while the host reads, copies and saves the programs
+// that hold them.
+TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
+    noteOn(60);
+    int block = 0;
+    std::mt19937 random(4);
+    const int controller = 20;
+    renderAgainst(
+        400,
+        [&] {
+            const int index = static_cast<int>(random() % state::kNumParams);
+            synth_->learnSlot().arm(index);
+            synth_->copyProgram(static_cast<int>(random() % 128));
+            synth_->getParameter(state::kNumParams);
+            char text[64];
+            synth_->getParameterDisplay(index, text);
+            synth_->setProgramName("moved");
+            synth_->getProgramName(text);
+            state::controllerMap().bind(index, random() % 2 ? controller : -1);
+            state::controllerMap().saveIfChanged();
+            const auto preset = std::make_unique<state::ProgramRecord>();
+            synth_->setChunk(preset.get(), sizeof *preset, true);
+        },
+        [&] {
+            play(0xB0, controller, ++block % 128);
+            if (block % 16 == 0) play(0xC0, block % 128, 0);
+            ASSERT_TRUE(std::isfinite(level()));
+        });
+    state::controllerMap().clear();
+}
+
+// Instances share the controller map, its file, the tables and the flag of the missing bank.
+TEST(ThreadsOfManyInstances, ShareTheProcess) {
+    std::vector<std::thread> hosts;
+    std::atomic<int> heard{0};
+    for (int host = 0; host < 8; ++host) {
+        hosts.emplace_back([&heard, host] {
+            for (int life = 0; life < 4; ++life) {
+                const auto synth = std::make_unique<plugin::VstSynth>(nullptr);
+                float left[kBlock], right[kBlock];
+                float* outputs[] = {left, right};
+                VstMidiEvent midi = {};
+                midi.type = kVstMidiType;
+                midi.midiData[0] = static_cast<char>(0x90);
+                midi.midiData[1] = static_cast<char>(48 + host);
+                midi.midiData[2] = 100;
+                VstEvents list = {};
+                list.numEvents = 1;
+                list.events[0] = reinterpret_cast<VstEvent*>(&midi);
+                synth->setParameter(state::kEnvAttack, 0.0f);
+                synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
+                synth->processEvents(&list);
+                float sum = 0.0f;
+                for (int i = 0; i < 30; ++i) {
+                    synth->processReplacing(nullptr, outputs, kBlock);
+                    synth->learnSlot().arm(host);
+                    state::controllerMap().bind(host, i);
+                    sum += std::fabs(left[i]);
+                }
+                heard += sum > 1e-3f && std::isfinite(sum);
+            }
+        });
+    }
+    for (std::thread& host : hosts) host.join();
+    EXPECT_EQ(heard, 32);
+    state::controllerMap().clear();
 }
 
 }  // namespace
