@@ -189,7 +189,11 @@ void VstSynth::getParameterName(VstInt32 index, char* text) {
 }
 
 void VstSynth::setProgram(VstInt32 program) {
-    if (!instrument_.setProgram(program)) return;
+    if (instrument_.setProgram(program)) showProgram();
+}
+
+// To the editor and to the host.
+void VstSynth::showProgram() {
     for (VstInt32 index = 0; index < state::kNumParams; ++index) {
         tellEditor(index);
     }
@@ -235,7 +239,10 @@ VstInt32 VstSynth::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
     } else {
         state::takeBankChunk(bank, data, byteSize);
     }
-    setProgram(getProgram());
+    // Unlike a change of the program it is not turned away while another one is being sent: the
+    // engine would go on with what the chunk has replaced.
+    instrument_.resendProgram();
+    showProgram();
     return 1;
 }
 
