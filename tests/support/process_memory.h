@@ -18,8 +18,8 @@
 
 struct ProcessMemory {
     std::size_t bytes = 0;
-    std::size_t handles = 0;   // open files, or what the system counts as such
-    std::size_t mappings = 0;  // of memory; 0 where unknown
+    std::size_t handles = 0;      // open files, or what the system counts as such
+    std::size_t mappedFiles = 0;  // parts of files in memory; 0 where unknown
 
     static ProcessMemory now();
 };
@@ -42,11 +42,11 @@ constexpr std::size_t kProcessMemoryNoise = 32 << 10;
 inline ProcessMemory ProcessMemory::now() {
     const struct mallinfo2 heap = mallinfo2();
     std::ifstream maps("/proc/self/maps");
-    std::size_t lines = 0;
-    for (std::string line; std::getline(maps, line);) ++lines;
+    std::size_t mapped = 0;
+    for (std::string line; std::getline(maps, line);) mapped += line.find('/') != line.npos;
     const std::filesystem::directory_iterator files("/proc/self/fd");
     return {heap.uordblks + heap.hblkhd,
             static_cast<std::size_t>(std::distance(files, std::filesystem::directory_iterator())),
-            lines};
+            mapped};
 }
 #endif
