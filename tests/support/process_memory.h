@@ -26,7 +26,7 @@ struct ProcessMemory {
 
 #ifdef _WIN32
 // Pages that the heap keeps for later.
-constexpr std::size_t kProcessMemoryNoise = 2 << 20;
+constexpr std::size_t kProcessMemoryNoise = 1 << 20;
 
 inline ProcessMemory ProcessMemory::now() {
     PROCESS_MEMORY_COUNTERS counters = {};
