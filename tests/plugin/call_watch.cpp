@@ -2,6 +2,7 @@
 // so that its libraries call them, too; system calls come back from the kernel as a signal.
 #include "tests/plugin/call_watch.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -61,11 +62,13 @@ constexpr int kMostMutexes = 64;
 std::atomic<void*> mutexes[kMostMutexes];
 std::atomic<long> taken{0};
 std::atomic<long> awaited{0};
+std::atomic<std::uint64_t> allTicks{0};
 std::atomic<std::uint64_t> longestTicks{0};
 
 void noteLock(void* mutex, bool waited, std::uint64_t ticks) {
     taken.fetch_add(1, std::memory_order_relaxed);
     awaited.fetch_add(waited, std::memory_order_relaxed);
+    allTicks.fetch_add(ticks, std::memory_order_relaxed);
     for (std::uint64_t longest = longestTicks;
          ticks > longest && !longestTicks.compare_exchange_weak(longest, ticks);) {
     }
@@ -129,7 +132,7 @@ void reset() {
     for (auto& count : systemCalls) count = 0;
     for (auto& mutex : mutexes) mutex = nullptr;
     taken = awaited = 0;
-    longestTicks = 0;
+    allTicks = longestTicks = 0;
 }
 
 std::string calls() {
@@ -146,7 +149,9 @@ std::string calls() {
 
 Locks locks() {
     static const double scale = nanosecondsPerTick();
-    Locks all = {taken, awaited, 0, static_cast<double>(longestTicks) * scale};
+    Locks all = {taken, awaited};
+    all.averageNanoseconds = scale * static_cast<double>(allTicks) / std::max(all.taken, 1L);
+    all.longestNanoseconds = scale * static_cast<double>(longestTicks);
     for (const auto& mutex : mutexes) all.mutexes += mutex != nullptr;
     return all;
 }

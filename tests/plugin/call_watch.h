@@ -28,7 +28,8 @@ struct Locks {
     long taken = 0;
     long awaited = 0;  // found in another thread's hands
     int mutexes = 0;   // different ones, counted up to 64
-    double longestNanoseconds = 0.0;
+    double averageNanoseconds = 0.0;
+    double longestNanoseconds = 0.0;  // with what the scheduler took
 };
 Locks locks();
 

@@ -56,7 +56,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
             ++blocks;
         }
     });
-    for (int i = 0; i < 100 || blocks < 10; ++i) {
+    for (int i = 0; i < 40 || blocks < 10; ++i) {
         for (const auto& synth : synths) {
             plugin::AEffEditor& host = *synth->getEditor();
             EXPECT_TRUE(host.open(&host));

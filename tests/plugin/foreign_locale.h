@@ -48,8 +48,9 @@ class ForeignLocale {
 
     bool setLocale(const char* name) {
         const char* const set = std::setlocale(LC_ALL, name);
-        if (set) name_ = set;
-        return set && *std::localeconv()->decimal_point == ',';
+        if (!set || *std::localeconv()->decimal_point != ',') return false;
+        name_ = set;
+        return true;
     }
 
     TemporaryFolder folder_;

@@ -235,10 +235,10 @@ class AudioThread : public testing::Test {
     void report() const {
         const watch::Locks locks = watch::locks();
         std::printf(
-            "watched %ld calls with %d events; %ld locks, %ld awaited, longest %.0f ns; "
-            "%ld host calls\n",
-            calls_, events_, locks.taken, locks.awaited, locks.longestNanoseconds,
-            hostCalls.load());
+            "watched %ld calls with %d events, %ld host calls; %ld locks, %ld awaited, %.0f ns on "
+            "average, %.0f at most\n",
+            calls_, events_, hostCalls.load(), locks.taken, locks.awaited, locks.averageNanoseconds,
+            locks.longestNanoseconds);
     }
 
     static constexpr int kLongest = 16384;
