@@ -189,11 +189,11 @@ void VstSynth::getParameterName(VstInt32 index, char* text) {
 }
 
 void VstSynth::setProgram(VstInt32 program) {
-    if (instrument_.setProgram(program)) showProgram();
+    if (instrument_.setProgram(program)) announceProgram();
 }
 
-// To the editor and to the host.
-void VstSynth::showProgram() {
+// Tells the editor and the host of a program that was sent.
+void VstSynth::announceProgram() {
     for (VstInt32 index = 0; index < state::kNumParams; ++index) {
         tellEditor(index);
     }
@@ -242,7 +242,7 @@ VstInt32 VstSynth::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
     // Unlike a change of the program it is not turned away while another one is being sent: the
     // engine would go on with what the chunk has replaced.
     instrument_.resendProgram();
-    showProgram();
+    announceProgram();
     return 1;
 }
 

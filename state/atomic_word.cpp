@@ -14,8 +14,9 @@ void loadBytes(void* to, const void* from, std::size_t size) {
         std::memcpy(target + i * sizeof word, &word, sizeof word);
     }
     const auto* bytes = static_cast<const unsigned char*>(from);
-    for (std::size_t i = count * sizeof(std::uint32_t); i < size; ++i)
+    for (std::size_t i = count * sizeof(std::uint32_t); i < size; ++i) {
         target[i] = loadWord(bytes[i]);
+    }
 }
 
 void storeBytes(void* to, const void* from, std::size_t size) {

@@ -163,7 +163,7 @@ class AudioThread : public testing::Test {
         VstMidiEvent midi = {};
         midi.type = type;
         midi.byteSize = size;
-        midi.deltaFrames = events_ % 40;
+        midi.deltaFrames = events_ % 32;
         midi.midiData[0] = static_cast<char>(status);
         midi.midiData[1] = static_cast<char>(data1);
         midi.midiData[2] = static_cast<char>(data2);
@@ -290,11 +290,13 @@ TEST_F(AudioThread, TakesOneLockNowAndThenWhileItOnlyRenders) {
 }
 
 TEST_F(AudioThread, WaitsForNobodyWhileTheUserInterfaceIsBusy) {
+    const int handOvers = mutexesOfTheHandOvers();
     const RecordedMessages messages;
     const InstalledSkin skin;
     const VSTGUI::headless::Scope scope;
     std::atomic<bool> finished{false};
     std::atomic<int> rounds{0};
+    watch::reset();
     render(64);
     std::thread userInterface([&] {
         std::mt19937 random(1);
@@ -324,6 +326,7 @@ TEST_F(AudioThread, WaitsForNobodyWhileTheUserInterfaceIsBusy) {
     for (int pass = 0; pass < 3 || rounds < 200; ++pass) doEverything();
     finished = true;
     userInterface.join();
+    EXPECT_EQ(watch::locks().mutexes, handOvers);
     EXPECT_EQ(watch::locks().awaited, 0);
     EXPECT_EQ(watch::calls(), "");
     report();
