@@ -1,4 +1,5 @@
-// A small skin beside the library, in folders and settings of the test's own.
+// A small skin beside the library, whose views look at all that the audio thread writes, in folders
+// and settings of the test's own.
 #pragma once
 
 #include <filesystem>

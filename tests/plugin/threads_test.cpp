@@ -9,11 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 
 namespace {
-
-constexpr int kBlock = 64;
 
 class Threads : public testing::Test {
   protected:
@@ -39,34 +37,22 @@ class Threads : public testing::Test {
     }
 
     void render() {
-        float* outputs[] = {left_, right_};
-        synth_->processReplacing(nullptr, outputs, kBlock);
+        float* outputs[] = {block_.data(), block_.data() + kMidiBlockFrames};
+        synth_->processReplacing(nullptr, outputs, kMidiBlockFrames);
     }
-
-    void noteOn(int key) { play(0x90, key, 100); }
-
     void play(int status, int data1, int data2) {
-        VstMidiEvent midi = {};
-        midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(status);
-        midi.midiData[1] = static_cast<char>(data1);
-        midi.midiData[2] = static_cast<char>(data2);
-        VstEvents list = {};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
-        render();
+        block_ = playMessage(*synth_, status, data1, data2);
     }
+    void noteOn(int key) { play(0x90, key, 100); }
 
     float level() const {
         float sum = 0.0f;
-        for (int i = 0; i < kBlock; ++i) sum += left_[i] * left_[i] + right_[i] * right_[i];
-        return std::sqrt(sum / kBlock);
+        for (const float sample : block_) sum += sample * sample;
+        return std::sqrt(sum / kMidiBlockFrames);
     }
 
     std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(nullptr);
-    float left_[kBlock];
-    float right_[kBlock];
+    MidiBlock block_;
 };
 
 TEST_F(Threads, ParametersCostNoBlock) {
@@ -175,27 +161,17 @@ TEST(ThreadsOfManyInstances, ShareTheProcess) {
     std::atomic<int> heard{0};
     for (int host = 0; host < 8; ++host) {
         hosts.emplace_back([&heard, host] {
+            const int index = state::kVlphs + host;  // of settings that silence nothing
             for (int life = 0; life < 4; ++life) {
                 const auto synth = std::make_unique<plugin::VstSynth>(nullptr);
-                float left[kBlock], right[kBlock];
-                float* outputs[] = {left, right};
-                VstMidiEvent midi = {};
-                midi.type = kVstMidiType;
-                midi.midiData[0] = static_cast<char>(0x90);
-                midi.midiData[1] = static_cast<char>(48 + host);
-                midi.midiData[2] = 100;
-                VstEvents list = {};
-                list.numEvents = 1;
-                list.events[0] = reinterpret_cast<VstEvent*>(&midi);
                 synth->setParameter(state::kEnvAttack, 0.0f);
                 synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
-                synth->processEvents(&list);
+                playMessage(*synth, 0x90, 48 + host, 100);
                 float sum = 0.0f;
                 for (int i = 0; i < 30; ++i) {
-                    synth->processReplacing(nullptr, outputs, kBlock);
-                    synth->learnSlot().arm(host);
-                    state::controllerMap().bind(host, i);
-                    sum += std::fabs(left[i]);
+                    synth->learnSlot().arm(index);
+                    state::controllerMap().bind(index, i);
+                    sum += std::fabs(playMessage(*synth, 0xB0, i, i)[i]);
                 }
                 heard += sum > 1e-3f && std::isfinite(sum);
             }
