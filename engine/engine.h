@@ -17,7 +17,7 @@
 
 namespace engine {
 
-class Engine final : public SoundEngine {
+class Engine : public SoundEngine {
   public:
     explicit Engine(double sampleRate);
 

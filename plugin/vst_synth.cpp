@@ -19,7 +19,7 @@ constexpr std::string_view kVendor = "tembrilon.com";
 constexpr std::string_view kPinLabel = "ZLM";
 static_assert(kVendor.size() == 13);
 
-constexpr double kInitialRate = 44100.0;
+constexpr float kInitialRate = 44100.0f;
 constexpr VstInt32 kStereoPins = 2;
 constexpr VstInt32 kAnsweredPins = 6;  // four more than there are outputs: kept
 
@@ -51,7 +51,7 @@ VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine
 
     state::controllerMap().load();
 
-    updateSampleRate();
+    if (!engine::isAcceptedRate(updateSampleRate())) sampleRate_ = kInitialRate;
     instrument_.setSampleRate(sampleRate_);
     state::loadDefaultBank(instrument_.bank(), kUniqueId);
     updateDisplay();
@@ -108,6 +108,7 @@ void VstSynth::suspend() {
 
 void VstSynth::resume() {
     instrument_.engine().forgetHeldNotes();
+    events_.forget();
     wantEvents(1);
 }
 
@@ -126,12 +127,16 @@ VstInt32 VstSynth::processEvents(VstEvents* events) {
     return 1;
 }
 
+// A block without frames, or without a place for its sound, costs no event either.
 void VstSynth::processReplacing(float**, float** outputs, VstInt32 sampleFrames) {
-    if (!outputs || !outputs[0] || !outputs[1] || sampleFrames <= 0) return;
+    const VstInt32 frames = std::max(sampleFrames, VstInt32{0});
+    float* const left = outputs ? outputs[0] : nullptr;
+    float* const right = outputs ? outputs[1] : nullptr;
+    const bool playable = frames > 0 && left && right && !initialising_;
     events_.beginBlock();
-    if (initialising_ || !instrument_.render(outputs[0], outputs[1], sampleFrames, *this)) {
-        std::fill_n(outputs[0], sampleFrames, 0.0f);
-        std::fill_n(outputs[1], sampleFrames, 0.0f);
+    if (!playable || !instrument_.render(left, right, frames, *this)) {
+        if (left) std::fill_n(left, frames, 0.0f);
+        if (right) std::fill_n(right, frames, 0.0f);
         events_.postpone();
     }
     events_.finishBlock();
@@ -184,7 +189,11 @@ void VstSynth::getParameterName(VstInt32 index, char* text) {
 }
 
 void VstSynth::setProgram(VstInt32 program) {
-    if (!instrument_.setProgram(program)) return;
+    if (instrument_.setProgram(program)) announceProgram();
+}
+
+// Tells the editor and the host of a program that was sent.
+void VstSynth::announceProgram() {
     for (VstInt32 index = 0; index < state::kNumParams; ++index) {
         tellEditor(index);
     }
@@ -234,7 +243,10 @@ VstInt32 VstSynth::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
     } else {
         state::takeBankChunk(bank, data, byteSize);
     }
-    setProgram(getProgram());
+    // Unlike a change of the program it is not turned away while another one is being sent: the
+    // engine would go on with what the chunk has replaced.
+    instrument_.resendProgram();
+    announceProgram();
     return 1;
 }
 

@@ -77,6 +77,7 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     void programChange(int program) override { setProgram(program); }
     bool controlChange(int controller, int value) override;
     void tellEditor(VstInt32 index);
+    void announceProgram();
 
     state::Instrument instrument_;
     EventQueue events_;

@@ -20,7 +20,9 @@ void storeWord(Word& word, Word value) {
     __atomic_store(&word, &value, __ATOMIC_RELAXED);
 }
 
-// Copies `size` bytes; `to` is aligned for 32-bit words, `from` need not be.
+// Copy `size` bytes. What other threads may touch, the source or the target, is aligned for 32-bit
+// words; the other side need not be.
+void loadBytes(void* to, const void* from, std::size_t size);
 void storeBytes(void* to, const void* from, std::size_t size);
 
 }  // namespace state

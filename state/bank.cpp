@@ -54,11 +54,11 @@ void Bank::setValue(int program, int index, float value) {
 float Bank::valuePastTable(int program) const {
     const auto* bytes = reinterpret_cast<const unsigned char*>(&chunk_);
     const std::size_t record = offsetof(BankChunk, programs);
-    const bool programHeld = bytes[record] != 0;
+    const bool programHeld = loadWord(bytes[record]) != 0;
     const std::size_t at = programHeld ? record + (program + 1) * sizeof(ProgramRecord)
                                        : record + offsetof(ParameterRecord, value);
     float value = 0.0f;
-    if (at + sizeof value <= sizeof chunk_) std::memcpy(&value, bytes + at, sizeof value);
+    if (at + sizeof value <= sizeof chunk_) loadBytes(&value, bytes + at, sizeof value);
     return std::isfinite(value) ? value : 0.0f;
 }
 
@@ -75,7 +75,8 @@ void Bank::setProgramName(int program, const char* name) {
 }
 
 void Bank::copyProgram(int from, int to) {
-    const ProgramRecord record = chunk_.programs[from];
+    ProgramRecord record;
+    loadBytes(&record, &chunk_.programs[from], sizeof record);
     storeBytes(&chunk_.programs[to], &record, sizeof record);
 }
 

@@ -1,6 +1,8 @@
 // Ownership of the engine by compare and exchange.
 #include "state/engine_gate.h"
 
+#include "platform/thread_id.h"
+
 namespace state {
 
 bool EngineGate::take(Owner owner) {
@@ -9,7 +11,7 @@ bool EngineGate::take(Owner owner) {
 }
 
 bool EngineGate::beginBlock() {
-    renderer_.store(std::this_thread::get_id(), std::memory_order_relaxed);
+    renderer_.store(platform::currentThreadId(), std::memory_order_relaxed);
     return take(Owner::kRenderer);
 }
 
@@ -18,13 +20,13 @@ void EngineGate::endBlock() {
 }
 
 void EngineGate::expectNoBlocks() {
-    renderer_.store({}, std::memory_order_relaxed);
+    renderer_.store(kNoThread, std::memory_order_relaxed);
 }
 
 EngineGate::Change::Change(EngineGate& gate) : gate_(gate), kind_(Kind::kRefused) {
-    const std::thread::id renderer = gate.renderer_.load(std::memory_order_relaxed);
-    const bool onRenderer = renderer == std::this_thread::get_id();
-    if (!onRenderer && renderer != std::thread::id()) return;
+    const std::uintptr_t renderer = gate.renderer_.load(std::memory_order_relaxed);
+    const bool onRenderer = renderer == platform::currentThreadId();
+    if (!onRenderer && renderer != kNoThread) return;
     if (gate.take(Owner::kChange)) {
         kind_ = Kind::kOwner;
     } else if (onRenderer && gate.owner_.load(std::memory_order_relaxed) == Owner::kRenderer) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <atomic>
-#include <thread>
+#include <cstdint>
 
 namespace state {
 
@@ -39,7 +39,8 @@ class EngineGate {
     bool take(Owner owner);
 
     std::atomic<Owner> owner_{Owner::kNobody};
-    std::atomic<std::thread::id> renderer_{};  // the thread of the last block, or none
+    static constexpr std::uintptr_t kNoThread = 0;
+    std::atomic<std::uintptr_t> renderer_{kNoThread};  // the thread of the last block
 };
 
 }  // namespace state

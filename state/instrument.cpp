@@ -14,10 +14,6 @@ constexpr std::uint64_t bit(int n) {
     return std::uint64_t{1} << n;
 }
 
-constexpr std::uint64_t kPushProgram = bit(kNumParams);
-constexpr std::uint64_t kChangeRate = bit(kNumParams + 1);
-constexpr std::uint64_t kChangeVoices = bit(kNumParams + 2);
-
 // After so many halvings the remaining distance is below a float's precision.
 constexpr int kMostHighPassMoves = 24;
 

@@ -32,6 +32,8 @@ class Instrument {
     // Makes the program current and sends all its values to the engine. False, and nothing done,
     // out of range and while another program is being sent.
     bool setProgram(int program);
+    // Sends the current program's values anew, after a program that is being sent.
+    void resendProgram() { demand(kPushProgram); }
 
     // Hz; a rate that is not usable is ignored.
     void setSampleRate(double rate);
@@ -49,6 +51,11 @@ class Instrument {
 
   private:
     class RequestsFirst;
+    // Requests: one bit a parameter, and these.
+    static constexpr std::uint64_t kPushProgram = std::uint64_t{1} << kNumParams;
+    static constexpr std::uint64_t kChangeRate = kPushProgram << 1;
+    static constexpr std::uint64_t kChangeVoices = kPushProgram << 2;
+
     // Asks for the changes of `request`: at once, or before the renderer's next segment.
     void demand(std::uint64_t request);
     void carryOut(std::uint64_t requests);
@@ -63,7 +70,7 @@ class Instrument {
     std::atomic<double> sampleRate_;
     std::atomic<int> voices_{engine::kInitialVoices};
     std::atomic<bool> pushing_{false};
-    // One bit a parameter, and those below; what stands here has not reached the engine yet.
+    // What stands here has not reached the engine yet.
     std::atomic<std::uint64_t> requests_{0};
     // "HP" moves half way each time it is set, so its requests are counted.
     std::atomic<int> highPassMoves_{0};

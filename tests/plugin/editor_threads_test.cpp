@@ -1,45 +1,26 @@
 // Editors that come and go while another thread renders; run it under the thread sanitizer, too.
 #include <atomic>
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "editor/skin_missing.h"
-#include "editor/skin_preview.h"
 #include "gui/headless.h"
-#include "platform/folders.h"
-#include "platform/settings_store.h"
 #include "plugin/editor_adapter.h"
+#include "tests/plugin/installed_skin.h"
 #include "tests/plugin/midi_block.h"
 #include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
-#include "tests/support/temporary_folder.h"
 
 namespace {
 
-// The folder of a library with one skin, whose views look at all that the audio thread writes.
 class Threads : public testing::Test {
   protected:
-    Threads() {
-        editor::setSkinMissing(false);
-        std::filesystem::create_directories(module_.path() + "skin");
-        editor::writePng(module_.path() + "skin/bg.png", VSTGUI::PixelBuffer(200, 100));
-        module_.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
-            <knob x="0" y="0" w="40" h="40" id="1"/><NoteDisplay x="50" y="0" w="60" h="20" id="0"/>
-            <ViewTaps x="50" y="30" w="60" h="30"/><anydisp x="0" y="50" w="40" h="20" style="0"/>
-            <vumeter x="150" y="0" id="0" leds="4" style="2" bitmap_on="bg.png"
-            bitmap_off="bg.png"/></GUI>)");
-    }
     ~Threads() override { EXPECT_TRUE(messages_.all.size() <= 2); }
 
-    TemporaryFolder module_;
-    TemporaryFolder applicationData_;
-    platform::ScopedFolders folders_{module_.path(), applicationData_.path()};
-    platform::ScopedSettings settings_;
+    InstalledSkin skin_;
     RecordedMessages messages_;
 };
 
@@ -56,13 +37,15 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
             ++blocks;
         }
     });
-    for (int i = 0; i < 100 || blocks < 10; ++i) {
+    for (int i = 0; i < 40 || blocks < 10; ++i) {
         for (const auto& synth : synths) {
             plugin::AEffEditor& host = *synth->getEditor();
             EXPECT_TRUE(host.open(&host));
             host.idle();
             synth->learnSlot().arm(i % state::kNumParams);
             synth->setProgram(i % 128);
+            synth->setSampleRate(i % 2 ? 44100.0f : 48000.0f);
+            state::controllerMap().bind(i % state::kNumParams, state::ControllerMap::kUnbound);
             host.idle();
         }
         for (const auto& synth : synths) synth->getEditor()->close();

@@ -204,12 +204,4 @@ TEST_F(LoadedPlugin, KeepsItsInstancesApart) {
     EXPECT_EQ(second.dispatch(effGetProgram), 5);
 }
 
-TEST(PluginLibrary, LoadsAndUnloadsManyTimes) {
-    for (int i = 0; i < 20; ++i) {
-        TestHost host;
-        const PluginLibrary library;
-        const PluginInstance plugin(library.entry());
-    }
-}
-
 }  // namespace

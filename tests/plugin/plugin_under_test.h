@@ -21,7 +21,8 @@ class PluginLibrary {
 // One instance of the plug-in, from its creation to effClose.
 class PluginInstance {
   public:
-    explicit PluginInstance(PluginEntry entry) : record_(entry(TestHost::callback)) {}
+    explicit PluginInstance(PluginEntry entry, audioMasterCallback host = TestHost::callback)
+        : record_(entry(host)) {}
     ~PluginInstance() { dispatch(effClose); }
     PluginInstance(const PluginInstance&) = delete;
     PluginInstance& operator=(const PluginInstance&) = delete;

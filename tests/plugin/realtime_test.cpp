@@ -1,124 +1,336 @@
-// What may run on the audio thread allocates nothing. The whole program's heap goes through the
-// counters below.
+// What may run on the audio thread allocates nothing, waits for nothing and asks nothing of the
+// system, whatever another thread is doing with the same instance.
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <limits>
+#include <map>
 #include <memory>
-#include <new>
+#include <mutex>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <thread>
 #include <vector>
+
+#include <dlfcn.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "dsp/shelf_tone.h"
+#include "dsp/stereo_phaser.h"
+#include "gui/headless.h"
 #include "plugin/vst_synth.h"
+#include "tests/plugin/call_watch.h"
+#include "tests/plugin/installed_skin.h"
+#include "tests/support/recorded_messages.h"
 
 namespace {
 
-std::atomic<bool> counting{false};
-std::atomic<int> heapCalls{0};
-
-void note() {
-    if (counting.load(std::memory_order_relaxed)) heapCalls.fetch_add(1, std::memory_order_relaxed);
-}
-
-}  // namespace
-
-// glibc's own entry points, so that C allocations are seen as well as C++ ones.
-extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void __libc_free(void*);
-
-void* malloc(std::size_t size) {
-    note();
-    return __libc_malloc(size);
-}
-void* calloc(std::size_t count, std::size_t size) {
-    note();
-    return __libc_calloc(count, size);
-}
-void* realloc(void* block, std::size_t size) {
-    note();
-    return __libc_realloc(block, size);
-}
-void free(void* block) {
-    if (block) note();
-    __libc_free(block);
-}
-}
-
-namespace {
-
-// Heap calls made by the action.
 template <typename Action>
-int countHeapCalls(Action action) {
-    heapCalls = 0;
-    counting = true;
-    action();
-    counting = false;
-    return heapCalls;
+std::string callsOf(Action action) {
+    watch::reset();
+    {
+        const watch::Watch watched;
+        action();
+    }
+    return watch::calls();
 }
 
+// Where the program or library begins that a function belongs to.
+void* homeOf(void* function) {
+    Dl_info info = {};
+    return dladdr(function, &info) ? info.dli_fbase : nullptr;
+}
+
+TEST(CallWatch, StandsInFrontOfEveryFunctionThatItNames) {
+    void* const program = homeOf(reinterpret_cast<void*>(&homeOf));
+    EXPECT_GT(watch::names().size(), 70u);
+    for (const std::string& name : watch::names()) {
+        EXPECT_EQ(homeOf(dlsym(RTLD_DEFAULT, name.c_str())), program) << name;
+    }
+}
+
+TEST(CallWatch, SeesWhatTheLibrariesCall) {
+    const std::map<std::string, std::function<void()>> actions = {
+        {"malloc", [] { std::string(100, ' ').swap(*std::make_unique<std::string>()); }},
+        {"free", [] { delete new std::vector<char>(100); }},
+        {"pthread_create", [] { std::thread([] {}).join(); }},
+        {"pthread_cond_broadcast", [] { std::condition_variable().notify_all(); }},
+        {"nanosleep", [] { std::this_thread::sleep_for(std::chrono::nanoseconds(1)); }},
+        {"sched_yield", [] { std::this_thread::yield(); }},
+        {"open", [] { std::random_device("/dev/urandom")(); }},
+        {"fopen64", [] { std::ifstream("/dev/null").get(); }},
+        {"mkdir", [] { std::filesystem::create_directory("/"); }},
+        {"getenv", [] { EXPECT_EQ(std::getenv("QUARZEL_UNSET"), nullptr); }},
+        {"fwrite", [] { std::cout << "the watch sees this line\n"; }},
+        {"printf", [] { std::printf("and this one: %d\n", 1 + std::rand() % 1); }},
+        {"rand", [] { EXPECT_GE(std::rand(), 0); }},
+        {"syscall", [] { syscall(SYS_getppid); }},
+        {"__cxa_throw", [] { EXPECT_THROW(std::string().at(1), std::out_of_range); }},
+    };
+    for (const auto& [name, action] : actions) {
+        const std::string seen = ", " + callsOf(action);
+        EXPECT_NE(seen.find(", " + name + ' '), std::string::npos) << name << " in " << seen;
+    }
+}
+
+TEST(CallWatch, SeesLocksAndHowTheyWereHad) {
+    std::mutex free;
+    std::recursive_mutex held;
+    std::atomic<bool> isHeld{false};
+    std::thread holder([&] {
+        const std::lock_guard<std::recursive_mutex> lock(held);
+        isHeld = true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    });
+    while (!isHeld) std::this_thread::yield();
+    callsOf([&] {
+        for (int i = 0; i < 3; ++i) const std::lock_guard<std::mutex> lock(free);
+        const std::lock_guard<std::recursive_mutex> lock(held);
+    });
+    holder.join();
+    const watch::Locks locks = watch::locks();
+    EXPECT_EQ(locks.taken, 4);
+    EXPECT_EQ(locks.awaited, 1);
+    EXPECT_EQ(locks.mutexes, 2);
+    EXPECT_GT(locks.longestNanoseconds, 1e5);
+}
+
+TEST(CallWatch, SeesSystemCallsThatNoFunctionMakes) {
+    if (!watch::seesSystemCalls()) GTEST_SKIP() << "the kernel does not tell of system calls";
+    long parent = 0;
+    const std::string seen = callsOf([&] {
+        asm volatile("syscall" : "=a"(parent) : "a"(SYS_getppid) : "rcx", "r11", "memory");
+    });
+    EXPECT_EQ(seen, "system call " + std::to_string(SYS_getppid) + " 1");
+    EXPECT_EQ(parent, getppid());
+    EXPECT_EQ(callsOf([] {}), "");
+}
+
+std::atomic<long> hostCalls{0};
+
+VstIntPtr hostAnswer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
+    ++hostCalls;
+    return opcode == audioMasterVersion ? kVstVersion : 0;
+}
+
+// Everything that a host's audio thread may ask, through the instance's record.
 class AudioThread : public testing::Test {
   protected:
-    void play(int frames, std::vector<std::vector<std::uint8_t>> messages = {}) {
-        for (std::size_t i = 0; i < messages.size(); ++i) {
-            midi_[i] = {};
-            midi_[i].type = kVstMidiType;
-            for (std::size_t b = 0; b < 3; ++b) midi_[i].midiData[b] = messages[i][b];
-            list_.events[i] = reinterpret_cast<VstEvent*>(&midi_[i]);
+    AudioThread() {
+        for (int cc = 0; cc < state::kNumParams; ++cc) {
+            state::controllerMap().bind(cc, cc % 3 == 0 ? cc : state::ControllerMap::kUnbound);
         }
-        list_.count = static_cast<VstInt32>(messages.size());
+        watch::reset();
+        hostCalls = 0;
+    }
+    ~AudioThread() override { state::controllerMap().clear(); }
+
+    template <typename Call>
+    void watched(Call call) {
+        ++calls_;
+        const watch::Watch watch;
+        call();
+    }
+    void dispatch(VstInt32 opcode, VstIntPtr value = 0, void* ptr = nullptr, float opt = 0.0f) {
+        watched([&] { record_->dispatcher(record_, opcode, 0, value, ptr, opt); });
+    }
+    void render(int frames) {
         float* outputs[] = {left_.data(), right_.data()};
-        calls_ += countHeapCalls([&] {
-            synth_->processEvents(reinterpret_cast<VstEvents*>(&list_));
-            synth_->processReplacing(nullptr, outputs, frames);
-        });
+        double* doubles[] = {nullptr, nullptr};
+        watched([&] { record_->processReplacing(record_, nullptr, outputs, frames); });
+        watched([&] { record_->process(record_, nullptr, outputs, frames); });
+        watched([&] { record_->processDoubleReplacing(record_, nullptr, doubles, frames); });
+    }
+    void set(VstInt32 index, float value) {
+        watched([&] { record_->setParameter(record_, index, value); });
+        watched([&] { record_->getParameter(record_, index); });
+    }
+    // One message in its own block.
+    void play(int status, int data1, int data2, VstInt32 type = kVstMidiType, VstInt32 size = 32) {
+        ++events_;
+        VstMidiEvent midi = {};
+        midi.type = type;
+        midi.byteSize = size;
+        midi.deltaFrames = events_ % 32;
+        midi.midiData[0] = static_cast<char>(status);
+        midi.midiData[1] = static_cast<char>(data1);
+        midi.midiData[2] = static_cast<char>(data2);
+        struct {
+            VstInt32 count;
+            VstIntPtr reserved;
+            VstEvent* events[3];
+        } list = {3, 0, {reinterpret_cast<VstEvent*>(&midi), nullptr, nullptr}};
+        dispatch(effProcessEvents, 0, &list);
+        render(32);
     }
 
-    struct List {
-        VstInt32 count = 0;
-        VstIntPtr reserved = 0;
-        VstEvent* events[8] = {};
-    };
-    std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(nullptr);
-    std::vector<float> left_ = std::vector<float>(1024);
-    std::vector<float> right_ = std::vector<float>(1024);
-    VstMidiEvent midi_[8];
-    List list_;
-    int calls_ = 0;
+    void playEveryEvent() {
+        for (int status = 0x00; status < 0x100; status += 0x0F) {
+            for (const int data : {0, 1, 64, 127, 255}) play(status, data, 127 - data % 128);
+        }
+        for (int key = 0; key < 128; ++key) play(0x90, key, 1 + key % 127);
+        for (int cc = 0; cc < 128; ++cc) {
+            synth_->learnSlot().arm(cc % 17 == 0 ? cc / 17 : state::LearnSlot::kNone);
+            for (const int value : {0, 63, 64, 127}) play(0xB0 | cc % 16, cc, value);
+        }
+        for (int program = 0; program < 128; ++program) play(0xC0, program, 0);
+        for (const VstInt32 type : {0, 2, int{kVstSysExType}, -1, INT32_MAX}) {
+            for (const VstInt32 size : {0, -1, INT32_MIN, INT32_MAX}) {
+                play(0xF0, 0x7E, 0xF7, type, size);
+            }
+        }
+    }
+    // Leaves the effects on.
+    void setEveryParameter() {
+        constexpr float kInfinity = std::numeric_limits<float>::infinity();
+        for (int index = -1; index <= state::kNumParams; ++index) {
+            play(0x90, 30 + index, 100);
+            for (const float value : {NAN, kInfinity, -3.0f, 2.0f, 0.0f, 1.0f, 0.2f, 0.5f, 0.9f}) {
+                set(index, value);
+                render(40);
+            }
+        }
+        for (const float value : {0.0f, 0.3f, 1.0f}) {
+            set(state::kVoiceCountParam, value);
+            render(64);
+        }
+    }
+    void changeProgramsAndRates() {
+        for (VstIntPtr program = -1; program <= 128; ++program) {
+            dispatch(effSetProgram, program);
+            render(8);
+        }
+        for (const float rate : {0.0f, 8000.5f, 22050.0f, 44100.0f, 96000.0f, 192000.0f, 767999.5f,
+                                 -1.0f, float{NAN}, 48000.0f}) {
+            dispatch(effSetSampleRate, 0, nullptr, rate);
+            for (const int frames : {0, 1, 17, 1024, -5}) {
+                dispatch(effSetBlockSize, frames);
+                play(0x90, 50, 100);
+                render(frames);
+            }
+            dispatch(effMainsChanged, 0);
+            dispatch(effMainsChanged, 1);
+        }
+        render(kLongest);
+    }
+    void doEverything() {
+        setEveryParameter();
+        playEveryEvent();
+        changeProgramsAndRates();
+    }
+
+    // What went through the watch, for whoever reads the log.
+    void report() const {
+        const watch::Locks locks = watch::locks();
+        std::printf(
+            "watched %ld calls with %d events, %ld host calls; %ld locks, %ld awaited, %.0f ns on "
+            "average, %.0f at most\n",
+            calls_, events_, hostCalls.load(), locks.taken, locks.awaited, locks.averageNanoseconds,
+            locks.longestNanoseconds);
+    }
+
+    static constexpr int kLongest = 16384;
+    std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(hostAnswer);
+    AEffect* record_ = synth_->getAeffect();
+    std::vector<float> left_ = std::vector<float>(kLongest);
+    std::vector<float> right_ = std::vector<float>(kLongest);
+    long calls_ = 0;
+    int events_ = 0;
 };
 
-TEST_F(AudioThread, CountsWhatItIsMeantToCount) {
-    EXPECT_GT(countHeapCalls([] { delete new std::vector<int>(10); }), 0);
-    EXPECT_GT(countHeapCalls([] { std::free(std::calloc(3, 5)); }), 0);
-}
-
-TEST_F(AudioThread, RendersEveryEventWithoutTheHeap) {
-    state::controllerMap().bind(state::kSize, 70);
-    play(1024, {{0x90, 60, 100}, {0x90, 40, 90}});
-    play(1024, {{0xE0, 0, 100}, {0xB0, 64, 127}, {0xB0, 11, 30}, {0xB0, 70, 64}});
-    play(1024, {{0xC0, 3, 0}, {0xA0, 60, 9}, {0xD0, 9, 0}, {0x80, 60, 0}});
-    play(1024, {{0xB0, 123, 0}});
-    for (int i = 0; i < 500; ++i) play(1024);
-    EXPECT_EQ(calls_, 0);
-}
-
-TEST_F(AudioThread, ChangesParametersProgramsAndRatesWithoutTheHeap) {
-    play(64, {{0x90, 60, 100}});
-    calls_ += countHeapCalls([&] {
-        for (int index = 0; index < state::kNumParams; ++index) {
-            for (const float value : {0.0f, 0.5f, 1.0f}) synth_->setParameter(index, value);
-        }
-        for (const float value : {0.0f, 1.0f}) {
-            synth_->setParameter(state::kVoiceCountParam, value);
-        }
-        for (int program = 0; program < 128; program += 40) synth_->setProgram(program);
+// What the audio thread may lock: the hand-overs of the tone's steps and of the phaser's sweep,
+// each with the table that belongs to it.
+int mutexesOfTheHandOvers() {
+    dsp::ShelfTone tone;
+    dsp::StereoPhaser phaser;
+    float pair[2];
+    callsOf([&] {
+        tone.setSampleRate(48000.0f);
+        tone.setControl(1.0f);
+        for (int i = 0; i < 48000; ++i) tone.process(0.0f, pair);
+        phaser.setSampleRate(48000.0f, false);
+        phaser.setStages(1.0f);
+        phaser.setRate(0.7f);
+        dsp::StereoFloat frame = {};
+        phaser.render(&frame, 1);
     });
-    for (const float rate : {22050.0f, 44100.0f, 192000.0f, 768000.0f, 8000.5f}) {
-        calls_ += countHeapCalls([&] { synth_->setSampleRate(rate); });
-        play(64, {{0x90, 65, 100}});
-    }
-    EXPECT_EQ(calls_, 0);
+    return watch::locks().mutexes;
+}
+
+TEST_F(AudioThread, LocksTheTwoHandOversOnly) {
+    const int handOvers = mutexesOfTheHandOvers();
+    watch::reset();
+    doEverything();
+    EXPECT_EQ(watch::locks().mutexes, handOvers);
+    EXPECT_EQ(watch::locks().awaited, 0);
+    EXPECT_EQ(watch::calls(), "");
+    report();
+}
+
+// Between its blocks a host that does nothing else finds the tone's step alone, 90 times a second.
+TEST_F(AudioThread, TakesOneLockNowAndThenWhileItOnlyRenders) {
+    play(0x90, 60, 100);
+    watch::reset();
+    for (int i = 0; i < 441; ++i) render(100);
+    EXPECT_EQ(watch::locks().mutexes, 1);
+    EXPECT_EQ(watch::locks().taken, 90);
+    EXPECT_EQ(watch::calls(), "");
+}
+
+TEST_F(AudioThread, WaitsForNobodyWhileTheUserInterfaceIsBusy) {
+    const int handOvers = mutexesOfTheHandOvers();
+    const RecordedMessages messages;
+    const InstalledSkin skin;
+    const VSTGUI::headless::Scope scope;
+    std::atomic<bool> finished{false};
+    std::atomic<int> rounds{0};
+    watch::reset();
+    render(64);
+    std::thread userInterface([&] {
+        std::mt19937 random(1);
+        const auto state = std::make_unique<state::BankChunk>();
+        const auto ask = [&](VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr) {
+            record_->dispatcher(record_, opcode, index, value, ptr, 96000.0f);
+        };
+        for (; !finished; ++rounds) {
+            void* chunk = nullptr;
+            ask(effEditOpen, 0, 0, &chunk);
+            for (int i = 0; i < 200; ++i) {
+                const int index = static_cast<int>(random() % state::kNumParams);
+                record_->setParameter(record_, index, static_cast<float>(random() % 100) / 99.0f);
+            }
+            ask(effEditIdle, 0, 0, nullptr);
+            ask(effGetChunk, rounds % 2, 0, &chunk);
+            ask(effSetChunk, rounds % 2, rounds % 2 ? 192 : sizeof *state, state.get());
+            ask(effSetChunk, 0, 7, state.get());
+            ask(effSetProgram, 0, random() % 128, nullptr);
+            ask(effSetSampleRate, 0, 0, nullptr);
+            ask(effCopyProgram, static_cast<VstInt32>(random() % 128), 0, nullptr);
+            state::controllerMap().bind(static_cast<int>(random() % 42), rounds % 128);
+            if (rounds % 3 == 0) ask(effEditClose, 0, 0, nullptr);
+        }
+        ask(effEditClose, 0, 0, nullptr);
+    });
+    for (int pass = 0; pass < 3 || rounds < 200; ++pass) doEverything();
+    finished = true;
+    userInterface.join();
+    EXPECT_EQ(watch::locks().mutexes, handOvers);
+    EXPECT_EQ(watch::locks().awaited, 0);
+    EXPECT_EQ(watch::calls(), "");
+    report();
+    std::printf("%d rounds of the user interface\n", rounds.load());
 }
 
 }  // namespace

@@ -9,11 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/vst_synth.h"
+#include "tests/plugin/midi_block.h"
 
 namespace {
-
-constexpr int kBlock = 64;
 
 class Threads : public testing::Test {
   protected:
@@ -39,32 +37,22 @@ class Threads : public testing::Test {
     }
 
     void render() {
-        float* outputs[] = {left_, right_};
-        synth_->processReplacing(nullptr, outputs, kBlock);
+        float* outputs[] = {block_.data(), block_.data() + kMidiBlockFrames};
+        synth_->processReplacing(nullptr, outputs, kMidiBlockFrames);
     }
-
-    void noteOn(int key) {
-        VstMidiEvent midi = {};
-        midi.type = kVstMidiType;
-        midi.midiData[0] = static_cast<char>(0x90);
-        midi.midiData[1] = static_cast<char>(key);
-        midi.midiData[2] = 100;
-        VstEvents list = {};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
-        render();
+    void play(int status, int data1, int data2) {
+        block_ = playMessage(*synth_, status, data1, data2);
     }
+    void noteOn(int key) { play(0x90, key, 100); }
 
     float level() const {
         float sum = 0.0f;
-        for (int i = 0; i < kBlock; ++i) sum += left_[i] * left_[i] + right_[i] * right_[i];
-        return std::sqrt(sum / kBlock);
+        for (const float sample : block_) sum += sample * sample;
+        return std::sqrt(sum / kMidiBlockFrames);
     }
 
     std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(nullptr);
-    float left_[kBlock];
-    float right_[kBlock];
+    MidiBlock block_;
 };
 
 TEST_F(Threads, ParametersCostNoBlock) {
@@ -134,6 +122,64 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             ASSERT_TRUE(std::isfinite(level()));
             noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
         });
+}
+
+// Controllers set values on the audio thread while the host reads, copies and saves the programs
+// that hold them.
+TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
+    noteOn(60);
+    int block = 0;
+    std::mt19937 random(4);
+    const int controller = 20;
+    renderAgainst(
+        400,
+        [&] {
+            const int index = static_cast<int>(random() % state::kNumParams);
+            synth_->learnSlot().arm(index);
+            synth_->copyProgram(static_cast<int>(random() % 128));
+            synth_->getParameter(state::kNumParams);
+            char text[64];
+            synth_->getParameterDisplay(index, text);
+            synth_->setProgramName("moved");
+            synth_->getProgramName(text);
+            state::controllerMap().bind(index, random() % 2 ? controller : -1);
+            state::controllerMap().saveIfChanged();
+            const auto preset = std::make_unique<state::ProgramRecord>();
+            synth_->setChunk(preset.get(), sizeof *preset, true);
+        },
+        [&] {
+            play(0xB0, controller, ++block % 128);
+            if (block % 16 == 0) play(0xC0, block % 128, 0);
+            ASSERT_TRUE(std::isfinite(level()));
+        });
+    state::controllerMap().clear();
+}
+
+// Instances share the controller map, its file, the tables and the flag of the missing bank.
+TEST(ThreadsOfManyInstances, ShareTheProcess) {
+    std::vector<std::thread> hosts;
+    std::atomic<int> heard{0};
+    for (int host = 0; host < 8; ++host) {
+        hosts.emplace_back([&heard, host] {
+            const int index = state::kVlphs + host;  // of settings that silence nothing
+            for (int life = 0; life < 4; ++life) {
+                const auto synth = std::make_unique<plugin::VstSynth>(nullptr);
+                synth->setParameter(state::kEnvAttack, 0.0f);
+                synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
+                playMessage(*synth, 0x90, 48 + host, 100);
+                float sum = 0.0f;
+                for (int i = 0; i < 30; ++i) {
+                    synth->learnSlot().arm(index);
+                    state::controllerMap().bind(index, i);
+                    sum += std::fabs(playMessage(*synth, 0xB0, i, i)[i]);
+                }
+                heard += sum > 1e-3f && std::isfinite(sum);
+            }
+        });
+    }
+    for (std::thread& host : hosts) host.join();
+    EXPECT_EQ(heard, 32);
+    state::controllerMap().clear();
 }
 
 }  // namespace

@@ -64,7 +64,11 @@ TEST(VstSynth, AdoptsTheHostsRate) {
     struct {
         VstIntPtr answer;
         float rate;
-    } const rows[] = {{0, 44100.0f}, {-48000, 44100.0f}, {96000, 96000.0f}};
+    } const rows[] = {{0, 44100.0f},
+                      {-48000, 44100.0f},
+                      {96000, 96000.0f},
+                      {5, 44100.0f},
+                      {VstIntPtr{1} << 40, 44100.0f}};
     for (const auto& row : rows) {
         TestHost host;
         host.answers[audioMasterGetSampleRate] = row.answer;

@@ -5,9 +5,12 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "engine/engine.h"
 
 namespace {
 
@@ -102,6 +105,34 @@ TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
     EXPECT_EQ(instrument->program(), 5);
     const Sound sound = render(*instrument, 4000, [&] { instrument->engine().noteOn(64, 100); });
     EXPECT_GT(*std::max_element(sound.left.begin(), sound.left.end()), 0.01f);
+}
+
+// Does something in the middle of a program that is being sent.
+class Interrupted : public engine::Engine {
+  public:
+    using Engine::Engine;
+    void setVolume(float gain) override { volume = gain; }
+    void setBrightness(float control) override {
+        Engine::setBrightness(control);
+        if (const auto action = std::exchange(interruption, nullptr)) action();
+    }
+    std::function<void()> interruption;
+    float volume = -1.0f;
+};
+
+TEST(Instrument, SendsWhatAChunkHasReplacedMeanwhile) {
+    auto engine = std::make_unique<Interrupted>(44100.0);
+    Interrupted& sent = *engine;
+    const auto instrument = std::make_unique<Instrument>(std::move(engine));
+    sent.interruption = [&] {
+        EXPECT_FALSE(instrument->setProgram(5));
+        instrument->bank().setValue(3, state::kVolume, 0.75f);
+        onAnotherThread([&] { instrument->resendProgram(); });
+    };
+    EXPECT_TRUE(instrument->setProgram(3));
+    EXPECT_EQ(sent.interruption, nullptr);
+    EXPECT_EQ(instrument->program(), 3);
+    EXPECT_EQ(sent.volume, 0.75f);
 }
 
 TEST(Instrument, RefusesProgramsOutOfRange) {
