@@ -191,6 +191,7 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
                                    useB,
                                    scratch_.a.data(),
                                    scratch_.b.data(),
+                                   nullptr,
                                    until - from};
         (squared ? kernels_.runSquared : kernels_.runFeedback)(run);
         const float* const levels = shared ? nullptr : levels_.row(0) + from;
