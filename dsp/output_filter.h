@@ -22,12 +22,16 @@ class OutputFilterOf {
 
     void clear() { band1_ = low1_ = band2_ = low2_ = Value{}; }
 
-    Value tick(Value x) {
+    Value tick(Value x) { return tickSecond(tickFirst(x)); }
+    // The same in two steps, of which the second may lag behind.
+    Value tickFirst(Value x) {
         const Value high1 = x - low1_ - kDamping1 * band1_;
         band1_ += frequency1_ * high1;
         low1_ += frequency1_ * band1_;
-        const Value in2 = 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
-        const Value high2 = in2 - low2_ - kDamping2 * band2_;
+        return 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
+    }
+    Value tickSecond(Value x) {
+        const Value high2 = x - low2_ - kDamping2 * band2_;
         band2_ += frequency2_ * high2;
         low2_ += frequency2_ * band2_;
         return high2;

@@ -13,7 +13,7 @@ void StateVariableFilter::reset() {
 }
 
 void StateVariableFilter::clear() {
-    first_ = second_ = Stage();
+    first_ = second_ = StateVariableStage<float>();
 }
 
 void StateVariableFilter::setRate(float sampleRate) {

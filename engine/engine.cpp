@@ -206,14 +206,12 @@ int Engine::renderMono(int frames) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
     phases_.render(bendRatio_, sampleRate_, frames, phaseRows_);
-    upper_.render(phaseRows_, bendRatio_, sections_, shared_, frames, sums_);
+    bass_.render(phaseRows_, sections_, frames, bassRows_);
+    upper_.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
     setVoiceGains(sums_.sounding, frames);
     upper_.sectionEnvelope().render(sectionLevels_.data(), frames);
-    bass_.render(phaseRows_, sections_, frames, bassRows_);
-
-    tone_.renderSections(sums_, sections_, voiceGains_, frames, mono_);
-    tone_.addBowNoise(sectionLevels_, dither_, frames, mono_);
-    tone_.renderTone(bassRows_, dither_, frames, mono_);
+    tone_.render({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, sections_, frames,
+                 mono_);
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 

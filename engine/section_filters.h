@@ -1,0 +1,58 @@
+// The filters of four sections side by side: the formants of brass and horn, and what the basses go
+// through.
+#pragma once
+
+#include "dsp/dc_blocker.h"
+#include "dsp/state_variable_filter.h"
+#include "dsp/stereo.h"
+
+namespace engine {
+
+// A lane a section: contrabass, cello, brass, horn. The type of two sides, which blocks know.
+using SectionFloat = dsp::StereoFloat;
+using SectionMask = dsp::StereoMask;
+
+// State-variable filters as they are constructed, whatever the rate. The band of the first stage is
+// what brass and horn take; the basses go on through a second one and a DC blocker, where the lanes
+// of the other two mean nothing.
+class SectionFilters {
+  public:
+    // Clears the DC blockers.
+    void setRate(double sampleRate) {
+        dcBlocker_.clear();
+        dcBlocker_.setRate(sampleRate);
+    }
+    void clear() {
+        first_ = second_ = Stage();
+        dcBlocker_.clear();
+    }
+    void clearFormants() { first_.keep(Stage(), SectionMask{0, 0, -1, -1}); }
+    // Takes the states of the sections whose mask is set.
+    void keep(const SectionFilters& from, SectionMask on) {
+        first_.keep(from.first_, on);
+        second_.keep(from.second_, on);
+        dcBlocker_.keep(from.dcBlocker_, on);
+    }
+
+    SectionFloat tickFirst(SectionFloat x) {
+        first_.tick(x, kCoefficient, kDamping);
+        return first_.band;
+    }
+    // What the first stage hands on.
+    SectionFloat low() const { return first_.low; }
+    SectionFloat tickBass(SectionFloat low) {
+        second_.tick(low, kCoefficient, kDamping);
+        return dcBlocker_.tick(second_.low);
+    }
+
+  private:
+    static constexpr float kCoefficient = dsp::StateVariableFilter::kInitialCoefficient;
+    static constexpr float kDamping = dsp::StateVariableFilter::kInitialDamping;
+
+    using Stage = dsp::StateVariableStage<SectionFloat>;
+    Stage first_;
+    Stage second_;
+    dsp::DcBlockerOf<SectionFloat> dcBlocker_;
+};
+
+}  // namespace engine
