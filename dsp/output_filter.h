@@ -24,17 +24,22 @@ class OutputFilterOf {
 
     Value tick(Value x) { return tickSecond(tickFirst(x)); }
     // The same in two steps, of which the second may lag behind.
-    Value tickFirst(Value x) {
-        const Value high1 = x - low1_ - kDamping1 * band1_;
-        band1_ += frequency1_ * high1;
+    struct Between {
+        Value sum;
+        Value low;
+    };
+    Between tickFirst(Value x) {
+        const Value high = x - low1_ - kDamping1 * band1_;
+        band1_ += frequency1_ * high;
         low1_ += frequency1_ * band1_;
-        return 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
+        return {0.5 * high + 0.5 * x, low1_};
     }
-    Value tickSecond(Value x) {
-        const Value high2 = x - low2_ - kDamping2 * band2_;
-        band2_ += frequency2_ * high2;
+    Value tickSecond(const Between& between) {
+        const Value x = between.sum + saturated(between.low * 0.25);
+        const Value high = x - low2_ - kDamping2 * band2_;
+        band2_ += frequency2_ * high;
         low2_ += frequency2_ * band2_;
-        return high2;
+        return high;
     }
 
     // Odd-symmetric, within -1 .. 1, slope 1 at 0.

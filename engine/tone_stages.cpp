@@ -70,14 +70,72 @@ void ToneStages::clear() {
 
 void ToneStages::render(const ToneSources& sources, const Sections& sections, int frames,
                         Signal& mix) {
+    BassSignal bass;
+    const int bassFrames = std::min(sources.bass.sounding, frames);
+    filterSections(sources, sections, true, 0, bassFrames, bass);
+    filterSections(sources, sections, false, bassFrames, frames, bass);
     renderNoise(sources, frames);
+    mixSections(sources, sections, frames, mix);
+    if (breathes()) {
+        breathe(frames, mix);
+    } else {
+        moveBreath(noise_[frames - 1]);
+    }
     for (int from = 0; from < frames;) {
-        int until = std::min(frames, from + shelf_.steadySamples());
-        if (from < sources.bass.sounding) until = std::min(until, sources.bass.sounding);
-        renderRun(sources, sections, from, until, mix);
+        const int until = std::min(frames, from + shelf_.steadySamples());
+        shape(bass, sources.dither, from, until, mix);
         from = until;
     }
-    if (!breathes()) moveBreath(noise_[frames - 1]);
+}
+
+namespace {
+SectionMask maskOf(bool contrabass, bool cello, bool brass, bool horn) {
+    return -SectionMask{contrabass, cello, brass, horn};
+}
+}  // namespace
+
+void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
+                                bool bassSounds, int from, int until, BassSignal& bass) {
+    const SectionMask on = maskOf(bassSounds && sections.on[kContrabass],
+                                  bassSounds && sections.on[kCello], sections.on[kBrass],
+                                  sections.on[kHorn]);
+    const SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
+    SectionFilters filters = sectionFilters_;
+    const auto first = [&](int t) {
+        SectionFloat x;
+        std::memcpy(&x, &sources.bass.tone[t * dsp::kBassLanes], sizeof x);
+        x = x * (sources.bass.amplitude[t] * levels * SectionFloat{0.4f, 0.4f});
+        const SectionFloat bus = sources.voices.viola[t] - SectionFloat{};
+        const SectionFloat band = filters.tickFirst(__builtin_shuffle(x, bus, SectionMask{0, 1, 4, 4}));
+        brassBand_[t] = band[2];
+        hornBand_[t] = band[3];
+        bass[t] = filters.low();
+    };
+    const auto second = [&](int t) { bass[t] = dsp::masked(filters.tickBass(bass[t]), on); };
+    dsp::stagger(from, until, first, second);
+    sectionFilters_.keep(filters, on);
+}
+
+// A section that is off adds 0.
+void ToneStages::mixSections(const ToneSources& sources, const Sections& sections, int frames,
+                             Signal& mix) {
+    const auto levelOf = [&](Section section) {
+        return sections.on[section] ? sections.level[section] : 0.0f;
+    };
+    const float brass = levelOf(kBrass);
+    const float horn = levelOf(kHorn);
+    const float violin = levelOf(kViolin);
+    const float viola = levelOf(kViola);
+    for (int t = 0; t < frames; ++t) {
+        const float bus = sources.voices.viola[t];
+        float x = 0.0f;
+        x += (bus * 0.15f + brassBand_[t] * 0.684f) * brass;
+        x += (hornBand_[t] * 0.432f + bus * 0.15f) * horn;
+        x += sources.voices.violin[t] * violin;
+        x += bus * viola;
+        x = x * sources.gains[t];
+        mix[t] = (sources.gains[t] == 0.0f ? 0.0f : x) + noise_[t];
+    }
 }
 
 void ToneStages::renderNoise(const ToneSources& sources, int frames) {
@@ -96,85 +154,39 @@ void ToneStages::moveBreath(float noise) {
     breath_.setCoefficient(limitedCoefficient(coefficient));
 }
 
-void ToneStages::breathe(int from, int until, Signal& mix) {
-    for (int t = from; t < until; ++t) {
+void ToneStages::breathe(int frames, Signal& mix) {
+    for (int t = 0; t < frames; ++t) {
         mix[t] += 0.5f * breath_.process(mix[t]);
         moveBreath(noise_[t]);
     }
 }
 
-// Flattened: the states of the stages are to stay in registers.
-__attribute__((flatten)) void ToneStages::renderRun(const ToneSources& sources,
-                                                    const Sections& sections, int from, int until,
-                                                    Signal& mix) {
-    const auto levelOf = [&](Section section) {
-        return sections.on[section] ? sections.level[section] : 0.0f;
-    };
-    const auto maskOf = [](bool on) { return on ? -1 : 0; };
-    const bool bassSounds = from < sources.bass.sounding;
-    const SectionMask on = {maskOf(bassSounds && sections.on[kContrabass]),
-                            maskOf(bassSounds && sections.on[kCello]), maskOf(sections.on[kBrass]),
-                            maskOf(sections.on[kHorn])};
-    const SectionFloat levels = {sections.level[kContrabass], sections.level[kCello],
-                                 levelOf(kBrass), levelOf(kHorn)};
-    const float violinLevel = levelOf(kViolin);
-    const float violaLevel = levelOf(kViola);
-    const Signal& viola = sources.voices.viola;
-    std::array<SectionFloat, kLongestSegment> bass;
-
-    SectionFilters filters = sectionFilters_;
-    const auto filterSections = [&](int t) {
-        SectionFloat tone;
-        std::memcpy(&tone, &sources.bass.tone[t * dsp::kBassLanes], sizeof tone);
-        tone = tone * (sources.bass.amplitude[t] * levels * 0.4f);
-        const SectionFloat bus = viola[t] - SectionFloat{};
-        const SectionFloat band =
-            filters.tickFirst(__builtin_shuffle(tone, bus, SectionMask{0, 1, 4, 4}));
-        bass[t] = filters.low();
-        const SectionFloat formants =
-            (bus * 0.15f + band * SectionFloat{0.0f, 0.0f, 0.684f, 0.432f}) * levels;
-        // A section that is off adds +0, which changes nothing.
-        float x = 0.0f + formants[2];
-        x += formants[3];
-        x += sources.voices.violin[t] * violinLevel;
-        x += viola[t] * violaLevel;
-        const float gain = sources.gains[t];
-        const float scaled = x * gain;
-        mix[t] = (gain == 0.0f ? 0.0f : scaled) + noise_[t];
-    };
+void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,
+                       Signal& mix) {
     dsp::ShelfTone::Filter shelf = shelf_.filter();
-    const auto shelve = [&](int t) {
-        bass[t] = dsp::masked(filters.tickBass(bass[t]), on);
-        mix[t] = shelf.tick(mix[t]);
-    };
     dsp::OnePole lowCut = lowCut_;
+    const auto shelve = [&](int t) {
+        const float x = shelf.tick(mix[t]);
+        mix[t] = x - lowCut.tickLowPass(x);
+    };
     dsp::OnePole brightnessShelf = brightnessShelf_;
     const float brightness = brightness_;
     const auto brighten = [&](int t) {
         float x = mix[t];
-        x -= lowCut.tickLowPass(x);
         brightnessShelf.tickLowPass(x);
         x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness + x;
         mix[t] = x * 0.5f + bass[t][0] + bass[t][1];
     };
     dsp::OnePole topCut = topCut_;
     dsp::OutputFilter output = output_;
-    std::array<double, kLongestSegment> between;
+    std::array<dsp::OutputFilter::Between, kLongestSegment> between;
     const auto cut = [&](int t) {
-        const float x = topCut.tickLowPass(mix[t]) + sources.dither[t];
+        const float x = topCut.tickLowPass(mix[t]) + dither[t];
         between[t] = output.tickFirst(x);
     };
     const auto finish = [&](int t) { mix[t] = static_cast<float>(output.tickSecond(between[t])); };
+    dsp::stagger(from, until, shelve, brighten, cut, finish);
 
-    if (breathes()) {
-        dsp::stagger(from, until, filterSections);
-        breathe(from, until, mix);
-        dsp::stagger(from, until, shelve, brighten, cut, finish);
-    } else {
-        dsp::stagger(from, until, filterSections, shelve, brighten, cut, finish);
-    }
-
-    sectionFilters_.keep(filters, on);
     shelf_.advance(shelf, until - from);
     lowCut_ = lowCut;
     brightnessShelf_ = brightnessShelf;

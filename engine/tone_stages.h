@@ -48,11 +48,17 @@ class ToneStages {
   private:
     static constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath is heard
 
+    // The basses over a segment, in the first two lanes.
+    using BassSignal = std::array<SectionFloat, kLongestSegment>;
+    // Runs the section filters over frames in which the bass sounds, or not.
+    void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
+                        int from, int until, BassSignal& bass);
+    void mixSections(const ToneSources& sources, const Sections& sections, int frames,
+                     Signal& mix);
     void renderNoise(const ToneSources& sources, int frames);
-    // Frames in which the same sources sound and the shelf stands.
-    void renderRun(const ToneSources& sources, const Sections& sections, int from, int until,
-                   Signal& mix);
-    void breathe(int from, int until, Signal& mix);
+    void breathe(int frames, Signal& mix);
+    // What comes behind the breath, over frames in which the shelf stands.
+    void shape(const BassSignal& bass, const Signal& dither, int from, int until, Signal& mix);
     void moveBreath(float noise);
     bool breathes() const { return highPassControl_ < kBreathBelow; }
 
@@ -62,7 +68,10 @@ class ToneStages {
     SectionFilters sectionFilters_;
     const dsp::BowNoiseTable& bowNoise_;
     std::size_t noiseIndex_ = 0;
-    Signal noise_{};  // of the segment under way
+    // Of the segment under way.
+    Signal noise_{};
+    Signal brassBand_{};
+    Signal hornBand_{};
     dsp::StateVariableFilter breath_;
     dsp::ShelfTone shelf_;
     dsp::OnePole lowCut_;
