@@ -70,8 +70,8 @@ struct PhaseRun {
     int frames;
 };
 
-// The operators of the bass, run over some frames beside the voices: in the time these wait. Signals
-// stand frame by frame, kBassLanes apart.
+// The operators of the bass, run over some frames beside the voices: in the time these wait.
+// Signals stand frame by frame, kBassLanes apart.
 struct BassRun {
     OperatorLanesOf<kBassLanes>& operators;
     const std::array<int, kBassLanes>& on;  // as LaneMasks

@@ -96,9 +96,9 @@ SectionMask maskOf(bool contrabass, bool cello, bool brass, bool horn) {
 
 void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
                                 bool bassSounds, int from, int until, BassSignal& bass) {
-    const SectionMask on = maskOf(bassSounds && sections.on[kContrabass],
-                                  bassSounds && sections.on[kCello], sections.on[kBrass],
-                                  sections.on[kHorn]);
+    const SectionMask on =
+        maskOf(bassSounds && sections.on[kContrabass], bassSounds && sections.on[kCello],
+               sections.on[kBrass], sections.on[kHorn]);
     const SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
     SectionFilters filters = sectionFilters_;
     const auto first = [&](int t) {
@@ -106,7 +106,8 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
         std::memcpy(&x, &sources.bass.tone[t * dsp::kBassLanes], sizeof x);
         x = x * (sources.bass.amplitude[t] * levels * SectionFloat{0.4f, 0.4f});
         const SectionFloat bus = sources.voices.viola[t] - SectionFloat{};
-        const SectionFloat band = filters.tickFirst(__builtin_shuffle(x, bus, SectionMask{0, 1, 4, 4}));
+        const SectionFloat band =
+            filters.tickFirst(__builtin_shuffle(x, bus, SectionMask{0, 1, 4, 4}));
         brassBand_[t] = band[2];
         hornBand_[t] = band[3];
         bass[t] = filters.low();

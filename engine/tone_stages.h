@@ -53,8 +53,7 @@ class ToneStages {
     // Runs the section filters over frames in which the bass sounds, or not.
     void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
                         int from, int until, BassSignal& bass);
-    void mixSections(const ToneSources& sources, const Sections& sections, int frames,
-                     Signal& mix);
+    void mixSections(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
     void renderNoise(const ToneSources& sources, int frames);
     void breathe(int frames, Signal& mix);
     // What comes behind the breath, over frames in which the shelf stands.

@@ -139,8 +139,7 @@ void UpperVoices::reset() {
 }
 
 void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sections& sections,
-                         bool shared, int frames, BassRows& bass,
-                         SectionSums& sums) {
+                         bool shared, int frames, BassRows& bass, SectionSums& sums) {
     levels_.render(envelopes_, polyphony(), frames);
     sums.sounding = levels_.longest();
     sums.viola.fill(0.0f);
@@ -167,8 +166,8 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
                                   BassRows& bass, SectionSums& sums) {
     const bool squared = waveform_ == Waveform::kSquaredFeedback;
     const bool feedback = waveform_ == Waveform::kFeedback;
-    const bool useA = squared || (feedback && (sections.on[kViola] || sections.on[kBrass] ||
-                                               sections.on[kHorn]));
+    const bool useA =
+        squared || (feedback && (sections.on[kViola] || sections.on[kBrass] || sections.on[kHorn]));
     const bool useB = squared || (feedback && sections.on[kViolin]);
     const float offset = violinPhase_ * 0.5f;
     const bool ownB = squared || offset != 0.0f;
