@@ -27,14 +27,30 @@ class StereoPhaser {
     bool setFeedback(float feedback);  // 0..0.9
     void clear();                      // allpass states and feedback words; settings stay
 
-    // So many frames of both sides, in place.
-    void render(StereoFloat* signal, int frames);
+    int stageCount() const { return stageCount_; }
+
+    // The allpasses to be run on their own, for no more than steadySamples() samples; they are then
+    // handed back. `kStages` is stageCount().
+    template <int kStages>
+    class Run;
+    int steadySamples(int wanted) const {
+        return sweepPending_.load(std::memory_order_relaxed) ? 1 : wanted;
+    }
+    template <int kStages>
+    void advance(const Run<kStages>& run) {
+        std::copy_n(run.stages_, kStages, stages_.begin());
+        lastOut_ = run.lastOut_;
+        sweep_ = run.sweep_;
+        sweepPosition_ = run.position_;
+        // A new sweep takes over behind a run that began with it pending.
+        if (run.pending_) takePendingSweep();
+    }
 
     void process(float inL, float inR, float* outL, float* outR) {
-        StereoFloat signal = stereo(inL, inR);
-        render(&signal, 1);
-        *outL = signal[0];
-        *outR = signal[1];
+        const StereoFloat in = stereo(inL, inR);
+        const StereoFloat out = stageCount_ == 2 ? processStages<2>(in) : processStages<4>(in);
+        *outL = out[0];
+        *outR = out[1];
     }
 
   private:
@@ -69,7 +85,7 @@ class StereoPhaser {
     }
 
     // At a turn the position holds for one sample.
-    static void advance(Sweep& sweep, std::int64_t& position) {
+    static void move(Sweep& sweep, std::int64_t& position) {
         const std::int64_t next = position + sweep.increment;
         const bool turns = sweep.increment > 0 ? next >= sweep.high : next <= sweep.low;
         if (turns) {
@@ -80,7 +96,7 @@ class StereoPhaser {
     }
 
     template <int kStages>
-    void renderStages(StereoFloat* signal, int frames);
+    StereoFloat processStages(StereoFloat in);
     void takePendingSweep();
     bool setSweepParam(float& param, float value);
     Sweep computeSweep() const;
@@ -103,5 +119,48 @@ class StereoPhaser {
     Sweep pendingSweep_;
     std::atomic<bool> sweepPending_{false};
 };
+
+template <int kStages>
+class StereoPhaser::Run {
+  public:
+    explicit Run(const StereoPhaser& phaser)
+        : phaser_(phaser),
+          pending_(phaser.sweepPending_.load(std::memory_order_relaxed)),
+          feedback_(phaser.feedback_.load(std::memory_order_relaxed)),
+          lastOut_(phaser.lastOut_),
+          sweep_(phaser.sweep_),
+          position_(phaser.sweepPosition_) {
+        std::copy_n(phaser.stages_.begin(), kStages, stages_);
+    }
+
+    StereoFloat tick(StereoFloat in) {
+        StereoFloat x = feedback_ * lastOut_ + in + kAntiDenormal;
+        for (int k = 0; k < kStages; ++k) {
+            x = stages_[k].tick(x, phaser_.coefficientAt(position_, kTableOffsets[k]));
+        }
+        lastOut_ = x;
+        move(sweep_, position_);
+        return x + in;
+    }
+
+  private:
+    friend class StereoPhaser;
+
+    const StereoPhaser& phaser_;
+    const bool pending_;
+    const float feedback_;
+    Allpass stages_[kStages];
+    StereoFloat lastOut_;
+    Sweep sweep_;
+    std::int64_t position_;
+};
+
+template <int kStages>
+StereoFloat StereoPhaser::processStages(StereoFloat in) {
+    Run<kStages> run(*this);
+    const StereoFloat out = run.tick(in);
+    advance(run);
+    return out;
+}
 
 }  // namespace dsp

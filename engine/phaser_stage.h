@@ -28,6 +28,9 @@ class PhaserStage final : public PhaserControl {
     void render(StereoSignal& signal, int frames);
 
   private:
+    // Frames with the same sweep.
+    template <int kStages>
+    void renderRun(StereoSignal& signal, int from, int until);
     bool filtersInput() const { return stages_ >= 0.5f; }
     void rebuildInputFilter();
 
