@@ -233,11 +233,16 @@ void Engine::setVoiceGains(int sounding, int frames) {
 }
 
 void Engine::applyGain(int sounding, int frames) {
+    Signal gains;
+    // The volume does not reach the tails behind the last voice: kept.
+    std::fill_n(gains.begin(), sounding, volume_);
+    std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
+    if (expression_ != expressionTarget_ || expression_ != 1.0f) {
+        for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
+    }
     for (int t = 0; t < frames; ++t) {
-        // The volume does not reach the tails behind the last voice: kept.
-        const float gain = (t < sounding ? volume_ : 1.0f) * tickExpression();
-        stereo_.left[t] = stereo_.left[t] * 4.0f * gain;
-        stereo_.right[t] = stereo_.right[t] * 4.0f * gain;
+        stereo_.left[t] = stereo_.left[t] * 4.0f * gains[t];
+        stereo_.right[t] = stereo_.right[t] * 4.0f * gains[t];
     }
 }
 
