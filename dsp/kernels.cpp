@@ -16,9 +16,10 @@ namespace baseline {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/delay_kernel.inc"
+#include "dsp/limiter_kernel.inc"
 #include "dsp/voice_kernel.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  placeTaps,   runCombs,   runAllpass};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -29,9 +30,10 @@ namespace avx2 {
 #include "dsp/lanes.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/delay_kernel.inc"
+#include "dsp/limiter_kernel.inc"
 #include "dsp/voice_kernel.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  placeTaps,   runCombs,   runAllpass};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #pragma GCC pop_options

@@ -10,6 +10,11 @@ namespace dsp {
 // Longest run of frames that a kernel is asked for.
 constexpr int kMostFrames = 32;
 
+// From a follower of -1 dB on the limiter holds the level by a ratio of 100 to 1: its gain is
+// 10^((20 log10(follower) + 1) x -0.0495), which is kLimiterHeld x follower^-0.99.
+constexpr double kLimiterThreshold = 0.8912509381337456;
+constexpr double kLimiterHeld = 0.8922776195878269;  // 10^-0.0495
+
 // One set a processor family; all give the same bits.
 struct Kernels {
     void (*runPhases)(const PhaseRun& run);
@@ -25,6 +30,8 @@ struct Kernels {
     // The reverb: all combs, and a run of an allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
+    // Followers of the limiter, in whole vectors of finite numbers, become its gains.
+    void (*holdPeaks)(double* followers, int frames);
 };
 
 enum class InstructionSet { kBaseline, kAvx2 };
