@@ -119,12 +119,18 @@ void VoiceEnvelope::noteOff() {
 }
 
 void VoiceEnvelope::render(float* levels, int samples) {
-    const bool stands = stage_ == kIdle || (stage_ == kSustain && !glideOn_);
-    if (stands) {
+    Ramp ramp;
+    if (stage_ == kIdle) {
         std::fill_n(levels, samples, level_);
-        return;
+    } else if (!movesEvenly(samples, ramp)) {
+        for (int i = 0; i < samples; ++i) levels[i] = tick();
+    } else if (ramp.stands()) {
+        std::fill_n(levels, samples, level_);
+    } else if (ramp.step == 0.0f) {
+        for (int i = 0; i < samples; ++i) levels[i] = level_ *= ramp.factor;
+    } else {
+        for (int i = 0; i < samples; ++i) levels[i] = level_ += ramp.step;
     }
-    for (int i = 0; i < samples; ++i) levels[i] = tick();
 }
 
 bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {

@@ -62,7 +62,7 @@ class UpperVoices {
     void render(const PhaseRows& phases, double bendRatio, const Sections& sections, bool shared,
                 int frames, BassRows& bass, SectionSums& sums);
     // Sum of the levels of all 44 envelopes over the segment, idle ones included.
-    void envelopeSum(float* sum, int frames) const { levels_.sum(sum, frames); }
+    void envelopeSum(float* sum, int frames) { levels_.sum(sum, frames); }
     // Scales the bow noise; runs also while no voice sounds.
     dsp::VoiceEnvelope& sectionEnvelope() { return sectionEnvelope_; }
 
