@@ -126,10 +126,12 @@ void VoiceEnvelope::render(float* levels, int samples) {
         for (int i = 0; i < samples; ++i) levels[i] = tick();
     } else if (ramp.stands()) {
         std::fill_n(levels, samples, level_);
-    } else if (ramp.step == 0.0f) {
-        for (int i = 0; i < samples; ++i) levels[i] = level_ *= ramp.factor;
     } else {
-        for (int i = 0; i < samples; ++i) levels[i] = level_ += ramp.step;
+        // One of the two does nothing; a level waits for the other only.
+        float level = level_;
+        for (int i = 0; i < samples && ramp.step == 0.0f; ++i) levels[i] = level *= ramp.factor;
+        for (int i = 0; i < samples && ramp.step != 0.0f; ++i) levels[i] = level += ramp.step;
+        level_ = level;
     }
 }
 
