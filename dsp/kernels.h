@@ -8,7 +8,7 @@
 namespace dsp {
 
 // Longest run of frames that a kernel is asked for.
-constexpr int kMostFrames = 32;
+constexpr int kMostFrames = 64;
 
 // From a follower of -1 dB on the limiter holds the level by a ratio of 100 to 1: its gain is
 // 10^((20 log10(follower) + 1) x -0.0495), which is kLimiterHeld x follower^-0.99.

@@ -27,7 +27,7 @@ class PeakLimiter {
     }
 
   private:
-    static constexpr int kRun = 32;
+    static constexpr int kRun = kMostFrames;
 
     static double followed(double follower, float level);
     static double followedWithCare(double follower, float level);
