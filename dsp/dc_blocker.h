@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dsp/finite.h"
+#include "dsp/stereo.h"
 
 namespace dsp {
 

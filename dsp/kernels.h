@@ -3,6 +3,7 @@
 
 #include "dsp/comb_lanes.h"
 #include "dsp/delay_taps.h"
+#include "dsp/tone_runs.h"
 #include "dsp/voice_lanes.h"
 
 namespace dsp {
@@ -25,6 +26,10 @@ struct Kernels {
     void (*sumVoices)(const VoiceSum& sum);
     // Levels that move evenly; see LevelRamps.
     void (*runRamps)(LevelRamps& ramps, int frames);
+    // The tone path and the phaser, at most kMostFrames; see their runs.
+    void (*runSections)(const SectionRun& run);
+    void (*runTone)(const ToneRun& run);
+    void (*runPhaser)(const PhaserRun& run);
     // Places the taps; false when a delay is not from 0 to the size.
     bool (*placeTaps)(const DelayTaps& taps);
     // The reverb: all combs, and a run of an allpass on its line and signal in place.

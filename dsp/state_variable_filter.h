@@ -1,7 +1,7 @@
 // Chamberlin state-variable filter: low-pass of 12 or 24 dB an octave, or one band-pass stage.
 #pragma once
 
-#include "dsp/denormal.h"
+#include "dsp/stereo.h"
 
 namespace dsp {
 

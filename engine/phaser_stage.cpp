@@ -1,8 +1,6 @@
 // The phaser between its filters.
 #include "engine/phaser_stage.h"
 
-#include "dsp/stagger.h"
-
 namespace engine {
 
 void PhaserStage::setRate(double sampleRate) {
@@ -40,40 +38,11 @@ void PhaserStage::clear() {
 void PhaserStage::render(StereoSignal& signal, int frames) {
     if (!on_) return;
     for (int from = 0; from < frames;) {
-        const int until = from + phaser_.steadySamples(frames - from);
-        if (phaser_.stageCount() == 2) {
-            renderRun<2>(signal, from, until);
-        } else {
-            renderRun<4>(signal, from, until);
-        }
-        from = until;
+        const int count = phaser_.steadySamples(frames - from);
+        kernels_.runPhaser({filtersInput() ? &inputFilter_ : nullptr, phaser_, outputFilter_,
+                            &signal.left[from], &signal.right[from], count});
+        from += count;
     }
-}
-
-template <int kStages>
-void PhaserStage::renderRun(StereoSignal& signal, int from, int until) {
-    std::array<dsp::StereoFloat, kLongestSegment> both;
-    for (int t = from; t < until; ++t) both[t] = dsp::stereo(signal.left[t], signal.right[t]);
-    dsp::StereoPhaserPreFilter inputFilter = inputFilter_;
-    const auto filterInput = [&](int t) { both[t] = inputFilter.tick(both[t]); };
-    dsp::StereoPhaser::Run<kStages> phaser(phaser_);
-    const auto phase = [&](int t) { both[t] = phaser.tick(both[t]); };
-    dsp::StereoOutputFilter output = outputFilter_;
-    std::array<dsp::StereoOutputFilter::Between, kLongestSegment> between;
-    const auto cut = [&](int t) { between[t] = output.tickFirst(dsp::widened(both[t])); };
-    const auto finish = [&](int t) {
-        const dsp::StereoDouble out = output.tickSecond(between[t]);
-        signal.left[t] = static_cast<float>(out[0]);
-        signal.right[t] = static_cast<float>(out[1]);
-    };
-    if (filtersInput()) {
-        dsp::stagger(from, until, filterInput, phase, cut, finish);
-        inputFilter_ = inputFilter;
-    } else {
-        dsp::stagger(from, until, phase, cut, finish);
-    }
-    phaser_.advance(phaser);
-    outputFilter_ = output;
 }
 
 }  // namespace engine

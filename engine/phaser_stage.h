@@ -28,12 +28,10 @@ class PhaserStage final : public PhaserControl {
     void render(StereoSignal& signal, int frames);
 
   private:
-    // Frames with the same sweep.
-    template <int kStages>
-    void renderRun(StereoSignal& signal, int from, int until);
     bool filtersInput() const { return stages_ >= 0.5f; }
     void rebuildInputFilter();
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
     bool on_ = false;
     float stages_ = 0.0f;

@@ -2,10 +2,6 @@
 #include "engine/tone_stages.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
-
-#include "dsp/stagger.h"
 
 namespace engine {
 
@@ -88,33 +84,17 @@ void ToneStages::render(const ToneSources& sources, const Sections& sections, in
     }
 }
 
-namespace {
-SectionMask maskOf(bool contrabass, bool cello, bool brass, bool horn) {
-    return -SectionMask{contrabass, cello, brass, horn};
-}
-}  // namespace
-
 void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
                                 bool bassSounds, int from, int until, BassSignal& bass) {
-    const SectionMask on =
-        maskOf(bassSounds && sections.on[kContrabass], bassSounds && sections.on[kCello],
-               sections.on[kBrass], sections.on[kHorn]);
-    const SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
-    SectionFilters filters = sectionFilters_;
-    const auto first = [&](int t) {
-        SectionFloat x;
-        std::memcpy(&x, &sources.bass.tone[t * dsp::kBassLanes], sizeof x);
-        x = x * (sources.bass.amplitude[t] * levels * SectionFloat{0.4f, 0.4f});
-        const SectionFloat bus = sources.voices.viola[t] - SectionFloat{};
-        const SectionFloat band =
-            filters.tickFirst(__builtin_shuffle(x, bus, SectionMask{0, 1, 4, 4}));
-        brassBand_[t] = band[2];
-        hornBand_[t] = band[3];
-        bass[t] = filters.low();
+    const auto mask = [&](Section section, bool sounds) {
+        return sections.on[section] && sounds ? -1 : 0;
     };
-    const auto second = [&](int t) { bass[t] = dsp::masked(filters.tickBass(bass[t]), on); };
-    dsp::stagger(from, until, first, second);
-    sectionFilters_.keep(filters, on);
+    const dsp::SectionMask on = {mask(kContrabass, bassSounds), mask(kCello, bassSounds),
+                                 mask(kBrass, true), mask(kHorn, true)};
+    const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
+    kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[from * dsp::kBassLanes],
+                          &sources.bass.amplitude[from], &sources.voices.viola[from], &bass[from],
+                          &brassBand_[from], &hornBand_[from], until - from});
 }
 
 // A section that is off adds 0.
@@ -165,34 +145,9 @@ void ToneStages::breathe(int frames, Signal& mix) {
 void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,
                        Signal& mix) {
     dsp::ShelfTone::Filter shelf = shelf_.filter();
-    dsp::OnePole lowCut = lowCut_;
-    const auto shelve = [&](int t) {
-        const float x = shelf.tick(mix[t]);
-        mix[t] = x - lowCut.tickLowPass(x);
-    };
-    dsp::OnePole brightnessShelf = brightnessShelf_;
-    const float brightness = brightness_;
-    const auto brighten = [&](int t) {
-        float x = mix[t];
-        brightnessShelf.tickLowPass(x);
-        x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness + x;
-        mix[t] = x * 0.5f + bass[t][0] + bass[t][1];
-    };
-    dsp::OnePole topCut = topCut_;
-    dsp::OutputFilter output = output_;
-    std::array<dsp::OutputFilter::Between, kLongestSegment> between;
-    const auto cut = [&](int t) {
-        const float x = topCut.tickLowPass(mix[t]) + dither[t];
-        between[t] = output.tickFirst(x);
-    };
-    const auto finish = [&](int t) { mix[t] = static_cast<float>(output.tickSecond(between[t])); };
-    dsp::stagger(from, until, shelve, brighten, cut, finish);
-
+    kernels_.runTone({shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_, &bass[from],
+                      &dither[from], &mix[from], until - from});
     shelf_.advance(shelf, until - from);
-    lowCut_ = lowCut;
-    brightnessShelf_ = brightnessShelf;
-    topCut_ = topCut;
-    output_ = output;
 }
 
 }  // namespace engine

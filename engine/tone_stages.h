@@ -8,7 +8,6 @@
 #include "dsp/shelf_tone.h"
 #include "dsp/state_variable_filter.h"
 #include "engine/bass_voice.h"
-#include "engine/section_filters.h"
 #include "engine/sections.h"
 #include "engine/upper_voices.h"
 
@@ -49,7 +48,7 @@ class ToneStages {
     static constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath is heard
 
     // The basses over a segment, in the first two lanes.
-    using BassSignal = std::array<SectionFloat, kLongestSegment>;
+    using BassSignal = std::array<dsp::SectionFloat, kLongestSegment>;
     // Runs the section filters over frames in which the bass sounds, or not.
     void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
                         int from, int until, BassSignal& bass);
@@ -61,10 +60,11 @@ class ToneStages {
     void moveBreath(float noise);
     bool breathes() const { return highPassControl_ < kBreathBelow; }
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
     float highPassControl_ = 0.0f;
     float brightness_ = 0.0f;
-    SectionFilters sectionFilters_;
+    dsp::SectionFilters sectionFilters_;
     const dsp::BowNoiseTable& bowNoise_;
     std::size_t noiseIndex_ = 0;
     // Of the segment under way.

@@ -6,11 +6,11 @@
 #include "dsp/state_variable_filter.h"
 #include "dsp/stereo.h"
 
-namespace engine {
+namespace dsp {
 
 // A lane a section: contrabass, cello, brass, horn. The type of two sides, which blocks know.
-using SectionFloat = dsp::StereoFloat;
-using SectionMask = dsp::StereoMask;
+using SectionFloat = StereoFloat;
+using SectionMask = StereoMask;
 
 // State-variable filters as they are constructed, whatever the rate. The band of the first stage is
 // what brass and horn take; the basses go on through a second one and a DC blocker, where the lanes
@@ -46,13 +46,29 @@ class SectionFilters {
     }
 
   private:
-    static constexpr float kCoefficient = dsp::StateVariableFilter::kInitialCoefficient;
-    static constexpr float kDamping = dsp::StateVariableFilter::kInitialDamping;
+    static constexpr float kCoefficient = StateVariableFilter::kInitialCoefficient;
+    static constexpr float kDamping = StateVariableFilter::kInitialDamping;
 
-    using Stage = dsp::StateVariableStage<SectionFloat>;
+    using Stage = StateVariableStage<SectionFloat>;
     Stage first_;
     Stage second_;
-    dsp::DcBlockerOf<SectionFloat> dcBlocker_;
+    DcBlockerOf<SectionFloat> dcBlocker_;
 };
 
-}  // namespace engine
+// A run of them. The basses come in as their operators leave them and go out in the first two lanes
+// of `bass`; the bus of the other two leaves the bands of brass and horn. A section whose mask is 0
+// keeps its state and gives +0 to `bass`.
+struct SectionRun {
+    SectionFilters& filters;
+    SectionMask on;
+    SectionFloat levels;     // of the basses
+    const float* tone;       // kBassLanes a frame
+    const float* amplitude;  // of both basses
+    const float* bus;
+    SectionFloat* bass;
+    float* brassBand;
+    float* hornBand;
+    int frames;
+};
+
+}  // namespace dsp
