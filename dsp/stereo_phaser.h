@@ -38,7 +38,9 @@ class StereoPhaser {
     }
     template <int kStages>
     void advance(const Run<kStages>& run) {
-        std::copy_n(run.stages_, kStages, stages_.begin());
+        for (int k = 0; k < kStages; ++k) {
+            stages_[k] = {k == 0 ? run.previousIn_ : run.outs_[k - 1], run.outs_[k]};
+        }
         lastOut_ = run.lastOut_;
         sweep_ = run.sweep_;
         sweepPosition_ = run.position_;
@@ -58,18 +60,13 @@ class StereoPhaser {
     static constexpr int kStepsPerOctave = 256;
     static constexpr int kTableSize = 11 * kStepsPerOctave;
     static constexpr int kMaxStages = 4;
-    static constexpr std::array<int, kMaxStages> kTableOffsets = {0, 0, 233, 233};
+    static constexpr int kUpperOffset = 233;  // of the stages behind the first two
     static constexpr float kAntiDenormal = 1e-18f;
 
+    // y = a (x + y1) - x1
     struct Allpass {
         StereoFloat previousIn{};
         StereoFloat previousOut{};
-
-        StereoFloat tick(StereoFloat x, float a) {
-            previousOut = (x + previousOut) * a - previousIn;
-            previousIn = x;
-            return previousOut;
-        }
     };
 
     // Table steps in 32.32 fixed point; the sign of the increment is the direction.
@@ -79,9 +76,9 @@ class StereoPhaser {
         std::int64_t increment = 0;
     };
 
-    float coefficientAt(std::int64_t position, int offset) const {
-        const int index = static_cast<int>(position >> 32) + offset;
-        return table_[std::clamp(index, 0, kTableSize - 1)];
+    float coefficientAt(int step) const {
+        const int bounded = step < 0 ? 0 : step;
+        return table_[bounded < kTableSize ? bounded : kTableSize - 1];
     }
 
     // At a turn the position holds for one sample.
@@ -127,16 +124,24 @@ class StereoPhaser::Run {
         : phaser_(phaser),
           pending_(phaser.sweepPending_.load(std::memory_order_relaxed)),
           feedback_(phaser.feedback_.load(std::memory_order_relaxed)),
+          previousIn_(phaser.stages_[0].previousIn),
           lastOut_(phaser.lastOut_),
           sweep_(phaser.sweep_),
           position_(phaser.sweepPosition_) {
-        std::copy_n(phaser.stages_.begin(), kStages, stages_);
+        for (int k = 0; k < kStages; ++k) outs_[k] = phaser.stages_[k].previousOut;
     }
 
     StereoFloat tick(StereoFloat in) {
+        const int step = static_cast<int>(position_ >> 32);
+        const float coefficients[] = {phaser_.coefficientAt(step),
+                                      phaser_.coefficientAt(step + kUpperOffset)};
         StereoFloat x = feedback_ * lastOut_ + in + kAntiDenormal;
+        StereoFloat before = previousIn_;  // what entered the stage a sample ago
+        previousIn_ = x;
         for (int k = 0; k < kStages; ++k) {
-            x = stages_[k].tick(x, phaser_.coefficientAt(position_, kTableOffsets[k]));
+            const StereoFloat y = (x + outs_[k]) * coefficients[k / 2] - before;
+            before = outs_[k];
+            x = outs_[k] = y;
         }
         lastOut_ = x;
         move(sweep_, position_);
@@ -149,7 +154,8 @@ class StereoPhaser::Run {
     const StereoPhaser& phaser_;
     const bool pending_;
     const float feedback_;
-    Allpass stages_[kStages];
+    StereoFloat previousIn_;     // of the first stage
+    StereoFloat outs_[kStages];  // each enters the next stage a sample later
     StereoFloat lastOut_;
     Sweep sweep_;
     std::int64_t position_;
