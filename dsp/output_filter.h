@@ -22,8 +22,8 @@ class OutputFilterOf {
 
     void clear() { band1_ = low1_ = band2_ = low2_ = Value{}; }
 
-    Value tick(Value x) { return tickSecond(tickFirst(x)); }
-    // The same in two steps, of which the second may lag behind.
+    Value tick(Value x) { return tickSecond(joined(tickFirst(x))); }
+    // The same in three steps, of which each may lag behind the one before.
     struct Between {
         Value sum;
         Value low;
@@ -34,8 +34,10 @@ class OutputFilterOf {
         low1_ += frequency1_ * band1_;
         return {0.5 * high + 0.5 * x, low1_};
     }
-    Value tickSecond(const Between& between) {
-        const Value x = between.sum + saturated(between.low * 0.25);
+    static Value joined(const Between& between) {
+        return between.sum + saturated(between.low * 0.25);
+    }
+    Value tickSecond(Value x) {
         const Value high = x - low2_ - kDamping2 * band2_;
         band2_ += frequency2_ * high;
         low2_ += frequency2_ * band2_;
