@@ -46,13 +46,14 @@ int PeakLimiter::render(float* left, float* right, int frames, double quiet) {
 
 int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) {
     std::array<double, kRun> followers{};
-    bool plain = follower_ > kSurelyNormal;
+    int others = 0;  // whether any level is not finite
     double highest = 0.0;
     for (int t = 0; t < frames; ++t) {
         const float level = std::fabs(left[t] + right[t]) * 0.5f;
         followers[t] = level;
-        plain &= level <= FLT_MAX;
+        others |= !(level <= FLT_MAX);
     }
+    const bool plain = others == 0 && follower_ > kSurelyNormal;
     level_ = static_cast<float>(followers[frames - 1]);
     double follower = follower_;
     int quietFrames = 0;

@@ -16,9 +16,9 @@ constexpr double kAudible = 1e-07;  // of the limiter's follower
 constexpr double kExpressionSeconds = 0.005;
 
 bool allFinite(const float* samples, int count) {
-    bool finite = true;
-    for (int i = 0; i < count; ++i) finite &= std::fabs(samples[i]) <= FLT_MAX;
-    return finite;
+    int others = 0;
+    for (int i = 0; i < count; ++i) others |= !(std::fabs(samples[i]) <= FLT_MAX);
+    return others == 0;
 }
 }  // namespace
 

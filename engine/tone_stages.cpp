@@ -120,9 +120,12 @@ void ToneStages::mixSections(const ToneSources& sources, const Sections& section
 }
 
 void ToneStages::renderNoise(const ToneSources& sources, int frames) {
-    for (int t = 0; t < frames; ++t) {
+    for (int t = 0; t < frames;) {
         noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
-        noise_[t] = bowNoise_[noiseIndex_];
+        const int straight = std::min(frames - t, static_cast<int>(bowNoise_.size() - noiseIndex_));
+        std::copy_n(&bowNoise_[noiseIndex_], straight, &noise_[t]);
+        noiseIndex_ += straight - 1;
+        t += straight;
     }
     for (int t = 0; t < frames; ++t) {
         noise_[t] = (sources.sectionLevels[t] * 0.04f + sources.dither[t]) * noise_[t];
