@@ -20,6 +20,7 @@ class Host {
         synth_->resume();
     }
 
+    void setProgram(int program) { synth_->setProgram(program); }
     void set(int index, float value) { synth_->setParameter(index, value); }
 
     void noteOn(int key) { send(0x90, key, 100); }
@@ -122,11 +123,27 @@ void asleep(benchmark::State& state) {
     timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
 }
 
+// Every program of the bank in turn, a chord of eight keys from the bass up; a run of blocks each.
+void programs(benchmark::State& state) {
+    Host host(std::make_unique<engine::Engine>(kRate));
+    int blocks = 0;
+    timeBlocks(state, [&](float* l, float* r, int n) {
+        if (blocks % 64 == 0) {
+            for (int i = 0; i < 8; ++i) host.noteOff(38 + 5 * i);
+            host.setProgram(blocks / 64 % state::kNumPrograms);
+            for (int i = 0; i < 8; ++i) host.noteOn(38 + 5 * i);
+        }
+        ++blocks;
+        host.render(l, r, n);
+    });
+}
+
 using Fast = engine::Engine;
 using Literal = reference::Engine;
 BENCHMARK(held<Fast>)->Name("instrument/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(decaying<Fast>)->Name("instrument/release")->Arg(44)->Arg(10)->UseManualTime();
 BENCHMARK(tail<Fast>)->Name("instrument/tail")->UseManualTime();
+BENCHMARK(programs)->Name("instrument/programs")->UseManualTime();
 BENCHMARK(asleep<Fast>)->Name("instrument/asleep")->UseManualTime();
 BENCHMARK(heldOnBaseline)->Name("baseline/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(held<Literal>)->Name("literal/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();

@@ -24,10 +24,6 @@ void StateVariableFilter::setCutoff(float hz) {
     setCoefficient(cornerCoefficient(hz, sampleRate_));
 }
 
-void StateVariableFilter::setCoefficient(float coefficient) {
-    assignLimited(g_, coefficient, 0.03f, 0.998f);
-}
-
 void StateVariableFilter::setResonance(float resonance) {
     if (!std::isfinite(resonance)) return;
     const float r = std::clamp(resonance, 0.3f, 0.93f);

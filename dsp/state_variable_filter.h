@@ -1,6 +1,7 @@
 // Chamberlin state-variable filter: low-pass of 12 or 24 dB an octave, or one band-pass stage.
 #pragma once
 
+#include "dsp/finite.h"
 #include "dsp/stereo.h"
 
 namespace dsp {
@@ -32,12 +33,14 @@ class StateVariableFilter {
     static constexpr float kInitialCoefficient = 0.926f;
     static constexpr float kInitialDamping = 1.0f;
 
-    void reset();                            // everything as constructed
-    void clear();                            // state only; settings stay
-    void setRate(float sampleRate);          // Hz, for the next setCutoff
-    void setCutoff(float hz);                // coefficient limited to 0.03..0.998
-    void setCoefficient(float coefficient);  // the same limits
-    void setResonance(float resonance);      // limited to 0.3..0.93
+    void reset();                             // everything as constructed
+    void clear();                             // state only; settings stay
+    void setRate(float sampleRate);           // Hz, for the next setCutoff
+    void setCutoff(float hz);                 // coefficient limited to 0.03..0.998
+    void setCoefficient(float coefficient) {  // the same limits
+        assignLimited(g_, coefficient, 0.03f, 0.998f);
+    }
+    void setResonance(float resonance);  // limited to 0.3..0.93
     void setShape(float makeUp, float damping);
     void setPoles(int poles) { poles_ = poles; }  // 2: one stage; any other value: both
 

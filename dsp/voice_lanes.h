@@ -73,9 +73,9 @@ struct PhaseRun {
 // The operators of the bass, run over some frames beside the voices: in the time these wait.
 // Signals stand frame by frame, kBassLanes apart.
 struct BassRun {
-    OperatorLanesOf<kBassLanes>& operators;
-    const std::array<int, kBassLanes>& on;  // as LaneMasks
-    const float* phases;                    // in turns
+    OperatorLanesOf<kBassLanes>* operators;
+    const int* on;        // as LaneMasks
+    const float* phases;  // in turns
     float* out;
 };
 

@@ -28,7 +28,7 @@ struct BassRows {
     // What fills `tone` from a frame on.
     dsp::BassRun run(int from) {
         const int at = from * dsp::kBassLanes;
-        return {*operators, on, &phases[at], &tone[at]};
+        return {operators, on.data(), &phases[at], &tone[at]};
     }
 };
 

@@ -11,6 +11,7 @@ constexpr double kBreathHertz = 2100.0;
 constexpr double kBreathCoefficientScale = 13194.699;  // 6.28319 x 2100
 constexpr double kBreathRateChangeScale = 28274.355;   // 6.28319 x 4500
 constexpr float kBreathMakeUp = 0.553f;
+constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath filter runs
 constexpr float kBreathDamping = 1.14f;
 // The top cut's corner is near 5640 Hz at high rates and near 6450 Hz at the usual ones.
 constexpr double kTopCutScale = 40526.5755;
@@ -72,11 +73,7 @@ void ToneStages::render(const ToneSources& sources, const Sections& sections, in
     filterSections(sources, sections, false, bassFrames, frames, bass);
     renderNoise(sources, frames);
     mixSections(sources, sections, frames, mix);
-    if (breathes()) {
-        breathe(frames, mix);
-    } else {
-        moveBreath(noise_[frames - 1]);
-    }
+    breathe(frames, mix);
     for (int from = 0; from < frames;) {
         const int until = std::min(frames, from + shelf_.steadySamples());
         shape(bass, sources.dither, from, until, mix);
@@ -86,6 +83,7 @@ void ToneStages::render(const ToneSources& sources, const Sections& sections, in
 
 void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
                                 bool bassSounds, int from, int until, BassSignal& bass) {
+    if (from == until) return;
     const auto mask = [&](Section section, bool sounds) {
         return sections.on[section] && sounds ? -1 : 0;
     };
@@ -132,17 +130,22 @@ void ToneStages::renderNoise(const ToneSources& sources, int frames) {
     }
 }
 
-// The noise also moves the breath filter's corner for the next sample.
-void ToneStages::moveBreath(float noise) {
-    const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0) * kBreathHertz;
-    breath_.setCoefficient(limitedCoefficient(coefficient));
-}
-
+// The noise also moves the breath filter's corner, each frame that of the next.
 void ToneStages::breathe(int frames, Signal& mix) {
+    Signal coefficients;
     for (int t = 0; t < frames; ++t) {
-        mix[t] += 0.5f * breath_.process(mix[t]);
-        moveBreath(noise_[t]);
+        const double coefficient = kTwoPi / sampleRate_ * (noise_[t] + 1.0) * kBreathHertz;
+        coefficients[t] = limitedCoefficient(coefficient);
     }
+    if (highPassControl_ < kBreathBelow) {
+        dsp::StateVariableFilter breath = breath_;
+        for (int t = 0; t < frames; ++t) {
+            mix[t] += 0.5f * breath.process(mix[t]);
+            breath.setCoefficient(coefficients[t]);
+        }
+        breath_ = breath;
+    }
+    breath_.setCoefficient(coefficients[frames - 1]);
 }
 
 void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,

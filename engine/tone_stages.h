@@ -45,8 +45,6 @@ class ToneStages {
     void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
 
   private:
-    static constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath is heard
-
     // The basses over a segment, in the first two lanes.
     using BassSignal = std::array<dsp::SectionFloat, kLongestSegment>;
     // Runs the section filters over frames in which the bass sounds, or not.
@@ -57,8 +55,6 @@ class ToneStages {
     void breathe(int frames, Signal& mix);
     // What comes behind the breath, over frames in which the shelf stands.
     void shape(const BassSignal& bass, const Signal& dither, int from, int until, Signal& mix);
-    void moveBreath(float noise);
-    bool breathes() const { return highPassControl_ < kBreathBelow; }
 
     const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
