@@ -14,7 +14,7 @@ using SectionMask = StereoMask;
 
 // State-variable filters as they are constructed, whatever the rate. The band of the first stage is
 // what brass and horn take; the basses go on through a second one and a DC blocker, where the lanes
-// of the other two mean nothing.
+// of the other two stay at 0.
 class SectionFilters {
   public:
     // Clears the DC blockers.
@@ -38,8 +38,8 @@ class SectionFilters {
         first_.tick(x, kCoefficient, kDamping);
         return first_.band;
     }
-    // What the first stage hands on.
-    SectionFloat low() const { return first_.low; }
+    // What the first stage hands on to the basses' second.
+    SectionFloat low() const { return masked(first_.low, SectionMask{-1, -1, 0, 0}); }
     SectionFloat tickBass(SectionFloat low) {
         second_.tick(low, kCoefficient, kDamping);
         return dcBlocker_.tick(second_.low);
