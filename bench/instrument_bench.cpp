@@ -1,8 +1,11 @@
 // The whole instrument through the plug-in interface, with the engine that ships and the literal
 // one.
+#include <fstream>
 #include <memory>
+#include <sstream>
 #include <utility>
 
+#include "banks/bank_source.h"
 #include "bench/bench_support.h"
 #include "dsp/kernels.h"
 #include "engine/engine.h"
@@ -20,7 +23,6 @@ class Host {
         synth_->resume();
     }
 
-    void setProgram(int program) { synth_->setProgram(program); }
     void set(int index, float value) { synth_->setParameter(index, value); }
 
     void noteOn(int key) { send(0x90, key, 100); }
@@ -123,14 +125,25 @@ void asleep(benchmark::State& state) {
     timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
 }
 
-// Every program of the bank in turn, a chord of eight keys from the bass up; a run of blocks each.
+banks::BankSource factoryBank() {
+    std::ifstream file(QUARZEL_FACTORY_BANK);
+    std::stringstream text;
+    text << file.rdbuf();
+    return banks::parseBankSource(text.str());
+}
+
+// Every factory program in turn, a chord of eight keys from the bass up; a run of blocks each.
 void programs(benchmark::State& state) {
+    const banks::BankSource source = factoryBank();
     Host host(std::make_unique<engine::Engine>(kRate));
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
         if (blocks % 64 == 0) {
+            const int program = blocks / 64 % source.programs;
             for (int i = 0; i < 8; ++i) host.noteOff(38 + 5 * i);
-            host.setProgram(blocks / 64 % state::kNumPrograms);
+            for (int index = 0; index < state::kNumParams; ++index) {
+                host.set(index, source.bank.value(program, index));
+            }
             for (int i = 0; i < 8; ++i) host.noteOn(38 + 5 * i);
         }
         ++blocks;
