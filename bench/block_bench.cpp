@@ -45,18 +45,23 @@ engine::Sections everySection() {
     return sections;
 }
 
+// The bass with its operators run alone; beside the voices they cost less.
 void bass(benchmark::State& state) {
     const engine::Sections sections = everySection();
     const auto voice = std::make_unique<engine::BassVoice>();
+    const auto voices = std::make_unique<engine::UpperVoices>();
     voice->setRate(kRate);
     voice->noteOn(40, 100);
     engine::MasterPhases phases;
     engine::PhaseRows phaseRows;
     engine::BassRows rows;
+    engine::SectionSums sums;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         phases.render(1.0, kRate, kLongestSegment, phaseRows);
         voice->render(phaseRows, sections, kLongestSegment, rows);
-        signal = {rows.contrabass, rows.cello};
+        voices->render(phaseRows, 1.0, sections, true, kLongestSegment, rows, sums);
+        std::copy_n(rows.tone.begin(), kLongestSegment, signal.left.begin());
+        signal.right = rows.amplitude;
     });
 }
 
@@ -70,12 +75,15 @@ void tone(benchmark::State& state) {
     const Signal gains = noise(0.2f);
     const Signal levels = noise(0.3f);
     const Signal dither = noise(1e-10f);
-    const engine::BassRows rows{gains, levels, true, true, kLongestSegment};
+    engine::BassRows bassRows;
+    bassRows.amplitude = noise(0.5f);
+    bassRows.sounding = kLongestSegment;
+    std::mt19937 random(2);
+    for (float& x : bassRows.tone) x = static_cast<float>(random() % 2001) * 0.001f - 1.0f;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        const engine::SectionSums sums{signal.left, signal.right, true, kLongestSegment};
-        stages->renderSections(sums, sections, gains, kLongestSegment, signal.left);
-        stages->addBowNoise(levels, dither, kLongestSegment, signal.left);
-        stages->renderTone(rows, dither, kLongestSegment, signal.left);
+        const engine::SectionSums sums{signal.left, signal.right, kLongestSegment};
+        stages->render({sums, bassRows, gains, levels, dither}, sections, kLongestSegment,
+                       signal.left);
         signal.right = signal.left;
     });
 }

@@ -1,8 +1,11 @@
 // The whole instrument through the plug-in interface, with the engine that ships and the literal
 // one.
+#include <fstream>
 #include <memory>
+#include <sstream>
 #include <utility>
 
+#include "banks/bank_source.h"
 #include "bench/bench_support.h"
 #include "dsp/kernels.h"
 #include "engine/engine.h"
@@ -122,11 +125,38 @@ void asleep(benchmark::State& state) {
     timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
 }
 
+banks::BankSource factoryBank() {
+    std::ifstream file(QUARZEL_FACTORY_BANK);
+    std::stringstream text;
+    text << file.rdbuf();
+    return banks::parseBankSource(text.str());
+}
+
+// Every factory program in turn, a chord of eight keys from the bass up; a run of blocks each.
+void programs(benchmark::State& state) {
+    const banks::BankSource source = factoryBank();
+    Host host(std::make_unique<engine::Engine>(kRate));
+    int blocks = 0;
+    timeBlocks(state, [&](float* l, float* r, int n) {
+        if (blocks % 64 == 0) {
+            const int program = blocks / 64 % source.programs;
+            for (int i = 0; i < 8; ++i) host.noteOff(38 + 5 * i);
+            for (int index = 0; index < state::kNumParams; ++index) {
+                host.set(index, source.bank.value(program, index));
+            }
+            for (int i = 0; i < 8; ++i) host.noteOn(38 + 5 * i);
+        }
+        ++blocks;
+        host.render(l, r, n);
+    });
+}
+
 using Fast = engine::Engine;
 using Literal = reference::Engine;
 BENCHMARK(held<Fast>)->Name("instrument/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(decaying<Fast>)->Name("instrument/release")->Arg(44)->Arg(10)->UseManualTime();
 BENCHMARK(tail<Fast>)->Name("instrument/tail")->UseManualTime();
+BENCHMARK(programs)->Name("instrument/programs")->UseManualTime();
 BENCHMARK(asleep<Fast>)->Name("instrument/asleep")->UseManualTime();
 BENCHMARK(heldOnBaseline)->Name("baseline/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();
 BENCHMARK(held<Literal>)->Name("literal/held")->Arg(44)->Arg(10)->Arg(1)->UseManualTime();

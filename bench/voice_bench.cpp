@@ -19,12 +19,13 @@ void bank(benchmark::State& state, engine::Waveform waveform, float violinPhase)
     for (int i = 0; i < state.range(0); ++i) voices->noteOn(40 + i, 100);
     engine::MasterPhases phases;
     engine::PhaseRows phaseRows;
+    engine::BassRows bass;
     engine::SectionSums sums;
     timeBlocks(state, [&](float* left, float* right, int frames) {
         constexpr int kFrames = engine::kLongestSegment;
         for (int from = 0; from < frames; from += kFrames) {
             phases.render(1.0, kRate, kFrames, phaseRows);
-            voices->render(phaseRows, 1.0, sections, true, kFrames, sums);
+            voices->render(phaseRows, 1.0, sections, true, kFrames, bass, sums);
             std::copy_n(sums.viola.data(), kFrames, left + from);
             std::copy_n(sums.violin.data(), kFrames, right + from);
         }

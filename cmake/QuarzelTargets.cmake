@@ -13,6 +13,9 @@ add_library(quarzel_options INTERFACE)
 target_include_directories(quarzel_options INTERFACE "${CMAKE_SOURCE_DIR}")
 # No contraction into fused operations: it changes the output of the feedback operators.
 target_compile_options(quarzel_options INTERFACE -Wall -Wextra -Werror -ffp-contract=off)
+# For what computes sound. Neither changes a bit of it: nobody reads the exception flags, and
+# recursive filters wait longer when their states are packed in pairs.
+set(QUARZEL_SOUND_OPTIONS -fno-trapping-math -fno-tree-slp-vectorize)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
     # Several plug-ins of one process must not share our inline statics.
     target_compile_options(quarzel_options INTERFACE -fno-gnu-unique)

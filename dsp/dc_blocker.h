@@ -2,29 +2,40 @@
 #pragma once
 
 #include "dsp/finite.h"
+#include "dsp/stereo.h"
 
 namespace dsp {
 
-class DcBlocker {
+// Value is float, or StereoFloat for signals side by side.
+template <typename Value>
+class DcBlockerOf {
   public:
     void setRate(double sampleRate) {
         if (!isUsableRate(sampleRate)) return;
         // 251.32741 = 2 pi x 40
         pole_ = static_cast<float>(1.0 - 251.32741 / sampleRate);
     }
-    void clear() { x1_ = y1_ = 0.0f; }
+    void clear() { x1_ = y1_ = Value{}; }
 
-    float tick(float x) {
-        const float y = x - x1_ + pole_ * y1_;
+    Value tick(Value x) {
+        const Value y = x - x1_ + pole_ * y1_;
         x1_ = x;
         y1_ = y;
         return y;
     }
+    // Takes the states of the lanes whose mask is set.
+    template <typename Mask>
+    void keep(const DcBlockerOf& from, Mask on) {
+        x1_ = select(on, from.x1_, x1_);
+        y1_ = select(on, from.y1_, y1_);
+    }
 
   private:
     float pole_ = static_cast<float>(1.0 - 251.32741 / 44100.0);
-    float x1_ = 0.0f;
-    float y1_ = 0.0f;
+    Value x1_{};
+    Value y1_{};
 };
+
+using DcBlocker = DcBlockerOf<float>;
 
 }  // namespace dsp

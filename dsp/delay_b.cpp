@@ -19,11 +19,14 @@ void DelayB::setLength(int samples) {
 }
 
 void DelayB::exchange(float* signal, int count) {
-    const int straight = std::min(count, length_ - index_);
-    std::swap_ranges(signal, signal + straight, &buffer_[index_]);
-    std::swap_ranges(signal + straight, signal + count, buffer_.data());
-    index_ = straight < count ? count - straight : index_ + straight;
-    if (index_ == length_) index_ = 0;
+    while (count > 0) {
+        const int straight = std::min(count, length_ - index_);
+        std::swap_ranges(signal, signal + straight, &buffer_[index_]);
+        index_ += straight;
+        if (index_ == length_) index_ = 0;
+        signal += straight;
+        count -= straight;
+    }
 }
 
 void DelayB::clear() {

@@ -25,7 +25,7 @@ class DelayB {
         return y;
     }
 
-    // The same for many in place; `length` may not be shorter.
+    // The same for many in place.
     void exchange(float* signal, int count);
 
     // Delays by `length` - 1 samples: the entry read is the oldest one left.

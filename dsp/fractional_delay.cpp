@@ -37,20 +37,57 @@ void FractionalDelay::setDelay(float delaySamples) {
 }
 
 void FractionalDelay::read(float* out, int count) {
-    for (int i = 0; i < count; ++i) out[i] = take();
+    for (int from = 0; from < count;) {
+        const int straight = std::min(count - from, size_ - 1 - readIndex_);
+        const float* const line = &buffer_[readIndex_];
+        for (int i = 0; i < straight; ++i) {
+            out[from + i] = line[i] * oneMinusFrac_ + line[i + 1] * frac_;
+        }
+        readIndex_ += straight;
+        from += straight;
+        if (from < count) out[from++] = takeRaw();
+    }
+    removeOffsets(out, count);
 }
 
 void FractionalDelay::write(const float* in, int count) {
-    for (int i = 0; i < count; ++i) put(in[i]);
+    while (count > 0) {
+        const int straight = std::min(count, size_ - writeIndex_);
+        float* const line = &buffer_[writeIndex_];
+        int sensitive = 0;
+        for (int i = 0; i < straight; ++i) {
+            line[i] = in[i];
+            sensitive |= std::fabs(in[i]) < kInsensitive;
+        }
+        for (int i = 0; i < straight && sensitive; ++i) line[i] = withOffset(in[i]);
+        writeIndex_ += straight;
+        if (writeIndex_ == size_) writeIndex_ = 0;
+        in += straight;
+        count -= straight;
+    }
+}
+
+void FractionalDelay::removeOffsets(float* out, int count) {
+    int sensitive = 0;
+    for (int i = 0; i < count; ++i) sensitive |= !(std::fabs(out[i]) >= kInsensitive);
+    for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
+}
+
+// Whether nothing of this run is read before it is written, and nothing that it overwrites.
+bool FractionalDelay::keepsClear(const float* delays, int count) const {
+    const float longest = static_cast<float>(size_ - count - 2);
+    int others = 0;
+    for (int i = 0; i < count; ++i) others |= !(delays[i] >= 1.0f) | !(delays[i] <= longest);
+    return others == 0;
 }
 
 void FractionalDelay::sweep(const float* delays, float* signal, int count) {
     constexpr int kRoom = kMostFrames + 8;
     std::array<int, kRoom> index, next;
     std::array<float, kRoom> fraction;
-    const bool placed =
-        size_ >= count && kernels_.placeTaps({delays, writeIndex_, size_, count, index.data(),
-                                              next.data(), fraction.data()});
+    const bool placed = keepsClear(delays, count) &&
+                        kernels_.placeTaps({delays, writeIndex_, size_, count, index.data(),
+                                            next.data(), fraction.data()});
     if (!placed) {
         for (int i = 0; i < count; ++i) {
             setDelay(delays[i]);
@@ -58,14 +95,18 @@ void FractionalDelay::sweep(const float* delays, float* signal, int count) {
         }
         return;
     }
+    write(signal, count);
+    std::array<float, kRoom> here, there;
     for (int i = 0; i < count; ++i) {
-        put(signal[i]);
-        const float output =
-            buffer_[index[i]] * (1.0f - fraction[i]) + buffer_[next[i]] * fraction[i];
-        signal[i] = withoutOffset(output);
+        here[i] = buffer_[index[i]];
+        there[i] = buffer_[next[i]];
     }
+    for (int i = 0; i < count; ++i) {
+        signal[i] = here[i] * (1.0f - fraction[i]) + there[i] * fraction[i];
+    }
+    removeOffsets(signal, count);
     const int last = count - 1;
-    delay_ = std::min(delays[last], static_cast<float>(size_ - 1));
+    delay_ = delays[last];
     readIndex_ = next[last];
     frac_ = fraction[last];
     oneMinusFrac_ = 1.0f - frac_;

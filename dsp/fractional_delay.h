@@ -50,21 +50,27 @@ class FractionalDelay {
     static constexpr float kInsensitive = 1e-29f;
 
     void put(float x) {
-        if (std::fabs(x) < kInsensitive) x = static_cast<float>(x + kOffset);
-        buffer_[writeIndex_] = x;
+        buffer_[writeIndex_] = withOffset(x);
         if (++writeIndex_ == size_) writeIndex_ = 0;
     }
-    float take() {
+    float take() { return withoutOffset(takeRaw()); }
+    float takeRaw() {
         const int next = readIndex_ + 1 == size_ ? 0 : readIndex_ + 1;
         const float output = buffer_[readIndex_] * oneMinusFrac_ + buffer_[next] * frac_;
         readIndex_ = next;
-        return withoutOffset(output);
+        return output;
+    }
+    static float withOffset(float x) {
+        return std::fabs(x) < kInsensitive ? static_cast<float>(x + kOffset) : x;
     }
     static float withoutOffset(float output) {
         if (std::fabs(output) >= kInsensitive) return output;
         const double kept = std::fabs(output) >= kOffset ? output : 0.0;
         return static_cast<float>(kept - kOffset);
     }
+
+    static void removeOffsets(float* out, int count);
+    bool keepsClear(const float* delays, int count) const;
 
     const Kernels& kernels_ = kernels();
     int size_;  // slots in use: capacity + 1

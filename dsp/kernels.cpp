@@ -14,11 +14,15 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes.inc"
+#include "dsp/stagger.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/delay_kernel.inc"
+#include "dsp/limiter_kernel.inc"
+#include "dsp/tone_kernel.inc"
 #include "dsp/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  placeTaps,   runCombs,   runAllpass};
+                              runRamps,  runSections, runTone,    runPhaser,
+                              placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -27,11 +31,15 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes.inc"
+#include "dsp/stagger.inc"
 #include "dsp/comb_kernel.inc"
 #include "dsp/delay_kernel.inc"
+#include "dsp/limiter_kernel.inc"
+#include "dsp/tone_kernel.inc"
 #include "dsp/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  placeTaps,   runCombs,   runAllpass};
+                              runRamps,  runSections, runTone,    runPhaser,
+                              placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #pragma GCC pop_options

@@ -1,6 +1,8 @@
 // Peak limiter of the stereo output: follows the mid level and holds it near -1 dB.
 #pragma once
 
+#include "dsp/kernels.h"
+
 namespace dsp {
 
 class PeakLimiter {
@@ -25,12 +27,13 @@ class PeakLimiter {
     }
 
   private:
-    static constexpr int kRun = 32;
+    static constexpr int kRun = kMostFrames;
 
     static double followed(double follower, float level);
     static double followedWithCare(double follower, float level);
     int renderRun(float* left, float* right, int frames, double quiet);
 
+    const Kernels& kernels_ = kernels();
     double follower_ = 0.0;
     float level_ = 0.0f;
 };

@@ -22,15 +22,26 @@ class OutputFilterOf {
 
     void clear() { band1_ = low1_ = band2_ = low2_ = Value{}; }
 
-    Value tick(Value x) {
-        const Value high1 = x - low1_ - kDamping1 * band1_;
-        band1_ += frequency1_ * high1;
+    Value tick(Value x) { return tickSecond(joined(tickFirst(x))); }
+    // The same in three steps, of which each may lag behind the one before.
+    struct Between {
+        Value sum;
+        Value low;
+    };
+    Between tickFirst(Value x) {
+        const Value high = x - low1_ - kDamping1 * band1_;
+        band1_ += frequency1_ * high;
         low1_ += frequency1_ * band1_;
-        const Value in2 = 0.5 * high1 + 0.5 * x + saturated(low1_ * 0.25);
-        const Value high2 = in2 - low2_ - kDamping2 * band2_;
-        band2_ += frequency2_ * high2;
+        return {0.5 * high + 0.5 * x, low1_};
+    }
+    static Value joined(const Between& between) {
+        return between.sum + saturated(between.low * 0.25);
+    }
+    Value tickSecond(Value x) {
+        const Value high = x - low2_ - kDamping2 * band2_;
+        band2_ += frequency2_ * high;
         low2_ += frequency2_ * band2_;
-        return high2;
+        return high;
     }
 
     // Odd-symmetric, within -1 .. 1, slope 1 at 0.

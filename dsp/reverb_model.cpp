@@ -114,16 +114,22 @@ void ReverbModel::renderRun(float* left, float* right, int frames) {
         // The right side takes the finished left output, dry part included: part of the sound.
         right[t] = roomRight[t] * wet1_ + left[t] * wet2_ + right[t] * dry_;
     }
-    for (int t = 0; t < frames; ++t) countSilence(in[t], left[t]);
+    countSilence(in.data(), left, frames);
 }
 
-void ReverbModel::countSilence(float in, float out) {
-    if (std::fabs(in) > 0.1f) silentFrames_ = 0;
-    if (std::fabs(out) > 0.0001f) {
-        silentFrames_ = 0;
-    } else if (silentFrames_ < std::numeric_limits<std::int32_t>::max()) {
-        ++silentFrames_;
+// Backwards to the last frame that was not silent: mostly the last of all.
+void ReverbModel::countSilence(const float* in, const float* out, int frames) {
+    std::int32_t silent = 0;
+    for (int t = frames - 1; t >= 0; --t) {
+        const bool heard = std::fabs(out[t]) > 0.0001f;
+        if (!heard) ++silent;
+        if (heard || std::fabs(in[t]) > 0.1f) {
+            silentFrames_ = silent;
+            return;
+        }
     }
+    constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+    silentFrames_ = silentFrames_ < kMost - silent ? silentFrames_ + silent : kMost;
 }
 
 }  // namespace dsp

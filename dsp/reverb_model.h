@@ -53,7 +53,7 @@ class ReverbModel {
 
   private:
     void renderRun(float* left, float* right, int frames);
-    void countSilence(float in, float out);
+    void countSilence(const float* in, const float* out, int frames);
 
     bool isFrozen() const { return mode_ >= 0.5f; }
 

@@ -34,13 +34,6 @@ class SquareLfo {
         return smoothed_;
     }
 
-    // So many ticks.
-    void render(float* out, int count) {
-        SquareLfo lfo = *this;
-        for (int i = 0; i < count; ++i) out[i] = lfo.tick();
-        *this = lfo;
-    }
-
   private:
     void update() {
         constexpr double kForever = 1e9;  // samples

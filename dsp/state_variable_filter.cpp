@@ -13,7 +13,7 @@ void StateVariableFilter::reset() {
 }
 
 void StateVariableFilter::clear() {
-    first_ = second_ = Stage();
+    first_ = second_ = StateVariableStage<float>();
 }
 
 void StateVariableFilter::setRate(float sampleRate) {
@@ -22,10 +22,6 @@ void StateVariableFilter::setRate(float sampleRate) {
 
 void StateVariableFilter::setCutoff(float hz) {
     setCoefficient(cornerCoefficient(hz, sampleRate_));
-}
-
-void StateVariableFilter::setCoefficient(float coefficient) {
-    assignLimited(g_, coefficient, 0.03f, 0.998f);
 }
 
 void StateVariableFilter::setResonance(float resonance) {

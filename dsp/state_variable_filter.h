@@ -1,19 +1,46 @@
 // Chamberlin state-variable filter: low-pass of 12 or 24 dB an octave, or one band-pass stage.
 #pragma once
 
-#include "dsp/denormal.h"
+#include "dsp/finite.h"
+#include "dsp/stereo.h"
 
 namespace dsp {
+
+// One stage, with coefficient g and damping k. Value is float, or StereoFloat for filters side by
+// side.
+template <typename Value>
+struct StateVariableStage {
+    Value band{};
+    Value low{};
+
+    void tick(Value x, float g, float k) {
+        const Value newBand = (x - (band * k + low)) * g + band;
+        const Value newLow = newBand * g + low;
+        band = flushed(newBand);
+        low = flushed(newLow);
+    }
+    // Takes the states of the lanes whose mask is set.
+    template <typename Mask>
+    void keep(const StateVariableStage& from, Mask on) {
+        band = select(on, from.band, band);
+        low = select(on, from.low, low);
+    }
+};
 
 // Non-finite settings and rates of 0 or less are ignored.
 class StateVariableFilter {
   public:
-    void reset();                            // everything as constructed
-    void clear();                            // state only; settings stay
-    void setRate(float sampleRate);          // Hz, for the next setCutoff
-    void setCutoff(float hz);                // coefficient limited to 0.03..0.998
-    void setCoefficient(float coefficient);  // the same limits
-    void setResonance(float resonance);      // limited to 0.3..0.93
+    static constexpr float kInitialCoefficient = 0.926f;
+    static constexpr float kInitialDamping = 1.0f;
+
+    void reset();                             // everything as constructed
+    void clear();                             // state only; settings stay
+    void setRate(float sampleRate);           // Hz, for the next setCutoff
+    void setCutoff(float hz);                 // coefficient limited to 0.03..0.998
+    void setCoefficient(float coefficient) {  // the same limits
+        assignLimited(g_, coefficient, 0.03f, 0.998f);
+    }
+    void setResonance(float resonance);  // limited to 0.3..0.93
     void setShape(float makeUp, float damping);
     void setPoles(int poles) { poles_ = poles; }  // 2: one stage; any other value: both
 
@@ -34,22 +61,10 @@ class StateVariableFilter {
     }
 
   private:
-    struct Stage {
-        float band = 0.0f;
-        float low = 0.0f;
-
-        void tick(float x, float g, float k) {
-            const float newBand = (x - (band * k + low)) * g + band;
-            const float newLow = newBand * g + low;
-            band = flushed(newBand);
-            low = flushed(newLow);
-        }
-    };
-
-    Stage first_;
-    Stage second_;
-    float g_ = 0.926f;
-    float k_ = 1.0f;
+    StateVariableStage<float> first_;
+    StateVariableStage<float> second_;
+    float g_ = kInitialCoefficient;
+    float k_ = kInitialDamping;
     float makeUp_ = 1.0f;
     float sampleRate_ = 44100.0f;
     int poles_ = 4;

@@ -10,6 +10,7 @@ namespace dsp {
 
 typedef float StereoFloat __attribute__((vector_size(16)));  // left, right, and two idle lanes
 typedef double StereoDouble __attribute__((vector_size(16)));
+typedef int StereoMask __attribute__((vector_size(16)));  // all bits of a lane set, or 0
 
 inline StereoFloat stereo(float left, float right) {
     return StereoFloat{left, right, 0.0f, 0.0f};
@@ -25,8 +26,7 @@ inline double magnitude(double x) {
     return std::fabs(x);
 }
 inline StereoFloat magnitude(StereoFloat x) {
-    typedef int Words __attribute__((vector_size(16)));
-    return (StereoFloat)((Words)x & 0x7FFFFFFF);
+    return (StereoFloat)((StereoMask)x & 0x7FFFFFFF);
 }
 inline StereoDouble magnitude(StereoDouble x) {
     typedef long long Words __attribute__((vector_size(16)));
@@ -42,9 +42,17 @@ inline StereoDouble withSign(StereoDouble size, StereoDouble sign) {
     return (StereoDouble)((Words)size | ((Words)sign & ~0x7FFFFFFFFFFFFFFF));
 }
 
+// Lanes whose mask is 0 become +0.
+inline StereoFloat masked(StereoFloat x, StereoMask mask) {
+    return (StereoFloat)((StereoMask)x & mask);
+}
+
 inline StereoFloat flushed(StereoFloat x) {
-    typedef int Words __attribute__((vector_size(16)));
-    return (StereoFloat)((Words)x & (((Words)x & 0x7F800000) != 0));
+    return masked(x, ((StereoMask)x & 0x7F800000) != 0);
+}
+
+inline StereoFloat select(StereoMask mask, StereoFloat yes, StereoFloat no) {
+    return (StereoFloat)(((StereoMask)yes & mask) | ((StereoMask)no & ~mask));
 }
 
 }  // namespace dsp

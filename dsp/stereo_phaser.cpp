@@ -84,45 +84,6 @@ void StereoPhaser::clear() {
     lastOut_ = StereoFloat{};
 }
 
-// A new sweep takes over behind the first frame.
-void StereoPhaser::render(StereoFloat* signal, int frames) {
-    while (frames > 0) {
-        const bool pending = sweepPending_.load(std::memory_order_relaxed);
-        const int count = pending ? 1 : frames;
-        if (stageCount_ == 2) {
-            renderStages<2>(signal, count);
-        } else {
-            renderStages<4>(signal, count);
-        }
-        if (pending) takePendingSweep();
-        signal += count;
-        frames -= count;
-    }
-}
-
-template <int kStages>
-void StereoPhaser::renderStages(StereoFloat* signal, int frames) {
-    const float feedback = feedback_.load(std::memory_order_relaxed);
-    std::array<Allpass, kMaxStages> stages = stages_;
-    StereoFloat lastOut = lastOut_;
-    Sweep sweep = sweep_;
-    std::int64_t position = sweepPosition_;
-    for (int t = 0; t < frames; ++t) {
-        const StereoFloat in = signal[t];
-        StereoFloat x = feedback * lastOut + in + kAntiDenormal;
-        for (int k = 0; k < kStages; ++k) {
-            x = stages[k].tick(x, coefficientAt(position, kTableOffsets[k]));
-        }
-        lastOut = x;
-        signal[t] = x + in;
-        advance(sweep, position);
-    }
-    stages_ = stages;
-    lastOut_ = lastOut;
-    sweep_ = sweep;
-    sweepPosition_ = position;
-}
-
 bool StereoPhaser::setSweepParam(float& param, float value) {
     if (!isUnit(value)) return false;
     const Lock sweep(sweepLock_);

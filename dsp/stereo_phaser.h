@@ -27,14 +27,32 @@ class StereoPhaser {
     bool setFeedback(float feedback);  // 0..0.9
     void clear();                      // allpass states and feedback words; settings stay
 
-    // So many frames of both sides, in place.
-    void render(StereoFloat* signal, int frames);
+    int stageCount() const { return stageCount_; }
+
+    // The allpasses to be run on their own, for no more than steadySamples() samples; they are then
+    // handed back. `kStages` is stageCount().
+    template <int kStages>
+    class Run;
+    int steadySamples(int wanted) const {
+        return sweepPending_.load(std::memory_order_relaxed) ? 1 : wanted;
+    }
+    template <int kStages>
+    void advance(const Run<kStages>& run) {
+        for (int k = 0; k < kStages; ++k) {
+            stages_[k] = {k == 0 ? run.previousIn_ : run.outs_[k - 1], run.outs_[k]};
+        }
+        lastOut_ = run.lastOut_;
+        sweep_ = run.sweep_;
+        sweepPosition_ = run.position_;
+        // A new sweep takes over behind a run that began with it pending.
+        if (run.pending_) takePendingSweep();
+    }
 
     void process(float inL, float inR, float* outL, float* outR) {
-        StereoFloat signal = stereo(inL, inR);
-        render(&signal, 1);
-        *outL = signal[0];
-        *outR = signal[1];
+        const StereoFloat in = stereo(inL, inR);
+        const StereoFloat out = stageCount_ == 2 ? processStages<2>(in) : processStages<4>(in);
+        *outL = out[0];
+        *outR = out[1];
     }
 
   private:
@@ -42,18 +60,13 @@ class StereoPhaser {
     static constexpr int kStepsPerOctave = 256;
     static constexpr int kTableSize = 11 * kStepsPerOctave;
     static constexpr int kMaxStages = 4;
-    static constexpr std::array<int, kMaxStages> kTableOffsets = {0, 0, 233, 233};
+    static constexpr int kUpperOffset = 233;  // of the stages behind the first two
     static constexpr float kAntiDenormal = 1e-18f;
 
+    // y = a (x + y1) - x1
     struct Allpass {
         StereoFloat previousIn{};
         StereoFloat previousOut{};
-
-        StereoFloat tick(StereoFloat x, float a) {
-            previousOut = (x + previousOut) * a - previousIn;
-            previousIn = x;
-            return previousOut;
-        }
     };
 
     // Table steps in 32.32 fixed point; the sign of the increment is the direction.
@@ -63,13 +76,13 @@ class StereoPhaser {
         std::int64_t increment = 0;
     };
 
-    float coefficientAt(std::int64_t position, int offset) const {
-        const int index = static_cast<int>(position >> 32) + offset;
-        return table_[std::clamp(index, 0, kTableSize - 1)];
+    float coefficientAt(int step) const {
+        const int bounded = step < 0 ? 0 : step;
+        return table_[bounded < kTableSize ? bounded : kTableSize - 1];
     }
 
     // At a turn the position holds for one sample.
-    static void advance(Sweep& sweep, std::int64_t& position) {
+    static void move(Sweep& sweep, std::int64_t& position) {
         const std::int64_t next = position + sweep.increment;
         const bool turns = sweep.increment > 0 ? next >= sweep.high : next <= sweep.low;
         if (turns) {
@@ -80,7 +93,7 @@ class StereoPhaser {
     }
 
     template <int kStages>
-    void renderStages(StereoFloat* signal, int frames);
+    StereoFloat processStages(StereoFloat in);
     void takePendingSweep();
     bool setSweepParam(float& param, float value);
     Sweep computeSweep() const;
@@ -103,5 +116,57 @@ class StereoPhaser {
     Sweep pendingSweep_;
     std::atomic<bool> sweepPending_{false};
 };
+
+template <int kStages>
+class StereoPhaser::Run {
+  public:
+    explicit Run(const StereoPhaser& phaser)
+        : phaser_(phaser),
+          pending_(phaser.sweepPending_.load(std::memory_order_relaxed)),
+          feedback_(phaser.feedback_.load(std::memory_order_relaxed)),
+          previousIn_(phaser.stages_[0].previousIn),
+          lastOut_(phaser.lastOut_),
+          sweep_(phaser.sweep_),
+          position_(phaser.sweepPosition_) {
+        for (int k = 0; k < kStages; ++k) outs_[k] = phaser.stages_[k].previousOut;
+    }
+
+    StereoFloat tick(StereoFloat in) {
+        const int step = static_cast<int>(position_ >> 32);
+        const float coefficients[] = {phaser_.coefficientAt(step),
+                                      phaser_.coefficientAt(step + kUpperOffset)};
+        StereoFloat x = feedback_ * lastOut_ + in + kAntiDenormal;
+        StereoFloat before = previousIn_;  // what entered the stage a sample ago
+        previousIn_ = x;
+        for (int k = 0; k < kStages; ++k) {
+            const StereoFloat y = (x + outs_[k]) * coefficients[k / 2] - before;
+            before = outs_[k];
+            x = outs_[k] = y;
+        }
+        lastOut_ = x;
+        move(sweep_, position_);
+        return x + in;
+    }
+
+  private:
+    friend class StereoPhaser;
+
+    const StereoPhaser& phaser_;
+    const bool pending_;
+    const float feedback_;
+    StereoFloat previousIn_;     // of the first stage
+    StereoFloat outs_[kStages];  // each enters the next stage a sample later
+    StereoFloat lastOut_;
+    Sweep sweep_;
+    std::int64_t position_;
+};
+
+template <int kStages>
+StereoFloat StereoPhaser::processStages(StereoFloat in) {
+    Run<kStages> run(*this);
+    const StereoFloat out = run.tick(in);
+    advance(run);
+    return out;
+}
 
 }  // namespace dsp

@@ -119,12 +119,20 @@ void VoiceEnvelope::noteOff() {
 }
 
 void VoiceEnvelope::render(float* levels, int samples) {
-    const bool stands = stage_ == kIdle || (stage_ == kSustain && !glideOn_);
-    if (stands) {
+    Ramp ramp;
+    if (stage_ == kIdle) {
         std::fill_n(levels, samples, level_);
-        return;
+    } else if (!movesEvenly(samples, ramp)) {
+        for (int i = 0; i < samples; ++i) levels[i] = tick();
+    } else if (ramp.stands()) {
+        std::fill_n(levels, samples, level_);
+    } else {
+        // One of the two does nothing; a level waits for the other only.
+        float level = level_;
+        for (int i = 0; i < samples && ramp.step == 0.0f; ++i) levels[i] = level *= ramp.factor;
+        for (int i = 0; i < samples && ramp.step != 0.0f; ++i) levels[i] = level += ramp.step;
+        level_ = level;
     }
-    for (int i = 0; i < samples; ++i) levels[i] = tick();
 }
 
 bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {

@@ -7,31 +7,39 @@
 
 namespace dsp {
 
-OperatorLanes::OperatorLanes() {
+template <int kLanes>
+OperatorLanesOf<kLanes>::OperatorLanesOf() {
     inverseRate.fill(ModuleFMop::kInitialInverseRate);
-    for (int lane = 0; lane < kVoiceLanes; ++lane) update(lane);
+    for (int lane = 0; lane < kLanes; ++lane) update(lane);
 }
 
-void OperatorLanes::setRate(int lane, float sampleRate) {
+template <int kLanes>
+void OperatorLanesOf<kLanes>::setRate(int lane, float sampleRate) {
     inverseRate[lane] = 1.0f / sampleRate;
     update(lane);
 }
 
-void OperatorLanes::setFrequency(int lane, float hz) {
+template <int kLanes>
+void OperatorLanesOf<kLanes>::setFrequency(int lane, float hz) {
     frequency[lane] = hz;
     update(lane);
 }
 
-void OperatorLanes::update(int lane) {
+template <int kLanes>
+void OperatorLanesOf<kLanes>::update(int lane) {
     const float perSample = frequency[lane] * inverseRate[lane];
     gain[lane] = ModuleFMop::feedbackGain(frequency[lane]);
     increment[lane] = std::min(perSample, ModuleFMop::kMaxIncrement);
     squaredIncrement[lane] = std::min(perSample, ModuleFMop::kMaxIncrementSquared);
 }
 
-void OperatorLanes::clear(int lane) {
+template <int kLanes>
+void OperatorLanesOf<kLanes>::clear(int lane) {
     previous[lane] = low[lane] = high[lane] = 0.0f;
 }
+
+template struct OperatorLanesOf<kVoiceLanes>;
+template struct OperatorLanesOf<kBassLanes>;
 
 void BiquadLanes::setCoefficients(int lane, const BiquadCoefficients& c) {
     b0[lane] = c.b0;

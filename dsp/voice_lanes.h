@@ -11,30 +11,37 @@ constexpr int kVoiceLanes = 48;  // room for all voices, in whole groups of eigh
 constexpr int kPhases = 12;      // that all voices share
 constexpr int kPaddedPhases = 16;
 
+constexpr int kBassLanes = 8;  // room for a whole group
+
 using LaneFloats = std::array<float, kVoiceLanes>;
 using LaneMasks = std::array<int, kVoiceLanes>;  // all bits set, or 0
 
-// As many ModuleFMops, one a lane.
-struct alignas(32) OperatorLanes {
-    OperatorLanes();
+// So many ModuleFMops, one a lane.
+template <int kLanes>
+struct alignas(32) OperatorLanesOf {
+    using Floats = std::array<float, kLanes>;
+
+    OperatorLanesOf();
     void setRate(int lane, float sampleRate);  // Hz, above 0
     void setFrequency(int lane, float hz);     // from 0 up
     void clear(int lane);
 
-    LaneFloats frequency{};
-    LaneFloats inverseRate{};
+    Floats frequency{};
+    Floats inverseRate{};
     // Derived from these: feedback gain, and the low-pass coefficient of either tone.
-    LaneFloats gain{};
-    LaneFloats increment{};
-    LaneFloats squaredIncrement{};
+    Floats gain{};
+    Floats increment{};
+    Floats squaredIncrement{};
 
-    LaneFloats previous{};
-    LaneFloats low{};
-    LaneFloats high{};
+    Floats previous{};
+    Floats low{};
+    Floats high{};
 
   private:
     void update(int lane);
 };
+
+using OperatorLanes = OperatorLanesOf<kVoiceLanes>;
 
 // As many Biquads, one a lane.
 struct alignas(32) BiquadLanes {
@@ -63,6 +70,15 @@ struct PhaseRun {
     int frames;
 };
 
+// The operators of the bass, run over some frames beside the voices: in the time these wait.
+// Signals stand frame by frame, kBassLanes apart.
+struct BassRun {
+    OperatorLanesOf<kBassLanes>* operators;
+    const int* on;        // as LaneMasks
+    const float* phases;  // in turns
+    float* out;
+};
+
 // A run of the voices over some frames. Signals of lanes stand frame by frame, kVoiceLanes apart;
 // lanes whose mask is 0 keep their state, and what is written for them means nothing.
 struct VoiceRun {
@@ -75,6 +91,7 @@ struct VoiceRun {
     bool useB;
     float* a;
     float* b;
+    const BassRun* bass;  // null: none
     int frames;
 };
 

@@ -1,4 +1,4 @@
-// Notes, legato glide and sound of the bass voice.
+// Notes, legato glide and controls of the bass voice.
 #include "engine/bass_voice.h"
 
 #include <algorithm>
@@ -7,6 +7,7 @@ namespace engine {
 
 namespace {
 constexpr int kEnvelopeKey = 60;
+constexpr float kPhaseOffset = 0.001f;  // the operators take it off again
 constexpr float kFadeStep = 0.01f;
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
@@ -15,11 +16,9 @@ void BassVoice::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     envelope_.setRate(sampleRate);
     envelope_.computeRates();
-    for (Source* source : {&contrabass_, &cello_}) {
-        source->oscillator.clear();
-        source->oscillator.setRate(static_cast<float>(sampleRate));
-        source->dcBlocker.clear();
-        source->dcBlocker.setRate(sampleRate);
+    for (const int lane : {kContrabassLane, kCelloLane}) {
+        operators_.clear(lane);
+        operators_.setRate(lane, static_cast<float>(sampleRate));
     }
     phaseRing_.clear();
 }
@@ -59,25 +58,21 @@ void BassVoice::allNotesOff() {
 void BassVoice::setPitch(int key) {
     pitch_ = pitchFromIndex(key);
     const float celloHertz = static_cast<float>(pitch_.hertz() * 0.5);
-    cello_.oscillator.setFrequency(celloHertz);
-    contrabass_.oscillator.setFrequency(celloHertz * 0.5f);
+    operators_.setFrequency(kCelloLane, celloHertz);
+    operators_.setFrequency(kContrabassLane, celloHertz * 0.5f);
     glideIn_ = true;
 }
 
 void BassVoice::silence() {
     envelope_.noteOff();
     envelope_.kill();
-    contrabass_.oscillator.clear();
-    cello_.oscillator.clear();
+    operators_.clear(kContrabassLane);
+    operators_.clear(kCelloLane);
 }
 
 void BassVoice::reset() {
     silence();
     stack_.reset();
-    for (Source* source : {&contrabass_, &cello_}) {
-        source->filter.clear();
-        source->dcBlocker.clear();
-    }
     glideIn_ = false;
     fade_ = 1.0f;
 }
@@ -95,45 +90,37 @@ float BassVoice::tickFade() {
     return fade_;
 }
 
-// The phase travels through a ring of 99 samples.
-int BassVoice::renderControls(const PhaseRows& phases, int frames, Signal& delayed,
-                              Signal& amplitude) {
-    int t = 0;
-    for (; t < frames && envelope_.stage() != dsp::VoiceEnvelope::kIdle; ++t) {
-        const double phase = phases.turns[t][pitch_.semitone] * 0.5 * pitch_.octaveFactor;
-        delayed[t] = phaseRing_.writeThenRead(static_cast<float>(phase));
-        const float fade = tickFade();
-        amplitude[t] = envelope_.tick() * 1.5f * fade;
+int BassVoice::renderAmplitude(int frames, Signal& amplitude) {
+    dsp::VoiceEnvelope::Ramp ramp;
+    int sounding = 0;
+    if (envelope_.movesEvenly(frames, ramp)) {
+        envelope_.render(amplitude.data(), frames);
+        sounding = frames;
     }
-    return t;
+    while (sounding < frames && envelope_.stage() != dsp::VoiceEnvelope::kIdle) {
+        amplitude[sounding++] = envelope_.tick();
+    }
+    for (int t = 0; t < sounding; ++t) amplitude[t] = amplitude[t] * 1.5f * tickFade();
+    return sounding;
 }
 
 void BassVoice::render(const PhaseRows& phases, const Sections& sections, int frames,
-                       BassRows& out) {
+                       BassRows& rows) {
+    rows.sounding = renderAmplitude(frames, rows.amplitude);
+    rows.operators = &operators_;
+    rows.on[kContrabassLane] = sections.on[kContrabass] ? -1 : 0;
+    rows.on[kCelloLane] = sections.on[kCello] ? -1 : 0;
     Signal delayed;
-    Signal amplitude;
-    out.sounding = renderControls(phases, frames, delayed, amplitude);
-    out.contrabassOn = sections.on[kContrabass];
-    out.celloOn = sections.on[kCello];
-    if (out.sounding == 0) return;
-    // Both sections in one loop, tone and filters in two: each waits for its own last sample, and
-    // the processor fills the wait with what it sees ahead.
-    Source contrabass = contrabass_;
-    Source cello = cello_;
-    for (int t = 0; t < out.sounding; ++t) {
-        out.contrabass[t] = contrabass.tickTone(delayed[t] * 0.5f);
-        out.cello[t] = cello.tickTone(delayed[t]);
+    for (int t = 0; t < rows.sounding; ++t) {
+        const double phase = phases.turns[t][pitch_.semitone] * 0.5 * pitch_.octaveFactor;
+        delayed[t] = static_cast<float>(phase);
     }
-    const float contrabassLevel = sections.level[kContrabass];
-    const float celloLevel = sections.level[kCello];
-    for (int t = 0; t < out.sounding; ++t) {
-        const float contrabassGain = amplitude[t] * contrabassLevel * 0.4f;
-        const float celloGain = amplitude[t] * celloLevel * 0.4f;
-        out.contrabass[t] = contrabass.tickFilters(out.contrabass[t] * contrabassGain);
-        out.cello[t] = cello.tickFilters(out.cello[t] * celloGain);
+    phaseRing_.exchange(delayed.data(), rows.sounding);
+    for (int t = 0; t < rows.sounding; ++t) {
+        float* const lanes = &rows.phases[t * dsp::kBassLanes];
+        lanes[kContrabassLane] = delayed[t] * 0.5f + kPhaseOffset;
+        lanes[kCelloLane] = delayed[t] + kPhaseOffset;
     }
-    if (out.contrabassOn) contrabass_ = contrabass;
-    if (out.celloOn) cello_ = cello;
 }
 
 }  // namespace engine

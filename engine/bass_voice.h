@@ -1,12 +1,12 @@
 // The monophonic bass voice below the keyboard split: "Contrabass" and "Cello" with legato
-// glide-in.
+// glide-in, up to their filters.
 #pragma once
 
-#include "dsp/dc_blocker.h"
+#include <array>
+
 #include "dsp/delay_b.h"
-#include "dsp/module_fm_op.h"
-#include "dsp/state_variable_filter.h"
 #include "dsp/voice_envelope.h"
+#include "dsp/voice_lanes.h"
 #include "engine/envelope_settings.h"
 #include "engine/note_stack.h"
 #include "engine/pitch.h"
@@ -14,13 +14,22 @@
 
 namespace engine {
 
-// The bass over a segment. A section that is off gives nothing.
+// The operators of the bass over a segment, before gain and filters.
 struct BassRows {
-    Signal contrabass;
-    Signal cello;
-    bool contrabassOn;
-    bool celloOn;
-    int sounding;  // frames, from the first on
+    using Lanes = std::array<float, kLongestSegment * dsp::kBassLanes>;
+    alignas(32) Lanes phases{};  // frame by frame: contrabass, cello, and idle lanes; in turns
+    alignas(32) Lanes tone{};
+    Signal amplitude;
+    int sounding = 0;  // frames, from the first on
+
+    dsp::OperatorLanesOf<dsp::kBassLanes>* operators = nullptr;
+    std::array<int, dsp::kBassLanes> on{};  // as dsp::LaneMasks
+
+    // What fills `tone` from a frame on.
+    dsp::BassRun run(int from) {
+        const int at = from * dsp::kBassLanes;
+        return {operators, on.data(), &phases[at], &tone[at]};
+    }
 };
 
 class BassVoice {
@@ -40,33 +49,26 @@ class BassVoice {
 
     // Envelope idle at level 0, operators cleared; held keys stay.
     void silence();
-    // The same, nothing held, filters cleared, no glide under way.
+    // The same, nothing held, no glide under way.
     void reset();
 
-    // A segment; stands still once its envelope is idle.
-    void render(const PhaseRows& phases, const Sections& sections, int frames, BassRows& out);
+    // A segment, all but the tone; stands still once its envelope is idle.
+    void render(const PhaseRows& phases, const Sections& sections, int frames, BassRows& rows);
 
   private:
-    static constexpr int kPhaseRingLength = 100;
+    static constexpr int kPhaseDelay = 99;  // samples
+    enum Lane { kContrabassLane, kCelloLane };
 
-    struct Source {
-        dsp::ModuleFMop oscillator;
-        dsp::StateVariableFilter filter;
-        dsp::DcBlocker dcBlocker;
-        float tickTone(float phase) { return oscillator.process(phase + 0.001f); }
-        float tickFilters(float x) { return dcBlocker.tick(filter.process(x)); }
-    };
     void setPitch(int key);
     float tickFade();
-    // Fills the rows of delayed phases and of amplitudes; returns how many frames sound.
-    int renderControls(const PhaseRows& phases, int frames, Signal& delayed, Signal& amplitude);
+    // Returns how many frames sound.
+    int renderAmplitude(int frames, Signal& amplitude);
 
     dsp::VoiceEnvelope envelope_;
     NoteStack stack_;
     Pitch pitch_;
-    Source contrabass_;
-    Source cello_;
-    dsp::DelayB phaseRing_{kPhaseRingLength};
+    dsp::OperatorLanesOf<dsp::kBassLanes> operators_;
+    dsp::DelayB phaseRing_{kPhaseDelay};
     float fade_ = 1.0f;
     bool glideIn_ = false;
     double sampleRate_ = 44100.0;

@@ -16,9 +16,9 @@ constexpr double kAudible = 1e-07;  // of the limiter's follower
 constexpr double kExpressionSeconds = 0.005;
 
 bool allFinite(const float* samples, int count) {
-    bool finite = true;
-    for (int i = 0; i < count; ++i) finite &= std::fabs(samples[i]) <= FLT_MAX;
-    return finite;
+    int others = 0;
+    for (int i = 0; i < count; ++i) others |= !(std::fabs(samples[i]) <= FLT_MAX);
+    return others == 0;
 }
 }  // namespace
 
@@ -206,14 +206,12 @@ int Engine::renderMono(int frames) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
     phases_.render(bendRatio_, sampleRate_, frames, phaseRows_);
-    upper_.render(phaseRows_, bendRatio_, sections_, shared_, frames, sums_);
+    bass_.render(phaseRows_, sections_, frames, bassRows_);
+    upper_.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
     setVoiceGains(sums_.sounding, frames);
     upper_.sectionEnvelope().render(sectionLevels_.data(), frames);
-    bass_.render(phaseRows_, sections_, frames, bassRows_);
-
-    tone_.renderSections(sums_, sections_, voiceGains_, frames, mono_);
-    tone_.addBowNoise(sectionLevels_, dither_, frames, mono_);
-    tone_.renderTone(bassRows_, dither_, frames, mono_);
+    tone_.render({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, sections_, frames,
+                 mono_);
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
@@ -235,11 +233,16 @@ void Engine::setVoiceGains(int sounding, int frames) {
 }
 
 void Engine::applyGain(int sounding, int frames) {
+    Signal gains;
+    // The volume does not reach the tails behind the last voice: kept.
+    std::fill_n(gains.begin(), sounding, volume_);
+    std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
+    if (expression_ != expressionTarget_ || expression_ != 1.0f) {
+        for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
+    }
     for (int t = 0; t < frames; ++t) {
-        // The volume does not reach the tails behind the last voice: kept.
-        const float gain = (t < sounding ? volume_ : 1.0f) * tickExpression();
-        stereo_.left[t] = stereo_.left[t] * 4.0f * gain;
-        stereo_.right[t] = stereo_.right[t] * 4.0f * gain;
+        stereo_.left[t] = stereo_.left[t] * 4.0f * gains[t];
+        stereo_.right[t] = stereo_.right[t] * 4.0f * gains[t];
     }
 }
 

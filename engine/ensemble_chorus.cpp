@@ -79,8 +79,14 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
         return;
     }
     Signal slow, fast, slowDelayed, fastDelayed;
-    slowLfo_.render(slow.data(), frames);
-    fastLfo_.render(fast.data(), frames);
+    dsp::SquareLfo slowLfo = slowLfo_;
+    dsp::SquareLfo fastLfo = fastLfo_;
+    for (int t = 0; t < frames; ++t) {
+        slow[t] = slowLfo.tick();
+        fast[t] = fastLfo.tick();
+    }
+    slowLfo_ = slowLfo;
+    fastLfo_ = fastLfo;
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
         fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;

@@ -37,21 +37,12 @@ void PhaserStage::clear() {
 
 void PhaserStage::render(StereoSignal& signal, int frames) {
     if (!on_) return;
-    std::array<dsp::StereoFloat, kLongestSegment> both;
-    for (int t = 0; t < frames; ++t) both[t] = dsp::stereo(signal.left[t], signal.right[t]);
-    if (filtersInput()) {
-        dsp::StereoPhaserPreFilter filter = inputFilter_;
-        for (int t = 0; t < frames; ++t) both[t] = filter.tick(both[t]);
-        inputFilter_ = filter;
+    for (int from = 0; from < frames;) {
+        const int count = phaser_.steadySamples(frames - from);
+        kernels_.runPhaser({filtersInput() ? &inputFilter_ : nullptr, phaser_, outputFilter_,
+                            &signal.left[from], &signal.right[from], count});
+        from += count;
     }
-    phaser_.render(both.data(), frames);
-    dsp::StereoOutputFilter filter = outputFilter_;
-    for (int t = 0; t < frames; ++t) {
-        const dsp::StereoDouble out = filter.tick(dsp::widened(both[t]));
-        signal.left[t] = static_cast<float>(out[0]);
-        signal.right[t] = static_cast<float>(out[1]);
-    }
-    outputFilter_ = filter;
 }
 
 }  // namespace engine

@@ -31,6 +31,7 @@ class PhaserStage final : public PhaserControl {
     bool filtersInput() const { return stages_ >= 0.5f; }
     void rebuildInputFilter();
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
     bool on_ = false;
     float stages_ = 0.0f;

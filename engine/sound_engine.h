@@ -16,7 +16,7 @@ constexpr bool isAcceptedRate(double rate) {
 }
 
 // Changes of other threads may wait for so many frames, not longer.
-constexpr int kLongestSegment = 32;
+constexpr int kLongestSegment = 64;
 
 // What is due before each frame of a block; the renderer asks it, and renders on in one piece up
 // to the frame that it answers.

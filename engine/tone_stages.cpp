@@ -11,8 +11,8 @@ constexpr double kBreathHertz = 2100.0;
 constexpr double kBreathCoefficientScale = 13194.699;  // 6.28319 x 2100
 constexpr double kBreathRateChangeScale = 28274.355;   // 6.28319 x 4500
 constexpr float kBreathMakeUp = 0.553f;
-constexpr float kBreathDamping = 1.14f;
 constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath filter runs
+constexpr float kBreathDamping = 1.14f;
 // The top cut's corner is near 5640 Hz at high rates and near 6450 Hz at the usual ones.
 constexpr double kTopCutScale = 40526.5755;
 constexpr double kTopCutScaleHighRate = 35437.1916;
@@ -36,6 +36,7 @@ void ToneStages::setRate(double sampleRate) {
     // Heard for one sample, when a program is pushed within a block: kept.
     breath_.setCoefficient(limitedCoefficient(kBreathRateChangeScale / sampleRate));
     output_.setRate(sampleRate, highPassControl_);
+    sectionFilters_.setRate(sampleRate);
 }
 
 void ToneStages::beginBlock() {
@@ -55,13 +56,8 @@ void ToneStages::setBrightness(float control) {
     shelf_.setControl(control);
 }
 
-void ToneStages::clearFormants() {
-    brass_.clear();
-    horn_.clear();
-}
-
 void ToneStages::clear() {
-    clearFormants();
+    sectionFilters_.clear();
     breath_.clear();
     lowCut_.clear();
     brightnessShelf_.clear();
@@ -69,86 +65,95 @@ void ToneStages::clear() {
     output_.clear();
 }
 
-void ToneStages::renderSections(const SectionSums& sums, const Sections& sections,
-                                const Signal& gains, int frames, Signal& mix) {
-    dsp::StateVariableFilter brass = brass_;
-    dsp::StateVariableFilter horn = horn_;
-    for (int t = 0; t < frames; ++t) {
-        float x = 0.0f;
-        const float bus = sums.brassHorn ? sums.viola[t] : 0.0f;
-        if (sections.on[kBrass]) {
-            x += (bus * 0.15f + brass.processBandPass(bus) * 0.684f) * sections.level[kBrass];
-        }
-        if (sections.on[kHorn]) {
-            x += (horn.processBandPass(bus) * 0.432f + bus * 0.15f) * sections.level[kHorn];
-        }
-        if (sections.on[kViolin]) x += sums.violin[t] * sections.level[kViolin];
-        if (sections.on[kViola]) x += sums.viola[t] * sections.level[kViola];
-        mix[t] = gains[t] == 0.0f ? 0.0f : x * gains[t];
-    }
-    brass_ = brass;
-    horn_ = horn;
-}
-
-void ToneStages::addBowNoise(const Signal& sectionLevels, const Signal& dither, int frames,
-                             Signal& mix) {
-    const bool breathes = highPassControl_ < kBreathBelow;
-    float noise = 0.0f;
-    // The noise also moves the breath filter's corner for the next sample.
-    const auto follow = [&] {
-        const double coefficient = kTwoPi / sampleRate_ * (noise + 1.0) * kBreathHertz;
-        breath_.setCoefficient(limitedCoefficient(coefficient));
-    };
-    for (int t = 0; t < frames; ++t) {
-        noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
-        noise = (sectionLevels[t] * 0.04f + dither[t]) * bowNoise_[noiseIndex_];
-        mix[t] += noise;
-        if (!breathes) continue;
-        mix[t] += 0.5f * breath_.process(mix[t]);
-        follow();
-    }
-    if (!breathes) follow();
-}
-
-void ToneStages::renderTone(const BassRows& bass, const Signal& dither, int frames, Signal& mix) {
+void ToneStages::render(const ToneSources& sources, const Sections& sections, int frames,
+                        Signal& mix) {
+    BassSignal bass;
+    const int bassFrames = std::min(sources.bass.sounding, frames);
+    filterSections(sources, sections, true, 0, bassFrames, bass);
+    filterSections(sources, sections, false, bassFrames, frames, bass);
+    renderNoise(sources, frames);
+    mixSections(sources, sections, frames, mix);
+    breathe(frames, mix);
     for (int from = 0; from < frames;) {
         const int until = std::min(frames, from + shelf_.steadySamples());
-        renderSteadyTone(bass, dither, from, until, mix);
+        shape(bass, sources.dither, from, until, mix);
         from = until;
     }
 }
 
-// Few filters a loop: each waits for its own last sample, and the processor sees far enough ahead
-// to fill the wait with the next ones.
-void ToneStages::renderSteadyTone(const BassRows& bass, const Signal& dither, int from, int until,
-                                  Signal& mix) {
+void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
+                                bool bassSounds, int from, int until, BassSignal& bass) {
+    if (from == until) return;
+    const auto mask = [&](Section section, bool sounds) {
+        return sections.on[section] && sounds ? -1 : 0;
+    };
+    const dsp::SectionMask on = {mask(kContrabass, bassSounds), mask(kCello, bassSounds),
+                                 mask(kBrass, true), mask(kHorn, true)};
+    const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
+    kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[from * dsp::kBassLanes],
+                          &sources.bass.amplitude[from], &sources.voices.viola[from], &bass[from],
+                          &brassBand_[from], &hornBand_[from], until - from});
+}
+
+// A section that is off adds 0.
+void ToneStages::mixSections(const ToneSources& sources, const Sections& sections, int frames,
+                             Signal& mix) {
+    const auto levelOf = [&](Section section) {
+        return sections.on[section] ? sections.level[section] : 0.0f;
+    };
+    const float brass = levelOf(kBrass);
+    const float horn = levelOf(kHorn);
+    const float violin = levelOf(kViolin);
+    const float viola = levelOf(kViola);
+    for (int t = 0; t < frames; ++t) {
+        const float bus = sources.voices.viola[t];
+        float x = 0.0f;
+        x += (bus * 0.15f + brassBand_[t] * 0.684f) * brass;
+        x += (hornBand_[t] * 0.432f + bus * 0.15f) * horn;
+        x += sources.voices.violin[t] * violin;
+        x += bus * viola;
+        x = x * sources.gains[t];
+        mix[t] = (sources.gains[t] == 0.0f ? 0.0f : x) + noise_[t];
+    }
+}
+
+void ToneStages::renderNoise(const ToneSources& sources, int frames) {
+    for (int t = 0; t < frames;) {
+        noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
+        const int straight = std::min(frames - t, static_cast<int>(bowNoise_.size() - noiseIndex_));
+        std::copy_n(&bowNoise_[noiseIndex_], straight, &noise_[t]);
+        noiseIndex_ += straight - 1;
+        t += straight;
+    }
+    for (int t = 0; t < frames; ++t) {
+        noise_[t] = (sources.sectionLevels[t] * 0.04f + sources.dither[t]) * noise_[t];
+    }
+}
+
+// The noise also moves the breath filter's corner, each frame that of the next.
+void ToneStages::breathe(int frames, Signal& mix) {
+    Signal coefficients;
+    for (int t = 0; t < frames; ++t) {
+        const double coefficient = kTwoPi / sampleRate_ * (noise_[t] + 1.0) * kBreathHertz;
+        coefficients[t] = limitedCoefficient(coefficient);
+    }
+    if (highPassControl_ < kBreathBelow) {
+        dsp::StateVariableFilter breath = breath_;
+        for (int t = 0; t < frames; ++t) {
+            mix[t] += 0.5f * breath.process(mix[t]);
+            breath.setCoefficient(coefficients[t]);
+        }
+        breath_ = breath;
+    }
+    breath_.setCoefficient(coefficients[frames - 1]);
+}
+
+void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,
+                       Signal& mix) {
     dsp::ShelfTone::Filter shelf = shelf_.filter();
-    dsp::OnePole lowCut = lowCut_;
-    dsp::OnePole brightnessShelf = brightnessShelf_;
-    const float brightness = brightness_;
-    for (int t = from; t < until; ++t) {
-        float x = shelf.tick(mix[t]);
-        x -= lowCut.tickLowPass(x);
-        brightnessShelf.tickLowPass(x);
-        x = (x - brightnessShelf.state() - dsp::kSmallestNormal) * 2.0f * brightness + x;
-        mix[t] = x * 0.5f;
-    }
+    kernels_.runTone({shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_, &bass[from],
+                      &dither[from], &mix[from], until - from});
     shelf_.advance(shelf, until - from);
-    lowCut_ = lowCut;
-    brightnessShelf_ = brightnessShelf;
-
-    const int sounding = std::min(until, bass.sounding);
-    for (int t = from; t < sounding && bass.contrabassOn; ++t) mix[t] += bass.contrabass[t];
-    for (int t = from; t < sounding && bass.celloOn; ++t) mix[t] += bass.cello[t];
-
-    dsp::OnePole topCut = topCut_;
-    dsp::OutputFilter output = output_;
-    for (int t = from; t < until; ++t) {
-        const float x = topCut.tickLowPass(mix[t]) + dither[t];
-        mix[t] = static_cast<float>(output.tick(x));
-    }
-    topCut_ = topCut;
-    output_ = output;
 }
 
 }  // namespace engine

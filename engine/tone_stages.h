@@ -1,5 +1,5 @@
-// The mono tone path: section formants and mix, bow noise, breath, shelves, low cut, top cut,
-// output filter.
+// The mono tone path: section filters and mix, bow noise, breath, shelves, low cut, top cut, output
+// filter.
 #pragma once
 
 #include "dsp/bow_noise.h"
@@ -12,6 +12,15 @@
 #include "engine/upper_voices.h"
 
 namespace engine {
+
+// What the tone path takes in over a segment.
+struct ToneSources {
+    const SectionSums& voices;
+    const BassRows& bass;
+    const Signal& gains;          // scale the mix of the upper sections
+    const Signal& sectionLevels;  // scale the bow's noise
+    const Signal& dither;
+};
 
 class ToneStages {
   public:
@@ -26,29 +35,38 @@ class ToneStages {
     void setBrightness(float control);
 
     // Formant filters of "Brass" and "Horn" forget their state.
-    void clearFormants();
+    void clearFormants() { sectionFilters_.clearFormants(); }
     // All states but the shelf's, which a rate change clears.
     void clear();
     void clearShelf() { shelf_.clear(); }
 
-    // A segment, in this order: the sections mixed and scaled by `gains`; the bow's noise and
-    // breath; then shelves, low cut, the bass, top cut and output filter.
-    void renderSections(const SectionSums& sums, const Sections& sections, const Signal& gains,
-                        int frames, Signal& mix);
-    void addBowNoise(const Signal& sectionLevels, const Signal& dither, int frames, Signal& mix);
-    void renderTone(const BassRows& bass, const Signal& dither, int frames, Signal& mix);
+    // A segment, in this order: the sections mixed and scaled; the bow's noise and breath; then
+    // shelves, low cut, the basses, top cut and output filter.
+    void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
 
   private:
-    void renderSteadyTone(const BassRows& bass, const Signal& dither, int from, int until,
-                          Signal& mix);
+    // The basses over a segment, in the first two lanes.
+    using BassSignal = std::array<dsp::SectionFloat, kLongestSegment>;
+    // Runs the section filters over frames in which the bass sounds, or not.
+    void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
+                        int from, int until, BassSignal& bass);
+    void mixSections(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
+    void renderNoise(const ToneSources& sources, int frames);
+    void breathe(int frames, Signal& mix);
+    // What comes behind the breath, over frames in which the shelf stands.
+    void shape(const BassSignal& bass, const Signal& dither, int from, int until, Signal& mix);
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
     float highPassControl_ = 0.0f;
     float brightness_ = 0.0f;
-    dsp::StateVariableFilter brass_;
-    dsp::StateVariableFilter horn_;
+    dsp::SectionFilters sectionFilters_;
     const dsp::BowNoiseTable& bowNoise_;
     std::size_t noiseIndex_ = 0;
+    // Of the segment under way.
+    Signal noise_{};
+    Signal brassBand_{};
+    Signal hornBand_{};
     dsp::StateVariableFilter breath_;
     dsp::ShelfTone shelf_;
     dsp::OnePole lowCut_;

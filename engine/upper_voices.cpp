@@ -139,17 +139,15 @@ void UpperVoices::reset() {
 }
 
 void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sections& sections,
-                         bool shared, int frames, SectionSums& sums) {
+                         bool shared, int frames, BassRows& bass, SectionSums& sums) {
     levels_.render(envelopes_, polyphony(), frames);
     sums.sounding = levels_.longest();
-    sums.brassHorn = sections.on[kBrass] || sections.on[kHorn];
     sums.viola.fill(0.0f);
     sums.violin.fill(0.0f);
     if (waveform_ == Waveform::kTable) {
         renderTables(bendRatio, shared, sums);
-    } else {
-        renderOperators(phases, sections, shared, sums);
     }
+    renderOperators(phases, sections, shared, bass, sums);
 }
 
 void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double offset,
@@ -162,25 +160,32 @@ void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double off
     }
 }
 
-// In runs between the frames at which a voice falls idle: within a run the same lanes are on.
+// In runs between the frames at which a voice or the bass falls idle: within a run the same lanes
+// are on.
 void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
-                                  SectionSums& sums) {
+                                  BassRows& bass, SectionSums& sums) {
     const bool squared = waveform_ == Waveform::kSquaredFeedback;
+    const bool feedback = waveform_ == Waveform::kFeedback;
+    const bool useA =
+        squared || (feedback && (sections.on[kViola] || sections.on[kBrass] || sections.on[kHorn]));
+    const bool useB = squared || (feedback && sections.on[kViolin]);
     const float offset = violinPhase_ * 0.5f;
-    const bool useA = squared || sections.on[kViola] || sums.brassHorn;
-    const bool useB = squared || sections.on[kViolin];
-    if (squared) lanePhases(phases, 1.0, -0.5, scratch_.phasesA.data());
     const bool ownB = squared || offset != 0.0f;
-    if (ownB) lanePhases(phases, 2.0, squared ? -0.5 : offset, scratch_.phasesB.data());
+    if (squared) lanePhases(phases, 1.0, -0.5, scratch_.phasesA.data());
+    if (useB && ownB) lanePhases(phases, 2.0, squared ? -0.5 : offset, scratch_.phasesB.data());
 
-    for (int from = 0; from < sums.sounding;) {
-        int until = sums.sounding;
+    const int longest = std::max(sums.sounding, bass.sounding);
+    for (int from = 0; from < longest;) {
+        int until = longest;
         dsp::LaneMasks on{};
         for (int slot = 0; slot < kMaxVoices; ++slot) {
             if (levels_.framesOf(slot) <= from) continue;
             on[slot] = -1;
             until = std::min(until, levels_.framesOf(slot));
         }
+        const bool bassSounds = from < bass.sounding;
+        if (bassSounds) until = std::min(until, bass.sounding);
+        const dsp::BassRun bassRun = bass.run(from);
         const int frame = from * dsp::kVoiceLanes;
         const dsp::VoiceRun run = {lanes_,
                                    on,
@@ -191,6 +196,7 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
                                    useB,
                                    scratch_.a.data(),
                                    scratch_.b.data(),
+                                   bassSounds ? &bassRun : nullptr,
                                    until - from};
         (squared ? kernels_.runSquared : kernels_.runFeedback)(run);
         const float* const levels = shared ? nullptr : levels_.row(0) + from;

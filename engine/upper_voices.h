@@ -7,6 +7,7 @@
 #include "dsp/kernels.h"
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
+#include "engine/bass_voice.h"
 #include "engine/envelope_settings.h"
 #include "engine/pitch.h"
 #include "engine/sections.h"
@@ -20,8 +21,7 @@ namespace engine {
 struct SectionSums {
     Signal viola;
     Signal violin;
-    bool brassHorn;  // whether the brass and horn take what the viola takes, or nothing
-    int sounding;    // frames, from the first on, in which some voice sounds
+    int sounding;  // frames, from the first on, in which some voice sounds
 };
 
 class UpperVoices {
@@ -57,11 +57,12 @@ class UpperVoices {
     // The same, and no note is held.
     void reset();
 
-    // A segment. With `shared` the voices are summed bare, to be scaled by envelopeSum() later.
+    // A segment, in which the operators of the bass run along. With `shared` the voices are summed
+    // bare, to be scaled by envelopeSum() later.
     void render(const PhaseRows& phases, double bendRatio, const Sections& sections, bool shared,
-                int frames, SectionSums& sums);
+                int frames, BassRows& bass, SectionSums& sums);
     // Sum of the levels of all 44 envelopes over the segment, idle ones included.
-    void envelopeSum(float* sum, int frames) const { levels_.sum(sum, frames); }
+    void envelopeSum(float* sum, int frames) { levels_.sum(sum, frames); }
     // Scales the bow noise; runs also while no voice sounds.
     dsp::VoiceEnvelope& sectionEnvelope() { return sectionEnvelope_; }
 
@@ -71,7 +72,7 @@ class UpperVoices {
         dsp::PitchedOscillator oscB;
     };
     void renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
-                         SectionSums& sums);
+                         BassRows& bass, SectionSums& sums);
     void renderTables(double bendRatio, bool shared, SectionSums& sums);
     // Phases of all lanes that sound: the pitch's own times `octaves`, plus `offset` turns.
     void lanePhases(const PhaseRows& phases, double octaves, double offset, float* out) const;

@@ -18,11 +18,13 @@ VoiceLevels::VoiceLevels() {
 void VoiceLevels::hold(int slot, float level) {
     if (held_[slot] == level) return;
     held_[slot] = level;
+    summed_ = false;
     rows_[slot].fill(level);
 }
 
 void VoiceLevels::tick(int slot, dsp::VoiceEnvelope& envelope, int frames) {
     held_[slot] = kNotHeld;
+    summed_ = false;
     Signal& row = rows_[slot];
     int t = 0;
     while (t < frames && envelope.stage() != dsp::VoiceEnvelope::kIdle) row[t++] = envelope.tick();
@@ -58,6 +60,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
         longest_ = std::max(longest_, frames_[slot]);
     }
     if (!anyRamp) return;
+    summed_ = false;
     kernels_.runRamps(ramps_, frames);
     for (int slot = 0; slot < count; ++slot) {
         if (ramps_.on[slot]) envelopes[slot].moveTo(ramps_.level[slot]);
@@ -65,13 +68,16 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
 }
 
 // Whole rows, with the sum in registers.
-void VoiceLevels::sum(float* out, int frames) const {
-    Signal total{};
-    for (int slot = 0; slot < kMaxVoices; ++slot) {
-        const Signal& levels = rows_[slot];
-        for (int t = 0; t < kLongestSegment; ++t) total[t] += levels[t];
+void VoiceLevels::sum(float* out, int frames) {
+    if (!summed_) {
+        Signal total{};
+        for (const Signal& levels : rows_) {
+            for (int t = 0; t < kLongestSegment; ++t) total[t] += levels[t];
+        }
+        sum_ = total;
+        summed_ = true;
     }
-    std::copy_n(total.data(), frames, out);
+    std::copy_n(sum_.data(), frames, out);
 }
 
 }  // namespace engine

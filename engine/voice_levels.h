@@ -26,7 +26,7 @@ class VoiceLevels {
     const float* row(int slot) const { return rows_[slot].data(); }
 
     // Of all slots, idle ones included, in their order.
-    void sum(float* out, int frames) const;
+    void sum(float* out, int frames);
 
   private:
     void hold(int slot, float level);
@@ -37,6 +37,8 @@ class VoiceLevels {
     std::array<float, dsp::kVoiceLanes> held_{};  // the level that fills the row, or NaN
     std::array<int, dsp::kVoiceLanes> frames_{};
     int longest_ = 0;
+    Signal sum_{};
+    bool summed_ = false;  // whether `sum_` is that of the rows as they are
     dsp::LevelRamps ramps_;
 };
 
