@@ -263,8 +263,7 @@ int mutexesOfTheHandOvers() {
         phaser.setSampleRate(48000.0f, false);
         phaser.setStages(1.0f);
         phaser.setRate(0.7f);
-        dsp::StereoFloat frame = {};
-        phaser.render(&frame, 1);
+        phaser.process(0.0f, 0.0f, &pair[0], &pair[1]);
     });
     return watch::locks().mutexes;
 }
