@@ -66,17 +66,8 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
         "Plays the string-ensemble synthesizer from MIDI ports, the computer keyboard and files.",
         "quarzel");
     declare(app, line, typed);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::CallForHelp&) {
-        line.answer = app.help();
-        return line;
-    } catch (const CLI::CallForVersion& version) {
-        line.answer = std::string(version.what()) + "\n";
-        return line;
-    } catch (const CLI::ParseError& error) {
-        throw render::UsageError(error.what());
-    }
+    line.answer = render::parseWords(app, argc, argv);
+    if (!line.answer.empty()) return line;
     checkApi("--api", line.audio.api, audioApis());
     checkApi("--midi-api", line.midiApi, midiApis());
     if (typed.rate) line.audio.rate = render::readInteger("--rate", *typed.rate, 8000, 768000);

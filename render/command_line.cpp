@@ -94,17 +94,8 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     CLI::App app("Renders a MIDI file through a VST 2.4 instrument into a WAV file.",
                  "quarzel-render");
     declare(app, line, typed);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::CallForHelp&) {
-        line.answer = app.help();
-        return line;
-    } catch (const CLI::CallForVersion& version) {
-        line.answer = std::string(version.what()) + "\n";
-        return line;
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what());
-    }
+    line.answer = parseWords(app, argc, argv);
+    if (!line.answer.empty()) return line;
     readTyped(typed, line);
     checkFiles(line);
     return line;

@@ -1,7 +1,9 @@
-// Numbers of a command line against their bounds.
+// Parses with CLI11, and holds numbers against their bounds.
 #include "render/option_values.h"
 
 #include <optional>
+
+#include <CLI/CLI.hpp>
 
 #include "render/error.h"
 #include "render/numbers.h"
@@ -19,6 +21,19 @@ Number inRange(const std::string& option, const std::string& text, std::optional
 }
 
 }  // namespace
+
+std::string parseWords(CLI::App& app, int argc, const char* const* argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        return app.help();
+    } catch (const CLI::CallForVersion& version) {
+        return std::string(version.what()) + "\n";
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    return {};
+}
 
 int readInteger(const std::string& option, const std::string& text, int least, int most) {
     return inRange(option, text, parseInteger(text), least, most);
