@@ -1,15 +1,14 @@
 // Any order of a host's calls on one to four instances of one process.
 #include <array>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 #include <vector>
 
 #include "fuzz/support/instance.h"
+#include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
 #include "plugin/editor_adapter.h"
-#include "tests/editor/fake_instrument.h"
 
 namespace {
 
@@ -223,9 +222,7 @@ class Host {
 
 void run(std::string_view bytes) {
     fuzz::World world;
-    std::filesystem::create_directories(world.module.path() + "skin");
-    writeSkinPictures(world.module.path() + "skin/");
-    world.module.write("skin/skin.xml", kSkin);
+    fuzz::makeSkinFolder(world.module.path(), kSkin);
     fuzz::Input input(bytes);
     world.host.answers[audioMasterUpdateDisplay] = input.byte() % 2;
     Host host(world, input);
