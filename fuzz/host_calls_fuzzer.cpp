@@ -207,7 +207,7 @@ class Host {
         const int how = input_.byte();
         const VstInt32 index = how & 1 ? input_.integer() : input_.below(140);
         const VstIntPtr value =
-            how & 2 ? VstIntPtr{input_.integer()} << (how >> 4) : VstIntPtr{input_.byte()};
+            how & 2 ? VstIntPtr{input_.integer()} * (VstIntPtr{1} << (how >> 4)) : VstIntPtr{input_.byte()};
         const float opt = how & 4 ? input_.real() : input_.share() * 100000.0f;
         const std::size_t size = bufferSize(opcode);
         const auto buffer = std::make_unique<char[]>(size);

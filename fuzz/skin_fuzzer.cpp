@@ -168,9 +168,9 @@ void run(std::string_view bytes) {
     fuzz::require(session.open(), "some screen opens");
     session.requireSize();
     session.requirePicture();
-    for (int count = 0; count < 60 && !input.empty(); ++count) {
+    for (int count = 0; count < 40 && !input.empty(); ++count) {
         session.act(input);
-        if (count % 4 == 0) session.requirePicture();
+        if (count % 8 == 0) session.requirePicture();
     }
     session.requirePicture();
     session.close();
