@@ -24,7 +24,7 @@ std::vector<fuzz::Sound> play(std::string_view bytes, fuzz::Instance& instance) 
     for (int count = input.below(16); count > 0; --count) {
         const int index = input.byte() % (state::kNumParams + 1);
         const float value = input.share();
-        instance->setParameter(&*instance.operator->(),
+        instance->setParameter(instance.record(),
                                index < state::kNumParams ? index : state::kVoiceCountParam, value);
     }
     instance.dispatch(effMainsChanged, 0, 1);

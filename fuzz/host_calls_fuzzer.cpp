@@ -83,11 +83,34 @@ class Host {
         for (auto& instance : instances_) instance = std::make_unique<fuzz::Instance>();
     }
 
+    // What is done to one instance changes no other.
     void act() {
+        const std::vector<std::string> before = chunks();
         const int action = input_.byte();
         const std::size_t which = (action >> 4) % instances_.size();
+        taker_ = which;
+        act(action & 15, which);
+        const std::vector<std::string> after = chunks();
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            const bool meant = i == which || i == taker_;
+            fuzz::require(meant || before[i] == after[i], "instances are apart");
+        }
+    }
+
+    void requireWhole() {
+        for (auto& instance : instances_) instance->requireBank(instance->chunk(false));
+    }
+
+  private:
+    std::vector<std::string> chunks() {
+        std::vector<std::string> all;
+        for (auto& instance : instances_) all.push_back(instance->chunk(false));
+        return all;
+    }
+
+    void act(int action, std::size_t which) {
         auto& instance = *instances_[which];
-        switch (action & 15) {
+        switch (action) {
             case 0:
             case 1:
             case 2:
@@ -97,7 +120,7 @@ class Host {
             case 4:
                 return instance.setParameter(input_.integer(), input_.real());
             case 5:
-                return passChunk(instance, *instances_[input_.below(4) % instances_.size()]);
+                return passChunk(instance);
             case 6:
                 return damageChunk(instance);
             case 7:
@@ -116,16 +139,13 @@ class Host {
             case 12:
                 instance.dispatch(effMainsChanged, 0, input_.byte() % 2);
                 return;
+            case 13:
+                return callEntries(instance);
             default:
                 return dispatchAny(instance);
         }
     }
 
-    void requireWhole() {
-        for (auto& instance : instances_) instance->requireBank(instance->chunk(false));
-    }
-
-  private:
     void play(fuzz::Instance& instance) {
         const int frames = 1 + input_.below(64);
         fuzz::EventList events;
@@ -134,11 +154,29 @@ class Host {
     }
 
     // What one instance gives, another takes and gives again.
-    void passChunk(fuzz::Instance& from, fuzz::Instance& to) {
+    void passChunk(fuzz::Instance& from) {
+        taker_ = input_.below(4) % instances_.size();
+        fuzz::Instance& to = *instances_[taker_];
         const bool isPreset = input_.byte() % 2 != 0;
         const std::string chunk = from.chunk(isPreset);
         to.setChunk(chunk, isPreset);
         fuzz::require(to.chunk(isPreset) == chunk, "a chunk travels whole");
+    }
+
+    // The entry points that offer nothing leave the host's memory alone, and so does a block that
+    // is none.
+    void callEntries(fuzz::Instance& instance) {
+        constexpr int kFrames = 4;
+        float left[kFrames] = {1.0f, 2.0f, 3.0f, 4.0f};
+        double wide[kFrames] = {1.0, 2.0, 3.0, 4.0};
+        float* outputs[] = {left, input_.byte() % 2 ? left : nullptr};
+        double* wideOutputs[] = {wide, wide};
+        instance->process(instance.record(), nullptr, outputs, kFrames);
+        instance->processDoubleReplacing(instance.record(), nullptr, wideOutputs, kFrames);
+        const int frames = -input_.below(3);
+        instance->processReplacing(instance.record(), nullptr, frames < 0 ? outputs : nullptr,
+                                   frames < 0 ? frames : kFrames);
+        fuzz::require(left[0] == 1.0f && left[3] == 4.0f && wide[3] == 4.0, "nothing is written");
     }
 
     void damageChunk(fuzz::Instance& instance) {
@@ -206,8 +244,8 @@ class Host {
         if (opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement) return;
         const int how = input_.byte();
         const VstInt32 index = how & 1 ? input_.integer() : input_.below(140);
-        const VstIntPtr value =
-            how & 2 ? VstIntPtr{input_.integer()} * (VstIntPtr{1} << (how >> 4)) : VstIntPtr{input_.byte()};
+        const VstIntPtr value = how & 2 ? VstIntPtr{input_.integer()} * (VstIntPtr{1} << (how >> 4))
+                                        : VstIntPtr{input_.byte()};
         const float opt = how & 4 ? input_.real() : input_.share() * 100000.0f;
         const std::size_t size = bufferSize(opcode);
         const auto buffer = std::make_unique<char[]>(size);
@@ -217,6 +255,7 @@ class Host {
 
     fuzz::World& world_;
     fuzz::Input& input_;
+    std::size_t taker_ = 0;  // of the chunk passed last
     std::vector<std::unique_ptr<fuzz::Instance>> instances_;
 };
 

@@ -47,6 +47,7 @@ class Instance {
         return record_->dispatcher(record_, opcode, index, value, ptr, opt);
     }
     AEffect* operator->() { return record_; }
+    AEffect* record() { return record_; }
     plugin::VstSynth& synth() { return *synth_; }
 
     // The live bytes, and a copy of them.
