@@ -1,5 +1,7 @@
-// Whole skins: skin.xml up to a zero byte, then what a user and a host do with the open editor.
+// Whole skins, then what a user and a host do with the open editor. An input that begins with '<'
+// is skin.xml itself up to a zero byte; another says what to write there.
 #include "editor/my_editor.h"
+#include "editor/param_display_link.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"
@@ -110,6 +112,10 @@ class Session {
         }
         if (!edit_.isOpen()) return;
         VSTGUI::CFrame& frame = *edit_.getFrame();
+        for (unsigned i = 0; i < frame.getNbViews(); ++i) {
+            // Shows the newest value in whatever part of it is drawn.
+            if (dynamic_cast<editor::CParamDisplayLink*>(frame.getView(i))) return;
+        }
         const VSTGUI::PixelBuffer shown = headless::picture(frame);
         frame.invalid();
         const VSTGUI::PixelBuffer& anew = headless::picture(frame);
@@ -160,7 +166,9 @@ class Session {
 void run(std::string_view bytes) {
     fuzz::World world;
     fuzz::Input input(bytes);
-    fuzz::makeSkinFolder(world.module.path(), std::string(input.takeUntil('\0')));
+    const bool isText = bytes.substr(0, 1) == "<";
+    fuzz::makeSkinFolder(world.module.path(),
+                         isText ? std::string(input.takeUntil('\0')) : fuzz::writtenSkin(input));
 
     Instrument instrument;
     Session session(world, instrument);
