@@ -6,8 +6,6 @@
 #include "render/fx_file.h"
 #include "state/chunks.h"
 
-#include <cmath>
-#include <cstring>
 #include <optional>
 
 namespace {

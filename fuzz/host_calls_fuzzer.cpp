@@ -1,6 +1,4 @@
 // Any order of a host's calls on one to four instances of one process.
-#include <array>
-#include <cmath>
 #include <memory>
 #include <vector>
 
