@@ -27,7 +27,6 @@ std::vector<fuzz::Sound> play(std::string_view bytes, fuzz::Instance& instance) 
         instance->setParameter(instance.record(),
                                index < state::kNumParams ? index : state::kVoiceCountParam, value);
     }
-    instance.dispatch(effMainsChanged, 0, 1);
     std::vector<fuzz::Sound> sounds;
     fuzz::EventList events;
     for (int frames = 0; frames < kMostFrames && !input.empty();) {

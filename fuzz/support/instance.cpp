@@ -80,7 +80,9 @@ void EventList::add(Input& input, int frames) {
 Instance::Instance(std::unique_ptr<engine::SoundEngine> engine)
     : synth_(engine ? new plugin::VstSynth(TestHost::callback, std::move(engine))
                     : new plugin::VstSynth(TestHost::callback)),
-      record_(synth_->getAeffect()) {}
+      record_(synth_->getAeffect()) {
+    dispatch(effMainsChanged, 0, 1);
+}
 
 Instance::~Instance() {
     dispatch(effClose);

@@ -33,7 +33,7 @@ struct Sound {
     std::vector<float> right;
 };
 
-// From VSTPluginMain's work to effClose. A World and its host must be there.
+// From VSTPluginMain's work to effClose, its mains on. A World and its host must be there.
 class Instance {
   public:
     Instance() : Instance(nullptr) {}
