@@ -26,8 +26,12 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 }  // namespace baseline
 #undef QUARZEL_LANES
 
+#ifdef __clang__
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
 #pragma GCC push_options
 #pragma GCC target("avx2")
+#endif
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes.inc"
@@ -42,7 +46,11 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
+#ifdef __clang__
+#pragma clang attribute pop
+#else
 #pragma GCC pop_options
+#endif
 
 namespace {
 

@@ -1,6 +1,8 @@
 // The name of the held note.
 #include "editor/note_display.h"
 
+#include <utility>
+
 namespace editor {
 
 using namespace VSTGUI;
@@ -13,12 +15,12 @@ std::string noteText(int heldNotes, int key) {
     return std::string(kNames[key % 12]) + ' ' + std::to_string(key / 12 - 2);
 }
 
-CNoteDisplay::CNoteDisplay(const CRect& size, const EditorHost& host) : CView(size), host_(host) {
+CNoteDisplay::CNoteDisplay(const CRect& size, const EditorHost& host)
+    : CView(size), host_(host), shown_(noteText(host.heldNotes(), host.lastKey())) {
     setWantsIdle(true);
 }
 
 void CNoteDisplay::draw(CDrawContext* context) {
-    shown_ = noteText(host_.heldNotes(), host_.lastKey());
     context->setDrawMode(kAliasing);
     context->setFillColor(backColor_);
     context->setFrameColor(backColor_);
@@ -30,7 +32,10 @@ void CNoteDisplay::draw(CDrawContext* context) {
 }
 
 void CNoteDisplay::onIdle() {
-    if (noteText(host_.heldNotes(), host_.lastKey()) != shown_) invalid();
+    std::string text = noteText(host_.heldNotes(), host_.lastKey());
+    if (text == shown_) return;
+    shown_ = std::move(text);
+    invalid();
 }
 
 }  // namespace editor

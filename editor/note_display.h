@@ -26,7 +26,7 @@ class CNoteDisplay : public VSTGUI::CView {
     const EditorHost& host_;
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
-    std::string shown_;
+    std::string shown_;  // changes between drawings only, which may draw a part
 };
 
 }  // namespace editor

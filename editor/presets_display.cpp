@@ -36,6 +36,7 @@ class NameField : public CTextEdit {
 CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
     : CView(size),
       host_(host),
+      shown_(line(host.program())),
       nameField_(
           makeOwned<NameField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
     nameField_->setVisible(false);
@@ -65,7 +66,6 @@ CRect CPresetsDisplay::textArea() const {
 }
 
 void CPresetsDisplay::draw(CDrawContext* context) {
-    shown_ = line(host_.program());
     const CRect& view = getViewSize();
     const CRect text = textArea();
     context->setDrawMode(kAliasing);
@@ -83,7 +83,10 @@ void CPresetsDisplay::draw(CDrawContext* context) {
 }
 
 void CPresetsDisplay::onIdle() {
-    if (line(host_.program()) != shown_) invalid();
+    std::string now = line(host_.program());
+    if (now == shown_) return;
+    shown_ = std::move(now);
+    invalid();
 }
 
 bool CPresetsDisplay::removed(CView* parent) {
@@ -120,7 +123,7 @@ void CPresetsDisplay::onMouseWheelEvent(MouseWheelEvent& event) {
 void CPresetsDisplay::step(int by) {
     const int program = std::clamp(host_.program() + by, 0, host_.programCount() - 1);
     if (program != host_.program()) host_.setProgram(program);
-    invalid();
+    onIdle();
 }
 
 void CPresetsDisplay::openList() {
@@ -145,7 +148,7 @@ void CPresetsDisplay::rename() {
 
 void CPresetsDisplay::valueChanged(CControl*) {
     host_.renameProgram(cutToFit(nameField_->getText().getString(), kLongestName));
-    invalid();
+    onIdle();
 }
 
 }  // namespace editor

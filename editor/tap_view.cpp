@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace editor {
 
@@ -25,7 +26,8 @@ void fillDisc(CDrawContext& context, CPoint centre, CCoord radius) {
 
 }  // namespace
 
-CTapView::CTapView(const CRect& size, const EditorHost& host) : CView(size), host_(host) {
+CTapView::CTapView(const CRect& size, const EditorHost& host)
+    : CView(size), host_(host), shown_(positions()) {
     setWantsIdle(true);
 }
 
@@ -39,7 +41,6 @@ std::vector<float> CTapView::positions() const {
 }
 
 void CTapView::draw(CDrawContext* context) {
-    shown_ = positions();
     const CRect& view = getViewSize();
     const CCoord row =
         view.getHeight() / static_cast<CCoord>(std::max<std::size_t>(shown_.size(), 1));
@@ -61,7 +62,10 @@ void CTapView::draw(CDrawContext* context) {
 }
 
 void CTapView::onIdle() {
-    if (positions() != shown_) invalid();
+    std::vector<float> now = positions();
+    if (now == shown_) return;
+    shown_ = std::move(now);
+    invalid();
 }
 
 }  // namespace editor

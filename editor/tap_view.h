@@ -21,7 +21,7 @@ class CTapView : public VSTGUI::CView {
     std::vector<float> positions() const;  // 0..1
 
     const EditorHost& host_;
-    std::vector<float> shown_;
+    std::vector<float> shown_;  // changes between drawings only, which may draw a part
 };
 
 }  // namespace editor

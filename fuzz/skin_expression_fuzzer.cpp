@@ -1,23 +1,22 @@
-// Evaluates any bytes as CONSTANTS text and as one statement.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
-
+// Expressions of skins: any bytes as the text of CONSTANTS and as one statement.
 #include "editor/skin_expression.h"
+#include "fuzz/support/target.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+namespace {
+
+void run(std::string_view bytes) {
     editor::SkinConstantTable table;
-    editor::evaluateConstants(table, text,
+    editor::evaluateConstants(table, bytes,
                               [](const std::string&, const std::string&, platform::MessageIcon) {});
     for (const auto& [name, value] : table.entries()) {
-        if (name.empty() || name.size() > editor::kMaxSkinNameLength) std::abort();
+        fuzz::require(!name.empty() && name.size() <= editor::kMaxSkinNameLength, "names fit");
         editor::truncateToInt32(value);
     }
-
     std::size_t position = 0;
-    editor::evaluateStatement(table, text, position);
-    if (position > size) std::abort();
-    return 0;
+    editor::evaluateStatement(table, bytes, position);
+    fuzz::require(position <= bytes.size(), "evaluation ends within the text");
 }
+
+const fuzz::Registered registered("skin_expression", run);
+
+}  // namespace

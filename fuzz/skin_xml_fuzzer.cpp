@@ -1,12 +1,11 @@
 // Parses any bytes as a skin; what parses must read the same once written out, and is then built.
 #include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "editor/skin_values.h"
 #include "editor/skin_xml.h"
+#include "fuzz/support/target.h"
 #include "platform/message_box.h"
 
 namespace {
@@ -37,21 +36,22 @@ void readElements(const editor::XmlNode& root) {
     }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+void run(std::string_view text) {
     editor::XmlNode node;
     const std::ptrdiff_t end = editor::parseXml(text, 0, node);
-    if (end < -1 || end == 0 || end > static_cast<std::ptrdiff_t>(size)) std::abort();
-    if (end < 0) return 0;
+    fuzz::require(end == -1 || (end > 0 && end <= static_cast<std::ptrdiff_t>(text.size())),
+                  "parsing ends within the text");
+    if (end < 0) return;
 
     const std::string document = written(node);
     editor::XmlNode again;
-    const std::ptrdiff_t endAgain = editor::parseXml(document, 0, again);
-    if (endAgain != static_cast<std::ptrdiff_t>(document.size())) std::abort();
-    if (written(again) != document) std::abort();
-
+    fuzz::require(
+        editor::parseXml(document, 0, again) == static_cast<std::ptrdiff_t>(document.size()),
+        "what is written is read");
+    fuzz::require(written(again) == document, "what is written is read the same");
     readElements(node);
-    return 0;
 }
+
+const fuzz::Registered registered("skin_xml", run);
+
+}  // namespace

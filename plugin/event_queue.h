@@ -25,8 +25,7 @@ class EventQueue {
     VstInt32 nextIndex() const { return next_; }
     // Frame of the next event of the list, which dispatchUpTo has just refused.
     VstInt32 nextFrame() const {
-        return pending() ? events_->events[next_]->deltaFrames
-                         : std::numeric_limits<VstInt32>::max();
+        return pending() ? nextEvent()->deltaFrames : std::numeric_limits<VstInt32>::max();
     }
     // Drops what is left of the block's list.
     void finishBlock();
@@ -39,6 +38,11 @@ class EventQueue {
     template <typename Handle>
     void dispatchList(VstInt32 frame, Handle handle);
     bool pending() const { return next_ >= 0 && next_ < events_->numEvents; }
+    // The list goes on behind the two events that its record declares.
+    const VstEvent* nextEvent() const {
+        const VstEvent* const* const list = events_->events;
+        return list[next_];
+    }
 
     static constexpr int kCapacity = 1024;
     using Message = std::array<std::uint8_t, 3>;
@@ -60,7 +64,7 @@ void EventQueue::dispatchUpTo(VstInt32 frame, Handle handle) {
 template <typename Handle>
 void EventQueue::dispatchList(VstInt32 frame, Handle handle) {
     while (pending()) {
-        const VstEvent* event = events_->events[next_];
+        const VstEvent* const event = nextEvent();
         if (event && event->deltaFrames != 0 && event->deltaFrames > frame) return;
         const bool midi = event && event->type == kVstMidiType;
         if (midi) {

@@ -62,6 +62,21 @@ TEST_F(EditorTest, TapsMoveOverTheirRange) {
     EXPECT_EQ(pixel(50, 1), CColor(40, 50, 60));  // the picture shows between the rows
 }
 
+TEST_F(EditorTest, WhatMovesIsDrawnWholeWhateverWasDrawnBefore) {
+    ASSERT_TRUE(open(R"(<NoteDisplay x="0" y="0" w="80" h="20" id="0"/>
+        <ViewTaps x="0" y="30" w="110" h="30"/>
+        <PresetsDisplay x="0" y="70" w="200" h="20" id="0"/>)"));
+    instrument.held = 2;
+    instrument.taps = {1.0f, 1.0f, 1.0f};
+    instrument.current = 99;
+    frame().invalidRect({0, 0, 40, 100});  // as a menu that closes
+    look();
+    clock.run(frame(), 100);
+    const auto shown = look();
+    frame().invalid();
+    EXPECT_EQ(look(), shown);
+}
+
 class PresetsTest : public EditorTest {
   protected:
     PresetsTest() {

@@ -1,0 +1,36 @@
+// The surroundings that every input finds alike: nothing is left of the input before.
+#pragma once
+
+#include <filesystem>
+
+#include "editor/skin_missing.h"
+#include "gui/headless.h"
+#include "platform/folders.h"
+#include "platform/settings_store.h"
+#include "state/controller_map.h"
+#include "tests/plugin/test_host.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/temporary_folder.h"
+
+namespace fuzz {
+
+// Empty folders, no settings, no controller bound, a host that answers little, editors without
+// windows, a clock that stands still.
+class World {
+  public:
+    World() {
+        editor::setSkinMissing(false);
+        state::controllerMap().load();
+    }
+
+    TemporaryFolder module;  // where the library's own files are looked for
+    TemporaryFolder applicationData;
+    platform::ScopedFolders folders{module.path(), applicationData.path()};
+    platform::ScopedSettings settings;
+    RecordedMessages messages;
+    TestHost host;
+    VSTGUI::headless::Scope scope;
+    VSTGUI::headless::HeldClock clock;
+};
+
+}  // namespace fuzz
