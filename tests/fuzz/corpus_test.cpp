@@ -4,12 +4,21 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 
 #include <gtest/gtest.h>
 
 #include "fuzz/support/instance.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
+
+namespace fuzz {
+
+void PrintTo(const Target& target, std::ostream* out) {
+    *out << target.name;
+}
+
+}  // namespace fuzz
 
 namespace {
 
