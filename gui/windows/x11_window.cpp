@@ -93,6 +93,8 @@ class X11Window final : public NativeWindow {
     void handle(const xcb_generic_event_t& event);
     void handlePress(const xcb_button_press_event_t& press);
     void handleKey(const xcb_key_press_event_t& key, EventType type);
+    void passOn(const xcb_key_press_event_t& key);
+    xcb_window_t windowAboveThatWants(uint32_t events) const;
     void handleFocusOut(const xcb_focus_out_event_t& focus);
     void deliverMotion();
 
@@ -242,7 +244,36 @@ void X11Window::handleKey(const xcb_key_press_event_t& key, EventType type) {
     KeyboardEvent event(type);
     keyboard_.translate(key.detail, key.state, event);
     event.modifiers = modifiersOf(modifiersIn(key.state));
-    if (event.character || event.virt != VirtualKey::None) client_.keyChanged(event);
+    const bool isKnown = event.character || event.virt != VirtualKey::None;
+    if (!isKnown || !client_.keyChanged(event)) passOn(key);
+}
+
+// What nobody here uses goes to the host, as if this window did not listen: its transport keys work
+// while the editor has the keyboard. A key that was sent may come from that host: it would circle.
+void X11Window::passOn(const xcb_key_press_event_t& key) {
+    if (!isOpen() || key.response_type & 0x80) return;
+    const bool isPress = key.response_type == XCB_KEY_PRESS;
+    const uint32_t mask = isPress ? XCB_EVENT_MASK_KEY_PRESS : XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_key_press_event_t passed = key;
+    passed.event = windowAboveThatWants(mask);
+    if (!passed.event) return;
+    xcb_send_event(link(), 0, passed.event, mask, reinterpret_cast<const char*>(&passed));
+    xcb_flush(link());
+}
+
+// 0 if there is none below the root.
+xcb_window_t X11Window::windowAboveThatWants(uint32_t events) const {
+    for (xcb_window_t at = window_;;) {
+        const Reply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(link(), xcb_query_tree(link(), at), nullptr), &std::free);
+        if (!tree || tree->parent == tree->root) return 0;
+        at = tree->parent;
+        const Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(link(), xcb_get_window_attributes(link(), at), nullptr),
+            &std::free);
+        if (!attributes) return 0;
+        if (attributes->all_event_masks & events) return at;
+    }
 }
 
 void X11Window::handleFocusOut(const xcb_focus_out_event_t& focus) {

@@ -120,6 +120,21 @@ void X11Server::askTopWindowToClose() {
     std::free(tree);
 }
 
+void X11Server::listenForKeys(xcb_window_t window) const {
+    const uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
+    std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+int X11Server::takeKeyPresses() const {
+    int presses = 0;
+    while (auto* const event = xcb_poll_for_event(connection_)) {
+        if ((event->response_type & 0x7F) == XCB_KEY_PRESS) ++presses;
+        std::free(event);
+    }
+    return presses;
+}
+
 void X11Server::drive(const std::string& command) const {
     if (std::system(("xdotool " + command).c_str()) != 0) std::abort();
 }

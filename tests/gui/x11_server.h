@@ -26,6 +26,9 @@ class X11Server {
     // What a window manager sends to the top-level window in front when its close button is
     // pressed.
     void askTopWindowToClose();
+    void listenForKeys(xcb_window_t window) const;
+    // Key presses that reached the listening windows since the last call.
+    int takeKeyPresses() const;
     // Words of an xdotool command line.
     void drive(const std::string& command) const;
     // The screen's content as 32-bit words, row by row; empty if the server refuses.

@@ -138,6 +138,35 @@ TEST_F(X11Frames, TypingReachesTheFieldInUnicodeAndLeavingItCommits) {
     EXPECT_TRUE(edit->getText() == "\xC3\xA4") << edit->getText().data();
 }
 
+TEST_F(X11Frames, LeaveTheKeysThatNobodyUsesToTheHost) {
+    CFrame* const frame = openAt(0, 0);
+    ASSERT_TRUE(frame);
+    frame->addView(new CKnob(CRect(0, 0, 60, 60), &recorder, 1, nullptr, nullptr));
+    frame->addView(new CTextEdit(CRect(100, 0, 200, 20), &recorder, 2, ""));
+    server->listenForKeys(parent);
+    const std::string sendToFrame =
+        "getwindowfocus -f windowfocus " + std::to_string(parent) + " key --window %1 space";
+    const struct {
+        std::string keys;
+        int presses;  // that the host gets
+    } cases[] = {
+        {"mousemove 300 200 click 1 key space key F5 key ctrl+s", 4},
+        {"mousemove 30 30 click 1 key Up key space", 1},
+        {"mousemove 150 10 click 1 type 'a b'", 0},
+        {"key Return key space", 1},
+        {sendToFrame, 0},  // what was sent may come from the host: it stays
+        {"key space", 1},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.keys);
+        drive(row.keys);
+        int presses = 0;
+        waitFor([&] { return (presses += server->takeKeyPresses()) >= row.presses; });
+        EXPECT_EQ(presses, row.presses);
+    }
+    EXPECT_EQ(server->takeKeyPresses(), 0);
+}
+
 TEST_F(X11Frames, TwoInOneProcessKeepTheirEventsApart) {
     CFrame* const first = openAt(0, 0);
     CFrame* const second = openAt(400, 300);
