@@ -22,7 +22,7 @@ class WindowClient {
     virtual void pointerLost() = 0;  // a drag that will see no release
     // Notches, up and right positive.
     virtual void wheelTurned(CPoint where, double right, double up, CButtonState modifiers) = 0;
-    // True if somebody used the key.
+    // True if somebody used the key; else the window leaves it to the one above, the host's.
     virtual bool keyChanged(KeyboardEvent& event) = 0;
     virtual void keyboardLost() = 0;
     virtual void drawPending() = 0;                 // brings the picture up to date

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <optional>
+#include <set>
 #include <utility>
 
 namespace VSTGUI {
@@ -85,8 +87,10 @@ class Win32Window final : public NativeWindow {
     void release(int32_t button, LPARAM position);
     void move(WPARAM keys, LPARAM position);
     void turnWheel(WPARAM word, LPARAM position, bool sideways);
+    bool handleKeyMessage(UINT message, WPARAM word, LPARAM position);
     bool handleKey(WPARAM code, EventType type);
-    void handleCharacter(wchar_t unit);
+    bool handleCharacter(wchar_t unit);
+    void passPressOn();
     void paint();
 
     WindowClient& client_;
@@ -95,6 +99,8 @@ class Win32Window final : public NativeWindow {
     bool awaitsLeave_ = false;
     int pressed_ = 0;  // buttons; the mouse is captured while there are any
     wchar_t highSurrogate_ = 0;
+    std::optional<std::pair<WPARAM, LPARAM>> unusedPress_;  // its character may still be used
+    std::set<WPARAM> passedOn_;  // keys held down whose press went to the host
 };
 
 // One class a module: another plug-in may contain the same layer.
@@ -192,6 +198,7 @@ LRESULT CALLBACK Win32Window::procedure(HWND handle, UINT message, WPARAM word, 
 LRESULT Win32Window::handle(UINT message, WPARAM word, LPARAM position) {
     const HWND handle = handle_;
     if (handlePointer(message, word, position)) return 0;
+    if (handleKeyMessage(message, word, position)) return 0;
     switch (message) {
         case WM_PAINT:
             paint();
@@ -203,17 +210,6 @@ LRESULT Win32Window::handle(UINT message, WPARAM word, LPARAM position) {
             return 0;
         case WM_GETDLGCODE:
             return DLGC_WANTALLKEYS | DLGC_WANTCHARS | DLGC_WANTARROWS;
-        case WM_KEYDOWN:
-        case WM_SYSKEYDOWN:
-            if (handleKey(word, EventType::KeyDown)) return 0;
-            break;
-        case WM_KEYUP:
-        case WM_SYSKEYUP:
-            if (handleKey(word, EventType::KeyUp)) return 0;
-            break;
-        case WM_CHAR:
-            handleCharacter(static_cast<wchar_t>(word));
-            return 0;
         case WM_KILLFOCUS:
             client_.keyboardLost();
             return 0;
@@ -300,6 +296,41 @@ void Win32Window::turnWheel(WPARAM word, LPARAM position, bool sideways) {
     client_.wheelTurned(where, sideways ? notches : 0, sideways ? 0 : notches, modifiersNow());
 }
 
+// What nobody here uses goes to the host's window: its transport keys work while the editor has the
+// keyboard. A key that makes a character waits for that, as a text field may use it.
+bool Win32Window::handleKeyMessage(UINT message, WPARAM word, LPARAM position) {
+    switch (message) {
+        case WM_KEYDOWN:
+            unusedPress_.reset();
+            if (handleKey(word, EventType::KeyDown)) return true;
+            unusedPress_ = {word, position};
+            if (!MapVirtualKeyW(static_cast<UINT>(word), MAPVK_VK_TO_CHAR)) passPressOn();
+            return true;
+        case WM_CHAR:
+            if (handleCharacter(static_cast<wchar_t>(word))) unusedPress_.reset();
+            passPressOn();
+            return true;
+        case WM_KEYUP:
+            if (!handleKey(word, EventType::KeyUp) && passedOn_.count(word) && handle_)
+                PostMessageW(GetParent(handle_), message, word, position);
+            passedOn_.erase(word);
+            return true;
+        case WM_SYSKEYDOWN:
+            return handleKey(word, EventType::KeyDown);
+        case WM_SYSKEYUP:
+            return handleKey(word, EventType::KeyUp);
+        default:
+            return false;
+    }
+}
+
+void Win32Window::passPressOn() {
+    const auto press = std::exchange(unusedPress_, std::nullopt);
+    if (!press || !handle_) return;
+    passedOn_.insert(press->first);
+    PostMessageW(GetParent(handle_), WM_KEYDOWN, press->first, press->second);
+}
+
 // Plain characters come as WM_CHAR; with Control held only their key tells them.
 bool Win32Window::handleKey(WPARAM code, EventType type) {
     KeyboardEvent event(type);
@@ -313,16 +344,16 @@ bool Win32Window::handleKey(WPARAM code, EventType type) {
     return client_.keyChanged(event);
 }
 
-void Win32Window::handleCharacter(wchar_t unit) {
+bool Win32Window::handleCharacter(wchar_t unit) {
     const bool high = unit >= 0xD800 && unit < 0xDC00;
     const bool low = unit >= 0xDC00 && unit < 0xE000;
     const wchar_t before = std::exchange(highSurrogate_, high ? unit : 0);
-    if (high || unit < ' ' || unit == 0x7F || (low && !before)) return;
+    if (high || unit < ' ' || unit == 0x7F || (low && !before)) return high;
     KeyboardEvent event;
     event.character = unit;
     if (low) event.character = 0x10000 + ((before - 0xD800) << 10) + (unit - 0xDC00);
     // Shift, and Control with Alt, have gone into the character.
-    client_.keyChanged(event);
+    return client_.keyChanged(event);
 }
 
 void Win32Window::paint() {

@@ -127,6 +127,39 @@ TEST_F(Win32Frames, PassOnTheMouseTheWheelAndTheKeys) {
     EXPECT_NE(SendMessageW(child, WM_GETDLGCODE, 0, 0) & DLGC_WANTALLKEYS, 0);
 }
 
+TEST_F(Win32Frames, LeaveTheKeysThatNobodyUsesToTheHost) {
+    frame->addView(new CKnob(CRect(0, 0, 60, 60), &recorder, 1, nullptr, nullptr));
+    frame->addView(new CTextEdit(CRect(100, 0, 200, 20), &recorder, 2, ""));
+    // Down, its character if it makes one, and up.
+    const auto key = [&](WPARAM code, wchar_t character) {
+        send(WM_KEYDOWN, code, 0, 0);
+        if (character) send(WM_CHAR, character, 0, 0);
+        send(WM_KEYUP, code, 0, 0);
+    };
+    const auto takePassed = [&] {
+        std::string passed;
+        MSG message;
+        while (PeekMessageW(&message, parent, WM_KEYDOWN, WM_KEYUP, PM_REMOVE))
+            passed += (message.message == WM_KEYDOWN ? '+' : '-') + std::to_string(message.wParam);
+        return passed;
+    };
+    takePassed();
+    click(30, 80);
+    key(VK_SPACE, L' ');
+    key(VK_F5, 0);
+    EXPECT_EQ(takePassed(), "+32-32+116-116");
+    click(30, 30);
+    key(VK_UP, 0);
+    EXPECT_EQ(takePassed(), "");
+    click(150, 10);
+    key('A', L'a');
+    key(VK_SPACE, L' ');
+    key(VK_RETURN, L'\r');
+    EXPECT_EQ(takePassed(), "");
+    key(VK_RETURN, L'\r');
+    EXPECT_EQ(takePassed(), "+13-13");
+}
+
 TEST_F(Win32Frames, EndADragWhenTheCaptureIsTakenAway) {
     frame->addView(
         new CKnob(CRect(0, 0, 60, 60), &recorder, 1, nullptr, plain(10, 10, kRedCColor)));
