@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <poll.h>
@@ -47,13 +48,21 @@ bool isRepeat(const Event& first, const Event& second) {
            up.detail == down.detail && up.time == down.time;
 }
 
+// An editor may send on what it does not use, as hosts like it. Listening below its window has
+// brought that key already.
+bool isSentKey(const xcb_generic_event_t& event) {
+    constexpr uint8_t kSent = 0x80;
+    return event.response_type == (XCB_KEY_PRESS | kSent) ||
+           event.response_type == (XCB_KEY_RELEASE | kSent);
+}
+
 // Waits that long at most, then adds what has come.
 void readEvents(xcb_connection_t* connection, std::chrono::milliseconds patience,
                 std::vector<Event>& events) {
     pollfd state = {xcb_get_file_descriptor(connection), POLLIN, 0};
     poll(&state, 1, static_cast<int>(patience.count()));
-    while (auto* const event = xcb_poll_for_event(connection)) {
-        events.emplace_back(event, &std::free);
+    while (Event event{xcb_poll_for_event(connection), &std::free}) {
+        if (!isSentKey(*event)) events.push_back(std::move(event));
     }
 }
 
