@@ -2,6 +2,7 @@
 #include "state/controller_map.h"
 
 #include <algorithm>
+#include <mutex>
 #include <string>
 
 #include "platform/file.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr std::size_t kEntrySize = 4;  // bytes, little-endian
 constexpr std::size_t kFileSize = kNumParams * kEntrySize;
 
+using Lock = std::lock_guard<platform::CriticalSection>;
+
 std::string dataFolderPath() {
     return findDataFolder(kProductName).value_or("") + kControllerMapFile;
 }
@@ -26,6 +29,7 @@ void ControllerMap::clear() {
 }
 
 void ControllerMap::load() {
+    const Lock lock(fileLock_);
     std::string path = dataFolderPath();
     if (!platform::fileExists(path)) path = platform::moduleFolder() + kControllerMapFile;
     const auto contents = platform::readFileStart(path, kFileSize);
@@ -51,6 +55,7 @@ void ControllerMap::take(std::string bytes) {
 }
 
 void ControllerMap::save() {
+    const Lock lock(fileLock_);
     const bool changed = changed_.exchange(false, std::memory_order_acquire);
     const std::string path = dataFolderPath();
     if (!changed && path != source_ && platform::fileExists(path)) return;

@@ -7,12 +7,13 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/critical_section.h"
 #include "state/parameters.h"
 
 namespace state {
 
 // One word a parameter: a controller number 0..127, or kUnbound. Several parameters may follow one
-// controller. Any thread reads and binds; the files belong to the user-interface thread.
+// controller. Any thread reads and binds; any but an audio thread loads and saves.
 class ControllerMap {
   public:
     static constexpr std::int32_t kUnbound = -1;
@@ -43,7 +44,8 @@ class ControllerMap {
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
     std::atomic<bool> changed_{false};
-    std::string source_;  // the file that the last load read; user-interface thread
+    platform::CriticalSection fileLock_;  // load and save
+    std::string source_;                  // the file that the last load read
 };
 
 // The map of the process.
