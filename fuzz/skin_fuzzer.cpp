@@ -113,8 +113,12 @@ class Session {
         if (!edit_.isOpen()) return;
         VSTGUI::CFrame& frame = *edit_.getFrame();
         for (unsigned i = 0; i < frame.getNbViews(); ++i) {
+            const VSTGUI::CView* const view = frame.getView(i);
             // Shows the newest value in whatever part of it is drawn.
-            if (dynamic_cast<editor::CParamDisplayLink*>(frame.getView(i))) return;
+            if (dynamic_cast<const editor::CParamDisplayLink*>(view)) return;
+            // Falls on with each drawing.
+            const auto* const meter = dynamic_cast<const VSTGUI::CVuMeter*>(view);
+            if (meter && meter->getOldValue() != meter->getValue()) return;
         }
         const VSTGUI::PixelBuffer shown = headless::picture(frame);
         frame.invalid();
