@@ -28,13 +28,6 @@ class DelayB {
     // The same for many in place.
     void exchange(float* signal, int count);
 
-    // Delays by `length` - 1 samples: the entry read is the oldest one left.
-    float writeThenRead(float x) {
-        buffer_[index_] = x;
-        advance();
-        return buffer_[index_];
-    }
-
   private:
     void advance() {
         if (++index_ == length_) index_ = 0;
