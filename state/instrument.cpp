@@ -119,14 +119,20 @@ void Instrument::carryOut(std::uint64_t requests) {
 }
 
 void Instrument::apply(int index) {
-    const ParameterValues values{bank_, program()};
-    parameter(index).apply(*engine_, values[static_cast<ParamIndex>(index)], values);
+    parameter(index).apply(*engine_, valueForEngine(index));
+}
+
+float Instrument::valueForEngine(int index) const {
+    return engineValue(bank_.value(program(), index));
 }
 
 void Instrument::pushProgram() {
     pushing_.store(true, std::memory_order_release);
     engine_->setSampleRate(engine_->sampleRate());
     engine_->reset();
+    engine_->phaser().setDefaults();
+    engine_->reverb().set({valueForEngine(kMix), valueForEngine(kSize), valueForEngine(kBrite),
+                           valueForEngine(kSpring)});
     for (int index = 0; index < kNumParams; ++index) apply(index);
     pushing_.store(false, std::memory_order_release);
 }

@@ -61,6 +61,7 @@ class Instrument {
     void carryOut(std::uint64_t requests);
     void carryOutPending();
     void apply(int index);
+    float valueForEngine(int index) const;
     void pushProgram();
 
     Bank bank_;
