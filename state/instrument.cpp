@@ -39,9 +39,7 @@ Instrument::Instrument(double sampleRate)
     : Instrument(std::make_unique<engine::Engine>(sampleRate)) {}
 
 Instrument::Instrument(std::unique_ptr<engine::SoundEngine> engine)
-    : engine_(std::move(engine)), sampleRate_(engine_->sampleRate()) {
-    pushProgram();
-}
+    : engine_(std::move(engine)), sampleRate_(engine_->sampleRate()) {}
 
 float Instrument::value(int index) const {
     if (index < 0 || index > kNumParams) return 0.0f;
