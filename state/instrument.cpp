@@ -61,8 +61,13 @@ void Instrument::setValue(int index, float value) {
 bool Instrument::setProgram(int program) {
     if (!isProgram(program) || pushing_.load(std::memory_order_acquire)) return false;
     program_.store(program, std::memory_order_relaxed);
-    demand(kPushProgram);
+    resendProgram();
     return true;
+}
+
+void Instrument::resendProgram() {
+    bank_.limitValues(program());
+    demand(kPushProgram);
 }
 
 void Instrument::setSampleRate(double rate) {

@@ -36,7 +36,7 @@ class Instrument {
     // out of range and while another program is being sent.
     bool setProgram(int program);
     // Sends the current program's values anew, after a program that is being sent.
-    void resendProgram() { demand(kPushProgram); }
+    void resendProgram();
 
     // Hz; a rate that is not usable is ignored.
     void setSampleRate(double rate);

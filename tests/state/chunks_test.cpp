@@ -172,6 +172,7 @@ TEST(DefaultBank, WithoutAUsableFileStaysInit) {
         {"header only", header("FBCh", kId, 128), {wrongSize}},
         {"chunk cut short", opaqueFile(chunk.substr(0, 26087), 26088), {wrongSize}},
         {"size lies", opaqueFile(chunk, 26087), {wrongSize}},
+        {"size beyond the file", opaqueFile(chunk, 26089), {wrongSize}},
         {"negative size", opaqueFile(chunk, 0xFFFFFFFF), {wrongSize}},
         {"list without entries", header("FxBk", kId, 0x7FFFFFFF), {}},
         {"negative count of programs", header("FxBk", kId, 0xFFFFFFFF) + listEntry(42, {}), {}},
