@@ -113,8 +113,9 @@ bool takeBankChunk(Bank& bank, const void* data, std::int32_t size) {
 
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     constexpr const char* kTitle = "Preset loader";
+    const auto folder = platform::moduleFolder();
     const auto bytes =
-        platform::readFile(platform::moduleFolder() + kDefaultBankFile, kLargestFile);
+        folder ? platform::readFile(*folder + kDefaultBankFile, kLargestFile) : std::nullopt;
     bankMissing = !bytes;
     if (!bytes) return;
 

@@ -199,6 +199,14 @@ TEST(DefaultBank, ThatCannotBeOpenedIsOnlyRemembered) {
     std::filesystem::create_directory(folder.path() + "default.fxb");
     state::loadDefaultBank(bank, kId);
     EXPECT_TRUE(state::defaultBankMissing());
+
+    // Nor is that of any other folder taken when the library's own is unknown.
+    const TemporaryFolder other;
+    other.write("default.fxb", opaqueFile(bytesOf(namedBank("Stranger")), 26088));
+    const CurrentFolder current(other.path());
+    const platform::ScopedFolders unknown("", "");
+    state::loadDefaultBank(bank, kId);
+    EXPECT_TRUE(state::defaultBankMissing());
     EXPECT_TRUE(messages.all.empty());
     EXPECT_EQ(bank.programName(0), "Init");
 }
