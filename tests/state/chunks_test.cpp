@@ -183,7 +183,7 @@ TEST(DefaultBank, WithoutAUsableFileStaysInit) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         const LoadedDefault loaded(row.contents);
-        EXPECT_EQ(bytesOf(loaded.bank), untouched);
+        EXPECT_TRUE(bytesOf(loaded.bank) == untouched);
         EXPECT_EQ(loaded.messages.all, row.messages);
     }
 }
