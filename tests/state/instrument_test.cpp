@@ -2,8 +2,11 @@
 #include "state/instrument.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
+#include <limits>
 #include <memory>
+#include <random>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -133,6 +136,60 @@ TEST(Instrument, SendsWhatAChunkHasReplacedMeanwhile) {
     EXPECT_EQ(sent.interruption, nullptr);
     EXPECT_EQ(instrument->program(), 3);
     EXPECT_EQ(sent.volume, 0.75f);
+}
+
+// "HP" and "Brigthness" walk on purpose.
+TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
+    constexpr float kSprings[] = {0.9f, 0.2f, 0.6f, 0.3f, 0.75f, 0.0f};
+    constexpr int kPrograms = 4 * static_cast<int>(std::size(kSprings));
+    state::Bank bank;
+    std::mt19937 random(1);
+    for (int program = 0; program < kPrograms; ++program) {
+        for (int index = 0; index < state::kNumParams; ++index) {
+            if (index == state::kHP || index == state::kBrigthness) continue;
+            bank.setValue(program, index, static_cast<float>(random() % 101) * 0.01f);
+        }
+        bank.setValue(program, state::kReverb, 1.0f);
+        bank.setValue(program, state::kAmnt, program % 2 == 0 ? 0.5f : 0.95f);
+        bank.setValue(program, state::kSpring, kSprings[program % std::size(kSprings)]);
+    }
+    const auto sound = [&](int before, int program) {
+        const auto instrument = std::make_unique<Instrument>(44100.0);
+        instrument->bank() = bank;
+        instrument->setProgram(before);
+        instrument->setProgram(program);
+        return render(*instrument, 6000, [&] {
+            for (const int key : {36, 64, 71}) instrument->engine().noteOn(key, 100);
+        });
+    };
+    for (int program = 1; program < kPrograms; ++program) {
+        SCOPED_TRACE(program);
+        EXPECT_TRUE(sound(program - 1, program) == sound(program, program));
+    }
+}
+
+// However the values came, a host saves them again as they sound.
+TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const struct {
+        float brought, kept, keptUnclamped;
+    } rows[] = {{1.7f, 1.0f, 1.7f},      {-0.5f, 0.0f, -0.5f},     {0.3f, 0.3f, 0.3f},
+                {kInfinity, 1.0f, 1.0f}, {-kInfinity, 0.0f, 0.0f}, {NAN, 0.0f, 0.0f}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.brought);
+        const auto instrument = playing();
+        state::BankChunk& chunk = instrument->bank().chunk();
+        chunk.parameters[state::kPan].programHeld = 0;
+        chunk.parameters[state::kPan].value = row.brought;
+        chunk.parameters[state::kSize].unclamped = 1;
+        for (float& value : chunk.programs[3].values) value = row.brought;
+        instrument->setProgram(3);
+        EXPECT_EQ(chunk.parameters[state::kPan].value, row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kSize], row.keptUnclamped);
+        instrument->setValue(state::kVolume, row.brought);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
+    }
 }
 
 TEST(Instrument, RefusesProgramsOutOfRange) {
