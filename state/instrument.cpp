@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "engine/engine.h"
+#include "engine/midi_input.h"
 #include "platform/thread_id.h"
+#include "state/controller_map.h"
 
 namespace state {
 
@@ -78,6 +80,7 @@ void Instrument::setSampleRate(double rate) {
 bool Instrument::render(float* left, float* right, int frames, engine::EventSource& events) {
     if (!gate_.beginBlock()) return false;
     carryOutPending();
+    letGoOfBoundControllers();
     RequestsFirst source(*this, events);
     engine_->render(left, right, frames, source);
     gate_.endBlock();
@@ -100,6 +103,13 @@ void Instrument::demand(std::uint64_t request) {
         if (!change.granted()) return;
         carryOutPending();
     } while (requests_.load() != 0 && !gate_.rendersHere());
+}
+
+// Whoever bound them: another instance, the editor, or the map's file.
+void Instrument::letGoOfBoundControllers() {
+    for (int index = 0; index < kNumParams; ++index) {
+        engine::letGo(*engine_, controllerMap().controller(index));
+    }
 }
 
 void Instrument::carryOutPending() {

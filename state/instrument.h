@@ -61,6 +61,7 @@ class Instrument {
     void demand(std::uint64_t request);
     void carryOut(std::uint64_t requests);
     void carryOutPending();
+    void letGoOfBoundControllers();
     void apply(int index);
     void pushProgram();
 

@@ -106,6 +106,7 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             switch (random() % 6) {
                 case 0:
                     synth_->setSampleRate(random() % 2 ? 44100.0f : 48000.0f);
+                    synth_->setBlockSize(64 << random() % 4);
                     break;
                 case 1:
                     synth_->setParameter(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
@@ -119,6 +120,7 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
                     EXPECT_EQ(synth_->getChunk(&chunk, true), 192);
                     break;
                 case 4:
+                    synth_->setProgramName("moved");
                     synth_->copyProgram(static_cast<int>(random() % 128));
                     break;
                 default:
@@ -127,6 +129,11 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             }
         },
         [&] {
+            char name[state::kNameSize];
+            synth_->getProgramName(name);
+            synth_->getParameterName(state::kPan, name);
+            EXPECT_GE(synth_->getSampleRate(), 44100.0f);
+            EXPECT_GT(synth_->getBlockSize(), 0);
             ASSERT_TRUE(std::isfinite(level()));
             noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
         });
@@ -203,8 +210,6 @@ TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
             synth_->getParameter(state::kNumParams);
             char text[64];
             synth_->getParameterDisplay(index, text);
-            synth_->setProgramName("moved");
-            synth_->getProgramName(text);
             state::controllerMap().bind(index, random() % 2 ? controller : -1);
             state::controllerMap().saveIfChanged();
             const auto preset = std::make_unique<state::ProgramRecord>();
