@@ -72,22 +72,7 @@ TEST(EngineMidi, ProgramsAndControllersReachTheListener) {
     EXPECT_EQ(rig.controllers, (std::vector<std::pair<int, int>>{{7, 99}, {123, 0}}));
 }
 
-TEST(EngineMidi, AClaimedControllerLosesItsFixedMeaningButForAllNotesOff) {
-    Rig rig;
-    rig.claimsControllers = true;
-    rig.playOnly(engine::kViola);
-    rig.send(0xB0, 64, 127);
-    rig.send(0xB0, 11, 0);
-    rig.noteOn(60);
-    EXPECT_TRUE(sounds(rig));
-    rig.noteOff(60);
-    EXPECT_FALSE(sounds(rig));
-    rig.noteOn(60);
-    rig.send(0xB0, 123, 0);
-    EXPECT_FALSE(sounds(rig));
-}
-
-TEST(EngineMidi, AControllerThatBecomesClaimedLetsGoOfWhatItHeld) {
+TEST(EngineMidi, AControllerThatIsClaimedLosesItsFixedMeaningAndWhatItHeld) {
     Rig rig;
     rig.playOnly(engine::kViola);
     rig.send(0xB0, 11, 0);
@@ -100,6 +85,11 @@ TEST(EngineMidi, AControllerThatBecomesClaimedLetsGoOfWhatItHeld) {
     rig.noteOff(60);
     EXPECT_TRUE(sounds(rig));
     rig.send(0xB0, 64, 127);
+    EXPECT_FALSE(sounds(rig));
+    rig.noteOn(60);
+    rig.send(0xB0, 120, 0);
+    EXPECT_TRUE(sounds(rig));
+    rig.send(0xB0, 123, 0);  // but for all notes off
     EXPECT_FALSE(sounds(rig));
 }
 

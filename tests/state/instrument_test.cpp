@@ -144,16 +144,6 @@ TEST_F(AnInterruptedProgram, IsFollowedByTheOneThatAnotherThreadAsksFor) {
     EXPECT_EQ(sent->volume, 0.75f);
 }
 
-TEST_F(AnInterruptedProgram, IsFollowedByWhatAChunkHasReplaced) {
-    EXPECT_TRUE(instrument->setProgram(5));
-    sent->interruption = [&] {
-        instrument->bank().setValue(5, state::kVolume, 0.5f);
-        onAnotherThread([&] { instrument->resendProgram(); });
-    };
-    instrument->resendProgram();
-    EXPECT_EQ(sent->volume, 0.5f);
-}
-
 // Another thread asks for the program once more whenever it is being sent.
 TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
     render(*instrument, 1);
