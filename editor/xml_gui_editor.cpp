@@ -62,7 +62,7 @@ EditorRect xmlGuiEditor::getRect() {
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
-    pending_.clear();
+    changed_ = 0;
     const Toolkit toolkit;  // the pictures come before the frame
     if (!openSkin(parentWindow)) return false;
     if (!isOpen() && !openDataFolderScreen(parentWindow)) return false;

@@ -1,6 +1,7 @@
 // The editor that a skin describes: builds its controls and binds them to the parameters.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -11,7 +12,6 @@
 
 #include "editor/aeff_gui_editor.h"
 #include "editor/midi_learn.h"
-#include "editor/pending_parameters.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
 #include "editor/skin_loader.h"
@@ -46,7 +46,8 @@ class xmlGuiEditor : public AEffGUIEditor,
     void showAt(double zoom);
     void close() override;
     void idle() override;
-    void setParameter(int index) override { pending_.push(index); }
+    // Any thread; nobody waits.
+    void setParameter(int index) override;
     // A turn of the wheel that the host passes on, upwards positive; true when the control under
     // the pointer used it.
     bool onWheel(double notches);
@@ -97,7 +98,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     void sendSwitch(int number, float value);
     void selectSkin(int index);
     void redrawLinked(int source);
-    void followPending();
+    void followChanged();
     void followParameter(int index);
     void showValue(VSTGUI::CControl& control);
     void writeReadOut();
@@ -120,7 +121,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     std::vector<std::unique_ptr<CMidiLearn>> learners_;
     std::vector<CDisplay*> readOuts_;
 
-    PendingParameters pending_;
+    std::atomic<std::uint64_t> changed_{0};       // one bit a parameter, since the last look
     const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; compared only
     int currentTag_ = kNoTag;
     bool skinChanged_ = false;

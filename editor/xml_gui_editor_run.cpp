@@ -74,20 +74,22 @@ void xmlGuiEditor::idle() {
     }
     state::controllerMap().saveIfChanged();
     if (!isOpen()) return;  // an event may have closed it
-    followPending();
+    followChanged();
     writeReadOut();
     showSkinNotice();
 }
 
+void xmlGuiEditor::setParameter(int index) {
+    static_assert(state::kNumParams <= 64);
+    if (!state::isParameter(index)) return;
+    changed_.fetch_or(std::uint64_t{1} << index, std::memory_order_release);
+}
+
 // All that has changed since the last time: a program change must not show bit by bit.
-void xmlGuiEditor::followPending() {
-    std::vector<bool> changed(host_.parameterCount());
-    for (int index = pending_.take(); index != PendingParameters::kNone; index = pending_.take()) {
-        if (host_.isParameter(index)) changed[index] = true;
-    }
-    const bool all = pending_.takeOverrun();
-    for (int index = 0; index < host_.parameterCount(); ++index) {
-        if (all || changed[index]) followParameter(index);
+void xmlGuiEditor::followChanged() {
+    const std::uint64_t changed = changed_.exchange(0, std::memory_order_acquire);
+    for (int index = 0; index < state::kNumParams; ++index) {
+        if (changed >> index & 1) followParameter(index);
     }
 }
 
@@ -119,7 +121,7 @@ void xmlGuiEditor::showValue(CControl& control) {
 
 void xmlGuiEditor::endEdit(std::int32_t tag) {
     AEffGUIEditor::endEdit(tag);
-    if (host_.isParameter(tag)) pending_.push(tag);
+    setParameter(tag);
 }
 
 void xmlGuiEditor::writeReadOut() {

@@ -7,16 +7,25 @@ namespace {
 
 constexpr int kExpression = 11;
 constexpr int kSustainPedal = 64;
+constexpr int kAllSoundOff = 120;
+constexpr int kResetControllers = 121;
 constexpr int kAllNotesOff = 123;
 
 void handleController(SoundEngine& engine, MidiListener& listener, int controller, int value) {
     const bool bound = listener.controlChange(controller, value);
+    if (bound && controller != kAllNotesOff) return letGo(engine, controller);
     switch (controller) {
         case kExpression:
-            if (!bound) engine.setExpression(static_cast<float>(value) / 127.0f);
+            engine.setExpression(static_cast<float>(value) / 127.0f);
             break;
         case kSustainPedal:
-            if (!bound) engine.setPedal(value >= 64);
+            engine.setPedal(value >= 64);
+            break;
+        case kAllSoundOff:
+            engine.allSoundOff();
+            break;
+        case kResetControllers:
+            engine.resetControllers();
             break;
         case kAllNotesOff:
             engine.allNotesOff();
@@ -27,6 +36,11 @@ void handleController(SoundEngine& engine, MidiListener& listener, int controlle
 }
 
 }  // namespace
+
+void letGo(SoundEngine& engine, int controller) {
+    if (controller == kExpression) engine.setExpression(1.0f);
+    if (controller == kSustainPedal) engine.setPedal(false);
+}
 
 void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;

@@ -243,8 +243,6 @@ VstInt32 VstSynth::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
     } else {
         state::takeBankChunk(bank, data, byteSize);
     }
-    // Unlike a change of the program it is not turned away while another one is being sent: the
-    // engine would go on with what the chunk has replaced.
     instrument_.resendProgram();
     announceProgram();
     return 1;

@@ -5,38 +5,49 @@
 
 namespace state {
 
-bool EngineGate::take(Owner owner) {
-    Owner expected = Owner::kNobody;
-    return owner_.compare_exchange_strong(expected, owner);
+std::uint64_t EngineGate::onThisThread(Owner owner) {
+    return std::uint64_t{platform::currentThreadId()} << kOwnerBits | owner;
 }
 
 bool EngineGate::beginBlock() {
-    renderer_.store(platform::currentThreadId(), std::memory_order_relaxed);
-    return take(Owner::kRenderer);
-}
-
-void EngineGate::endBlock() {
-    owner_.store(Owner::kNobody, std::memory_order_release);
-}
-
-void EngineGate::expectNoBlocks() {
-    renderer_.store(kNoThread, std::memory_order_relaxed);
-}
-
-EngineGate::Change::Change(EngineGate& gate) : gate_(gate), kind_(Kind::kRefused) {
-    const std::uintptr_t renderer = gate.renderer_.load(std::memory_order_relaxed);
-    const bool onRenderer = renderer == platform::currentThreadId();
-    if (!onRenderer && renderer != kNoThread) return;
-    if (gate.take(Owner::kChange)) {
-        kind_ = Kind::kOwner;
-    } else if (onRenderer && gate.owner_.load(std::memory_order_relaxed) == Owner::kRenderer) {
-        kind_ = Kind::kWithinBlock;
+    std::uint64_t seen = state_.load();
+    for (;;) {
+        const auto owner = static_cast<Owner>(seen & kOwnerMask);
+        if (owner == kRenderer) return false;
+        // A change keeps the engine, but its thread is not the renderer any more.
+        const std::uint64_t mine = onThisThread(owner == kNobody ? kRenderer : owner);
+        if (state_.compare_exchange_weak(seen, mine)) return owner == kNobody;
     }
 }
 
+void EngineGate::endBlock() {
+    release();
+}
+
+void EngineGate::expectNoBlocks() {
+    state_.fetch_and(kOwnerMask);
+}
+
+bool EngineGate::withinBlock() const {
+    return state_.load(std::memory_order_relaxed) == onThisThread(kRenderer);
+}
+
+bool EngineGate::rendersHere() const {
+    return (state_.load() & ~kOwnerMask) == onThisThread(kNobody);
+}
+
+bool EngineGate::beginChange() {
+    std::uint64_t seen = state_.load();
+    while (seen == kNobody || seen == onThisThread(kNobody)) {
+        if (state_.compare_exchange_weak(seen, seen | kChange)) return true;
+    }
+    return false;
+}
+
+EngineGate::Change::Change(EngineGate& gate) : gate_(gate), granted_(gate.beginChange()) {}
+
 EngineGate::Change::~Change() {
-    // Sequentially consistent: the owner looks for new requests after this.
-    if (kind_ == Kind::kOwner) gate_.owner_.store(Owner::kNobody);
+    if (granted_) gate_.release();
 }
 
 }  // namespace state

@@ -11,36 +11,45 @@ namespace state {
 // between two, and on any thread while nobody renders; otherwise it has to be left as a request.
 class EngineGate {
   public:
-    // Audio thread, at both ends of a block. False: another thread is changing the engine at this
-    // moment, which only happens when no block was expected; the block is then silent.
+    // Audio thread, at both ends of a block. False: another thread is inside the engine at this
+    // moment, because no block was expected or two threads render; the block is then silent.
     bool beginBlock();
     void endBlock();
 
     // From now on nobody is expected to render, until the next block begins.
     void expectNoBlocks();
 
-    // Ownership for one change, held for the object's life.
+    // Whether a block is under way on the calling thread.
+    bool withinBlock() const;
+    // Whether the next block is expected on the calling thread.
+    bool rendersHere() const;
+
+    // Ownership for one change between blocks, held for the object's life.
     class Change {
       public:
         explicit Change(EngineGate& gate);
         ~Change();
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
-        bool granted() const { return kind_ != Kind::kRefused; }
+        bool granted() const { return granted_; }
 
       private:
-        enum class Kind { kRefused, kOwner, kWithinBlock };
         EngineGate& gate_;
-        Kind kind_;
+        bool granted_;
     };
 
   private:
-    enum class Owner { kNobody, kRenderer, kChange };
-    bool take(Owner owner);
+    enum Owner : std::uint64_t { kNobody, kRenderer, kChange };
+    static constexpr int kOwnerBits = 2;
+    static constexpr std::uint64_t kOwnerMask = (1 << kOwnerBits) - 1;
 
-    std::atomic<Owner> owner_{Owner::kNobody};
-    static constexpr std::uintptr_t kNoThread = 0;
-    std::atomic<std::uintptr_t> renderer_{kNoThread};  // the thread of the last block
+    static std::uint64_t onThisThread(Owner owner);
+    bool beginChange();
+    void release() { state_.fetch_and(~kOwnerMask); }
+
+    // The owner, and above it the thread of the last block, 0 for none. One word: read apart, a
+    // renderer that has just been replaced would take its successor's block for its own.
+    std::atomic<std::uint64_t> state_{kNobody};
 };
 
 }  // namespace state

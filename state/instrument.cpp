@@ -5,6 +5,9 @@
 #include <utility>
 
 #include "engine/engine.h"
+#include "engine/midi_input.h"
+#include "platform/thread_id.h"
+#include "state/controller_map.h"
 
 namespace state {
 
@@ -26,7 +29,7 @@ class Instrument::RequestsFirst : public engine::EventSource {
         : instrument_(instrument), events_(events) {}
 
     int dispatchUpTo(int frame) override {
-        instrument_.carryOutPending();
+        if (frame > 1) instrument_.carryOutPending();  // those before the block are carried out
         return events_.dispatchUpTo(frame);
     }
 
@@ -59,7 +62,8 @@ void Instrument::setValue(int index, float value) {
 }
 
 bool Instrument::setProgram(int program) {
-    if (!isProgram(program) || pushing_.load(std::memory_order_acquire)) return false;
+    const bool fromWithin = pusher_.load(std::memory_order_relaxed) == platform::currentThreadId();
+    if (!isProgram(program) || fromWithin) return false;
     program_.store(program, std::memory_order_relaxed);
     resendProgram();
     return true;
@@ -79,6 +83,7 @@ void Instrument::setSampleRate(double rate) {
 bool Instrument::render(float* left, float* right, int frames, engine::EventSource& events) {
     if (!gate_.beginBlock()) return false;
     carryOutPending();
+    letGoOfBoundControllers();
     RequestsFirst source(*this, events);
     engine_->render(left, right, frames, source);
     gate_.endBlock();
@@ -91,13 +96,22 @@ void Instrument::stopRendering() {
 }
 
 // A request that is refused ownership is left for the owner; the owner may just have looked, so
-// the asking thread tries again until either of them has seen it.
+// the asking thread tries again until either of them has seen it. Not so the renderer: it looks
+// before its next segment, and is not kept by what others go on asking for.
 void Instrument::demand(std::uint64_t request) {
+    if (gate_.withinBlock()) return carryOut(request);
     requests_.fetch_or(request);
-    while (requests_.load() != 0) {
+    do {
         const EngineGate::Change change(gate_);
         if (!change.granted()) return;
         carryOutPending();
+    } while (requests_.load() != 0 && !gate_.rendersHere());
+}
+
+// Whoever bound them: another instance, the editor, or the map's file.
+void Instrument::letGoOfBoundControllers() {
+    for (int index = 0; index < kNumParams; ++index) {
+        engine::letGo(*engine_, controllerMap().controller(index));
     }
 }
 
@@ -130,14 +144,14 @@ float Instrument::valueForEngine(int index) const {
 }
 
 void Instrument::pushProgram() {
-    pushing_.store(true, std::memory_order_release);
+    pusher_.store(platform::currentThreadId(), std::memory_order_relaxed);
     engine_->setSampleRate(engine_->sampleRate());
     engine_->reset();
     engine_->phaser().setDefaults();
     engine_->reverb().set({valueForEngine(kMix), valueForEngine(kSize), valueForEngine(kBrite),
                            valueForEngine(kSpring)});
     for (int index = 0; index < kNumParams; ++index) apply(index);
-    pushing_.store(false, std::memory_order_release);
+    pusher_.store(kNoThread, std::memory_order_relaxed);
 }
 
 }  // namespace state

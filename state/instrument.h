@@ -32,8 +32,8 @@ class Instrument {
     void setValue(int index, float value);
 
     int program() const { return program_.load(std::memory_order_relaxed); }
-    // Makes the program current and sends all its values to the engine. False, and nothing done,
-    // out of range and while another program is being sent.
+    // Makes the program current and sends all its values to the engine, after one that is being
+    // sent. False, and nothing done, out of range and from within a program that is being sent.
     bool setProgram(int program);
     // Sends the current program's values anew, after a program that is being sent.
     void resendProgram();
@@ -59,10 +59,12 @@ class Instrument {
     static constexpr std::uint64_t kChangeRate = kPushProgram << 1;
     static constexpr std::uint64_t kChangeVoices = kPushProgram << 2;
 
-    // Asks for the changes of `request`: at once, or before the renderer's next segment.
+    // Asks for the changes of `request`: at once, alone if the block is under way on this thread;
+    // or before the renderer's next segment.
     void demand(std::uint64_t request);
     void carryOut(std::uint64_t requests);
     void carryOutPending();
+    void letGoOfBoundControllers();
     void apply(int index);
     float valueForEngine(int index) const;
     void pushProgram();
@@ -73,7 +75,8 @@ class Instrument {
     std::atomic<int> program_{0};
     std::atomic<double> sampleRate_;
     std::atomic<int> voices_{engine::kInitialVoices};
-    std::atomic<bool> pushing_{false};
+    static constexpr std::uintptr_t kNoThread = 0;
+    std::atomic<std::uintptr_t> pusher_{kNoThread};  // the thread that is sending a program
     // What stands here has not reached the engine yet.
     std::atomic<std::uint64_t> requests_{0};
     // "HP" moves half way each time it is set, so its requests are counted.

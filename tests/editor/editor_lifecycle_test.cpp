@@ -1,4 +1,7 @@
 // Opening, both directions of changes, learning, the read-out, skins and zoom.
+#include <atomic>
+#include <thread>
+
 #include "editor/editor_zoom.h"
 #include "platform/file.h"
 #include "state/controller_map.h"
@@ -152,25 +155,20 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(viewAs<CControl>(0)->getValue(), 1.0f);
 }
 
-TEST(PendingParameters, KeepTheirOrderAndTellAnOverrun) {
-    editor::PendingParameters ring;
-    EXPECT_EQ(ring.take(), ring.kNone);
-    for (int i = 0; i < 256; ++i) ring.push(i);
-    for (int i = 0; i < 256; ++i) EXPECT_EQ(ring.take(), i);
-    EXPECT_EQ(ring.take(), ring.kNone);
-    EXPECT_FALSE(ring.takeOverrun());
-    for (int i = 0; i < 300; ++i) ring.push(i);
-    EXPECT_EQ(ring.take(), 300 - 256);
-    EXPECT_TRUE(ring.takeOverrun());
-    EXPECT_FALSE(ring.takeOverrun());
-}
-
-TEST_F(EditorTest, AnOverrunLosesNoValue) {
+TEST_F(EditorTest, BurstsFromAnotherThreadLoseNoValue) {
     ASSERT_TRUE(open(kKnob));
-    instrument.setParameter(1, 0.75f);
-    for (int i = 0; i < 1000; ++i) instrument.setParameter(2, 0.5f);
-    idle();
-    EXPECT_EQ(viewAs<CControl>(0)->getValue(), 0.75f);
+    for (int burst = 0; burst < 600; ++burst) {
+        std::atomic<bool> finished{false};
+        std::thread other([&] {
+            for (int i = 0; i < 400; ++i) edit.setParameter(i % state::kNumParams);
+            finished = true;
+        });
+        while (!finished) edit.idle();
+        other.join();
+        instrument.setParameter(1, static_cast<float>(burst) / 600.0f);
+        edit.idle();
+        ASSERT_EQ(viewAs<CControl>(0)->getValue(), instrument.values[1]) << burst;
+    }
 }
 
 TEST_F(EditorTest, ReadOutSpeaksOfTheControlUnderThePointer) {
