@@ -32,6 +32,7 @@ if(NOT QUARZEL_SANITIZE)  # a sanitizer sees more, and checks the same functions
         "$<${optimised}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
     if(WIN32)
         target_link_options(quarzel_options INTERFACE
+            -fstack-protector-strong  # for the library that it takes here
             LINKER:--nxcompat,--dynamicbase,--high-entropy-va)
     else()
         target_link_options(quarzel_options INTERFACE LINKER:-z,relro,-z,now)
