@@ -21,7 +21,7 @@ class SongFeed {
   public:
     // The most events of one block. What no song needs and a hostile one may ask for comes with
     // the blocks that follow.
-    static constexpr std::size_t kMaxEventsPerBlock = 1 << 16;
+    static constexpr std::size_t kMaxEventsPerBlock = 1 << 20;
 
     SongFeed(const MidiSong& song, int sampleRate);
 

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "app/midi_inputs.h"
+#include "app/quiet_libraries.h"
 #include "editor/skin_preview.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
@@ -148,6 +149,7 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
 }
 
 TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
+    const app::QuietLibraries quiet;
     for (const int accepted : {0, 1, 2}) {  // for the names of ports, its own port, the first other
         SCOPED_TRACE(accepted);
         std::string said;
