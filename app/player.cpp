@@ -16,7 +16,8 @@ constexpr render::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // 
 
 Player::Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song)
     : host_(host), inbox_(inbox), song_(song), songHasEnded_(song == nullptr) {
-    const std::size_t songEvents = song ? song->events.size() : 0;
+    const std::size_t songEvents =
+        song ? std::min(song->events.size(), render::SongFeed::kMaxEventsPerBlock) : 0;
     events_.reserve(songEvents + std::size(kSilence) + MidiInbox::kMaxMessagesPerBlock);
     host.reserveEvents(events_.capacity());
 }

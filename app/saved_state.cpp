@@ -30,6 +30,16 @@ std::string hexadecimal(uint32_t number) {
     return text;
 }
 
+// Renames the file to the first of a few names that is not taken by a folder. Returns that name,
+// nothing when none will do.
+std::string setAside(const std::string& path) {
+    for (const char* const suffix : {".damaged", ".damaged-2", ".damaged-3", ".damaged-4"}) {
+        const std::string aside = path + suffix;
+        if (std::rename(path.c_str(), aside.c_str()) == 0) return aside;
+    }
+    return {};
+}
+
 }  // namespace
 
 SavedState::SavedState(render::PluginHost& host) : host_(host) {
@@ -43,9 +53,11 @@ void SavedState::load() {
     try {
         render::loadBank(host_, path_);
     } catch (const render::Error& error) {
-        const std::string aside = path_ + ".damaged";
-        std::rename(path_.c_str(), aside.c_str());
-        throw render::Error(std::string(error.what()) + " It is kept as " + aside +
+        const std::string aside = setAside(path_);
+        const std::string place =
+            aside.empty() ? "where it is, and nothing is saved" : "as " + aside;
+        if (aside.empty()) mayWrite_ = false;
+        throw render::Error(std::string(error.what()) + " It is kept " + place +
                             "; the default bank is played.");
     }
     saved_ = render::bankBytes(host_);
@@ -54,7 +66,7 @@ void SavedState::load() {
 void SavedState::save() {
     if (path_.empty()) throw render::Error("There is no folder to keep the state in.");
     std::string bytes = render::bankBytes(host_);
-    if (bytes == saved_) return;
+    if (bytes == saved_ || !mayWrite_) return;
     render::writeWhole(path_, bytes);
     saved_ = std::move(bytes);
 }
