@@ -40,8 +40,8 @@ SkinChoice findSkins() {
     return choice;
 }
 
-void chooseSkin(const std::string& name) {
-    state::settings().write(state::kSkinNameSetting, platform::utf8FromPath(name));
+bool chooseSkin(const std::string& name) {
+    return state::settings().write(state::kSkinNameSetting, platform::utf8FromPath(name));
 }
 
 }  // namespace editor

@@ -19,6 +19,6 @@ struct SkinChoice {
 
 // Looks beside the library and in the settings. A chosen skin without skin.xml gives the default.
 SkinChoice findSkins();
-void chooseSkin(const std::string& name);
+bool chooseSkin(const std::string& name);  // false when it cannot be kept
 
 }  // namespace editor

@@ -117,6 +117,8 @@ TEST(PlatformFactory, TakesPathsInUtf8) {
     const fs::path copy = folder / "picture.png";
     fs::copy_file(fs::u8path(kSamples) / "rgb.png", copy, fs::copy_options::overwrite_existing);
     EXPECT_TRUE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
+    fs::resize_file(copy, 2u << 20);  // far more than two pixels can take
+    EXPECT_FALSE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
     fs::remove_all(folder);
 }
 
