@@ -28,9 +28,10 @@ int SkinChoice::selected() const {
 SkinChoice findSkins() {
     SkinChoice choice;
     choice.baseFolder = platform::moduleFolder();
-    choice.name = platform::pathFromUtf8(
-        state::settings().read(state::kSkinNameSetting).value_or(kDefaultSkin));
-    if (!platform::fileExists(choice.folder() + kSkinFile)) choice.name = kDefaultSkin;
+    const auto stored = state::settings().read(state::kSkinNameSetting);
+    choice.name = platform::pathFromUtf8(stored.value_or(kDefaultSkin));
+    choice.isStored = stored && platform::fileExists(choice.folder() + kSkinFile);
+    if (!choice.isStored) choice.name = kDefaultSkin;
 
     for (const std::string& name : platform::folderEntries(choice.baseFolder)) {
         if (name.size() > kLongestName) continue;

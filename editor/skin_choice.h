@@ -12,6 +12,7 @@ struct SkinChoice {
     std::string baseFolder;              // ends in a separator
     std::string name;                    // of the selected skin
     std::vector<std::string> installed;  // in the order of the file system
+    bool isStored = false;               // the name comes from the settings
 
     std::string folder() const;  // of the selected skin; ends in a separator
     int selected() const;        // index of the name in the list, or -1

@@ -90,7 +90,7 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
 // The screen that comes instead has no menu of skins: a chosen skin that cannot be opened would be
 // chosen for ever.
 void xmlGuiEditor::giveUpSkin() {
-    if (skins_.name == kDefaultSkin) return;
+    if (!skins_.isStored || skins_.name == kDefaultSkin) return;
     std::string reason =
         "The skin \"" + platform::utf8FromPath(skins_.name) + "\" cannot be opened.";
     if (chooseSkin(kDefaultSkin)) reason += " The default skin is next.";

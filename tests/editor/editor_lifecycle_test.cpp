@@ -400,6 +400,7 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
                                         module.path(), out),
               3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
+    EXPECT_FALSE(state::settings().read("SkinName"));  // not the player's choice, so not given up
 
     editor::setSkinMissing(false);
     // As many as there are, and pictures whatever their case.
