@@ -121,8 +121,8 @@ std::string SynthForEditor::programName(int program) const {
     return name;
 }
 
-void SynthForEditor::renameProgram(const std::string& name) {
-    synth_.setProgramName(name.c_str());
+void SynthForEditor::renameProgram(int program, const std::string& name) {
+    synth_.setProgramNameIndexed(program, name.c_str());
     synth_.updateDisplay();
 }
 

@@ -30,7 +30,7 @@ class SynthForEditor final : public editor::EditorHost {
     int program() const override;
     void setProgram(int program) override;
     std::string programName(int program) const override;
-    void renameProgram(const std::string& name) override;
+    void renameProgram(int program, const std::string& name) override;
 
     int heldNotes() const override;
     int lastKey() const override;

@@ -202,7 +202,11 @@ void VstSynth::announceProgram() {
 }
 
 void VstSynth::setProgramName(const char* name) {
-    instrument_.bank().setProgramName(getProgram(), name);
+    setProgramNameIndexed(getProgram(), name);
+}
+
+void VstSynth::setProgramNameIndexed(VstInt32 program, const char* name) {
+    instrument_.bank().setProgramName(program, name);
 }
 
 void VstSynth::getProgramName(char* name) {

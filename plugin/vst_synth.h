@@ -35,6 +35,7 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     VstInt32 getProgram() override { return instrument_.program(); }
     void setProgram(VstInt32 program) override;
     void setProgramName(const char* name) override;
+    void setProgramNameIndexed(VstInt32 program, const char* name);
     void getProgramName(char* name) override;
     void getParameterLabel(VstInt32 index, char* label) override;
     void getParameterDisplay(VstInt32 index, char* text) override;
