@@ -7,7 +7,7 @@
 
 #include "banks/bank_source.h"
 #include "bench/bench_support.h"
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/engine.h"
 #include "plugin/vst_synth.h"
 #include "tests/reference/engine.h"

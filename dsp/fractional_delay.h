@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/zeroed_samples.h"
 
 namespace dsp {

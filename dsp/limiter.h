@@ -1,7 +1,7 @@
 // Peak limiter of the stereo output: follows the mid level and holds it near -1 dB.
 #pragma once
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 
 namespace dsp {
 

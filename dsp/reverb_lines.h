@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 
 namespace dsp {
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <mutex>
 
 #include "dsp/finite.h"
 
@@ -11,7 +10,7 @@ namespace dsp {
 
 namespace {
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 int stepFor(float control) {
     const int step = static_cast<int>(control * 24.0f + 0.5f);

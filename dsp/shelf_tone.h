@@ -2,8 +2,7 @@
 #pragma once
 
 #include <array>
-
-#include "platform/critical_section.h"
+#include <mutex>
 
 namespace dsp {
 
@@ -72,10 +71,11 @@ class ShelfTone {
     int countdown_ = 0;  // samples to the next walk
     int interval_ = 0;
 
-    platform::CriticalSection tableLock_;  // control and table
+    // Both are first taken in the constructor: on Windows the first lock takes memory.
+    std::recursive_mutex tableLock_;  // control and table
     float control_ = 0.5f;
 
-    platform::CriticalSection stepLock_;  // the hand-over to `process`
+    std::recursive_mutex stepLock_;  // the hand-over to `process`
     int current_ = 12;
     int target_ = 12;
     bool walking_ = false;

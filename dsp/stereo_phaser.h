@@ -5,9 +5,9 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 
 #include "dsp/stereo.h"
-#include "platform/critical_section.h"
 
 namespace dsp {
 
@@ -108,8 +108,9 @@ class StereoPhaser {
     std::atomic<float> feedback_{0.0f};
     StereoFloat lastOut_{};
 
-    platform::CriticalSection setupLock_;  // table and stages
-    platform::CriticalSection sweepLock_;  // the fields below
+    // Both are first taken in the constructor: on Windows the first lock takes memory.
+    std::recursive_mutex setupLock_;  // table and stages
+    std::recursive_mutex sweepLock_;  // the fields below
     float sampleRate_ = 44100.0f;
     float depth_ = 0.5f;
     float rate_ = 0.1f;

@@ -6,7 +6,7 @@
 
 #include "dsp/delay_b.h"
 #include "dsp/voice_envelope.h"
-#include "dsp/voice_lanes.h"
+#include "dsp/lanes/voice_lanes.h"
 #include "engine/envelope_settings.h"
 #include "engine/note_stack.h"
 #include "engine/pitch.h"

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/sound_engine.h"
 
 namespace engine {

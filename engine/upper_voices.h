@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
 #include "engine/bass_voice.h"

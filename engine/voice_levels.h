@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/voice_envelope.h"
 #include "engine/segment.h"
 #include "engine/voice_allocator.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/engine.h"
 #include "fuzz/support/instance.h"
 #include "fuzz/support/target.h"

@@ -2,7 +2,6 @@
 #include "state/controller_map.h"
 
 #include <algorithm>
-#include <mutex>
 #include <string>
 
 #include "platform/file.h"
@@ -16,7 +15,7 @@ namespace {
 constexpr std::size_t kEntrySize = 4;  // bytes, little-endian
 constexpr std::size_t kFileSize = kNumParams * kEntrySize;
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::mutex>;
 
 std::string dataFolderPath() {
     return findDataFolder(kProductName).value_or("") + kControllerMapFile;

@@ -5,9 +5,9 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <string>
 
-#include "platform/critical_section.h"
 #include "state/parameters.h"
 
 namespace state {
@@ -44,7 +44,7 @@ class ControllerMap {
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
     std::atomic<bool> changed_{false};
-    platform::CriticalSection fileLock_;  // load and save
+    std::mutex fileLock_;  // load and save
     std::string source_;                  // the file that the last load read
 };
 

@@ -8,7 +8,7 @@
 
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/limiter.h"
 #include "dsp/random.h"
 #include "dsp/stereo_phaser.h"

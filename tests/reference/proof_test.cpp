@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "tests/golden/scenes.h"
 #include "tests/reference/engine.h"
 

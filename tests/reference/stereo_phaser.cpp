@@ -2,13 +2,12 @@
 #include "tests/reference/stereo_phaser.h"
 
 #include <cmath>
-#include <mutex>
 
 namespace reference {
 
 namespace {
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 constexpr double kPi = 3.141592653589793;
 constexpr double kSweepCenter = 0.5 * 1152.0 + 768.0;  // table steps

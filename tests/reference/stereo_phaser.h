@@ -5,8 +5,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
-
-#include "platform/critical_section.h"
+#include <mutex>
 
 namespace reference {
 
@@ -103,8 +102,8 @@ class StereoPhaser {
     float lastOutL_ = 0.0f;
     float lastOutR_ = 0.0f;
 
-    platform::CriticalSection setupLock_;  // table and stages
-    platform::CriticalSection sweepLock_;  // the fields below
+    std::recursive_mutex setupLock_;  // table and stages
+    std::recursive_mutex sweepLock_;  // the fields below
     float sampleRate_ = 44100.0f;
     float depth_ = 0.5f;
     float rate_ = 0.1f;

@@ -1,5 +1,5 @@
 // Settings of the voices' lanes.
-#include "dsp/voice_lanes.h"
+#include "dsp/lanes/voice_lanes.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 //
 // The same text goes through the compiler twice, in two namespaces, so that no function built for
 // a wider set can be taken for its baseline twin by the linker.
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 
 #include <algorithm>
 
@@ -13,13 +13,13 @@ namespace dsp {
 
 #define QUARZEL_LANES 4
 namespace baseline {
-#include "dsp/lanes.inc"
-#include "dsp/stagger.inc"
-#include "dsp/comb_kernel.inc"
-#include "dsp/delay_kernel.inc"
-#include "dsp/limiter_kernel.inc"
-#include "dsp/tone_kernel.inc"
-#include "dsp/voice_kernel.inc"
+#include "dsp/lanes/lanes.inc"
+#include "dsp/lanes/stagger.inc"
+#include "dsp/lanes/comb_kernel.inc"
+#include "dsp/lanes/delay_kernel.inc"
+#include "dsp/lanes/limiter_kernel.inc"
+#include "dsp/lanes/tone_kernel.inc"
+#include "dsp/lanes/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               runRamps,  runSections, runTone,    runPhaser,
                               placeTaps, runCombs,    runAllpass, holdPeaks};
@@ -34,13 +34,13 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 #endif
 #define QUARZEL_LANES 8
 namespace avx2 {
-#include "dsp/lanes.inc"
-#include "dsp/stagger.inc"
-#include "dsp/comb_kernel.inc"
-#include "dsp/delay_kernel.inc"
-#include "dsp/limiter_kernel.inc"
-#include "dsp/tone_kernel.inc"
-#include "dsp/voice_kernel.inc"
+#include "dsp/lanes/lanes.inc"
+#include "dsp/lanes/stagger.inc"
+#include "dsp/lanes/comb_kernel.inc"
+#include "dsp/lanes/delay_kernel.inc"
+#include "dsp/lanes/limiter_kernel.inc"
+#include "dsp/lanes/tone_kernel.inc"
+#include "dsp/lanes/voice_kernel.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               runRamps,  runSections, runTone,    runPhaser,
                               placeTaps, runCombs,    runAllpass, holdPeaks};

@@ -1,10 +1,10 @@
 // The inner loops that run on many lanes at once, and the choice of instruction set they run on.
 #pragma once
 
-#include "dsp/comb_lanes.h"
-#include "dsp/delay_taps.h"
-#include "dsp/tone_runs.h"
-#include "dsp/voice_lanes.h"
+#include "dsp/lanes/comb_lanes.h"
+#include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/tone_runs.h"
+#include "dsp/lanes/voice_lanes.h"
 
 namespace dsp {
 
