@@ -6,7 +6,7 @@
 
 #include <RtAudio.h>
 
-#include "render/error.h"
+#include "host/error.h"
 
 namespace app {
 namespace {
@@ -56,7 +56,7 @@ std::vector<Output> stereoOutputs(RtAudio& audio) {
 }
 
 Output chosen(const std::vector<Output>& outputs, const std::string& name) {
-    if (outputs.empty()) throw render::Error("no device");
+    if (outputs.empty()) throw host::Error("no device");
     const auto find = [&](auto matches) {
         return std::find_if(outputs.begin(), outputs.end(), matches);
     };
@@ -68,7 +68,7 @@ Output chosen(const std::vector<Output>& outputs, const std::string& name) {
                 return output.info.name.find(name) != std::string::npos;
             });
         }
-        if (found == outputs.end()) throw render::Error("no device named " + name);
+        if (found == outputs.end()) throw host::Error("no device named " + name);
     }
     return found == outputs.end() ? outputs.front() : *found;
 }
@@ -124,13 +124,13 @@ AudioFormat AudioOutput::open(const AudioWish& wish) {
             return openOn(api, wish);
         } catch (const RtAudioError& error) {
             reason = reasonOf(error);
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             reason = error.what();
         }
         audio_.reset();
         reasons += (reasons.empty() ? "" : "; ") + api + ": " + reason;
     }
-    throw render::Error("No audio (" + reasons + ").");
+    throw host::Error("No audio (" + reasons + ").");
 }
 
 AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
@@ -145,7 +145,7 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     if (isAlsaDefault) {
         // What the desktop shares; looking at the cards themselves would disturb who plays there.
         options.flags |= RTAUDIO_ALSA_USE_DEFAULT;
-        if (audio_->getDeviceCount() == 0) throw render::Error("no device");
+        if (audio_->getDeviceCount() == 0) throw host::Error("no device");
         output.info.name = "default";
     } else {
         output = chosen(stereoOutputs(*audio_), wish.device);
@@ -167,7 +167,7 @@ void AudioOutput::start() {
     try {
         audio_->startStream();
     } catch (const RtAudioError& error) {
-        throw render::Error("No audio (" + reasonOf(error) + ").");
+        throw host::Error("No audio (" + reasonOf(error) + ").");
     }
     seenAt_ = std::chrono::steady_clock::now();
 }

@@ -52,9 +52,9 @@ class AudioOutput {
     explicit AudioOutput(Render render);
     ~AudioOutput();
 
-    // Throws render::Error, with the reason of every API that was tried.
+    // Throws host::Error, with the reason of every API that was tried.
     AudioFormat open(const AudioWish& wish);
-    // Begins to call render. Throws render::Error.
+    // Begins to call render. Throws host::Error.
     void start();
     void close();
     bool isOpen() const { return audio_ != nullptr; }

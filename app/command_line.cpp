@@ -6,8 +6,8 @@
 #include <CLI/CLI.hpp>
 
 #include "app/midi_inputs.h"
-#include "render/error.h"
-#include "render/option_values.h"
+#include "host/error.h"
+#include "host/option_values.h"
 
 namespace app {
 namespace {
@@ -54,7 +54,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
 
 void checkApi(const char* option, const std::string& name, const std::vector<std::string>& known) {
     if (name.empty() || std::find(known.begin(), known.end(), name) != known.end()) return;
-    throw render::UsageError(std::string(option) + ": " + name + " is none of " + joined(known));
+    throw host::UsageError(std::string(option) + ": " + name + " is none of " + joined(known));
 }
 
 }  // namespace
@@ -66,12 +66,12 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
         "Plays the string-ensemble synthesizer from MIDI ports, the computer keyboard and files.",
         "quarzel");
     declare(app, line, typed);
-    line.answer = render::parseWords(app, argc, argv);
+    line.answer = host::parseWords(app, argc, argv);
     if (!line.answer.empty()) return line;
     checkApi("--api", line.audio.api, audioApis());
     checkApi("--midi-api", line.midiApi, midiApis());
-    if (typed.rate) line.audio.rate = render::readInteger("--rate", *typed.rate, 8000, 768000);
-    if (typed.block) line.audio.blockSize = render::readInteger("--block", *typed.block, 16, 8192);
+    if (typed.rate) line.audio.rate = host::readInteger("--rate", *typed.rate, 8000, 768000);
+    if (typed.block) line.audio.blockSize = host::readInteger("--block", *typed.block, 16, 8192);
     line.hasWindow = !typed.noWindow;
     return line;
 }

@@ -21,7 +21,7 @@ struct CommandLine {
     std::string answer;  // when not empty, all there is to do is to print it
 };
 
-// argv[0] is the program. Throws render::UsageError when the line means nothing, and render::Error
+// argv[0] is the program. Throws host::UsageError when the line means nothing, and host::Error
 // when one of its values is out of range.
 CommandLine parseCommandLine(int argc, const char* const* argv);
 

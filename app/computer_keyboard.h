@@ -4,7 +4,7 @@
 #include <array>
 #include <functional>
 
-#include "render/midi_song.h"
+#include "host/midi_song.h"
 
 namespace app {
 
@@ -13,7 +13,7 @@ namespace app {
 // digits. Page Up and Page Down move all by an octave.
 class ComputerKeyboard {
   public:
-    using Send = std::function<void(const render::MidiMessage&)>;
+    using Send = std::function<void(const host::MidiMessage&)>;
     explicit ComputerKeyboard(Send send) : send_(std::move(send)) {}
 
     // code: the X server's, which is that of the Linux input layer plus 8. A key that is down

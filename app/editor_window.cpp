@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "app/computer_keyboard.h"
-#include "render/error.h"
+#include "host/error.h"
 
 namespace app {
 namespace {
@@ -31,7 +31,7 @@ xcb_connection_t* connectToDisplay() {
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
     if (xcb_connection_has_error(connection) == 0) return connection;
     xcb_disconnect(connection);
-    throw render::Error("No window: the X display cannot be opened.");
+    throw host::Error("No window: the X display cannot be opened.");
 }
 
 using Event = Reply<xcb_generic_event_t>;
@@ -79,7 +79,7 @@ std::string asciiOf(const std::string& text) {
 
 }  // namespace
 
-EditorWindow::EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard)
+EditorWindow::EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard)
     : host_(host), keyboard_(keyboard), connection_(connectToDisplay()) {
     ERect* rect = nullptr;
     askEditor(effEditGetRect, &rect);

@@ -6,7 +6,7 @@
 
 #include <xcb/xcb.h>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
@@ -17,8 +17,8 @@ class ComputerKeyboard;
 // text field or a menu, they play nothing.
 class EditorWindow {
   public:
-    // Opens and shows it. Throws render::Error when there is no display.
-    EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard);
+    // Opens and shows it. Throws host::Error when there is no display.
+    EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard);
     ~EditorWindow();
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
@@ -39,7 +39,7 @@ class EditorWindow {
     void changeText(xcb_atom_t property, xcb_atom_t type, const std::string& text);
     xcb_atom_t atom(const char* name) const;
 
-    render::PluginHost& host_;
+    host::PluginHost& host_;
     ComputerKeyboard& keyboard_;
     xcb_connection_t* connection_;
     xcb_window_t window_ = 0;

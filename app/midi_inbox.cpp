@@ -15,8 +15,8 @@ int frameOf(Clock::time_point arrival, const BlockWindow& window) {
 
 }  // namespace
 
-void MidiInbox::takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window) {
-    const auto isBefore = [](int frame, const render::BlockEvent& event) {
+void MidiInbox::takeInto(std::vector<host::BlockEvent>& events, const BlockWindow& window) {
+    const auto isBefore = [](int frame, const host::BlockEvent& event) {
         return frame < event.frame;
     };
     for (auto& lane : lanes_) {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "app/spsc_ring.h"
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
@@ -28,21 +28,21 @@ class MidiInbox {
     static constexpr int kMaxMessagesPerBlock = 1024;
 
     // False when the lane is full: the message is lost.
-    bool post(int lane, const render::MidiMessage& message,
+    bool post(int lane, const host::MidiMessage& message,
               Clock::time_point arrival = Clock::now()) {
         return lanes_[lane].push({arrival, message});
     }
 
     // Audio thread: adds what has arrived to events, sorted by frame, each message as late in the
     // block as it came in the window. What events has no room for stays for the next block.
-    void takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window);
+    void takeInto(std::vector<host::BlockEvent>& events, const BlockWindow& window);
     // While no audio thread runs: forgets what has arrived.
     void clear();
 
   private:
     struct Letter {
         Clock::time_point arrival;
-        render::MidiMessage message;
+        host::MidiMessage message;
     };
     std::array<SpscRing<Letter, 512>, kLanes> lanes_;
 };

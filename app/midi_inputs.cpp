@@ -45,7 +45,7 @@ std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
 void receive(const std::vector<unsigned char>& bytes, MidiInbox& inbox, int lane) {
     const bool isChannelMessage = !bytes.empty() && bytes[0] >= 0x80 && bytes[0] < 0xf0;
     if (!isChannelMessage || bytes.size() > 3) return;
-    render::MidiMessage message = {};
+    host::MidiMessage message = {};
     std::copy(bytes.begin(), bytes.end(), message.begin());
     inbox.post(lane, message);
 }

@@ -7,15 +7,15 @@
 #include <vector>
 
 #include "app/midi_inbox.h"
-#include "render/plugin_host.h"
-#include "render/song_playback.h"
+#include "host/plugin_host.h"
+#include "host/song_playback.h"
 
 namespace app {
 
 class Player {
   public:
     // song may be null; all of them outlive the player.
-    Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song);
+    Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song);
 
     // The first before blocks are rendered in the host's format, the second after the last one. A
     // song goes on where it was; keys that were held or pressed in between are forgotten.
@@ -38,16 +38,16 @@ class Player {
     void putOut(float* left, float* right, int frames);
     void followSong(const float* left, const float* right, int frames);
 
-    render::PluginHost& host_;
+    host::PluginHost& host_;
     MidiInbox& inbox_;
-    const render::MidiSong* song_;
+    const host::MidiSong* song_;
 
     // Audio thread, while it renders.
-    std::optional<render::SongFeed> feed_;
-    std::optional<render::SongEnding> ending_;
+    std::optional<host::SongFeed> feed_;
+    std::optional<host::SongEnding> ending_;
     int64_t songFrame_ = 0;
     int songRate_ = 0;  // that songFrame_ counts in
-    std::vector<render::BlockEvent> events_;
+    std::vector<host::BlockEvent> events_;
     Clock::time_point lastBlock_;
     bool wasStopped_ = false;
     float gain_ = 1.0f;

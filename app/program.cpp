@@ -8,7 +8,7 @@
 #include "app/midi_inputs.h"
 #include "app/quiet_libraries.h"
 #include "app/session.h"
-#include "render/error.h"
+#include "host/error.h"
 
 namespace app {
 namespace {
@@ -45,7 +45,7 @@ int run(int argc, const char* const* argv, const Surroundings& surroundings) {
     try {
         carryOut(parseCommandLine(argc, argv), surroundings);
         return 0;
-    } catch (const render::UsageError& error) {
+    } catch (const host::UsageError& error) {
         surroundings.err << "quarzel: " << error.what() << " (see --help)\n";
         return 2;
     } catch (const std::exception& error) {

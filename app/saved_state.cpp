@@ -6,9 +6,9 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "render/error.h"
-#include "render/files.h"
-#include "render/patches.h"
+#include "host/error.h"
+#include "host/files.h"
+#include "host/patches.h"
 
 namespace app {
 namespace {
@@ -32,7 +32,7 @@ std::string hexadecimal(uint32_t number) {
 
 }  // namespace
 
-SavedState::SavedState(render::PluginHost& host) : host_(host) {
+SavedState::SavedState(host::PluginHost& host) : host_(host) {
     const std::string folder = settingsFolder();
     if (folder.empty()) return;
     path_ = folder + "/standalone-" + hexadecimal(static_cast<uint32_t>(host.uniqueId())) + ".fxb";
@@ -41,21 +41,21 @@ SavedState::SavedState(render::PluginHost& host) : host_(host) {
 void SavedState::load() {
     if (path_.empty() || !platform::fileExists(path_)) return;
     try {
-        render::loadBank(host_, path_);
-    } catch (const render::Error& error) {
+        host::loadBank(host_, path_);
+    } catch (const host::Error& error) {
         const std::string aside = path_ + ".damaged";
         std::rename(path_.c_str(), aside.c_str());
-        throw render::Error(std::string(error.what()) + " It is kept as " + aside +
-                            "; the default bank is played.");
+        throw host::Error(std::string(error.what()) + " It is kept as " + aside +
+                          "; the default bank is played.");
     }
-    saved_ = render::bankBytes(host_);
+    saved_ = host::bankBytes(host_);
 }
 
 void SavedState::save() {
-    if (path_.empty()) throw render::Error("There is no folder to keep the state in.");
-    std::string bytes = render::bankBytes(host_);
+    if (path_.empty()) throw host::Error("There is no folder to keep the state in.");
+    std::string bytes = host::bankBytes(host_);
     if (bytes == saved_) return;
-    render::writeWhole(path_, bytes);
+    host::writeWhole(path_, bytes);
     saved_ = std::move(bytes);
 }
 

@@ -3,23 +3,23 @@
 
 #include <string>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
 // A bank file of the user's, one for every instrument.
 class SavedState {
   public:
-    explicit SavedState(render::PluginHost& host);
+    explicit SavedState(host::PluginHost& host);
 
-    // Puts the state of the last run in place, if there is one. Throws render::Error, after
+    // Puts the state of the last run in place, if there is one. Throws host::Error, after
     // setting the file aside, when it cannot be used.
     void load();
-    // Writes the file if anything has changed since load or the last save. Throws render::Error.
+    // Writes the file if anything has changed since load or the last save. Throws host::Error.
     void save();
 
   private:
-    render::PluginHost& host_;
+    host::PluginHost& host_;
     std::string path_;   // empty: there is no folder to keep it in
     std::string saved_;  // bytes of the file
 };

@@ -13,15 +13,15 @@
 #include "app/player.h"
 #include "app/program.h"
 #include "app/saved_state.h"
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
 // User-interface thread. What cannot be had is said, and tried again where that makes sense.
 class Session {
   public:
-    // Throws render::Error for an instrument, song, bank or program that cannot be used.
+    // Throws host::Error for an instrument, song, bank or program that cannot be used.
     Session(const CommandLine& line, const Surroundings& surroundings);
     ~Session();
 
@@ -40,8 +40,8 @@ class Session {
 
     const CommandLine& line_;
     const Surroundings& surroundings_;
-    std::optional<render::MidiSong> song_;
-    render::PluginHost host_;
+    std::optional<host::MidiSong> song_;
+    host::PluginHost host_;
     SavedState state_;
     MidiInbox inbox_;
     Player player_;

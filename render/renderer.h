@@ -5,8 +5,8 @@
 #include <functional>
 #include <optional>
 
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 #include "render/wav_writer.h"
 
 namespace render {
@@ -29,11 +29,11 @@ struct RenderStatistics {
 using Progress = std::function<bool(double)>;
 
 // The file gets one channel for an instrument with one output, else its first two.
-int channelsOf(const PluginHost& host);
+int channelsOf(const host::PluginHost& host);
 
 // Renders and commits the file. The result depends on neither the block size nor the progress.
 // Throws Error, also when progress said no.
-RenderStatistics renderSong(const MidiSong& song, PluginHost& host, WavWriter& writer,
+RenderStatistics renderSong(const host::MidiSong& song, host::PluginHost& host, WavWriter& writer,
                             const RenderSettings& settings, const Progress& progress);
 
 }  // namespace render

@@ -9,8 +9,8 @@
 
 #include <sndfile.h>
 
-#include "render/error.h"
-#include "render/files.h"
+#include "host/error.h"
+#include "host/files.h"
 
 namespace render {
 namespace {
@@ -62,7 +62,7 @@ std::string libraryError(SNDFILE* file) {
 }  // namespace
 
 WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
-    : path_(writablePath(path)),
+    : path_(host::writablePath(path)),
       channels_(settings.channels),
       format_(settings.format),
       bits_(8 * bytesOf(settings.format)),
@@ -146,7 +146,7 @@ void WavWriter::commit() {
 }
 
 void WavWriter::fail(const std::string& reason) const {
-    throw Error(path_ + " cannot be written: " + reason + ".");
+    throw host::Error(path_ + " cannot be written: " + reason + ".");
 }
 
 }  // namespace render

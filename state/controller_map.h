@@ -45,7 +45,7 @@ class ControllerMap {
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
     std::atomic<bool> changed_{false};
     std::mutex fileLock_;  // load and save
-    std::string source_;                  // the file that the last load read
+    std::string source_;   // the file that the last load read
 };
 
 // The map of the process.

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
+#include "host/error.h"
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(StandaloneCommandLine, SaysWhatIsWrong) {
             EXPECT_STREQ(error.what(), c.error);
         }
     }
-    EXPECT_THROW(parse({"one.mid", "two.mid"}), render::UsageError);
+    EXPECT_THROW(parse({"one.mid", "two.mid"}), host::UsageError);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 namespace {
 
-using Messages = std::vector<render::MidiMessage>;
+using Messages = std::vector<host::MidiMessage>;
 
 constexpr int kZ = 52, kComma = 59, kQ = 24, kY = 29, kPageUp = 112, kPageDown = 117, kSpace = 65;
 

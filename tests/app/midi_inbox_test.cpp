@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 const app::Clock::time_point kBegin{10s};
 const app::BlockWindow kWindow = {kBegin, kBegin + 100ms, 100};
 
-std::vector<render::BlockEvent> roomFor(std::size_t count) {
-    std::vector<render::BlockEvent> events;
+std::vector<host::BlockEvent> roomFor(std::size_t count) {
+    std::vector<host::BlockEvent> events;
     events.reserve(count);
     return events;
 }

@@ -12,7 +12,7 @@ constexpr int kBlock = 64;
 
 // A host of the test instrument, which marks every note-on with 0.5 in its frame, on the left.
 struct Rig {
-    explicit Rig(const render::MidiSong* song = nullptr) : player(host, inbox, song) {
+    explicit Rig(const host::MidiSong* song = nullptr) : player(host, inbox, song) {
         player.start();
     }
     // The frames of the marks in the next blocks.
@@ -27,7 +27,7 @@ struct Rig {
         return found;
     }
 
-    render::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
+    host::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
     app::MidiInbox inbox;
     app::Player player;
     float left[2 * kBlock] = {};
@@ -35,8 +35,8 @@ struct Rig {
 };
 
 // A note-on at each of the frames, and the end.
-render::MidiSong songOf(std::vector<uint64_t> frames, uint64_t end) {
-    render::MidiSong song = {kRate, {}, end};
+host::MidiSong songOf(std::vector<uint64_t> frames, uint64_t end) {
+    host::MidiSong song = {kRate, {}, end};
     for (const auto frame : frames) song.events.push_back({frame, {0x90, 60, 100}});
     return song;
 }

@@ -7,7 +7,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "render/error.h"
+#include "host/error.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -22,7 +22,7 @@ class StandaloneState : public testing::Test {
 
     TemporaryFolder folder_;
     platform::ScopedFolders folders_{folder_.path(), folder_.path() + "config"};
-    render::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
+    host::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
 };
 
 TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
@@ -33,7 +33,7 @@ TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
     host_.setParameter(0, 0.75f);
     state.save();
 
-    render::PluginHost next(TEST_INSTRUMENT, 44100, 64);
+    host::PluginHost next(TEST_INSTRUMENT, 44100, 64);
     app::SavedState(next).load();
     EXPECT_EQ(next.program(), 2);
     EXPECT_EQ(next.programName(2), "Mine");
@@ -58,7 +58,7 @@ TEST_F(StandaloneState, SetsADamagedFileAside) {
     try {
         state.load();
         ADD_FAILURE() << "loaded";
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         EXPECT_EQ(std::string(error.what()), file() + " is not a bank file. It is kept as " +
                                                  file() + ".damaged; the default bank is played.");
     }
@@ -70,7 +70,7 @@ TEST_F(StandaloneState, SaysThatItHasNoPlace) {
     const platform::ScopedFolders none(folder_.path(), "");
     app::SavedState state(host_);
     state.load();
-    EXPECT_THROW(state.save(), render::Error);
+    EXPECT_THROW(state.save(), host::Error);
 }
 
 }  // namespace

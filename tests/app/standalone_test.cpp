@@ -16,7 +16,7 @@
 #include "editor/skin_preview.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
-#include "tests/render/midi_bytes.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
-#include "tests/render/midi_bytes.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
 

@@ -5,7 +5,7 @@
 
 #include <sys/resource.h>
 
-#include "render/error.h"
+#include "host/error.h"
 #include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
 #include "tests/support/traced_child.h"
@@ -72,7 +72,7 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
             for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
             writer.commit();
             return false;
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             return std::string(error.what()).find(path + " cannot be written: ") == 0;
         }
     });
@@ -124,7 +124,7 @@ TEST(WavWriter, RefusesAPlaceThatItCannotWriteTo) {
     for (const std::string& path : {folder.path("missing/a.wav"), folder.path("file/a.wav"),
                                     folder.path(""), std::string("/dev/null")}) {
         SCOPED_TRACE(path);
-        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), render::Error);
+        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), host::Error);
     }
     EXPECT_EQ(folder.fileCount(), 1);
 }

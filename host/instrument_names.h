@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
-namespace render {
+namespace host {
 
 // typed, or when that is empty the instrument beside the program, else that of the system the
 // program is installed in: ../lib/vst.
@@ -22,4 +22,4 @@ std::vector<std::string> distinctParameterNames(const PluginHost& host);
 int indexOf(const std::string& text, const std::vector<std::string>& names,
             const std::string& what);
 
-}  // namespace render
+}  // namespace host

@@ -1,14 +1,14 @@
 // Finds an instrument, and tells its equal names apart.
-#include "render/instrument.h"
+#include "host/instrument_names.h"
 
 #include <map>
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "render/error.h"
-#include "render/numbers.h"
+#include "host/error.h"
+#include "host/numbers.h"
 
-namespace render {
+namespace host {
 
 std::string instrumentPath(const std::string& typed) {
     if (!typed.empty()) return typed;
@@ -53,4 +53,4 @@ int indexOf(const std::string& text, const std::vector<std::string>& names,
     throw Error("There is no " + what + " named " + text + ".");
 }
 
-}  // namespace render
+}  // namespace host

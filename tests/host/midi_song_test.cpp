@@ -1,17 +1,17 @@
 // Reading Standard MIDI Files: what each kind of file means, and that no file does harm.
-#include "render/midi_song.h"
+#include "host/midi_song.h"
 
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
-#include "tests/render/midi_bytes.h"
+#include "host/error.h"
+#include "tests/host/midi_bytes.h"
 
 namespace {
 
-using render::MidiSong;
-using render::parseMidiSong;
+using host::MidiSong;
+using host::parseMidiSong;
 
 // "FRAME:STATUS DATA1 DATA2" of each event in hexadecimal, then the end, at 48000 Hz.
 std::string told(const MidiSong& song) {
@@ -29,7 +29,7 @@ std::string told(const MidiSong& song) {
 std::string errorOf(const std::string& file) {
     try {
         parseMidiSong(file, "a.mid");
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         return error.what();
     }
     return "";

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-namespace render {
+namespace host {
 
 // Whom a file is for. A file that names another ID, or counts more than this, is refused.
 struct FxOwner {
@@ -49,4 +49,4 @@ FxPreset parseFxPreset(std::string_view bytes, const FxOwner& owner, const std::
 std::string fxBytes(const FxBank& bank, uint32_t id);
 std::string fxBytes(const FxPreset& preset, uint32_t id);
 
-}  // namespace render
+}  // namespace host

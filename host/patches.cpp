@@ -1,11 +1,11 @@
 // The order of calls is that of hosts: ask first, load, then go to the program the bank was in.
-#include "render/patches.h"
+#include "host/patches.h"
 
-#include "render/error.h"
-#include "render/files.h"
-#include "render/fx_file.h"
+#include "host/error.h"
+#include "host/files.h"
+#include "host/fx_file.h"
 
-namespace render {
+namespace host {
 namespace {
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 30;
@@ -123,4 +123,4 @@ void savePreset(PluginHost& host, const std::string& path) {
     writeWhole(path, fxBytes(preset, ownerFor(host).id));
 }
 
-}  // namespace render
+}  // namespace host

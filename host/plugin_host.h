@@ -9,9 +9,9 @@
 
 #include "platform/shared_library.h"
 #include "plugin/vst2.h"
-#include "render/midi_song.h"
+#include "host/midi_song.h"
 
-namespace render {
+namespace host {
 
 struct BlockEvent {
     int frame;  // from the start of the block
@@ -121,4 +121,4 @@ class PluginHost {
     std::vector<VstIntPtr> eventList_;  // room for a VstEvents of any length
 };
 
-}  // namespace render
+}  // namespace host

@@ -7,7 +7,7 @@ namespace CLI {
 class App;
 }
 
-namespace render {
+namespace host {
 
 // Reads the words into what app declares. When they ask for help or the version, that text is
 // returned, and nothing else is to be done. Throws UsageError.
@@ -18,4 +18,4 @@ std::string parseWords(CLI::App& app, int argc, const char* const* argv);
 int readInteger(const std::string& option, const std::string& text, int least, int most);
 double readDouble(const std::string& option, const std::string& text, double least, double most);
 
-}  // namespace render
+}  // namespace host

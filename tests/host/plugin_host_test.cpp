@@ -1,23 +1,23 @@
 // Driving an instrument: names, values, events in their frames, and libraries that are none.
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
-#include "render/instrument.h"
+#include "host/error.h"
+#include "host/instrument_names.h"
 #include "tests/render/scratch_folder.h"
 
 namespace {
 
-using render::PluginHost;
+using host::PluginHost;
 
 TEST(PluginHost, TellsEqualNamesApart) {
     PluginHost host(TEST_INSTRUMENT, 44100, 64);
     EXPECT_EQ(host.name(), "Test Instrument");
-    EXPECT_EQ(render::distinctParameterNames(host),
+    EXPECT_EQ(host::distinctParameterNames(host),
               (std::vector<std::string>{"Level", "Viola", "Viola#2", "Ring", "Fault"}));
     host.setProgram(2);
-    EXPECT_EQ(render::distinctProgramNames(host),
+    EXPECT_EQ(host::distinctProgramNames(host),
               (std::vector<std::string>{"Init", "Init#2", "Soft"}));
     EXPECT_EQ(host.program(), 2);
 }
@@ -34,7 +34,7 @@ TEST(PluginHost, SetsProgramsAndParameters) {
 
 TEST(PluginHost, DeliversEveryEventOfABlockInItsFrame) {
     PluginHost host(TEST_INSTRUMENT, 44100, 4096);
-    std::vector<render::BlockEvent> events;
+    std::vector<host::BlockEvent> events;
     for (int frame = 0; frame < 4096; ++frame) events.push_back({frame, {0x9f, 60, 64}});
     events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two in one frame
     host.resume();
@@ -55,6 +55,11 @@ TEST(PluginHost, TwoInstrumentsDoNotMeet) {
     EXPECT_EQ(second.parameter(0), 0.5f);
 }
 
+TEST(PluginHost, LoadsAnInstrumentThatExportsMainAlone) {
+    PluginHost host(TEST_MAIN_INSTRUMENT, 44100, 64);
+    EXPECT_EQ(host.name(), "Test Instrument");
+}
+
 TEST(PluginHost, RefusesWhatIsNoInstrument) {
     const ScratchFolder folder;
     const std::string text = folder.write("text.so", "This is no library, only text.");
@@ -73,7 +78,7 @@ TEST(PluginHost, RefusesWhatIsNoInstrument) {
         try {
             PluginHost host(c.path, 44100, 64);
             ADD_FAILURE() << "loaded";
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             EXPECT_EQ(std::string(error.what()).substr(0, c.error.size()), c.error);
         }
     }

@@ -1,14 +1,14 @@
 // Drives a VST 2.4 instrument: loading, names and values, blocks of events and sound.
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
 
-#include "render/error.h"
+#include "host/error.h"
 
-namespace render {
+namespace host {
 namespace {
 
 // More than the interface grants, for instruments that write more than they may.
@@ -79,7 +79,9 @@ void PluginHost::Closer::operator()(AEffect* effect) const {
 // Creates the instrument and checks that it can be played.
 void PluginHost::start(const std::string& path) {
     using EntryPoint = AEffect* (*)(audioMasterCallback);
-    const auto entry = reinterpret_cast<EntryPoint>(library_.symbol("VSTPluginMain"));
+    void* symbol = library_.symbol("VSTPluginMain");
+    if (!symbol) symbol = library_.symbol("main");  // what older instruments export
+    const auto entry = reinterpret_cast<EntryPoint>(symbol);
     if (!entry) throw Error(path + " is not a VST 2.4 plug-in: it has no VSTPluginMain.");
 
     loadingHost = this;
@@ -272,4 +274,4 @@ VstIntPtr PluginHost::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, v
     return 0;
 }
 
-}  // namespace render
+}  // namespace host

@@ -7,17 +7,17 @@
 //
 // The content is a chunk behind its size ("FBCh", "FPCh"), or a list: of whole presets in a bank
 // ("FxBk"), of values in a preset ("FxCk").
-#include "render/fx_file.h"
+#include "host/fx_file.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
 
-#include "render/byte_reader.h"
-#include "render/error.h"
+#include "host/byte_reader.h"
+#include "host/error.h"
 
-namespace render {
+namespace host {
 namespace {
 
 constexpr uint32_t code(const char (&text)[5]) {
@@ -269,4 +269,4 @@ std::string fxBytes(const FxPreset& preset, uint32_t id) {
                      content);
 }
 
-}  // namespace render
+}  // namespace host

@@ -1,10 +1,10 @@
 // Numbers as text, through the conversions that know no locale.
-#include "render/numbers.h"
+#include "host/numbers.h"
 
 #include <charconv>
 #include <system_error>
 
-namespace render {
+namespace host {
 namespace {
 
 template <typename Number>
@@ -33,4 +33,4 @@ std::string fixedText(double value, int decimals) {
     return std::string(text, result.ptr);
 }
 
-}  // namespace render
+}  // namespace host

@@ -1,13 +1,13 @@
 // Checks before the platform's calls, which only say whether they succeeded.
-#include "render/files.h"
+#include "host/files.h"
 
 #include <filesystem>
 #include <system_error>
 
 #include "platform/file.h"
-#include "render/error.h"
+#include "host/error.h"
 
-namespace render {
+namespace host {
 
 namespace fs = std::filesystem;
 
@@ -46,4 +46,4 @@ bool isSameFile(const std::string& one, const std::string& other) {
     return !error && first == fs::weakly_canonical(fs::absolute(other, error), error);
 }
 
-}  // namespace render
+}  // namespace host

@@ -1,14 +1,14 @@
 // Reads Standard MIDI Files: chunks, tracks, and the tempo map that gives every event its time.
-#include "render/midi_song.h"
+#include "host/midi_song.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "render/byte_reader.h"
-#include "render/error.h"
-#include "render/files.h"
+#include "host/byte_reader.h"
+#include "host/error.h"
+#include "host/files.h"
 
-namespace render {
+namespace host {
 namespace {
 
 constexpr std::size_t kMaxFileBytes = 64 << 20;
@@ -221,4 +221,4 @@ MidiSong readMidiSong(const std::string& path) {
     return parseMidiSong(readWhole(path, kMaxFileBytes, "a MIDI file"), path);
 }
 
-}  // namespace render
+}  // namespace host

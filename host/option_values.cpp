@@ -1,14 +1,14 @@
 // Parses with CLI11, and holds numbers against their bounds.
-#include "render/option_values.h"
+#include "host/option_values.h"
 
 #include <optional>
 
 #include <CLI/CLI.hpp>
 
-#include "render/error.h"
-#include "render/numbers.h"
+#include "host/error.h"
+#include "host/numbers.h"
 
-namespace render {
+namespace host {
 namespace {
 
 template <typename Number>
@@ -43,4 +43,4 @@ double readDouble(const std::string& option, const std::string& text, double lea
     return inRange(option, text, parseDouble(text), least, most);
 }
 
-}  // namespace render
+}  // namespace host

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-namespace render {
+namespace host {
 
 // The bytes of a regular file. what says what it should be, for one that is too large: "a MIDI
 // file". Throws Error.
@@ -20,4 +20,4 @@ void writeWhole(const std::string& path, const std::string& bytes);
 // Whether both paths lead to one file, which need not be there yet.
 bool isSameFile(const std::string& one, const std::string& other);
 
-}  // namespace render
+}  // namespace host

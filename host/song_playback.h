@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 
-namespace render {
+namespace host {
 
 constexpr double kMaxAutomaticTailSeconds = 30.0;
 
@@ -53,4 +53,4 @@ class SongEnding {
     int64_t end_;
 };
 
-}  // namespace render
+}  // namespace host

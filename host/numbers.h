@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace render {
+namespace host {
 
 // The whole of text as a decimal number, or nothing. A double may be infinite or not a number.
 std::optional<int> parseInteger(std::string_view text);
@@ -14,4 +14,4 @@ std::optional<double> parseDouble(std::string_view text);
 // value with that many decimals.
 std::string fixedText(double value, int decimals);
 
-}  // namespace render
+}  // namespace host

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-namespace render {
+namespace host {
 
 // Bad input: a file, a library or a value that cannot be used.
 struct Error : std::runtime_error {
@@ -15,4 +15,4 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-}  // namespace render
+}  // namespace host

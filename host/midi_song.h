@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace render {
+namespace host {
 
 using MidiMessage = std::array<unsigned char, 3>;  // status, data 1, data 2 (0 when unused)
 
@@ -34,4 +34,4 @@ MidiSong parseMidiSong(std::string_view bytes, const std::string& name);
 // The same from a file. Throws Error.
 MidiSong readMidiSong(const std::string& path);
 
-}  // namespace render
+}  // namespace host

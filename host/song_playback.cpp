@@ -1,10 +1,10 @@
 // Frames of a song's events, and of its end.
-#include "render/song_playback.h"
+#include "host/song_playback.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace render {
+namespace host {
 namespace {
 
 constexpr float kSilence = 1e-5f;        // -100 dBFS
@@ -57,4 +57,4 @@ void SongEnding::hear(int64_t frame, float sample) {
     if (std::fabs(sample) > kSilence) end_ = std::max(end_, frame + 1 + silenceFrames_);
 }
 
-}  // namespace render
+}  // namespace host

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
-namespace render {
+namespace host {
 
 // The file is read whole and checked before the instrument hears of it. Both take either form, and
 // throw Error for a file that cannot be used and for an instrument that refuses it.
@@ -19,4 +19,4 @@ std::string bankBytes(PluginHost& host);  // of the file
 void saveBank(PluginHost& host, const std::string& path);
 void savePreset(PluginHost& host, const std::string& path);
 
-}  // namespace render
+}  // namespace host

@@ -1,24 +1,24 @@
 // Bank and preset files: their bytes, and that each kind of bad file is refused for its reason.
-#include "render/fx_file.h"
+#include "host/fx_file.h"
 
 #include <cstring>
 #include <limits>
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
-#include "tests/render/midi_bytes.h"
+#include "host/error.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/support/random_bytes.h"
 
 namespace {
 
-using render::FxBank;
-using render::FxChunk;
-using render::FxPreset;
-using render::FxProgram;
+using host::FxBank;
+using host::FxChunk;
+using host::FxPreset;
+using host::FxProgram;
 
 constexpr uint32_t kId = 0x54737449;  // "TstI"
-constexpr render::FxOwner kOwner = {kId, 3, 2};
+constexpr host::FxOwner kOwner = {kId, 3, 2};
 
 std::string valueBytes(float value) {
     uint32_t bits;
@@ -51,8 +51,8 @@ const std::string kChunkContent = bigEndian(3, 4) + "abc";
 
 std::string bankErrorOf(const std::string& file) {
     try {
-        render::parseFxBank(file, kOwner, "a.fxb");
-    } catch (const render::Error& error) {
+        host::parseFxBank(file, kOwner, "a.fxb");
+    } catch (const host::Error& error) {
         return error.what();
     }
     return "";
@@ -60,8 +60,8 @@ std::string bankErrorOf(const std::string& file) {
 
 std::string presetErrorOf(const std::string& file) {
     try {
-        render::parseFxPreset(file, kOwner, "a.fxp");
-    } catch (const render::Error& error) {
+        host::parseFxPreset(file, kOwner, "a.fxp");
+    } catch (const host::Error& error) {
         return error.what();
     }
     return "";
@@ -69,39 +69,38 @@ std::string presetErrorOf(const std::string& file) {
 
 TEST(FxFile, ReadsAndWritesTheSameBytesInEveryForm) {
     const std::string listBank = bankOf("FxBk", listPreset() + listPreset());
-    const FxBank list = render::parseFxBank(listBank, kOwner, "a.fxb");
+    const FxBank list = host::parseFxBank(listBank, kOwner, "a.fxb");
     EXPECT_EQ(list.version, 7);
     EXPECT_EQ(list.currentProgram, 1);
     const auto& programs = std::get<std::vector<FxProgram>>(list.content);
     ASSERT_EQ(programs.size(), 2u);
     EXPECT_EQ(programs[1].name, "Soft");
     EXPECT_EQ(programs[1].values, (std::vector<float>{0.5f, 1.0f}));
-    EXPECT_EQ(render::fxBytes(list, kId), listBank);
+    EXPECT_EQ(host::fxBytes(list, kId), listBank);
 
     const std::string chunkBank = bankOf("FBCh", kChunkContent, 3);
-    const FxBank chunk = render::parseFxBank(chunkBank, kOwner, "a.fxb");
+    const FxBank chunk = host::parseFxBank(chunkBank, kOwner, "a.fxb");
     EXPECT_EQ(std::get<FxChunk>(chunk.content), "abc");
-    EXPECT_EQ(render::fxBytes(chunk, kId), chunkBank);
+    EXPECT_EQ(host::fxBytes(chunk, kId), chunkBank);
 
     // Files of the first version name no program; what stands there is reserved.
     const std::string oldBank = fileOf("FBCh", 1, 3, std::string(128, '\0') + kChunkContent);
-    const FxBank old = render::parseFxBank(oldBank, kOwner, "a.fxb");
+    const FxBank old = host::parseFxBank(oldBank, kOwner, "a.fxb");
     EXPECT_EQ(old.currentProgram, FxBank::kNoProgram);
-    EXPECT_EQ(render::fxBytes(old, kId), oldBank);
+    EXPECT_EQ(host::fxBytes(old, kId), oldBank);
 
-    const FxPreset preset = render::parseFxPreset(listPreset(), kOwner, "a.fxp");
+    const FxPreset preset = host::parseFxPreset(listPreset(), kOwner, "a.fxp");
     EXPECT_EQ(preset.name, "Soft");
-    EXPECT_EQ(render::fxBytes(preset, kId), listPreset());
+    EXPECT_EQ(host::fxBytes(preset, kId), listPreset());
     const std::string chunkPreset = fileOf("FPCh", 1, 2, kName + kChunkContent);
-    EXPECT_EQ(render::fxBytes(render::parseFxPreset(chunkPreset, kOwner, "a.fxp"), kId),
-              chunkPreset);
+    EXPECT_EQ(host::fxBytes(host::parseFxPreset(chunkPreset, kOwner, "a.fxp"), kId), chunkPreset);
 }
 
 TEST(FxFile, CutsLongNamesAndReadsNamesWithoutAnEnd) {
     const FxPreset longName = {7, 0, std::string(40, 'n'), std::vector<float>{}};
-    EXPECT_EQ(render::fxBytes(longName, kId).substr(28), std::string(27, 'n') + '\0');
+    EXPECT_EQ(host::fxBytes(longName, kId).substr(28), std::string(27, 'n') + '\0');
     const auto unended = fileOf("FxCk", 1, 0, std::string(28, 'n'));
-    EXPECT_EQ(render::parseFxPreset(unended, kOwner, "a.fxp").name, std::string(28, 'n'));
+    EXPECT_EQ(host::parseFxPreset(unended, kOwner, "a.fxp").name, std::string(28, 'n'));
 }
 
 TEST(FxFile, RefusesEachBadBankForItsReason) {
@@ -190,13 +189,13 @@ TEST(FxFile, SurvivesDamageAnywhere) {
         const std::string file = randomlyDamaged(files[round % 4], random);
         // What is taken is what would be written.
         if (bankErrorOf(file).empty()) {
-            const FxBank bank = render::parseFxBank(file, kOwner, "a.fxb");
-            EXPECT_EQ(render::fxBytes(bank, kId).size(), file.size());
+            const FxBank bank = host::parseFxBank(file, kOwner, "a.fxb");
+            EXPECT_EQ(host::fxBytes(bank, kId).size(), file.size());
             ++whole;
         }
         if (presetErrorOf(file).empty()) {
-            const FxPreset preset = render::parseFxPreset(file, kOwner, "a.fxp");
-            EXPECT_EQ(render::fxBytes(preset, kId).size(), file.size());
+            const FxPreset preset = host::parseFxPreset(file, kOwner, "a.fxp");
+            EXPECT_EQ(host::fxBytes(preset, kId).size(), file.size());
             ++whole;
         }
     }
