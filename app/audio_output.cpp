@@ -7,6 +7,7 @@
 #include <RtAudio.h>
 
 #include "host/error.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
@@ -138,7 +139,7 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     RtAudio::StreamOptions options;
     options.flags = RTAUDIO_NONINTERLEAVED | RTAUDIO_SCHEDULE_REALTIME;
     options.numberOfBuffers = 2;
-    options.streamName = "Quarzel Strings";
+    options.streamName = platform::kProductName;
 
     Output output = {};
     const bool isAlsaDefault = wish.device.empty() && api == "alsa";

@@ -8,6 +8,7 @@
 #include "app/midi_inputs.h"
 #include "host/error.h"
 #include "host/option_values.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
@@ -25,7 +26,8 @@ std::string joined(const std::vector<std::string>& names) {
 }
 
 void declare(CLI::App& app, CommandLine& line, Typed& typed) {
-    app.set_version_flag("--version", "quarzel " QUARZEL_VERSION, "Print the version and leave");
+    app.set_version_flag("--version", std::string("quarzel ") + platform::productVersion(),
+                         "Print the version and leave");
     app.add_option("SONG.mid", line.song, "Standard MIDI file to play")->type_name("");
     app.add_option("--plugin", line.plugin,
                    "VST 2.4 instrument (default: QuarzelStrings.so beside this program, else in "

@@ -9,6 +9,7 @@
 #include "host/error.h"
 #include "host/files.h"
 #include "host/patches.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
@@ -17,8 +18,8 @@ namespace {
 std::string settingsFolder() {
     const auto base = platform::applicationDataFolder();
     if (!base) return {};
-    const std::string company = *base + "/Tembrilon";
-    const std::string folder = company + "/Quarzel Strings";
+    const std::string company = *base + "/" + platform::kCompanyName;
+    const std::string folder = company + "/" + platform::kProductName;
     platform::createFolder(company);
     platform::createFolder(folder);
     return folder;

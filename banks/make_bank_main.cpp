@@ -3,7 +3,7 @@
 
 #include "banks/bank_source.h"
 #include "platform/file.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "host/fx_file.h"
 
 namespace {

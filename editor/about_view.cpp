@@ -7,6 +7,7 @@
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/open_document.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 
 namespace editor {
@@ -15,7 +16,6 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr const char* kVersion = "1.5";
 constexpr const char* kTechnology = "VST Plug-In Technology by Steinberg";
 constexpr CCoord kLineHeight = 18;
 constexpr CCoord kMargin = 6;
@@ -29,7 +29,7 @@ constexpr int kProductLine = 2;
 }  // namespace
 
 void openHelp() {
-    const std::string folders[] = {state::findDataFolder(state::kProductName).value_or(""),
+    const std::string folders[] = {state::findDataFolder(platform::kProductName).value_or(""),
                                    platform::moduleFolder()};
     for (const std::string& folder : folders) {
         const std::string path = folder + state::kHelpFile;
@@ -53,7 +53,8 @@ void CAbout::draw(CDrawContext* context) {
     context->setDrawMode(kAntiAliasing);
     context->setFont(kNormalFontBig, 0, kBoldFace);
     context->setFontColor(kWhiteCColor);
-    const std::string product = std::string(state::kProductName) + ' ' + kVersion;
+    const std::string product =
+        std::string(platform::kProductName) + ' ' + platform::productVersion();
     context->drawString(product.c_str(), line(kProductLine));
     context->setFont(kNormalFontSmall);
     context->drawString(kTechnology, line(kTechnologyLine));

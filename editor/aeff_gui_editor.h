@@ -36,8 +36,6 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     virtual void idle();
     // Whether keys are being typed into a text field or a menu.
     bool wantsKeys() const;
-    // A parameter has a new value. Any thread.
-    virtual void setParameter(int index) = 0;
 
     // A key that the host passes on; true when something in the editor used it.
     bool onKey(VSTGUI::KeyboardEvent& event);

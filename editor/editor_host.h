@@ -1,6 +1,7 @@
 // What the editor asks of its instrument and of the program that the instrument runs in.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "state/controller_map.h"
@@ -23,6 +24,8 @@ class EditorHost {
     virtual std::string parameterName(int index) const = 0;
     virtual std::string parameterDisplay(int index) const = 0;
     virtual std::string parameterLabel(int index) const = 0;
+    // One bit a parameter: which have a new value since the last call.
+    virtual std::uint64_t takeChangedParameters() = 0;
 
     virtual int programCount() const = 0;
     virtual int program() const = 0;

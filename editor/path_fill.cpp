@@ -8,6 +8,7 @@
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/path_text.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 
 namespace editor {
@@ -42,7 +43,7 @@ CTextLabel* addLine(CFrame& frame, CCoord top, const std::string& text, int32_t 
 std::string examplePath() {
     const std::string base = platform::applicationDataFolder().value_or("");
     return platform::utf8FromPath(base) + platform::kSeparator + kDataFolder +
-           platform::kSeparator + state::kProductName;
+           platform::kSeparator + platform::kProductName;
 }
 
 }  // namespace

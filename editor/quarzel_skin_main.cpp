@@ -7,6 +7,7 @@
 
 #include "editor/skin_preview.h"
 #include "editor/skin_report.h"
+#include "platform/product.h"
 
 int main(int argc, char** argv) {
     constexpr int kComplaints = 1;
@@ -16,7 +17,7 @@ int main(int argc, char** argv) {
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",
         "quarzel-skin");
-    app.set_version_flag("--version", "quarzel-skin " QUARZEL_VERSION,
+    app.set_version_flag("--version", std::string("quarzel-skin ") + platform::productVersion(),
                          "Print the version and leave");
     std::string folder;
     std::string picture;

@@ -31,6 +31,7 @@ class PreviewHost final : public EditorHost {
     int parameterCount() const override { return state::kNumParams; }
     float parameter(int index) const override { return state::parameter(index).defaultValue; }
     void setParameter(int, float) override {}
+    std::uint64_t takeChangedParameters() override { return 0; }
     void setParameterAutomated(int, float) override {}
     void beginEdit(int) override {}
     void endEdit(int) override {}

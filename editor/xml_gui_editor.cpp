@@ -60,7 +60,8 @@ EditorRect xmlGuiEditor::getRect() {
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
-    pending_.clear();
+    host_.takeChangedParameters();  // the controls are made with the values of now
+    released_ = 0;
     const Toolkit toolkit;  // the pictures come before the frame
     if (!openSkin(parentWindow)) return false;
     if (!isOpen() && !openDataFolderScreen(parentWindow)) return false;

@@ -11,7 +11,6 @@
 
 #include "editor/aeff_gui_editor.h"
 #include "editor/midi_learn.h"
-#include "editor/pending_parameters.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
 #include "editor/skin_loader.h"
@@ -46,7 +45,6 @@ class xmlGuiEditor : public AEffGUIEditor,
     void showAt(double zoom);
     void close() override;
     void idle() override;
-    void setParameter(int index) override { pending_.push(index); }
     // A turn of the wheel that the host passes on, upwards positive; true when the control under
     // the pointer used it.
     bool onWheel(double notches);
@@ -97,7 +95,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     void sendSwitch(int number, float value);
     void selectSkin(int index);
     void redrawLinked(int source);
-    void followPending();
+    void followChanges();
     void followParameter(int index);
     void showValue(VSTGUI::CControl& control);
     void writeReadOut();
@@ -120,7 +118,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     std::vector<std::unique_ptr<CMidiLearn>> learners_;
     std::vector<CDisplay*> readOuts_;
 
-    PendingParameters pending_;
+    std::uint64_t released_ = 0;  // parameters whose gesture has ended, one bit each
     const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; compared only
     int currentTag_ = kNoTag;
     bool skinChanged_ = false;

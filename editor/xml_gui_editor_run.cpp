@@ -2,6 +2,7 @@
 #include "editor/xml_gui_editor.h"
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "editor/editor_zoom.h"
@@ -74,20 +75,16 @@ void xmlGuiEditor::idle() {
     }
     state::controllerMap().saveIfChanged();
     if (!isOpen()) return;  // an event may have closed it
-    followPending();
+    followChanges();
     writeReadOut();
     showSkinNotice();
 }
 
 // All that has changed since the last time: a program change must not show bit by bit.
-void xmlGuiEditor::followPending() {
-    std::vector<bool> changed(host_.parameterCount());
-    for (int index = pending_.take(); index != PendingParameters::kNone; index = pending_.take()) {
-        if (host_.isParameter(index)) changed[index] = true;
-    }
-    const bool all = pending_.takeOverrun();
+void xmlGuiEditor::followChanges() {
+    const std::uint64_t changed = host_.takeChangedParameters() | std::exchange(released_, 0);
     for (int index = 0; index < host_.parameterCount(); ++index) {
-        if (all || changed[index]) followParameter(index);
+        if (changed >> index & 1) followParameter(index);
     }
 }
 
@@ -119,7 +116,7 @@ void xmlGuiEditor::showValue(CControl& control) {
 
 void xmlGuiEditor::endEdit(std::int32_t tag) {
     AEffGUIEditor::endEdit(tag);
-    if (host_.isParameter(tag)) pending_.push(tag);
+    if (host_.isParameter(tag)) released_ |= std::uint64_t{1} << tag;
 }
 
 void xmlGuiEditor::writeReadOut() {

@@ -156,22 +156,24 @@ void Engine::setKeySplit(float ratio) {
     bass_.allNotesOff();
 }
 
-void Engine::render(float* left, float* right, int frames, EventSource& events) {
+void Engine::beginBlock() {
     tone_.beginBlock();
     shared_ = isOn(sharedEnvelope_);
     envelopeSum_ = 0.0f;
-    for (int start = 0; start < frames;) {
-        const int due = events.dispatchUpTo(start + 1);
-        int count = std::max(std::min(frames, due - 1) - start, 1);
-        if (asleep_) {
-            random_.skip(count);
-            limiter_.renderSilence(left + start, right + start, count);
-        } else {
-            count = std::min({count, kLongestSegment, framesToSleep()});
-            renderAwake(left + start, right + start, count);
-        }
-        start += count;
+}
+
+int Engine::render(float* left, float* right, int frames) {
+    if (asleep_) {
+        random_.skip(frames);
+        limiter_.renderSilence(left, right, frames);
+        return frames;
     }
+    const int count = std::min({frames, kLongestSegment, framesToSleep()});
+    renderAwake(left, right, count);
+    return count;
+}
+
+void Engine::endBlock(float* left, float* right, int frames) {
     if (!allFinite(left, frames) || !allFinite(right, frames)) {
         clearFault();
         std::fill_n(left, frames, 0.0f);

@@ -24,7 +24,9 @@ class Engine : public SoundEngine {
     void setSampleRate(double sampleRate) override;
     double sampleRate() const override { return sampleRate_; }
 
-    void render(float* left, float* right, int frames, EventSource& events) override;
+    void beginBlock() override;
+    int render(float* left, float* right, int frames) override;
+    void endBlock(float* left, float* right, int frames) override;
 
     void reset() override;
 

@@ -1,8 +1,6 @@
 // What notes, parameters and a renderer ask of a sound engine, however it computes its samples.
 #pragma once
 
-#include <limits>
-
 #include "engine/envelope_settings.h"
 #include "engine/sections.h"
 
@@ -15,20 +13,8 @@ constexpr bool isAcceptedRate(double rate) {
     return rate >= kLowestRate && rate <= kHighestRate;
 }
 
-// Changes of other threads may wait for so many frames, not longer.
+// Longest wait, in frames, for a change from another thread while something sounds.
 constexpr int kLongestSegment = 64;
-
-// What is due before each frame of a block; the renderer asks it, and renders on in one piece up
-// to the frame that it answers.
-class EventSource {
-  public:
-    static constexpr int kNothingDue = std::numeric_limits<int>::max();
-
-    virtual ~EventSource() = default;
-    // Delivers everything due up to the frame, counted from 1. Returns the later frame at which
-    // something is due next, or kNothingDue.
-    virtual int dispatchUpTo(int frame) = 0;
-};
 
 enum class Waveform { kFeedback, kTable, kSquaredFeedback };
 
@@ -91,9 +77,13 @@ class SoundEngine {
     virtual void setSampleRate(double sampleRate) = 0;
     virtual double sampleRate() const = 0;
 
-    // Writes `frames` samples to both buffers; a sample that is not finite silences the block and
-    // clears the signal state.
-    virtual void render(float* left, float* right, int frames, EventSource& events) = 0;
+    // A block: call beginBlock, then render until all its frames are there, then endBlock. Notes
+    // and settings between two renders take effect at the frame between them.
+    virtual void beginBlock() = 0;
+    // Writes the next samples of both sides, 1 to `frames`; returns how many.
+    virtual int render(float* left, float* right, int frames) = 0;
+    // Silences the whole block and clears the signal state if a sample is not finite.
+    virtual void endBlock(float* left, float* right, int frames) = 0;
 
     // Everything silent, no note held, filters and effects cleared: what precedes a new program.
     // Goes with a rate change, which empties the chorus and the spring's line. The master phases,

@@ -6,7 +6,7 @@
 #include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 
 namespace {
 
@@ -205,7 +205,7 @@ class Host {
     void useEditor(fuzz::Instance& instance) {
         const int step = input_.byte();
         const VSTGUI::CPoint where(input_.byte(), input_.byte());
-        auto& editor = static_cast<plugin::EditorAdapter*>(instance.synth().getEditor())->editor();
+        auto& editor = static_cast<vst2::EditorAdapter*>(instance.synth().getEditor())->editor();
         ERect* rect = nullptr;
         switch (step % 8) {
             case 0:

@@ -16,17 +16,14 @@
 
 #include "host/byte_reader.h"
 #include "host/error.h"
+#include "platform/four_char_code.h"
 
 namespace host {
 namespace {
 
-constexpr uint32_t code(const char (&text)[5]) {
-    uint32_t value = 0;
-    for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(text[i]);
-    return value;
-}
+using platform::fourCharCode;
 
-constexpr uint32_t kMagic = code("CcnK");
+constexpr uint32_t kMagic = fourCharCode("CcnK");
 constexpr std::size_t kReservedBytes = 124;
 constexpr std::size_t kNameBytes = 28;
 constexpr uint32_t kNewestForm = 2;  // the first one with a current program
@@ -38,8 +35,8 @@ struct Kind {
     const char* name;
 };
 
-constexpr Kind kBank = {code("FBCh"), code("FxBk"), "a bank file"};
-constexpr Kind kPreset = {code("FPCh"), code("FxCk"), "a preset file"};
+constexpr Kind kBank = {fourCharCode("FBCh"), fourCharCode("FxBk"), "a bank file"};
+constexpr Kind kPreset = {fourCharCode("FPCh"), fourCharCode("FxCk"), "a preset file"};
 
 // The shared beginning, up to the count.
 struct Header {

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "host/error.h"
+#include "platform/product.h"
 
 namespace host {
 namespace {
@@ -258,7 +259,7 @@ VstIntPtr PluginHost::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, v
         case audioMasterSizeWindow:
             return sizeWindow_ && sizeWindow_(index, static_cast<int>(value));
         case audioMasterGetVendorString:
-            copyText(ptr, "Tembrilon");
+            copyText(ptr, platform::kCompanyName);
             return 1;
         case audioMasterGetProductString:
             copyText(ptr, identity_.product);

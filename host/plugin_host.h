@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/shared_library.h"
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 #include "host/midi_song.h"
 
 namespace host {

@@ -5,6 +5,7 @@
 
 #include "host/error.h"
 #include "host/option_values.h"
+#include "platform/product.h"
 
 namespace render {
 namespace {
@@ -32,7 +33,7 @@ ParameterSetting settingOf(const std::string& text) {
 }
 
 void declare(CLI::App& app, CommandLine& line, Typed& typed) {
-    app.set_version_flag("--version", "quarzel-render " QUARZEL_VERSION,
+    app.set_version_flag("--version", std::string("quarzel-render ") + platform::productVersion(),
                          "Print the version and leave");
     app.add_option("SONG.mid", line.song, "Standard MIDI file of type 0 or 1")->type_name("");
     app.add_option("OUT.wav", line.output, "File to write")->type_name("");

@@ -8,6 +8,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/four_char_code.h"
 #include "platform/message_box.h"
 #include "state/atomic_word.h"
 #include "state/data_folder.h"
@@ -16,18 +17,14 @@ namespace state {
 
 namespace {
 
+using platform::fourCharCode;
+
 constexpr std::size_t kLargestFile = 64 << 20;
 
 std::atomic<bool> bankMissing{false};
 
 void say(const char* title, const char* text) {
     platform::showMessage(title, text, platform::MessageIcon::kNone);
-}
-
-constexpr std::uint32_t code(const char (&text)[5]) {
-    std::uint32_t value = 0;
-    for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(text[i]);
-    return value;
 }
 
 // The bytes of a bank file: words are big-endian, but for the fields that the list form keeps in
@@ -121,8 +118,9 @@ void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     if (!bytes) return;
 
     const BankFile file(*bytes);
-    const bool list = file.fxMagic() == code("FxBk");
-    if (file.chunkMagic() != code("CcnK") || (!list && file.fxMagic() != code("FBCh"))) {
+    const bool list = file.fxMagic() == fourCharCode("FxBk");
+    if (file.chunkMagic() != fourCharCode("CcnK") ||
+        (!list && file.fxMagic() != fourCharCode("FBCh"))) {
         return say(kTitle, "Default bank error: not an fxb file");
     }
     if (file.fxId() != uniqueId) return say(kTitle, "Default bank error: wrong unique ID");

@@ -6,6 +6,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 
 namespace state {
@@ -18,7 +19,7 @@ constexpr std::size_t kFileSize = kNumParams * kEntrySize;
 using Lock = std::lock_guard<std::mutex>;
 
 std::string dataFolderPath() {
-    return findDataFolder(kProductName).value_or("") + kControllerMapFile;
+    return findDataFolder(platform::kProductName).value_or("") + kControllerMapFile;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/product.h"
 
 namespace state {
 
@@ -18,7 +19,7 @@ bool ensureFolder(const std::string& folder) {
 }  // namespace
 
 platform::SettingsStore settings() {
-    return {"Tembrilon", kProductName};
+    return {platform::kCompanyName, platform::kProductName};
 }
 
 std::optional<std::string> findDataFolder(const std::string& productName) {

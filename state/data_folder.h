@@ -8,7 +8,6 @@
 
 namespace state {
 
-constexpr const char* kProductName = "Quarzel Strings";
 constexpr const char* kHostFamilyFolder = "Quarzel Studio 9";
 constexpr const char* kControllerMapFile = "Pluginccmap.bin";
 constexpr const char* kDefaultBankFile = "default.fxb";

@@ -78,8 +78,8 @@ void EventList::add(Input& input, int frames) {
 }
 
 Instance::Instance(std::unique_ptr<engine::SoundEngine> engine)
-    : synth_(engine ? new plugin::VstSynth(TestHost::callback, std::move(engine))
-                    : new plugin::VstSynth(TestHost::callback)),
+    : synth_(engine ? new vst2::VstSynth(TestHost::callback, std::move(engine))
+                    : new vst2::VstSynth(TestHost::callback)),
       record_(synth_->getAeffect()) {
     dispatch(effMainsChanged, 0, 1);
 }

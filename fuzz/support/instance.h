@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "fuzz/support/input.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "state/bank.h"
 
 namespace fuzz {
@@ -48,7 +48,7 @@ class Instance {
     }
     AEffect* operator->() { return record_; }
     AEffect* record() { return record_; }
-    plugin::VstSynth& synth() { return *synth_; }
+    vst2::VstSynth& synth() { return *synth_; }
 
     // The live bytes, and a copy of them.
     const state::BankChunk& bank();
@@ -67,7 +67,7 @@ class Instance {
     void requireBank(const std::string& expected);
 
   private:
-    plugin::VstSynth* synth_;
+    vst2::VstSynth* synth_;
     AEffect* record_;
 };
 

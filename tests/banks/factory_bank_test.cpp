@@ -10,7 +10,7 @@
 #include "banks/bank_source.h"
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "state/chunks.h"
 #include "tests/banks/listening.h"
 #include "tests/support/recorded_messages.h"
@@ -84,7 +84,7 @@ TEST(FactoryBank, IsWhatTheBuiltDefaultBankLoads) {
     const platform::ScopedFolders folders(QUARZEL_DEFAULT_BANK_FOLDER, "");
     const RecordedMessages messages;
     state::Bank loaded;
-    state::loadDefaultBank(loaded, plugin::kUniqueId);
+    state::loadDefaultBank(loaded, vst2::kUniqueId);
     EXPECT_TRUE(messages.all.empty());
     EXPECT_FALSE(state::defaultBankMissing());
     banks::BankSource source = factoryBank();

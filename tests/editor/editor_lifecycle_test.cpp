@@ -1,6 +1,7 @@
 // Opening, both directions of changes, learning, the read-out, skins and zoom.
 #include "editor/editor_zoom.h"
 #include "platform/file.h"
+#include "platform/product.h"
 #include "state/controller_map.h"
 #include "state/data_folder.h"
 #include "tests/editor/editor_rig.h"
@@ -152,27 +153,6 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(viewAs<CControl>(0)->getValue(), 1.0f);
 }
 
-TEST(PendingParameters, KeepTheirOrderAndTellAnOverrun) {
-    editor::PendingParameters ring;
-    EXPECT_EQ(ring.take(), ring.kNone);
-    for (int i = 0; i < 256; ++i) ring.push(i);
-    for (int i = 0; i < 256; ++i) EXPECT_EQ(ring.take(), i);
-    EXPECT_EQ(ring.take(), ring.kNone);
-    EXPECT_FALSE(ring.takeOverrun());
-    for (int i = 0; i < 300; ++i) ring.push(i);
-    EXPECT_EQ(ring.take(), 300 - 256);
-    EXPECT_TRUE(ring.takeOverrun());
-    EXPECT_FALSE(ring.takeOverrun());
-}
-
-TEST_F(EditorTest, AnOverrunLosesNoValue) {
-    ASSERT_TRUE(open(kKnob));
-    instrument.setParameter(1, 0.75f);
-    for (int i = 0; i < 1000; ++i) instrument.setParameter(2, 0.5f);
-    idle();
-    EXPECT_EQ(viewAs<CControl>(0)->getValue(), 0.75f);
-}
-
 TEST_F(EditorTest, ReadOutSpeaksOfTheControlUnderThePointer) {
     ASSERT_TRUE(open(std::string(kKnob) + R"(<anydisp x="0" y="60" w="90" h="20" style="0"/>
         <knob x="100" y="0" w="40" h="40" id="1048577"/>
@@ -199,7 +179,7 @@ TEST_F(EditorTest, ReadOutSpeaksOfTheControlUnderThePointer) {
 
 TEST_F(EditorTest, LearnsAndForgetsByRightClick) {
     ASSERT_TRUE(open(kKnob));
-    const std::string file = *state::findDataFolder(state::kProductName) + "Pluginccmap.bin";
+    const std::string file = *state::findDataFolder(platform::kProductName) + "Pluginccmap.bin";
     state::controllerMap().load();
     click(20, 20, kRButton);
     ASSERT_NE(frame().getModalView(), nullptr);

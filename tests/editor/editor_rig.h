@@ -22,7 +22,6 @@ class EditorTest : public testing::Test {
     EditorTest() {
         editor::setSkinMissing(false);
         state::controllerMap().load();
-        instrument.listener = &edit;
         for (int i = 0; i < state::kNumParams; ++i) {
             instrument.values[i] = state::parameter(i).defaultValue;
         }

@@ -6,6 +6,7 @@
 #include "editor/presets_display.h"
 #include "platform/file.h"
 #include "platform/open_document.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 #include "tests/editor/editor_rig.h"
 
@@ -188,7 +189,7 @@ TEST_F(AboutTest, OpensHelpOfTheDataFolderOrBesideTheLibrary) {
     clickHelp();
     EXPECT_EQ(opened, module.path() + "ZLM_help.rtf");
 
-    const std::string data = *state::findDataFolder(state::kProductName);
+    const std::string data = *state::findDataFolder(platform::kProductName);
     platform::writeFile(data + "ZLM_help.rtf", "help");
     click(10, 10);
     auto* const about = dynamic_cast<editor::CAbout*>(frame().getModalView());

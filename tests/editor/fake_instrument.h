@@ -18,12 +18,12 @@ class FakeInstrument : public editor::EditorHost {
     float parameter(int index) const override { return values[index]; }
     void setParameter(int index, float value) override {
         values[index] = value;
-        if (listener) listener->setParameter(index);
+        changed |= std::uint64_t{1} << index;
         note("set " + std::to_string(index) + ' ' + state::valueText(value));
     }
     void setParameterAutomated(int index, float value) override {
         values[index] = value;
-        if (listener) listener->setParameter(index);
+        changed |= std::uint64_t{1} << index;
         note("automate " + std::to_string(index) + ' ' + state::valueText(value));
     }
     void beginEdit(int index) override { note("begin " + std::to_string(index)); }
@@ -33,6 +33,7 @@ class FakeInstrument : public editor::EditorHost {
         return state::valueText(values[index]);
     }
     std::string parameterLabel(int) const override { return "x"; }
+    std::uint64_t takeChangedParameters() override { return std::exchange(changed, 0); }
 
     int programCount() const override { return state::kNumPrograms; }
     int program() const override { return current; }
@@ -62,7 +63,7 @@ class FakeInstrument : public editor::EditorHost {
     int key = -1;
     float level = 0.0f;
     state::LearnSlot slot;
-    editor::AEffGUIEditor* listener = nullptr;
+    std::uint64_t changed = 0;
 
   private:
     void note(const std::string& call) { log_ += (log_.empty() ? "" : "; ") + call; }

@@ -62,31 +62,6 @@ TEST(EngineMidi, OtherMessagesLeaveTheSoundAlone) {
     }
 }
 
-TEST(EngineMidi, ProgramsAndControllersReachTheListener) {
-    Rig rig;
-    rig.send(0xC3, 77);
-    rig.send(0xC0, 0xFF);
-    EXPECT_EQ(rig.programs, (std::vector<int>{77, 127}));
-    rig.send(0xB5, 7, 99);
-    rig.send(0xB0, 123, 0);
-    EXPECT_EQ(rig.controllers, (std::vector<std::pair<int, int>>{{7, 99}, {123, 0}}));
-}
-
-TEST(EngineMidi, AClaimedControllerLosesItsFixedMeaningButForAllNotesOff) {
-    Rig rig;
-    rig.claimsControllers = true;
-    rig.playOnly(engine::kViola);
-    rig.send(0xB0, 64, 127);
-    rig.send(0xB0, 11, 0);
-    rig.noteOn(60);
-    EXPECT_TRUE(sounds(rig));
-    rig.noteOff(60);
-    EXPECT_FALSE(sounds(rig));
-    rig.noteOn(60);
-    rig.send(0xB0, 123, 0);
-    EXPECT_FALSE(sounds(rig));
-}
-
 TEST(EngineMidi, ThePedalHoldsReleasedNotesUntilItIsLifted) {
     for (const engine::Section section : {engine::kViola, engine::kCello}) {
         SCOPED_TRACE(section);

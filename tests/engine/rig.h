@@ -4,11 +4,9 @@
 #include <complex>
 #include <cstdint>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "engine/engine.h"
-#include "engine/midi_input.h"
 
 namespace engine_test {
 
@@ -36,7 +34,7 @@ double keyHz(int key);
 
 // An engine with one plain patch: every section and effect off, instant attack, full sustain, and
 // a release of a hundredth of a second or so.
-class Rig : private engine::EventSource, private engine::MidiListener {
+class Rig {
   public:
     explicit Rig(double rate = kRate);
 
@@ -55,24 +53,15 @@ class Rig : private engine::EventSource, private engine::MidiListener {
     Sound render(int frames, int block = 512);
     Sound renderSeconds(double seconds);
 
-    // What reached the listener, and whether it claims every controller.
-    std::vector<int> programs;
-    std::vector<std::pair<int, int>> controllers;
-    bool claimsControllers = false;
-
   private:
     struct Event {
         int frame;
         std::uint8_t message[3];
     };
-    int dispatchUpTo(int frame) override;
-    void programChange(int program) override { programs.push_back(program); }
-    bool controlChange(int controller, int value) override;
+    void play(const std::uint8_t* message);
 
     std::unique_ptr<engine::Engine> engine_;
     std::vector<Event> events_;  // ascending
-    std::size_t nextEvent_ = 0;
-    int blockStart_ = 0;
 };
 
 }  // namespace engine_test

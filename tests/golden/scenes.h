@@ -33,7 +33,7 @@ struct StereoSound {
 
 const std::vector<Scene>& scenes();
 
-// Plays the scene through the plug-in interface, as a host with blocks of `blockSize` frames.
+// Plays the scene in blocks of `blockSize` frames.
 StereoSound playScene(const Scene& scene, int blockSize);
 // The same with an engine of the caller's choice.
 StereoSound playScene(const Scene& scene, int blockSize,

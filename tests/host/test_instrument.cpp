@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 
 namespace {
 
@@ -172,7 +172,7 @@ extern "C" AEffect* VSTPluginMain(audioMasterCallback host) {
     effect.numOutputs = 2;
     effect.flags = effFlagsIsSynth | effFlagsCanReplacing;
     effect.object = self;
-    effect.uniqueID = fourCharCode("TstI");
+    effect.uniqueID = platform::fourCharCode("TstI");
     effect.version = 3;
     return &effect;
 }

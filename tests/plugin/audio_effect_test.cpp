@@ -8,7 +8,7 @@
 #include "tests/plugin/recording_effect.h"
 #include "tests/plugin/test_host.h"
 
-namespace plugin {
+namespace vst2 {
 namespace {
 
 // Nothing overridden but what must be.
@@ -233,4 +233,4 @@ TEST(AudioEffect, SetsAParameterBeforeItTellsTheHost) {
 }
 
 }  // namespace
-}  // namespace plugin
+}  // namespace vst2

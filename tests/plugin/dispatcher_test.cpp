@@ -8,7 +8,7 @@
 
 #include "tests/plugin/recording_effect.h"
 
-namespace plugin {
+namespace vst2 {
 namespace {
 
 struct Row {
@@ -235,4 +235,4 @@ TEST(Record, AnswersNothingWithoutAnInstance) {
 }
 
 }  // namespace
-}  // namespace plugin
+}  // namespace vst2

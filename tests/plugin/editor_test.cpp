@@ -11,8 +11,8 @@
 #include "gui/headless.h"
 #include "platform/folders.h"
 #include "platform/settings_store.h"
-#include "plugin/editor_adapter.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/editor_adapter.h"
+#include "plugin/vst2/vst_synth.h"
 #include "tests/plugin/midi_block.h"
 #include "tests/plugin/test_host.h"
 #include "tests/support/recorded_messages.h"
@@ -22,7 +22,7 @@ namespace {
 
 using VSTGUI::CPoint;
 namespace headless = VSTGUI::headless;
-using namespace plugin;  // the names of keys
+using namespace vst2;  // the names of keys
 
 // The library's folder with a skin of one linear knob ("Pan") and a note display.
 class HostedEditor : public testing::Test {
@@ -36,7 +36,7 @@ class HostedEditor : public testing::Test {
             <knob x="0" y="0" w="40" h="40" id="1"/>
             <NoteDisplay x="50" y="0" w="60" h="20" id="0"/>
             <PresetsDisplay x="50" y="50" w="200" h="20" id="0"/></GUI>)");
-        synth_ = std::make_unique<plugin::VstSynth>(TestHost::callback);
+        synth_ = std::make_unique<vst2::VstSynth>(TestHost::callback);
         record_ = synth_->getAeffect();
     }
     ~HostedEditor() override {
@@ -54,7 +54,7 @@ class HostedEditor : public testing::Test {
         return rect ? *rect : ERect{};
     }
     VSTGUI::CFrame& frame() {
-        return *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
+        return *static_cast<vst2::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     }
     void idle() {
         dispatch(effEditIdle);
@@ -88,7 +88,7 @@ class HostedEditor : public testing::Test {
     platform::ScopedSettings settings_;
     RecordedMessages messages_;
     TestHost host_;
-    std::unique_ptr<plugin::VstSynth> synth_;
+    std::unique_ptr<vst2::VstSynth> synth_;
     AEffect* record_ = nullptr;
 };
 
@@ -182,7 +182,8 @@ TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
 
 TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {
     const auto wheel = [this](float clicks) {
-        return synth_->onWheelMessage(fourCharCode("stCA"), fourCharCode("Whee"), nullptr, clicks);
+        return synth_->onWheelMessage(platform::fourCharCode("stCA"),
+                                      platform::fourCharCode("Whee"), nullptr, clicks);
     };
     EXPECT_EQ(wheel(1), 0);
     ASSERT_EQ(open(), 1);

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/headless.h"
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 #include "tests/plugin/installed_skin.h"
 #include "tests/plugin/midi_block.h"
 #include "tests/support/host_window.h"
@@ -26,8 +26,8 @@ class Threads : public testing::Test {
 
 TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     const VSTGUI::headless::Scope scope;
-    const std::unique_ptr<plugin::VstSynth> synths[] = {
-        std::make_unique<plugin::VstSynth>(nullptr), std::make_unique<plugin::VstSynth>(nullptr)};
+    const std::unique_ptr<vst2::VstSynth> synths[] = {std::make_unique<vst2::VstSynth>(nullptr),
+                                                      std::make_unique<vst2::VstSynth>(nullptr)};
     std::atomic<bool> finished{false};
     std::atomic<int> blocks{0};
     std::thread audio([&] {
@@ -39,7 +39,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     });
     for (int i = 0; i < 40 || blocks < 10; ++i) {
         for (const auto& synth : synths) {
-            plugin::AEffEditor& host = *synth->getEditor();
+            vst2::AEffEditor& host = *synth->getEditor();
             EXPECT_TRUE(host.open(&host));
             host.idle();
             synth->learnSlot().arm(i % state::kNumParams);
@@ -55,7 +55,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
 }
 
 // A chord that grows by a note every 20 blocks.
-MidiBlock playChord(plugin::VstSynth& synth, std::size_t block) {
+MidiBlock playChord(vst2::VstSynth& synth, std::size_t block) {
     const int note = static_cast<int>(block / 20);
     const bool begins = block % 20 == 0 && note < 12;
     return playMessage(synth, begins ? 0x90 : 0xA0, 48 + 5 * (note % 12), 100);
@@ -64,8 +64,8 @@ MidiBlock playChord(plugin::VstSynth& synth, std::size_t block) {
 TEST_F(Threads, EditorsInWindowsCostNoBlock) {
     const HostWindow windows[] = {{300, 200}, {300, 200}};
     if (!windows[0].isOpen()) GTEST_SKIP() << "needs a desktop; on Linux Xvfb and xdotool";
-    const auto makeSynth = [] { return std::make_unique<plugin::VstSynth>(nullptr); };
-    const std::unique_ptr<plugin::VstSynth> synths[] = {makeSynth(), makeSynth()};
+    const auto makeSynth = [] { return std::make_unique<vst2::VstSynth>(nullptr); };
+    const std::unique_ptr<vst2::VstSynth> synths[] = {makeSynth(), makeSynth()};
     std::vector<MidiBlock> heard[2];
     std::atomic<bool> finished{false};
     std::atomic<int> blocks{0};
@@ -78,7 +78,7 @@ TEST_F(Threads, EditorsInWindowsCostNoBlock) {
     });
     for (int i = 0; i < 100 || blocks < 300; ++i) {
         for (int w = 0; w < 2; ++w) {
-            plugin::AEffEditor& host = *synths[w]->getEditor();
+            vst2::AEffEditor& host = *synths[w]->getEditor();
             EXPECT_TRUE(host.open(windows[w].parent()));
             host.idle();
         }

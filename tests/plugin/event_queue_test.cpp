@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace plugin {
+namespace vst2 {
 namespace {
 
 // A host's list of note-ons, one key a frame, and what it takes to read it.
@@ -68,4 +68,4 @@ TEST(EventQueue, ForgetsAListWhoseBlockDoesNotCome) {
 }
 
 }  // namespace
-}  // namespace plugin
+}  // namespace vst2

@@ -3,13 +3,13 @@
 
 #include <array>
 
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 
 constexpr int kMidiBlockFrames = 64;
 
 using MidiBlock = std::array<float, 2 * kMidiBlockFrames>;  // left, then right
 
-inline MidiBlock playMessage(plugin::VstSynth& synth, int status, int data1, int data2) {
+inline MidiBlock playMessage(vst2::VstSynth& synth, int status, int data1, int data2) {
     VstMidiEvent midi = {};
     midi.type = kVstMidiType;
     midi.midiData[0] = static_cast<char>(status);

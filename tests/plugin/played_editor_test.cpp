@@ -16,8 +16,9 @@
 #include "gui/headless.h"
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/product.h"
 #include "platform/settings_store.h"
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 #include "state/data_folder.h"
 #include "tests/plugin/midi_block.h"
 #include "tests/plugin/test_host.h"
@@ -45,7 +46,7 @@ class PlayedEditor : public testing::Test {
 
     void makeSynth() {
         synth_.reset();
-        synth_ = std::make_unique<plugin::VstSynth>(TestHost::callback);
+        synth_ = std::make_unique<vst2::VstSynth>(TestHost::callback);
         record_ = synth_->getAeffect();
     }
     VstIntPtr dispatch(VstInt32 opcode, VstIntPtr value = 0, void* ptr = nullptr) {
@@ -77,7 +78,7 @@ class PlayedEditor : public testing::Test {
     }
 
     CFrame& frame() {
-        return *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
+        return *static_cast<vst2::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     }
     // Whether the window shows the frame's pixels at places spread over it.
     bool showsItsPicture() {
@@ -174,7 +175,7 @@ class PlayedEditor : public testing::Test {
     platform::ScopedSettings settings_;
     RecordedMessages messages_;
     TestHost host_;
-    std::unique_ptr<plugin::VstSynth> synth_;
+    std::unique_ptr<vst2::VstSynth> synth_;
     AEffect* record_ = nullptr;
 };
 
@@ -230,7 +231,7 @@ TEST_F(PlayedEditor, LearnsAControllerForGoodAndForgetsItForGood) {
     constexpr int kController = 74;
     const auto kept = [] {
         const auto file = platform::readFile(
-            *state::findDataFolder(state::kProductName) + "Pluginccmap.bin", 1000);
+            *state::findDataFolder(platform::kProductName) + "Pluginccmap.bin", 1000);
         return file ? file->substr(4 * kPan, 4) : "no file";
     };
     const auto knobIs = [this](float value) {

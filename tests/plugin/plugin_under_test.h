@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/shared_library.h"
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 #include "tests/plugin/test_host.h"
 
 using PluginEntry = AEffect* (*)(audioMasterCallback host);

@@ -30,7 +30,7 @@
 #include "dsp/shelf_tone.h"
 #include "dsp/stereo_phaser.h"
 #include "gui/headless.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "tests/plugin/call_watch.h"
 #include "tests/plugin/installed_skin.h"
 #include "tests/support/recorded_messages.h"
@@ -242,7 +242,7 @@ class AudioThread : public testing::Test {
     }
 
     static constexpr int kLongest = 16384;
-    std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(hostAnswer);
+    std::unique_ptr<vst2::VstSynth> synth_ = std::make_unique<vst2::VstSynth>(hostAnswer);
     AEffect* record_ = synth_->getAeffect();
     std::vector<float> left_ = std::vector<float>(kLongest);
     std::vector<float> right_ = std::vector<float>(kLongest);

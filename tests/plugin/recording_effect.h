@@ -6,9 +6,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "plugin/audio_effect_x.h"
+#include "plugin/vst2/audio_effect_x.h"
 
-namespace plugin {
+namespace vst2 {
 
 // The operations since the last look, separated by semicolons: name, then arguments; pointers as
 // "null", as "buffer" when they are the address under test, as "other" otherwise.
@@ -222,4 +222,4 @@ class RecordingEffect : public AudioEffectX {
     CallNote& note_;
 };
 
-}  // namespace plugin
+}  // namespace vst2

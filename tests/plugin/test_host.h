@@ -4,7 +4,7 @@
 #include <map>
 #include <vector>
 
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 
 // The published callback carries no host of its own, so there is one at a time.
 class TestHost {

@@ -51,7 +51,7 @@ class Threads : public testing::Test {
         return std::sqrt(sum / kMidiBlockFrames);
     }
 
-    std::unique_ptr<plugin::VstSynth> synth_ = std::make_unique<plugin::VstSynth>(nullptr);
+    std::unique_ptr<vst2::VstSynth> synth_ = std::make_unique<vst2::VstSynth>(nullptr);
     MidiBlock block_;
 };
 
@@ -163,7 +163,7 @@ TEST(ThreadsOfManyInstances, ShareTheProcess) {
         hosts.emplace_back([&heard, host] {
             const int index = state::kVlphs + host;  // of settings that silence nothing
             for (int life = 0; life < 4; ++life) {
-                const auto synth = std::make_unique<plugin::VstSynth>(nullptr);
+                const auto synth = std::make_unique<vst2::VstSynth>(nullptr);
                 synth->setParameter(state::kEnvAttack, 0.0f);
                 synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
                 playMessage(*synth, 0x90, 48 + host, 100);

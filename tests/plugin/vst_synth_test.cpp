@@ -10,7 +10,7 @@
 #include "engine/engine.h"
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "tests/plugin/midi_block.h"
 #include "tests/plugin/recording_effect.h"
 #include "tests/plugin/test_host.h"
@@ -18,7 +18,7 @@
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
-namespace plugin {
+namespace vst2 {
 namespace {
 
 constexpr VstInt32 kMessage = 0x73744341;  // 'stCA'
@@ -188,4 +188,4 @@ TEST(VstSynth, PlaysFiniteWithWhateverControllerMap) {
 }
 
 }  // namespace
-}  // namespace plugin
+}  // namespace vst2

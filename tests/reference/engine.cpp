@@ -149,23 +149,29 @@ void Engine::setKeySplit(float ratio) {
     bass_.allNotesOff();
 }
 
-void Engine::render(float* left, float* right, int frames, EventSource& events) {
+void Engine::beginBlock() {
     tone_.beginBlock();
     shared_ = isOn(sharedEnvelope_);
     envelopeSum_ = 0.0f;
-    bool finite = true;
+    finite_ = true;
+}
+
+int Engine::render(float* left, float* right, int frames) {
     for (int i = 0; i < frames; ++i) {
         const float random = static_cast<float>(random_.next());
-        events.dispatchUpTo(i + 1);
         StereoSample out{0.0f, 0.0f};
         if (!asleep_) out = renderAwake(random);
         limiter_.process(out.left, out.right);
         if (limiter_.follower() < kAudible) countSilence();
         left[i] = out.left;
         right[i] = out.right;
-        finite = finite && std::isfinite(out.left) && std::isfinite(out.right);
+        finite_ = finite_ && std::isfinite(out.left) && std::isfinite(out.right);
     }
-    if (!finite) {
+    return frames;
+}
+
+void Engine::endBlock(float* left, float* right, int frames) {
+    if (!finite_) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
         std::fill_n(right, frames, 0.0f);

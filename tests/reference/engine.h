@@ -25,7 +25,9 @@ class Engine final : public SoundEngine {
     void setSampleRate(double sampleRate) override;
     double sampleRate() const override { return sampleRate_; }
 
-    void render(float* left, float* right, int frames, EventSource& events) override;
+    void beginBlock() override;
+    int render(float* left, float* right, int frames) override;
+    void endBlock(float* left, float* right, int frames) override;
 
     void reset() override;
 
@@ -110,6 +112,7 @@ class Engine final : public SoundEngine {
     float expressionStep_ = 0.0f;
 
     bool asleep_ = false;
+    bool finite_ = true;  // every sample of this block so far
     float silentSamples_ = 0.0f;
 
     std::atomic<int> heldNotes_{0};

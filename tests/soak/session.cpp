@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 #include "state/bank.h"
 
 namespace soak {
@@ -32,7 +32,7 @@ Session::Session(unsigned seed, headless::HeldClock& clock, Findings& findings)
     : random_(seed),
       clock_(clock),
       findings_(findings),
-      synth_(std::make_unique<plugin::VstSynth>(hostAnswer)) {
+      synth_(std::make_unique<vst2::VstSynth>(hostAnswer)) {
     ++findings_.instances;
     setRate(rate_);
 }
@@ -171,7 +171,7 @@ void Session::visitEditor() {
         findings_.complaints.push_back("an editor that did not open");
         return;
     }
-    auto& frame = *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
+    auto& frame = *static_cast<vst2::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     const auto somewhere = [&] { return VSTGUI::CPoint(below(900), below(600)); };
     for (int i = 0; i < 10; ++i) {
         const auto from = somewhere();

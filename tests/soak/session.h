@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "gui/headless.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 
 namespace soak {
 
@@ -62,7 +62,7 @@ class Session {
     std::mt19937 random_;
     VSTGUI::headless::HeldClock& clock_;
     Findings& findings_;
-    std::unique_ptr<plugin::VstSynth> synth_;
+    std::unique_ptr<vst2::VstSynth> synth_;
     float rate_ = 44100.0f;
     std::vector<VstMidiEvent> queued_;
     std::vector<char> eventList_;

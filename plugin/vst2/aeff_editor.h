@@ -1,9 +1,9 @@
 // The editor of an effect as its host drives it.
 #pragma once
 
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 
-namespace plugin {
+namespace vst2 {
 
 class AudioEffect;
 
@@ -53,4 +53,4 @@ class AEffEditor {
     void* systemWindow_ = nullptr;
 };
 
-}  // namespace plugin
+}  // namespace vst2

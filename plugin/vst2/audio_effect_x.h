@@ -1,9 +1,9 @@
 // The VST 2.4 base class of an effect: the operations and host calls that came after VST 1.
 #pragma once
 
-#include "plugin/audio_effect.h"
+#include "plugin/vst2/audio_effect.h"
 
-namespace plugin {
+namespace vst2 {
 
 // Adds no data. As in AudioEffect, each operation answers the opcode of its name and every default
 // says "no", "none" or "unknown" unless a comment tells otherwise.
@@ -118,4 +118,4 @@ class AudioEffectX : public AudioEffect {
     virtual bool keysRequired() { return false; }
 };
 
-}  // namespace plugin
+}  // namespace vst2

@@ -3,10 +3,10 @@
 
 #include <memory>
 
-#include "plugin/aeff_editor.h"
-#include "plugin/vst2.h"
+#include "plugin/vst2/aeff_editor.h"
+#include "plugin/vst2/vst2.h"
 
-namespace plugin {
+namespace vst2 {
 
 // Operations keep their published names. A host reaches each through the opcode of the same name;
 // the defaults do nothing and answer "no". Text buffers are the host's and never null: the
@@ -95,4 +95,4 @@ class AudioEffect {
     AEffect cEffect_ = {};
 };
 
-}  // namespace plugin
+}  // namespace vst2

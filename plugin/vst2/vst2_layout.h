@@ -137,10 +137,10 @@ VST_OFFSET(MidiKeyName, reserved, 72);
 VST_OFFSET(MidiKeyName, flags, 76);
 static_assert(sizeof(MidiKeyName) == 80);
 
-VST_OFFSET(plugin::VstKeyCode, character, 0);
-VST_OFFSET(plugin::VstKeyCode, virt, 4);
-VST_OFFSET(plugin::VstKeyCode, modifier, 5);
-static_assert(sizeof(plugin::VstKeyCode) == 8);
+VST_OFFSET(vst2::VstKeyCode, character, 0);
+VST_OFFSET(vst2::VstKeyCode, virt, 4);
+VST_OFFSET(vst2::VstKeyCode, modifier, 5);
+static_assert(sizeof(vst2::VstKeyCode) == 8);
 
 VST_OFFSET(VstPatchChunkInfo, version, 0);
 VST_OFFSET(VstPatchChunkInfo, pluginUniqueID, 4);

@@ -1,11 +1,11 @@
 // The VST 2.4 base class of an effect: which operation answers which opcode, and the host calls.
-#include "plugin/audio_effect_x.h"
+#include "plugin/vst2/audio_effect_x.h"
 
 #include <iterator>
 
-#include "plugin/dispatch_table.h"
+#include "plugin/vst2/dispatch_table.h"
 
-namespace plugin {
+namespace vst2 {
 
 namespace {
 
@@ -200,4 +200,4 @@ void AudioEffectX::setBlockSizeAndSampleRate(VstInt32 sampleFrames, float sample
     setSampleRate(sampleRate);
 }
 
-}  // namespace plugin
+}  // namespace vst2

@@ -7,7 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "plugin/vst2_opcodes.h"
+#include "platform/four_char_code.h"
+#include "plugin/vst2/vst2_opcodes.h"
 
 using VstInt16 = int16_t;
 using VstInt32 = int32_t;
@@ -28,15 +29,8 @@ using AEffectProcessDoubleProc = void (*)(AEffect* effect, double** inputs, doub
 using AEffectSetParameterProc = void (*)(AEffect* effect, VstInt32 index, float parameter);
 using AEffectGetParameterProc = float (*)(AEffect* effect, VstInt32 index);
 
-// A four-character code, its first character in the most significant byte.
-constexpr VstInt32 fourCharCode(const char (&code)[5]) {
-    uint32_t packed = 0;
-    for (int i = 0; i < 4; ++i) packed = packed << 8 | static_cast<unsigned char>(code[i]);
-    return static_cast<VstInt32>(packed);
-}
-
-constexpr VstInt32 kEffectMagic = fourCharCode("VstP");
-constexpr VstInt32 kEffectIdentify = fourCharCode("NvEf");
+constexpr VstInt32 kEffectMagic = platform::fourCharCode("VstP");
+constexpr VstInt32 kEffectIdentify = platform::fourCharCode("NvEf");
 constexpr VstInt32 kVstVersion = 2400;
 
 // What a host holds of a loaded effect.
@@ -272,7 +266,7 @@ struct MidiKeyName {
 };
 
 // VSTGUI has types of these names, too.
-namespace plugin {
+namespace vst2 {
 
 enum VstVirtualKey : VstInt32 {
     VKEY_BACK = 1,
@@ -315,7 +309,7 @@ struct VstKeyCode {
     unsigned char modifier;  // VstModifierKey
 };
 
-}  // namespace plugin
+}  // namespace vst2
 
 enum VstProcessLevels : VstInt32 {
     kVstProcessLevelUnknown = 0,
@@ -354,4 +348,4 @@ struct VstOfflineTask;
 struct VstFileSelect;
 struct VstWindow;
 
-#include "plugin/vst2_layout.h"
+#include "plugin/vst2/vst2_layout.h"

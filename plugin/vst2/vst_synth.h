@@ -1,22 +1,18 @@
-// The instrument as its host sees it: identity, parameters, programs, events and sound, each
-// forwarded.
+// The instrument as a VST 2.4 host sees it: the published operations, each handed on.
 #pragma once
 
-#include <atomic>
 #include <memory>
 
-#include "engine/midi_input.h"
-#include "plugin/audio_effect_x.h"
-#include "plugin/event_queue.h"
-#include "state/controller_map.h"
-#include "state/instrument.h"
+#include "instrument/instrument.h"
+#include "platform/product.h"
+#include "plugin/vst2/audio_effect_x.h"
 
-namespace plugin {
+namespace vst2 {
 
-constexpr VstInt32 kUniqueId = fourCharCode("seni");
+constexpr VstInt32 kUniqueId = platform::kProductCode;
 
 // One instance lives from VSTPluginMain to the host's effClose.
-class VstSynth : public AudioEffectX, private engine::EventSource, private engine::MidiListener {
+class VstSynth : public AudioEffectX, private instrument::Host {
   public:
     // Host may be null, for an instance that no host drives.
     explicit VstSynth(audioMasterCallback host);
@@ -33,8 +29,8 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     void setParameter(VstInt32 index, float value) override;
     float getParameter(VstInt32 index) override;
     VstInt32 getProgram() override { return instrument_.program(); }
-    void setProgram(VstInt32 program) override;
-    void setProgramName(const char* name) override;
+    void setProgram(VstInt32 program) override { instrument_.setProgram(program); }
+    void setProgramName(const char* name) override { instrument_.setProgramName(name); }
     void getProgramName(char* name) override;
     void getParameterLabel(VstInt32 index, char* label) override;
     void getParameterDisplay(VstInt32 index, char* text) override;
@@ -52,38 +48,26 @@ class VstSynth : public AudioEffectX, private engine::EventSource, private engin
     bool getProductString(char* text) override;
     VstInt32 getVendorVersion() override { return 1; }
     VstInt32 canDo(const char* text) override;  // 1 or -1
-    bool copyProgram(VstInt32 destination) override;
+    bool copyProgram(VstInt32 destination) override { return instrument_.copyProgram(destination); }
     bool keysRequired() override;  // while the editor is typed into
 
     // A turn of the wheel as some hosts pass it on: codes 'stCA' and 'Whee', distance in clicks.
     // 1 when the editor used it, else 0.
     virtual VstIntPtr onWheelMessage(VstInt32 lArg, VstIntPtr lArg2, void* ptr, float floatArg);
-    // Audio thread. Hands the engine the host's events due up to the frame, the block's first being
+    // Audio thread. Plays the pending events that are due up to the frame, the block's first being
     // 1; returns the index of the next event, -1 when none is pending.
     virtual VstInt32 processPendingEvents(VstInt32 frame);
     // Called once after each program push.
     virtual void afterProgramPush() {}
 
-    // The next controller is bound to the parameter armed here.
-    state::LearnSlot& learnSlot() { return learnSlot_; }
-    // For its queries.
-    const engine::SoundEngine& engine() const { return instrument_.engine(); }
-
   private:
-    int dispatchUpTo(int frame) override {
-        processPendingEvents(frame);
-        return events_.nextFrame();
-    }
-    void programChange(int program) override { setProgram(program); }
-    bool controlChange(int controller, int value) override;
-    void tellEditor(VstInt32 index);
-    void announceProgram();
+    void gestureBegins(int parameter) override { beginEdit(parameter); }
+    void edited(int parameter, float value) override;
+    void gestureEnds(int parameter) override { endEdit(parameter); }
+    void displayChanged(instrument::DisplayChange change) override;
+    void resizeEditor(int width, int height) override { sizeWindow(width, height); }
 
-    state::Instrument instrument_;
-    EventQueue events_;
-    state::LearnSlot learnSlot_;
-    // Set while the engine is being built: events and parameters have no effect yet.
-    std::atomic<bool> initialising_{true};
+    instrument::Instrument instrument_;
 };
 
-}  // namespace plugin
+}  // namespace vst2

@@ -1,22 +1,20 @@
-// The meaning of each MIDI message.
-#include "engine/midi_input.h"
+// From bytes to what the engine is told.
+#include "instrument/midi_messages.h"
 
-namespace engine {
+namespace instrument {
 
 namespace {
 
 constexpr int kExpression = 11;
 constexpr int kSustainPedal = 64;
-constexpr int kAllNotesOff = 123;
 
-void handleController(SoundEngine& engine, MidiListener& listener, int controller, int value) {
-    const bool bound = listener.controlChange(controller, value);
+void playController(engine::SoundEngine& engine, int controller, int value) {
     switch (controller) {
         case kExpression:
-            if (!bound) engine.setExpression(static_cast<float>(value) / 127.0f);
+            engine.setExpression(static_cast<float>(value) / 127.0f);
             break;
         case kSustainPedal:
-            if (!bound) engine.setPedal(value >= 64);
+            engine.setPedal(value >= 64);
             break;
         case kAllNotesOff:
             engine.allNotesOff();
@@ -28,11 +26,10 @@ void handleController(SoundEngine& engine, MidiListener& listener, int controlle
 
 }  // namespace
 
-void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t* message) {
+void playMessage(engine::SoundEngine& engine, const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;
     const int data2 = message[2] & 0x7F;
-    engine.wake();
-    switch (message[0] & 0xF0) {
+    switch (statusOf(message)) {
         case 0x80:
             engine.noteOff(data1);
             break;
@@ -43,11 +40,8 @@ void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t*
                 engine.noteOff(data1);
             }
             break;
-        case 0xB0:
-            handleController(engine, listener, data1, data2);
-            break;
-        case 0xC0:
-            listener.programChange(data1);
+        case kControlChange:
+            playController(engine, data1, data2);
             break;
         case 0xE0:
             engine.setPitchBend(data2);
@@ -57,4 +51,4 @@ void handleMidi(SoundEngine& engine, MidiListener& listener, const std::uint8_t*
     }
 }
 
-}  // namespace engine
+}  // namespace instrument

@@ -3,9 +3,9 @@
 
 #include <type_traits>
 
-#include "plugin/vst2.h"
+#include "plugin/vst2/vst2.h"
 
-namespace plugin {
+namespace vst2 {
 
 // What a host passes to the dispatcher beside the opcode.
 struct HostCall {
@@ -77,4 +77,4 @@ constexpr bool inOpcodeOrder(const DispatchRow<Effect> (&rows)[count], VstInt32 
     return true;
 }
 
-}  // namespace plugin
+}  // namespace vst2

@@ -1,12 +1,12 @@
 // The VST 2 base class of an effect: the record's entry points and the opcodes of VST 1.
-#include "plugin/audio_effect.h"
+#include "plugin/vst2/audio_effect.h"
 
 #include <cmath>
 #include <iterator>
 
-#include "plugin/dispatch_table.h"
+#include "plugin/vst2/dispatch_table.h"
 
-namespace plugin {
+namespace vst2 {
 
 namespace {
 
@@ -151,7 +151,7 @@ AudioEffect::AudioEffect(audioMasterCallback host, VstInt32 numPrograms, VstInt3
     cEffect_.flags = effFlagsCanReplacing;
     cEffect_.ioRatio = 1.0f;
     cEffect_.object = this;
-    cEffect_.uniqueID = fourCharCode("NoEf");
+    cEffect_.uniqueID = platform::fourCharCode("NoEf");
     cEffect_.version = 1;
     cEffect_.processReplacing = processReplacingEntry;
     cEffect_.processDoubleReplacing = processDoubleReplacingEntry;
@@ -213,4 +213,4 @@ void AudioEffect::setFlag(VstInt32 flag, bool state) {
     cEffect_.flags = state ? cEffect_.flags | flag : cEffect_.flags & ~flag;
 }
 
-}  // namespace plugin
+}  // namespace vst2
