@@ -3,43 +3,32 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "state/instrument.h"
+#include "tests/support/played_instrument.h"
 
 namespace {
-
-class NoEvents : public engine::EventSource {
-  public:
-    int dispatchUpTo(int) override { return kNothingDue; }
-};
 
 constexpr float kLoudest = 63.1f;  // +36 dBFS
 
 // Largest sample of ten notes with the settings of the seed, or a value that is not finite.
 float loudest(unsigned seed, double sampleRate) {
     std::mt19937 random(seed);
-    const auto owned = std::make_unique<state::Instrument>(sampleRate);
-    state::Instrument& instrument = *owned;
-    instrument.setProgram(0);
+    PlayedInstrument instrument(sampleRate);
     for (int index = 0; index < state::kNumParams; ++index) {
-        instrument.setValue(index, static_cast<float>(random() % 3) * 0.5f);
+        instrument->setParameter(index, static_cast<float>(random() % 3) * 0.5f);
     }
     const auto frames = static_cast<int>(sampleRate / 40);
-    std::vector<float> left(frames), right(frames);
-    NoEvents events;
     float peak = 0.0f;
     for (int block = 0; block < 20; ++block) {
-        auto& engine = instrument.engine();
-        if (block < 10) engine.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
-        if (block == 12) engine.allNotesOff();
-        instrument.render(left.data(), right.data(), frames, events);
-        for (const auto& channel : {left, right}) {
+        if (block < 10) instrument.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
+        if (block == 12) instrument.send(0xB0, 123);
+        const PlayedSound sound = instrument.render(frames);
+        for (const auto& channel : {sound.left, sound.right}) {
             for (const float x : channel) {
                 if (!std::isfinite(x)) return x;
                 peak = std::max(peak, std::fabs(x));
