@@ -16,8 +16,9 @@ constexpr std::size_t kLongestName = 259;
 
 }  // namespace
 
-std::string SkinChoice::folder() const {
-    return baseFolder + name + platform::kSeparator;
+std::optional<std::string> SkinChoice::folder() const {
+    if (!baseFolder) return std::nullopt;
+    return *baseFolder + name + platform::kSeparator;
 }
 
 int SkinChoice::selected() const {
@@ -30,11 +31,12 @@ SkinChoice findSkins() {
     choice.baseFolder = platform::moduleFolder();
     choice.name = platform::pathFromUtf8(
         state::settings().read(state::kSkinNameSetting).value_or(kDefaultSkin));
-    if (!platform::fileExists(choice.folder() + kSkinFile)) choice.name = kDefaultSkin;
+    if (!choice.baseFolder) return choice;
+    if (!platform::fileExists(*choice.folder() + kSkinFile)) choice.name = kDefaultSkin;
 
-    for (const std::string& name : platform::folderEntries(choice.baseFolder)) {
+    for (const std::string& name : platform::folderEntries(*choice.baseFolder)) {
         if (name.size() > kLongestName) continue;
-        const std::string file = choice.baseFolder + name + platform::kSeparator + kSkinFile;
+        const std::string file = *choice.baseFolder + name + platform::kSeparator + kSkinFile;
         if (platform::fileExists(file)) choice.installed.push_back(name);
     }
     return choice;

@@ -47,8 +47,10 @@ EditorRect xmlGuiEditor::getRect() {
         const platform::ScopedMessageHandler silence(
             [](const std::string&, const std::string&, platform::MessageIcon) {});
         const Toolkit toolkit;
-        SkinBuild build(skinChoice().folder());
-        runBuild(build, SkinElements::kBackgroundOnly);
+        if (const auto folder = skinChoice().folder()) {
+            SkinBuild build(*folder);
+            runBuild(build, SkinElements::kBackgroundOnly);
+        }
     }
     const double zoom = size_ == CPoint() ? 1 : readZoom() / 100.0;
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
@@ -73,7 +75,12 @@ bool xmlGuiEditor::open(void* parentWindow) {
 bool xmlGuiEditor::openSkin(void* parentWindow) {
     if (isSkinMissing()) return true;
     skins_ = skinChoice();
-    SkinBuild build(skins_.folder());
+    const auto folder = skins_.folder();
+    if (!folder) {
+        setSkinMissing(true);
+        return true;
+    }
+    SkinBuild build(*folder);
     build.parentWindow = parentWindow;
     if (runBuild(build, SkinElements::kAll) != SkinLoad::kBuilt) setSkinMissing(true);
     if (build.abandoned) close();

@@ -20,7 +20,7 @@ void run(std::string_view bytes) {
     const bool fits = size == sizeof(state::BankChunk);
     instance.setChunk(chunk, false);
     fuzz::require(world.messages.all.size() == (fits ? 0 : 1), "a bank of another size is refused");
-    instance.requireBank(fits ? chunk : before);
+    instance.requireBank(fits ? fuzz::asSent(chunk, program) : before);
 
     // What was got can be set again, and sounds the same.
     fuzz::Instance other;

@@ -19,7 +19,7 @@ void run(std::string_view bytes) {
     fuzz::require(world.messages.all.size() == (fits ? 0 : 1), "a longer program is refused");
     const std::size_t place =
         offsetof(state::BankChunk, programs) + program * sizeof(state::ProgramRecord);
-    if (fits) expected.replace(place, chunk.size(), chunk);
+    if (fits) expected = fuzz::asSent(expected.replace(place, chunk.size(), chunk), program);
     instance.requireBank(expected);
     fuzz::require(instance.chunk(true) == expected.substr(place, sizeof(state::ProgramRecord)),
                   "a program is got as it lies in the bank");

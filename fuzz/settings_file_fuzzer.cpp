@@ -32,9 +32,9 @@ void requireUsable(const std::string& moduleFolder) {
     fuzz::require(std::count(steps.begin(), steps.end(), editor::readZoom()) == 1,
                   "the zoom is one of the steps");
     const editor::SkinChoice skin = editor::findSkins();
-    fuzz::require(
-        skin.name == editor::kDefaultSkin || platform::fileExists(skin.folder() + "skin.xml"),
-        "the chosen skin is there, or it is the default");
+    fuzz::require(skin.name == editor::kDefaultSkin ||
+                      platform::fileExists(skin.folder().value_or("") + "skin.xml"),
+                  "the chosen skin is there, or it is the default");
     fuzz::require(skin.baseFolder == moduleFolder, "skins are looked for beside the library");
 }
 

@@ -12,8 +12,10 @@ namespace host {
 
 std::string instrumentPath(const std::string& typed) {
     if (!typed.empty()) return typed;
-    const std::string beside = platform::moduleFolder() + "QuarzelStrings.so";
-    const std::string installed = platform::moduleFolder() + "../lib/vst/QuarzelStrings.so";
+    const auto folder = platform::moduleFolder();
+    if (!folder) throw Error("The folder of this program is unknown: name an instrument.");
+    const std::string beside = *folder + "QuarzelStrings.so";
+    const std::string installed = *folder + "../lib/vst/QuarzelStrings.so";
     const bool isInstalled = !platform::fileExists(beside) && platform::fileExists(installed);
     return isInstalled ? installed : beside;
 }

@@ -30,6 +30,7 @@ void Instrument::start(double sampleRate) {
     setSampleRate(engine::isAcceptedRate(sampleRate) ? sampleRate : kInitialRate);
     state::loadDefaultBank(bank_, platform::kProductCode);
     starting_ = false;
+    bank_.limitValues(program());
     demand(kPushProgram);
     shown_.mark(kAllParameters);
 }
@@ -77,6 +78,7 @@ void Instrument::setProgram(int program) {
 
 // To the engine, and then to everybody who shows it.
 void Instrument::sendProgram() {
+    bank_.limitValues(program());
     demand(kPushProgram);
     shown_.mark(kAllParameters);
     host_.displayChanged(DisplayChange::kProgram);

@@ -5,21 +5,21 @@
 
 namespace platform {
 
-std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes) {
-    auto contents = readFileStart(path, maxBytes + 1);
+std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes, Links links) {
+    auto contents = readFileStart(path, maxBytes + 1, links);
     return contents && contents->size() <= maxBytes ? std::move(contents) : std::nullopt;
 }
 
 bool writeFile(const std::string& path, const std::string& contents) {
-    return replaceSystemFile(path, [&] { return contents; });
+    return replaceSystemFile(path, Links::kFollow, [&] { return contents; });
 }
 
-bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit) {
-    return replaceSystemFile(path, [&]() -> std::optional<std::string> {
-        const auto present = readFile(path, maxBytes);
+bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit, Links links) {
+    return replaceSystemFile(path, links, [&]() -> std::optional<std::string> {
+        const auto present = readFile(path, maxBytes, links);
         // What is there and cannot be read must not be lost.
         if (!present && fileExists(path)) return std::nullopt;
-        return edit(present.value_or(""));
+        return edit(present);
     });
 }
 

@@ -16,11 +16,16 @@ constexpr char kSeparator = '\\';
 constexpr char kSeparator = '/';
 #endif
 
+// What becomes of a link in the place of a file.
+enum class Links { kFollow, kRefuse };
+
 // The whole of a regular file. Nothing when it is missing, unreadable, not a regular file (a pipe
 // or a folder would block or never end) or longer than maxBytes.
-std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes);
+std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes,
+                                    Links links = Links::kFollow);
 // The same, but only the first `bytes` of a longer one.
-std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes);
+std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes,
+                                         Links links = Links::kFollow);
 
 // Puts `contents` in place of the file, or creates it, so that any moment shows the old file or the
 // new one, whole, and so does a loss of power. A link stays and what it leads to is replaced; the
@@ -28,10 +33,11 @@ std::optional<std::string> readFileStart(const std::string& path, std::size_t by
 // was being written by others for too long.
 bool writeFile(const std::string& path, const std::string& contents);
 
-// The same with contents made from the present ones (none of a missing file), which no other
+// The same with contents made from the present ones (nothing: there is no file), which no other
 // updateFile or writeFile changes meanwhile. False also when the file is there but cannot be read.
-using FileEdit = std::function<std::string(const std::string& present)>;
-bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit);
+using FileEdit = std::function<std::string(const std::optional<std::string>& present)>;
+bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit,
+                Links links = Links::kFollow);
 
 // Whether path names a regular file, links followed.
 bool fileExists(const std::string& path);

@@ -36,9 +36,10 @@ std::optional<std::string> readStart(int descriptor, std::size_t bytes) {
 
 }  // namespace
 
-std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes) {
+std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes, Links links) {
+    const int noLink = links == Links::kRefuse ? O_NOFOLLOW : 0;
     // Opening a pipe must not wait for its other end.
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | noLink);
     if (descriptor < 0) return std::nullopt;
     auto contents = readStart(descriptor, bytes);
     close(descriptor);

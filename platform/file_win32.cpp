@@ -29,11 +29,16 @@ std::optional<std::string> readStart(HANDLE file, std::size_t bytes) {
 
 }  // namespace
 
-std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes) {
-    const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes, Links links) {
+    const DWORD noLink = links == Links::kRefuse ? FILE_FLAG_OPEN_REPARSE_POINT : 0;
+    const HANDLE file =
+        CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | noLink, nullptr);
     if (file == INVALID_HANDLE_VALUE) return std::nullopt;
-    auto contents = readStart(file, bytes);
+    BY_HANDLE_FILE_INFORMATION found = {};
+    const bool isRefused = noLink && (!GetFileInformationByHandle(file, &found) ||
+                                      found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
+    auto contents = isRefused ? std::nullopt : readStart(file, bytes);
     CloseHandle(file);
     return contents;
 }

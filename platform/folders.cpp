@@ -17,9 +17,9 @@ std::optional<Folders> replacement;
 
 }  // namespace
 
-std::string moduleFolder() {
-    if (replacement) return replacement->module;
-    const std::string path = systemModulePath();
+std::optional<std::string> moduleFolder() {
+    const std::string path = replacement ? replacement->module : systemModulePath();
+    if (path.empty()) return std::nullopt;
     return path.substr(0, path.rfind(kSeparator) + 1);
 }
 

@@ -7,15 +7,15 @@
 namespace platform {
 
 // Folder of the library or program that this code is linked into, links resolved, ending in a
-// separator; empty when the system does not tell.
-std::string moduleFolder();
+// separator; nothing when the system does not tell.
+std::optional<std::string> moduleFolder();
 
-// The user's folder for application data, created if need be, without a closing separator; nothing
-// when there is none. Windows: the roaming one. Linux: $XDG_CONFIG_HOME if set and absolute, else
-// $HOME/.config.
+// The user's folder for application data, created with its parents if need be, without a closing
+// separator; nothing when there is none. Windows: the roaming one. Linux: $XDG_CONFIG_HOME if set
+// and absolute, else $HOME/.config.
 std::optional<std::string> applicationDataFolder();
 
-// Puts other folders in place for a scope; an empty `applicationData` stands for none. For tests.
+// Puts other folders in place for a scope; an empty one stands for none. For tests.
 class ScopedFolders {
   public:
     ScopedFolders(std::string module, std::string applicationData);

@@ -2,22 +2,32 @@
 #include "platform/system_folders.h"
 
 #include <cstdlib>
-#include <cstring>
 
 #include <dlfcn.h>
 #include <limits.h>
+#include <link.h>
 #include <sys/stat.h>
 
 namespace platform {
 
 std::string systemModulePath() {
     Dl_info info = {};
-    if (dladdr(reinterpret_cast<const void*>(&systemModulePath), &info) == 0) return {};
+    link_map* loaded = nullptr;
+    void* const place = &loaded;
+    const void* const inside = reinterpret_cast<const void*>(&systemModulePath);
+    if (!dladdr1(inside, &info, static_cast<void**>(place), RTLD_DL_LINKMAP)) return {};
+    // The program itself has no name here; a library's may lead nowhere by now.
+    const char* const name = loaded->l_name[0] ? loaded->l_name : "/proc/self/exe";
     char path[PATH_MAX];
-    // A program started through PATH is known by its bare name, which any file may have.
-    const bool isPath = info.dli_fname && std::strchr(info.dli_fname, '/');
-    if (isPath && realpath(info.dli_fname, path)) return path;
-    return realpath("/proc/self/exe", path) ? path : std::string();
+    return realpath(name, path) ? path : std::string();
+}
+
+// All of its parents, too; for the user alone, as desktops have it.
+void makeFolders(const std::string& folder) {
+    for (std::size_t end = 0; end != std::string::npos;) {
+        end = folder.find('/', end + 1);
+        mkdir(folder.substr(0, end).c_str(), 0700);
+    }
 }
 
 std::optional<std::string> systemApplicationDataFolder() {
@@ -30,7 +40,7 @@ std::optional<std::string> systemApplicationDataFolder() {
         if (!home || home[0] != '/') return std::nullopt;
         folder = std::string(home) + "/.config";
     }
-    mkdir(folder.c_str(), 0700);
+    makeFolders(folder);
     struct stat status = {};
     if (stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
     return folder;

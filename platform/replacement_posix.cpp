@@ -98,10 +98,10 @@ void flushFolder(const std::string& folder) {
 
 }  // namespace
 
-bool replaceSystemFile(const std::string& path, const ContentsMaker& contents) {
-    const std::string target = withoutLinks(path);
+bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker& contents) {
+    const std::string target = links == Links::kFollow ? withoutLinks(path) : path;
     struct stat old = {};
-    const bool exists = stat(target.c_str(), &old) == 0;
+    const bool exists = lstat(target.c_str(), &old) == 0;
     if (!exists && errno != ENOENT) return false;
     // A rename would replace devices and write-protected files, too.
     if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;

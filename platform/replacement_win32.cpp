@@ -25,10 +25,11 @@ bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
 }
 
 // Never a folder, and nothing that is write-protected.
-bool mayReplace(const std::string& path) {
+bool mayReplace(const std::string& path, Links links) {
+    const DWORD link = links == Links::kRefuse ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes == INVALID_FILE_ATTRIBUTES ||
-           !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY));
+           !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | link));
 }
 
 HANDLE openAlone(const std::string& path) {
@@ -65,10 +66,10 @@ bool renameTo(HANDLE file, const std::string& path) {
 
 }  // namespace
 
-bool replaceSystemFile(const std::string& path, const ContentsMaker& contents) {
+bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker& contents) {
     char target[MAX_PATH];
     const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, target, nullptr);
-    if (length == 0 || length >= MAX_PATH || !mayReplace(target)) return false;
+    if (length == 0 || length >= MAX_PATH || !mayReplace(target, links)) return false;
 
     const std::string temporary = target + std::string(kReplacementEnding);
     HANDLE file = INVALID_HANDLE_VALUE;

@@ -79,8 +79,8 @@ bool SettingsStore::writeToSystem(const std::string& name, const std::string& va
     createFolder(companyFolder);
     createFolder(folder);
 
-    return updateFile(folder + "/settings", kLargestFile, [&](const std::string& present) {
-        Settings settings = parsed(present);
+    return updateFile(folder + "/settings", kLargestFile, [&](const auto& present) {
+        Settings settings = parsed(present.value_or(""));
         settings[name] = value;
         std::string contents;
         for (const auto& [key, text] : settings) contents += key + "=" + escaped(text) + "\n";

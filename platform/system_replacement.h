@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/file.h"
+
 namespace platform {
 
 // What is added to a path for the file that will take its place. There is one at a time: whoever
@@ -20,6 +22,6 @@ constexpr std::chrono::seconds kReplacementPatience{2};
 using ContentsMaker = std::function<std::optional<std::string>()>;
 
 // True: the contents are in place, also after a loss of power. False: the old file is.
-bool replaceSystemFile(const std::string& path, const ContentsMaker& contents);
+bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker& contents);
 
 }  // namespace platform

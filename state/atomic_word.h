@@ -20,6 +20,12 @@ void storeWord(Word& word, Word value) {
     __atomic_store(&word, &value, __ATOMIC_RELAXED);
 }
 
+// Unless the word has become another than `was`.
+template <typename Word>
+void exchangeWord(Word& word, Word was, Word value) {
+    __atomic_compare_exchange(&word, &was, &value, false, __ATOMIC_RELAXED, __ATOMIC_RELAXED);
+}
+
 // Copy `size` bytes. What other threads may touch, the source or the target, is aligned for 32-bit
 // words; the other side need not be.
 void loadBytes(void* to, const void* from, std::size_t size);

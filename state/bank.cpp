@@ -44,11 +44,25 @@ float Bank::value(int program, int index) const {
 }
 
 void Bank::setValue(int program, int index, float value) {
-    if (!std::isfinite(value)) value = 0.0f;
+    storeWord(heldValue(program, index), limited(index, value));
+}
+
+void Bank::limitValues(int program) {
+    for (int index = 0; index < kNumParams; ++index) {
+        float& held = heldValue(program, index);
+        const float value = loadWord(held);
+        exchangeWord(held, value, limited(index, value));
+    }
+}
+
+float& Bank::heldValue(int program, int index) {
     ParameterRecord& record = chunk_.parameters[index];
-    if (!loadWord(record.unclamped)) value = std::clamp(value, 0.0f, 1.0f);
-    storeWord(loadWord(record.programHeld) ? chunk_.programs[program].values[index] : record.value,
-              value);
+    return loadWord(record.programHeld) ? chunk_.programs[program].values[index] : record.value;
+}
+
+float Bank::limited(int index, float value) const {
+    const bool asGiven = loadWord(chunk_.parameters[index].unclamped) && std::isfinite(value);
+    return asGiven ? value : engineValue(value);
 }
 
 float Bank::valuePastTable(int program) const {
@@ -59,7 +73,7 @@ float Bank::valuePastTable(int program) const {
                                        : record + offsetof(ParameterRecord, value);
     float value = 0.0f;
     if (at + sizeof value <= sizeof chunk_) loadBytes(&value, bytes + at, sizeof value);
-    return std::isfinite(value) ? value : 0.0f;
+    return std::isfinite(value) ? value : engineValue(value);
 }
 
 std::string Bank::parameterName(int index) const {

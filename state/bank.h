@@ -43,7 +43,8 @@ static_assert(sizeof(BankChunk) == 26088 && std::is_trivially_copyable_v<BankChu
 static_assert(offsetof(BankChunk, programs) == 1512);
 
 // Values may be read and written by several threads at once, each word whole; names belong to the
-// host's user-interface thread. What a chunk brought is kept as it came: readers check.
+// host's user-interface thread. What a chunk brought is kept as it came until a program is sent:
+// readers check.
 class Bank {
   public:
     // Defaults everywhere, every program named "Init".
@@ -52,11 +53,13 @@ class Bank {
     // The value that the program, or the table for a parameter that programs do not hold, has now.
     // `program` and `index` are in range.
     float value(int program, int index) const;
-    // Stores a value, limited to 0..1 unless the record says otherwise; one that is not finite as
-    // 0.
+    // Stores a value, limited to 0..1 unless the record says otherwise; one that is not finite in
+    // any case.
     void setValue(int program, int index, float value);
+    // Stores what the program has anew, so that it is limited however it came.
+    void limitValues(int program);
     // What lies where a 43rd record would: the first program's name read as a record. Any float
-    // that is finite; 0 for one that is not.
+    // that is finite; one that is not comes limited.
     float valuePastTable(int program) const;
 
     std::string parameterName(int index) const;
@@ -69,6 +72,9 @@ class Bank {
     BankChunk& chunk() { return chunk_; }
 
   private:
+    float& heldValue(int program, int index);
+    float limited(int index, float value) const;
+
     BankChunk chunk_{};
 };
 

@@ -60,11 +60,9 @@ class BankFile {
     std::uint32_t fxId() const { return bigEndian(16); }
     std::int32_t numPrograms() const { return static_cast<std::int32_t>(bigEndian(24)); }
     std::int32_t chunkSize() const { return static_cast<std::int32_t>(bigEndian(kFirstProgram)); }
-    const void* chunk() const { return bytes_.data() + std::min(kChunk, bytes_.size()); }
-    // What the header promises, but never more than the file has.
-    std::int32_t usableChunkSize() const {
-        const std::size_t rest = bytes_.size() - std::min(kChunk, bytes_.size());
-        return std::min(chunkSize(), static_cast<std::int32_t>(rest));
+    // Null unless a whole bank follows.
+    const void* chunk() const {
+        return holds(kChunk, sizeof(BankChunk)) ? bytes_.data() + kChunk : nullptr;
     }
 
   private:
@@ -112,8 +110,9 @@ bool takeBankChunk(Bank& bank, const void* data, std::int32_t size) {
 
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     constexpr const char* kTitle = "Preset loader";
+    const auto folder = platform::moduleFolder();
     const auto bytes =
-        platform::readFile(platform::moduleFolder() + kDefaultBankFile, kLargestFile);
+        folder ? platform::readFile(*folder + kDefaultBankFile, kLargestFile) : std::nullopt;
     bankMissing = !bytes;
     if (!bytes) return;
 
@@ -127,7 +126,7 @@ void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     if (list) {
         takeProgramList(bank, file);
     } else {
-        takeBankChunk(bank, file.chunk(), file.usableChunkSize());
+        takeBankChunk(bank, file.chunk(), file.chunkSize());
     }
 }
 

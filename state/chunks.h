@@ -16,7 +16,8 @@ bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t si
 bool takeBankChunk(Bank& bank, const void* data, std::int32_t size);
 
 // Loads the default bank that lies beside the library into `bank`. A file that cannot be used gets
-// its message and changes nothing; a missing one is only remembered.
+// its message and changes nothing; a missing one is only remembered, and so is a library whose
+// folder is unknown.
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId);
 
 // Whether the last instance of the process that looked for the default bank could not open it.

@@ -18,8 +18,28 @@ constexpr std::size_t kFileSize = kNumParams * kEntrySize;
 
 using Lock = std::lock_guard<std::mutex>;
 
-std::string dataFolderPath() {
-    return findDataFolder(platform::kProductName).value_or("") + kControllerMapFile;
+constexpr std::size_t kLargestFile = 64 << 20;
+
+std::int32_t wordAt(const std::string& bytes, int index) {
+    std::uint32_t word = 0;
+    for (std::size_t b = 0; b < kEntrySize; ++b) {
+        const auto byte = static_cast<unsigned char>(bytes[index * kEntrySize + b]);
+        word |= static_cast<std::uint32_t>(byte) << 8 * b;
+    }
+    return static_cast<std::int32_t>(word);
+}
+
+// Anybody may have laid a link in the current folder, which stands for a data folder that is not
+// there.
+struct Place {
+    std::string path;
+    platform::Links links;
+};
+
+Place ownPlace() {
+    const auto folder = findDataFolder(platform::kProductName);
+    return {folder.value_or("") + kControllerMapFile,
+            folder ? platform::Links::kFollow : platform::Links::kRefuse};
 }
 
 }  // namespace
@@ -30,45 +50,47 @@ void ControllerMap::clear() {
 
 void ControllerMap::load() {
     const Lock lock(fileLock_);
-    std::string path = dataFolderPath();
-    if (!platform::fileExists(path)) path = platform::moduleFolder() + kControllerMapFile;
-    const auto contents = platform::readFileStart(path, kFileSize);
-    if (contents) {
-        take(*contents);
-    } else {
-        clear();
+    Place place = ownPlace();
+    if (!platform::fileExists(place.path)) {
+        const auto beside = platform::moduleFolder();
+        if (beside) place = {*beside + kControllerMapFile, platform::Links::kFollow};
     }
-    changed_.store(false, std::memory_order_relaxed);
-    source_ = contents ? path : "";
+    auto file = platform::readFileStart(place.path, kFileSize, place.links);
+    unsaved_.store(0, std::memory_order_relaxed);
+    due_.store(false, std::memory_order_relaxed);
+    if (file) file->resize(kFileSize, '\0');
+    for (int i = 0; i < kNumParams; ++i) store(i, file ? wordAt(*file, i) : kUnbound);
 }
 
-void ControllerMap::take(std::string bytes) {
+std::string ControllerMap::savedOnto(const std::optional<std::string>& file,
+                                     std::uint64_t changed) const {
+    std::string bytes = file.value_or("");
     bytes.resize(kFileSize, '\0');
     for (int i = 0; i < kNumParams; ++i) {
-        std::uint32_t word = 0;
+        if (file && !(changed >> i & 1)) continue;
+        const auto word = static_cast<std::uint32_t>(controller(i));
         for (std::size_t b = 0; b < kEntrySize; ++b) {
-            word |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i * 4 + b]))
-                    << 8 * b;
+            bytes[i * kEntrySize + b] = static_cast<char>(word >> 8 * b);
         }
-        bind(i, static_cast<std::int32_t>(word));
     }
+    return bytes;
 }
 
 void ControllerMap::save() {
     const Lock lock(fileLock_);
-    const bool changed = changed_.exchange(false, std::memory_order_acquire);
-    const std::string path = dataFolderPath();
-    if (!changed && path != source_ && platform::fileExists(path)) return;
-    std::string bytes;
-    for (int i = 0; i < kNumParams; ++i) {
-        const auto word = static_cast<std::uint32_t>(controller(i));
-        for (std::size_t b = 0; b < kEntrySize; ++b) bytes += static_cast<char>(word >> 8 * b);
+    due_.store(false, std::memory_order_relaxed);
+    const std::uint64_t changed = unsaved_.exchange(0, std::memory_order_acquire);
+    const Place place = ownPlace();
+    const auto present = platform::readFileStart(place.path, kFileSize + 1, place.links);
+    if (present && savedOnto(present, changed) == *present) return;
+    const auto edit = [&](const auto& file) { return savedOnto(file, changed); };
+    if (!platform::updateFile(place.path, kLargestFile, edit, place.links)) {
+        unsaved_.fetch_or(changed, std::memory_order_relaxed);
     }
-    platform::writeFile(path, bytes);
 }
 
 void ControllerMap::saveIfChanged() {
-    if (changed_.load(std::memory_order_relaxed)) save();
+    if (due_.load(std::memory_order_acquire)) save();
 }
 
 ControllerMap& controllerMap() {

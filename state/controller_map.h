@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "state/parameters.h"
@@ -24,28 +25,33 @@ class ControllerMap {
         return controllers_[parameter].load(std::memory_order_relaxed);
     }
     void bind(int parameter, std::int32_t controller) {
-        controllers_[parameter].store(controller, std::memory_order_relaxed);
-        changed_.store(true, std::memory_order_release);
+        store(parameter, controller);
+        unsaved_.fetch_or(std::uint64_t{1} << parameter, std::memory_order_release);
+        due_.store(true, std::memory_order_release);
     }
     void clear();
 
     // Reads the map from the data folder, or from beside the library when it is not there. A short
     // file leaves the rest bound to controller 0: kept. Without a file nothing is bound.
     void load();
-    // Writes the map to the data folder, or to the current folder when there is none. Failures
-    // are not reported. A file that the last load did not see stays, unless something was bound
-    // since.
+    // Puts what was bound here since the last load into the file as it is by now, in the data
+    // folder or in the current folder when there is none; without a file the whole map. Failures
+    // are not reported: the next save tries again.
     void save();
-    // Does that if anything was bound since the last load or saveIfChanged.
+    // Does that if anything was bound since the last load, save or saveIfChanged.
     void saveIfChanged();
 
   private:
-    void take(std::string bytes);
+    void store(int parameter, std::int32_t controller) {
+        controllers_[parameter].store(controller, std::memory_order_relaxed);
+    }
+    // The bytes that belong into the file.
+    std::string savedOnto(const std::optional<std::string>& file, std::uint64_t changed) const;
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
-    std::atomic<bool> changed_{false};
+    std::atomic<std::uint64_t> unsaved_{0};  // one bit a parameter
+    std::atomic<bool> due_{false};
     std::mutex fileLock_;  // load and save
-    std::string source_;   // the file that the last load read
 };
 
 // The map of the process.

@@ -125,7 +125,7 @@ const Parameter& parameter(int index) {
 }
 
 float engineValue(float value) {
-    return std::isfinite(value) ? std::clamp(value, 0.0f, 1.0f) : 0.0f;
+    return std::isnan(value) ? 0.0f : std::clamp(value, 0.0f, 1.0f);
 }
 
 std::string valueText(float value) {

@@ -71,7 +71,7 @@ struct Parameter {
 // Throws nothing; `index` must be a parameter.
 const Parameter& parameter(int index);
 
-// 0 for a value that is not finite, else the value limited to 0..1.
+// The value limited to 0..1; 0 for one that is no number.
 float engineValue(float value);
 
 // The value with three decimals and a point, in at most 7 characters whatever the value.

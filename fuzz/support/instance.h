@@ -1,6 +1,7 @@
 // One instance of the instrument as a host holds it, and what has to hold for each.
 #pragma once
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,6 +12,14 @@
 #include "state/bank.h"
 
 namespace fuzz {
+
+// A bank's bytes once the program was sent, which limits its values.
+inline std::string asSent(const std::string& bytes, int program) {
+    state::Bank bank;
+    std::memcpy(&bank.chunk(), bytes.data(), sizeof(state::BankChunk));
+    bank.limitValues(program);
+    return {reinterpret_cast<const char*>(&bank.chunk()), sizeof(state::BankChunk)};
+}
 
 // The block's list of events, each in memory of its own and of just its size.
 class EventList {

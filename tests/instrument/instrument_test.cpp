@@ -2,7 +2,9 @@
 #include "state/instrument.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <random>
 #include <thread>
@@ -163,6 +165,30 @@ TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
     for (int program = 1; program < kPrograms; ++program) {
         SCOPED_TRACE(program);
         EXPECT_TRUE(sound(program - 1, program) == sound(program, program));
+    }
+}
+
+// However the values came, a host saves them again as they sound.
+TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const struct {
+        float brought, kept, keptUnclamped;
+    } rows[] = {{1.7f, 1.0f, 1.7f},      {-0.5f, 0.0f, -0.5f},     {0.3f, 0.3f, 0.3f},
+                {kInfinity, 1.0f, 1.0f}, {-kInfinity, 0.0f, 0.0f}, {NAN, 0.0f, 0.0f}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.brought);
+        const auto instrument = playing();
+        state::BankChunk& chunk = instrument->bank().chunk();
+        chunk.parameters[state::kPan].programHeld = 0;
+        chunk.parameters[state::kPan].value = row.brought;
+        chunk.parameters[state::kSize].unclamped = 1;
+        for (float& value : chunk.programs[3].values) value = row.brought;
+        instrument->setProgram(3);
+        EXPECT_EQ(chunk.parameters[state::kPan].value, row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kSize], row.keptUnclamped);
+        instrument->setValue(state::kVolume, row.brought);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/shared_library.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -39,17 +40,22 @@ TEST(PosixFolders, FollowTheConventionsOfDesktops) {
     home.write("file", "");
     const std::string base = home.path() + "home", given = home.path() + "given";
     const std::string missing = base + "/missing", file = home.path() + "file";
+    const std::string deep = home.path() + "not/yet/there";
     std::filesystem::create_directory(base);
     const struct {
         const char* given;
         const char* home;
         std::optional<std::string> folder;
-    } rows[] = {
-        {given.c_str(), base.c_str(), given},          {given.c_str(), nullptr, given},
-        {"relative", base.c_str(), base + "/.config"}, {"", base.c_str(), base + "/.config"},
-        {nullptr, base.c_str(), base + "/.config"},    {nullptr, nullptr, std::nullopt},
-        {nullptr, "relative", std::nullopt},           {nullptr, missing.c_str(), std::nullopt},
-        {file.c_str(), base.c_str(), std::nullopt}};
+    } rows[] = {{given.c_str(), base.c_str(), given},
+                {given.c_str(), nullptr, given},
+                {"relative", base.c_str(), base + "/.config"},
+                {"", base.c_str(), base + "/.config"},
+                {nullptr, base.c_str(), base + "/.config"},
+                {nullptr, nullptr, std::nullopt},
+                {nullptr, "relative", std::nullopt},
+                {nullptr, missing.c_str(), missing + "/.config"},
+                {deep.c_str(), base.c_str(), deep},
+                {file.c_str(), base.c_str(), std::nullopt}};
     int number = 0;
     for (const auto& row : rows) {
         SCOPED_TRACE(number++);
@@ -61,7 +67,18 @@ TEST(PosixFolders, FollowTheConventionsOfDesktops) {
 }
 
 TEST(PosixFolders, OfALibraryIsWhereItsFileLies) {
-    EXPECT_TRUE(platform::fileExists(platform::moduleFolder() + "platform_tests"));
+    EXPECT_TRUE(platform::fileExists(platform::moduleFolder().value_or("") + "platform_tests"));
+}
+
+TEST(PosixFolders, OfALibraryAreUnknownOnceItsFileIsGone) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path() + "library.so";
+    std::filesystem::copy_file(TEST_LIBRARY, path);
+    const platform::SharedLibrary library(path);
+    const auto ownFolder = reinterpret_cast<const char* (*)()>(library.symbol("ownFolder"));
+    EXPECT_EQ(ownFolder(), std::filesystem::canonical(folder.path()).string() + '/');
+    std::filesystem::remove(path);
+    EXPECT_STREQ(ownFolder(), "unknown");
 }
 
 }  // namespace

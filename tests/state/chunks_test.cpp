@@ -172,6 +172,7 @@ TEST(DefaultBank, WithoutAUsableFileStaysInit) {
         {"header only", header("FBCh", kId, 128), {wrongSize}},
         {"chunk cut short", opaqueFile(chunk.substr(0, 26087), 26088), {wrongSize}},
         {"size lies", opaqueFile(chunk, 26087), {wrongSize}},
+        {"size beyond the file", opaqueFile(chunk, 26089), {wrongSize}},
         {"negative size", opaqueFile(chunk, 0xFFFFFFFF), {wrongSize}},
         {"list without entries", header("FxBk", kId, 0x7FFFFFFF), {}},
         {"negative count of programs", header("FxBk", kId, 0xFFFFFFFF) + listEntry(42, {}), {}},
@@ -182,7 +183,7 @@ TEST(DefaultBank, WithoutAUsableFileStaysInit) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         const LoadedDefault loaded(row.contents);
-        EXPECT_EQ(bytesOf(loaded.bank), untouched);
+        EXPECT_TRUE(bytesOf(loaded.bank) == untouched);
         EXPECT_EQ(loaded.messages.all, row.messages);
     }
 }
@@ -196,6 +197,14 @@ TEST(DefaultBank, ThatCannotBeOpenedIsOnlyRemembered) {
     EXPECT_TRUE(state::defaultBankMissing());
 
     std::filesystem::create_directory(folder.path() + "default.fxb");
+    state::loadDefaultBank(bank, kId);
+    EXPECT_TRUE(state::defaultBankMissing());
+
+    // Nor is that of any other folder taken when the library's own is unknown.
+    const TemporaryFolder other;
+    other.write("default.fxb", opaqueFile(bytesOf(namedBank("Stranger")), 26088));
+    const CurrentFolder current(other.path());
+    const platform::ScopedFolders unknown("", "");
     state::loadDefaultBank(bank, kId);
     EXPECT_TRUE(state::defaultBankMissing());
     EXPECT_TRUE(messages.all.empty());

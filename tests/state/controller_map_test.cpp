@@ -78,6 +78,31 @@ TEST(ControllerMap, IsWrittenOnceForAChange) {
     EXPECT_FALSE(platform::fileExists(path));
 }
 
+// As when another process, or another plug-in of ours in this one, saves meanwhile.
+TEST(ControllerMap, WritesOnlyWhatItChanged) {
+    const Folders folders;
+    const std::string path = folders.applicationData.path() + kInDataFolder;
+    ControllerMap first, second, idle;
+    first.bind(state::kPan, 20);
+    first.bind(state::kMix, 21);
+    first.save();
+    for (ControllerMap* map : {&first, &second, &idle}) map->load();
+    first.bind(state::kPan, ControllerMap::kUnbound);
+    second.bind(state::kSpring, 30);
+    second.save();
+    first.save();
+    ControllerMap kept;
+    kept.load();
+    EXPECT_EQ(kept.controller(state::kPan), ControllerMap::kUnbound);
+    EXPECT_EQ(kept.controller(state::kMix), 21);
+    EXPECT_EQ(kept.controller(state::kSpring), 30);
+
+    const auto longAgo = std::filesystem::last_write_time(path) - std::chrono::hours(1);
+    std::filesystem::last_write_time(path, longAgo);
+    for (ControllerMap* map : {&first, &idle, &kept}) map->save();
+    EXPECT_EQ(std::filesystem::last_write_time(path), longAgo);
+}
+
 TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
     const Folders folders;
     folders.module.write("Pluginccmap.bin", std::string("\x05\0\0\0", 4));
@@ -175,6 +200,33 @@ TEST(ControllerMap, IsOldOrNewWhereverTheProcessIsKilled) {
     });
 }
 
+TEST(ControllerMap, FollowsNoLinkInTheCurrentFolder) {
+    const TemporaryFolder current, other;
+    const CurrentFolder scope(current.path());
+    const platform::ScopedFolders noFolders("", "");
+    const std::string file = "Pluginccmap.bin", victim = other.path() + "victim";
+    const std::string before(168, '\x05');
+    for (const bool there : {true, false}) {
+        SCOPED_TRACE(there);
+        if (there) other.write("victim", before);
+        std::filesystem::create_symlink(victim, file);
+        ControllerMap map;
+        map.load();
+        EXPECT_EQ(map.controller(state::kPan), ControllerMap::kUnbound);
+        map.bind(state::kPan, 20);
+        map.save();
+        EXPECT_EQ(platform::readFile(victim, 1000), there ? std::optional(before) : std::nullopt);
+        std::filesystem::remove(file);
+        std::filesystem::remove(victim);
+        // What was bound is not given up.
+        map.save();
+        ControllerMap kept;
+        kept.load();
+        EXPECT_EQ(kept.controller(state::kPan), 20);
+        std::filesystem::remove(file);
+    }
+}
+
 // As when the process may open no more files: the musician's bindings must not go.
 TEST(ControllerMap, LeavesAFileThatItCouldNotRead) {
     const Folders folders;
@@ -198,6 +250,7 @@ TEST(ControllerMap, LeavesAFileThatItCouldNotRead) {
     map.save();
     other.load();
     EXPECT_EQ(other.controller(state::kMix), 7);
+    EXPECT_EQ(other.controller(state::kPan), 20);
 }
 #endif
 

@@ -36,7 +36,8 @@ TEST(Parameters, KeepTheirStoredNamesAndDefaults) {
 TEST(Parameters, GiveTheEngineFiniteValuesWithinItsRange) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     EXPECT_EQ(state::engineValue(std::nanf("")), 0.0f);
-    EXPECT_EQ(state::engineValue(kInfinity), 0.0f);
+    EXPECT_EQ(state::engineValue(kInfinity), 1.0f);
+    EXPECT_EQ(state::engineValue(-kInfinity), 0.0f);
     EXPECT_EQ(state::engineValue(-0.2f), 0.0f);
     EXPECT_EQ(state::engineValue(1.7f), 1.0f);
     EXPECT_EQ(state::engineValue(0.25f), 0.25f);

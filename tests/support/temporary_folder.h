@@ -6,6 +6,18 @@
 #include <random>
 #include <string>
 
+// Makes a folder the current one for a scope.
+class CurrentFolder {
+  public:
+    explicit CurrentFolder(const std::string& folder) { std::filesystem::current_path(folder); }
+    ~CurrentFolder() { std::filesystem::current_path(before_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+  private:
+    const std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 class TemporaryFolder {
   public:
     TemporaryFolder()
