@@ -68,6 +68,17 @@ void Engine::allNotesOff() {
     bass_.allNotesOff();
 }
 
+void Engine::allSoundOff() {
+    forgetHeldNotes();
+    silence();
+}
+
+void Engine::resetControllers() {
+    setExpression(1.0f);
+    setPedal(false);
+    bend(pitchOffset_);
+}
+
 void Engine::setPedal(bool down) {
     upper_.setPedal(down);
     bass_.setPedal(down);
@@ -87,6 +98,7 @@ void Engine::bend(float semitones) {
 }
 
 void Engine::setExpression(float gain) {
+    if (gain == expressionTarget_) return;  // the way there goes on
     expressionTarget_ = gain;
     expressionStep_ = static_cast<float>((gain - expression_) / (kExpressionSeconds * sampleRate_));
 }
@@ -271,11 +283,15 @@ void Engine::countSilence(int frames) {
     }
 }
 
-void Engine::clearFault() {
+void Engine::silence() {
     reset();
     tone_.clearShelf();
     chorus_.setRate(sampleRate_);
     reverb_.clearFault();
+}
+
+void Engine::clearFault() {
+    silence();
     limiter_.clear();
 }
 

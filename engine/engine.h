@@ -33,6 +33,8 @@ class Engine : public SoundEngine {
     void noteOn(int key, int velocity) override;
     void noteOff(int key) override;
     void allNotesOff() override;
+    void allSoundOff() override;
+    void resetControllers() override;
     void setPedal(bool down) override;
     void setPitchBend(int value) override;
     void setExpression(float gain) override;
@@ -84,6 +86,7 @@ class Engine : public SoundEngine {
     void countSilence(int frames);
     float tickExpression();
     void bend(float semitones);
+    void silence();
     void clearFault();
     // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
     template <typename Change>

@@ -94,6 +94,8 @@ class SoundEngine {
     virtual void noteOn(int key, int velocity) = 0;
     virtual void noteOff(int key) = 0;
     virtual void allNotesOff() = 0;
+    virtual void allSoundOff() = 0;  // ends voices and tails at once; controllers stay
+    virtual void resetControllers() = 0;
     virtual void setPedal(bool down) = 0;
     virtual void setPitchBend(int value) = 0;    // 0..127
     virtual void setExpression(float gain) = 0;  // 0..1, reached within 5 ms

@@ -115,6 +115,7 @@ class Instrument final : public editor::EditorHost {
     float valueForEngine(int index) const;
     void pushProgram();
 
+    void letGoOfBoundControllers();
     void play(const std::uint8_t* message);
     // Moves the parameters that follow the controller; false when there are none.
     bool moveBoundParameters(int controller, int value);

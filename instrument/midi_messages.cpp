@@ -7,6 +7,8 @@ namespace {
 
 constexpr int kExpression = 11;
 constexpr int kSustainPedal = 64;
+constexpr int kAllSoundOff = 120;
+constexpr int kResetControllers = 121;
 
 void playController(engine::SoundEngine& engine, int controller, int value) {
     switch (controller) {
@@ -15,6 +17,12 @@ void playController(engine::SoundEngine& engine, int controller, int value) {
             break;
         case kSustainPedal:
             engine.setPedal(value >= 64);
+            break;
+        case kAllSoundOff:
+            engine.allSoundOff();
+            break;
+        case kResetControllers:
+            engine.resetControllers();
             break;
         case kAllNotesOff:
             engine.allNotesOff();
@@ -25,6 +33,11 @@ void playController(engine::SoundEngine& engine, int controller, int value) {
 }
 
 }  // namespace
+
+void letGo(engine::SoundEngine& engine, int controller) {
+    if (controller == kExpression) engine.setExpression(1.0f);
+    if (controller == kSustainPedal) engine.setPedal(false);
+}
 
 void playMessage(engine::SoundEngine& engine, const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;

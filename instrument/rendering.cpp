@@ -40,6 +40,7 @@ void Instrument::render(float* left, float* right, int frames) {
         return;
     }
     carryOutPending();
+    letGoOfBoundControllers();
     engine_->beginBlock();
     for (int start = 0; start < frames;) {
         if (start > 0) carryOutPending();
@@ -106,12 +107,17 @@ int Instrument::playMessagesUpTo(int frame) {
 
 void Instrument::play(const std::uint8_t* message) {
     engine_->wake();
-    const int controller = message[1] & 0x7F;
-    if (statusOf(message) == kProgramChange) {
-        setProgram(message[1] & 0x7F);
-    } else if (statusOf(message) != kControlChange ||
-               !moveBoundParameters(controller, message[2] & 0x7F) || controller == kAllNotesOff) {
-        playMessage(*engine_, message);
+    const int data1 = message[1] & 0x7F;
+    if (statusOf(message) == kProgramChange) return setProgram(data1);
+    const bool bound = statusOf(message) == kControlChange &&
+                       moveBoundParameters(data1, message[2] & 0x7F) && data1 != kAllNotesOff;
+    bound ? letGo(*engine_, data1) : playMessage(*engine_, message);
+}
+
+// Whoever bound them: another instance, the editor, or the map's file.
+void Instrument::letGoOfBoundControllers() {
+    for (int index = 0; index < state::kNumParams; ++index) {
+        letGo(*engine_, state::controllerMap().controller(index));
     }
 }
 

@@ -13,7 +13,9 @@ namespace {
 
 // Up to the terminating zero or the end of the field.
 std::string fieldText(const char (&field)[kNameSize]) {
-    return {field, std::find(field, field + kNameSize, '\0')};
+    char bytes[kNameSize];
+    loadBytes(bytes, field, kNameSize);
+    return {bytes, std::find(bytes, bytes + kNameSize, '\0')};
 }
 
 void setField(char (&field)[kNameSize], const char* text) {

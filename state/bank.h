@@ -42,9 +42,9 @@ struct BankChunk {
 static_assert(sizeof(BankChunk) == 26088 && std::is_trivially_copyable_v<BankChunk>);
 static_assert(offsetof(BankChunk, programs) == 1512);
 
-// Values may be read and written by several threads at once, each word whole; names belong to the
-// host's user-interface thread. What a chunk brought is kept as it came until a program is sent:
-// readers check.
+// May be read and written by several threads at once, each word whole; a name that is read while it
+// is written may come half old, half new. What a chunk brought is kept as it came until a program
+// is sent: readers check.
 class Bank {
   public:
     // Defaults everywhere, every program named "Init".

@@ -1,6 +1,7 @@
 // The VST 2 base class of an effect: owns the record a host holds and answers the opcodes of VST 1.
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "plugin/vst2/aeff_editor.h"
@@ -87,8 +88,9 @@ class AudioEffect {
 
     audioMasterCallback audioMaster_;
     std::unique_ptr<AEffEditor> editor_;
-    float sampleRate_ = 44100.0f;  // Hz
-    VstInt32 blockSize_ = 1024;    // the most frames a block will have
+    // Set by the host's user-interface thread, read by any.
+    std::atomic<float> sampleRate_{44100.0f};  // Hz
+    std::atomic<VstInt32> blockSize_{1024};    // the most frames a block will have
     VstInt32 numPrograms_;
     VstInt32 numParams_;
     VstInt32 currentProgram_ = 0;

@@ -1,4 +1,5 @@
 // Opening, both directions of changes, learning, the read-out, skins and zoom.
+
 #include "editor/editor_zoom.h"
 #include "platform/file.h"
 #include "platform/product.h"

@@ -57,9 +57,42 @@ TEST(EngineMidi, OtherMessagesLeaveTheSoundAlone) {
     for (const int status : {0x00, 0x40, 0x7F, 0xA0, 0xD0, 0xF0, 0xF8, 0xFF}) {
         EXPECT_TRUE(sameBits(noteThen(status, 60, 60), held)) << status;
     }
-    for (const int controller : {0, 1, 7, 10, 120, 121, 127}) {
+    for (const int controller : {0, 1, 7, 10, 121, 127}) {
         EXPECT_TRUE(sameBits(noteThen(0xB0, controller, 60), held)) << controller;
     }
+}
+
+TEST(EngineMidi, ResetControllersAreAsTheyBegan) {
+    Rig rig;
+    Rig plain;
+    rig.send(0xB0, 11, 0);
+    rig.send(0xB0, 64, 127);
+    rig.send(0xE0, 0, 127);
+    rig.send(0xB0, 121, 0);
+    for (Rig* each : {&rig, &plain}) {
+        each->playOnly(engine::kViola);
+        each->sendAt(0, 0x90, 60, 100);
+        each->sendAt(3000, 0x80, 60);
+    }
+    EXPECT_TRUE(sameBits(rig.render(8000), plain.render(8000)));
+}
+
+TEST(EngineMidi, AllSoundOffEndsVoicesAndTailsAtOnce) {
+    Rig rig;
+    rig.playOnly(engine::kViola);
+    rig.useEffects();
+    rig.engine().setSectionSwitch(engine::kCello, 1.0f);
+    rig.engine().setSectionLevel(engine::kCello, 1.0f);
+    rig.send(0xB0, 64, 127);
+    for (const int key : {36, 60}) rig.noteOn(key);
+    EXPECT_TRUE(sounds(rig));
+    rig.send(0xB0, 120, 0);
+    EXPECT_EQ(rig.engine().heldNotes(), 0);
+    EXPECT_LT(rms(rig.renderSeconds(0.3).left), 1e-7);
+    // The controllers stand as they stood.
+    rig.noteOn(60);
+    rig.noteOff(60);
+    EXPECT_TRUE(sounds(rig));
 }
 
 TEST(EngineMidi, ThePedalHoldsReleasedNotesUntilItIsLifted) {

@@ -123,19 +123,49 @@ class Interrupted : public engine::Engine {
     float volume = -1.0f;
 };
 
-TEST(Instrument, SendsWhatAChunkHasReplacedMeanwhile) {
-    auto engine = std::make_unique<Interrupted>(44100.0);
-    Interrupted& sent = *engine;
-    const auto instrument = std::make_unique<Instrument>(std::move(engine));
-    sent.interruption = [&] {
-        EXPECT_FALSE(instrument->setProgram(5));
-        instrument->bank().setValue(3, state::kVolume, 0.75f);
-        onAnotherThread([&] { instrument->resendProgram(); });
+class AnInterruptedProgram : public testing::Test {
+  protected:
+    AnInterruptedProgram() {
+        auto engine = std::make_unique<Interrupted>(44100.0);
+        sent = engine.get();
+        instrument = std::make_unique<Instrument>(std::move(engine));
+        instrument->bank().setValue(5, state::kVolume, 0.75f);
+    }
+    Interrupted* sent;
+    std::unique_ptr<Instrument> instrument;
+};
+
+TEST_F(AnInterruptedProgram, IsFollowedByTheOneThatAnotherThreadAsksFor) {
+    sent->interruption = [&] {
+        EXPECT_FALSE(instrument->setProgram(7));  // from within
+        onAnotherThread([&] { EXPECT_TRUE(instrument->setProgram(5)); });
+        EXPECT_EQ(instrument->program(), 5);
     };
     EXPECT_TRUE(instrument->setProgram(3));
-    EXPECT_EQ(sent.interruption, nullptr);
-    EXPECT_EQ(instrument->program(), 3);
-    EXPECT_EQ(sent.volume, 0.75f);
+    EXPECT_EQ(sent->interruption, nullptr);
+    EXPECT_EQ(instrument->program(), 5);
+    EXPECT_EQ(sent->volume, 0.75f);
+}
+
+// Another thread asks for the program once more whenever it is being sent.
+TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
+    render(*instrument, 1);
+    int asked = 0;
+    const std::function<void()> askAgain = [&] {
+        if (++asked < 100) sent->interruption = askAgain;
+        onAnotherThread([&] { instrument->resendProgram(); });
+    };
+    sent->interruption = askAgain;
+    onAnotherThread([&] { instrument->resendProgram(); });
+    render(*instrument, engine::kLongestSegment, [&] {
+        instrument->setValue(state::kVolume, 0.25f);
+        EXPECT_EQ(sent->volume, 0.25f);
+    });
+    EXPECT_EQ(asked, 1);
+    render(*instrument, 2 * engine::kLongestSegment);
+    EXPECT_EQ(asked, 3);
+    instrument->setValue(state::kVolume, 0.5f);  // between two blocks
+    EXPECT_EQ(asked, 4);
 }
 
 // "HP" and "Brigthness" walk on purpose.

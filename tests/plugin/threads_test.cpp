@@ -1,6 +1,7 @@
 // A host that renders on one thread and changes everything from others; run it under the thread
 // sanitizer, too.
 #include <atomic>
+#include <chrono>
 #include <cmath>
 #include <memory>
 #include <random>
@@ -9,9 +10,16 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/engine.h"
 #include "tests/plugin/midi_block.h"
 
 namespace {
+
+#ifdef __SANITIZE_THREAD__
+constexpr int kPairs = 1000;
+#else
+constexpr int kPairs = 10000;
+#endif
 
 class Threads : public testing::Test {
   protected:
@@ -98,6 +106,7 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             switch (random() % 6) {
                 case 0:
                     synth_->setSampleRate(random() % 2 ? 44100.0f : 48000.0f);
+                    synth_->setBlockSize(64 << random() % 4);
                     break;
                 case 1:
                     synth_->setParameter(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
@@ -111,6 +120,7 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
                     EXPECT_EQ(synth_->getChunk(&chunk, true), 192);
                     break;
                 case 4:
+                    synth_->setProgramName("moved");
                     synth_->copyProgram(static_cast<int>(random() % 128));
                     break;
                 default:
@@ -119,9 +129,69 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
             }
         },
         [&] {
+            char name[state::kNameSize];
+            synth_->getProgramName(name);
+            synth_->getParameterName(state::kPan, name);
+            EXPECT_GE(synth_->getSampleRate(), 44100.0f);
+            EXPECT_GT(synth_->getBlockSize(), 0);
             ASSERT_TRUE(std::isfinite(level()));
             noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
         });
+}
+
+// Tells the volume that it was given last.
+class HeardEngine : public engine::Engine {
+  public:
+    using Engine::Engine;
+    void setVolume(float gain) override { volume.store(gain, std::memory_order_relaxed); }
+    std::atomic<float> volume{0.0f};
+};
+
+// What a host does that restores a session: a chunk or a program, and at once the program meant.
+TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
+    using Clock = std::chrono::steady_clock;
+    auto owned = std::make_unique<HeardEngine>(44100.0);
+    HeardEngine& engine = *owned;
+    const auto synth = std::make_unique<plugin::VstSynth>(nullptr, std::move(owned));
+    AEffect* const host = synth->getAeffect();
+    const auto ask = [host](VstInt32 opcode, VstIntPtr value, void* data = nullptr) {
+        return host->dispatcher(host, opcode, 0, value, data, 0.0f);
+    };
+    const auto bank = std::make_unique<state::BankChunk>();
+    bank->parameters[state::kVolume].programHeld = 1;
+    for (int i = 0; i < state::kNumPrograms; ++i) {
+        bank->programs[i].values[state::kVolume] = static_cast<float>(i) / 128.0f;
+    }
+    ask(effSetChunk, sizeof *bank, bank.get());
+
+    std::atomic<bool> finished{false};
+    std::atomic<int> blocks{0};
+    std::thread audio([&] {
+        MidiBlock block;
+        float* outputs[] = {block.data(), block.data() + kMidiBlockFrames};
+        for (; !finished; ++blocks) {
+            host->processReplacing(host, nullptr, outputs, kMidiBlockFrames);
+            std::this_thread::sleep_for(std::chrono::microseconds(50));
+        }
+    });
+    std::mt19937 random(5);
+    for (int pair = 0; pair < kPairs; ++pair) {
+        const int last = static_cast<int>(random() % 128);
+        if (pair % 2) {
+            ask(effSetChunk, sizeof *bank, bank.get());
+        } else {
+            ask(effSetProgram, random() % 128);
+        }
+        const auto next = Clock::now() + std::chrono::microseconds(random() % 100);
+        while (Clock::now() < next) continue;
+        ask(effSetProgram, last);
+        EXPECT_EQ(ask(effGetProgram, 0), last);
+        if (pair % 10 != 0) continue;
+        for (const int from = blocks; blocks - from < 2;) std::this_thread::yield();
+        EXPECT_EQ(engine.volume, synth->getParameter(state::kVolume)) << pair;
+    }
+    finished = true;
+    audio.join();
 }
 
 // Controllers set values on the audio thread while the host reads, copies and saves the programs
@@ -140,8 +210,6 @@ TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
             synth_->getParameter(state::kNumParams);
             char text[64];
             synth_->getParameterDisplay(index, text);
-            synth_->setProgramName("moved");
-            synth_->getProgramName(text);
             state::controllerMap().bind(index, random() % 2 ? controller : -1);
             state::controllerMap().saveIfChanged();
             const auto preset = std::make_unique<state::ProgramRecord>();

@@ -156,6 +156,27 @@ TEST(VstSynth, SharesItsControllersWithEveryInstance) {
     EXPECT_EQ(third->getParameter(state::kVolume), 1.0f);
 }
 
+TEST(VstSynth, LetsGoOfAControllerThatAnotherInstanceBinds) {
+    const DataFolder folder;
+    const auto first = std::make_unique<VstSynth>(nullptr);
+    const auto second = std::make_unique<VstSynth>(nullptr);
+    second->setParameter(state::kEnvAttack, 0.0f);
+    control(*second, 11, 0);
+    const auto level = [&second] {
+        float peak = 0.0f;
+        for (int i = 0; i < 30; ++i) {
+            for (const float x : playMessage(*second, 0xA0, 60, 0)) peak = std::max(peak, x);
+        }
+        return peak;
+    };
+    level();  // until the ramp has come to its end
+    play(*second, 0x90, 60, 100);
+    EXPECT_LT(level(), 1e-6f);
+    first->learnSlot().arm(state::kPan);
+    control(*first, 11, 64);
+    EXPECT_GT(level(), 1e-3f);
+}
+
 TEST(VstSynth, PlaysOnWhereItsMapCanNeitherBeReadNorWritten) {
     const DataFolder folder;
     const RecordedMessages messages;

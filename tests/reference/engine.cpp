@@ -61,6 +61,17 @@ void Engine::allNotesOff() {
     bass_.allNotesOff();
 }
 
+void Engine::allSoundOff() {
+    forgetHeldNotes();
+    silence();
+}
+
+void Engine::resetControllers() {
+    setExpression(1.0f);
+    setPedal(false);
+    bend(pitchOffset_);
+}
+
 void Engine::setPedal(bool down) {
     upper_.setPedal(down);
     bass_.setPedal(down);
@@ -80,6 +91,7 @@ void Engine::bend(float semitones) {
 }
 
 void Engine::setExpression(float gain) {
+    if (gain == expressionTarget_) return;  // the way there goes on
     expressionTarget_ = gain;
     expressionStep_ = static_cast<float>((gain - expression_) / (kExpressionSeconds * sampleRate_));
 }
@@ -234,11 +246,15 @@ void Engine::countSilence() {
     }
 }
 
-void Engine::clearFault() {
+void Engine::silence() {
     reset();
     tone_.clearShelf();
     chorus_.setRate(sampleRate_);
     reverb_.clearFault();
+}
+
+void Engine::clearFault() {
+    silence();
     limiter_.clear();
 }
 

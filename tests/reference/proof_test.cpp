@@ -78,9 +78,9 @@ Scene randomScene(unsigned seed) {
         const auto data2 = static_cast<std::uint8_t>(below(128));
         constexpr std::uint8_t kStatus[] = {0x90, 0x90, 0x90, 0x90, 0x80, 0x80, 0xE0, 0xB0, 0xC0};
         const std::uint8_t status = kStatus[below(9)];
-        constexpr std::uint8_t kControllers[] = {11, 64, 64, 123, 1};
+        constexpr std::uint8_t kControllers[] = {11, 64, 64, 123, 1, 120, 121};
         SceneEvent event{below(1000) * 0.00025, {status, data1, data2}};
-        if (status == 0xB0) event.message[1] = kControllers[below(5)];
+        if (status == 0xB0) event.message[1] = kControllers[below(7)];
         if (status == 0xC0 && below(3) != 0) continue;
         scene.events.push_back(event);
     }
