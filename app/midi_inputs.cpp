@@ -83,18 +83,16 @@ MidiInputs::~MidiInputs() = default;
 void MidiInputs::connect() {
     const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
     for (const auto& api : apis) {
-        directory_ = tryApi(api);
-        if (!directory_) continue;
+        auto directory = tryApi(api);
+        auto ownPort = directory ? tryApi(api) : nullptr;  // a server may have no room for a second
+        if (!ownPort) continue;
         api_ = api;
-        ownPort_ = makeInput();
+        directory_ = std::move(directory);
+        ownPort_ = std::move(ownPort);
         listenOn(*ownPort_, kOwnLane);
         ownPort_->openVirtualPort("in");
         return;
     }
-}
-
-std::unique_ptr<RtMidiIn> MidiInputs::makeInput() const {
-    return tryApi(api_);
 }
 
 void MidiInputs::listenOn(RtMidiIn& input, int lane) {
@@ -138,7 +136,7 @@ int MidiInputs::freeLane() const {
 
 void MidiInputs::open(unsigned number, const std::string& name) {
     const int lane = freeLane();
-    auto input = lane < 0 ? nullptr : makeInput();
+    auto input = lane < 0 ? nullptr : tryApi(api_);
     if (input && portNames(*input).size() > number && input->getPortName(number) == name) {
         listenOn(*input, lane);
         input->openPort(number, "in");

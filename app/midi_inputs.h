@@ -50,7 +50,6 @@ class MidiInputs {
     };
 
     void connect();
-    std::unique_ptr<RtMidiIn> makeInput() const;
     void listenOn(RtMidiIn& input, int lane);
     void open(unsigned number, const std::string& name);
     void dropMissing(const std::vector<std::string>& names);

@@ -16,7 +16,8 @@ constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // pe
 
 Player::Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song)
     : host_(host), inbox_(inbox), song_(song), songHasEnded_(song == nullptr) {
-    const std::size_t songEvents = song ? song->events.size() : 0;
+    const std::size_t songEvents =
+        song ? std::min(song->events.size(), host::SongFeed::kMaxEventsPerBlock) : 0;
     events_.reserve(songEvents + std::size(kSilence) + MidiInbox::kMaxMessagesPerBlock);
     host.reserveEvents(events_.capacity());
 }

@@ -31,6 +31,16 @@ std::string hexadecimal(uint32_t number) {
     return text;
 }
 
+// Renames the file to the first of a few names that is not taken by a folder. Returns that name,
+// nothing when none will do.
+std::string setAside(const std::string& path) {
+    for (const char* const suffix : {".damaged", ".damaged-2", ".damaged-3", ".damaged-4"}) {
+        const std::string aside = path + suffix;
+        if (std::rename(path.c_str(), aside.c_str()) == 0) return aside;
+    }
+    return {};
+}
+
 }  // namespace
 
 SavedState::SavedState(host::PluginHost& host) : host_(host) {
@@ -44,10 +54,12 @@ void SavedState::load() {
     try {
         host::loadBank(host_, path_);
     } catch (const host::Error& error) {
-        const std::string aside = path_ + ".damaged";
-        std::rename(path_.c_str(), aside.c_str());
-        throw host::Error(std::string(error.what()) + " It is kept as " + aside +
-                          "; the default bank is played.");
+        const std::string aside = setAside(path_);
+        const std::string place =
+            aside.empty() ? "where it is, and nothing is saved" : "as " + aside;
+        if (aside.empty()) mayWrite_ = false;
+        throw host::Error(std::string(error.what()) + " It is kept " + place +
+                            "; the default bank is played.");
     }
     saved_ = host::bankBytes(host_);
 }
@@ -55,7 +67,7 @@ void SavedState::load() {
 void SavedState::save() {
     if (path_.empty()) throw host::Error("There is no folder to keep the state in.");
     std::string bytes = host::bankBytes(host_);
-    if (bytes == saved_) return;
+    if (bytes == saved_ || !mayWrite_) return;
     host::writeWhole(path_, bytes);
     saved_ = std::move(bytes);
 }

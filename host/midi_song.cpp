@@ -1,8 +1,10 @@
 // Reads Standard MIDI Files: chunks, tracks, and the tempo map that gives every event its time.
 #include "host/midi_song.h"
 
-#include <algorithm>
+#include <functional>
 #include <optional>
+#include <queue>
+#include <tuple>
 
 #include "host/byte_reader.h"
 #include "host/error.h"
@@ -56,14 +58,15 @@ class TrackReader {
   public:
     explicit TrackReader(std::string_view bytes) : reader_(bytes) {}
 
-    // Appends what matters of the track, its end included.
-    void readInto(std::vector<TrackEvent>& events) {
+    // The next event that matters, the end of the track being the last one.
+    std::optional<TrackEvent> next() {
         while (!ended_) {
             if (reader_.left() == 0) throw Damage("has no end mark");
             tick_ += reader_.variableLengthNumber();
-            if (const auto event = readEvent()) events.push_back(*event);
+            if (const auto event = readEvent()) return event;
         }
         if (reader_.left() != 0) throw Damage("goes on after its end mark");
+        return std::nullopt;
     }
 
   private:
@@ -116,19 +119,65 @@ class TrackReader {
     bool ended_ = false;
 };
 
-MidiSong timedSong(const std::vector<TrackEvent>& events, Timing timing) {
+// The events of all tracks in the order of time, equal times in the order of tracks. They are read
+// as they are asked for: a list of them would be many times as long as the file.
+class TrackMerger {
+  public:
+    explicit TrackMerger(const std::vector<std::string_view>& tracks) {
+        tracks_.reserve(tracks.size());
+        for (const auto& bytes : tracks) {
+            tracks_.emplace_back(bytes);
+            queueNextOf(tracks_.size() - 1);
+        }
+    }
+
+    std::optional<TrackEvent> next() {
+        if (queue_.empty()) return std::nullopt;
+        const Next first = queue_.top();
+        queue_.pop();
+        queueNextOf(first.track);
+        return first.event;
+    }
+
+  private:
+    struct Next {
+        TrackEvent event;
+        std::size_t track;
+        bool operator>(const Next& other) const {
+            return std::tie(event.tick, track) > std::tie(other.event.tick, other.track);
+        }
+    };
+
+    void queueNextOf(std::size_t track) {
+        if (const auto event = tracks_[track].next()) queue_.push({*event, track});
+    }
+
+    std::vector<TrackReader> tracks_;
+    std::priority_queue<Next, std::vector<Next>, std::greater<>> queue_;
+};
+
+// What is known of the tracks once each was read to its end.
+struct Tracks {
+    std::vector<std::string_view> bytes;
+    std::size_t messageCount = 0;
+};
+
+MidiSong timedSong(const Tracks& tracks, Timing timing) {
     MidiSong song = {timing.unitsPerSecond, {}, 0};
+    song.events.reserve(tracks.messageCount);
     const uint64_t maxUnits = timing.unitsPerSecond * kMaxSeconds;
     uint64_t tick = 0;
     uint64_t time = 0;
-    for (const TrackEvent& event : events) {
-        const uint64_t ticks = event.tick - tick;
+    TrackMerger merger(tracks.bytes);
+    while (const auto event = merger.next()) {
+        const uint64_t ticks = event->tick - tick;
         if (ticks > (maxUnits - time) / timing.unitsPerTick) throw Damage("lasts more than a day");
         time += ticks * timing.unitsPerTick;
-        tick = event.tick;
-        if (event.kind == TrackEvent::Kind::kMessage) song.events.push_back({time, event.message});
-        if (event.kind == TrackEvent::Kind::kTempo && timing.followsTempo) {
-            timing.unitsPerTick = event.tempo;
+        tick = event->tick;
+        if (event->kind == TrackEvent::Kind::kMessage)
+            song.events.push_back({time, event->message});
+        if (event->kind == TrackEvent::Kind::kTempo && timing.followsTempo) {
+            timing.unitsPerTick = event->tempo;
         }
     }
     song.endTime = time;
@@ -168,27 +217,29 @@ Timing timingOf(const Header& header) {
     return timingOf(header.division);
 }
 
-// Reads one chunk and appends the events of a track. Returns whether it was a track.
-bool readTrackChunk(ByteReader& file, std::vector<TrackEvent>& events) {
+// Reads one chunk and adds it if it is a track. Returns whether it was one.
+bool readTrackChunk(ByteReader& file, Tracks& tracks) {
     if (file.left() == 0) throw Damage("is missing");
     const std::string_view kind = file.take(4);
     const std::string_view content = file.take(file.number(4));
     if (kind != "MTrk") return false;
-    TrackReader(content).readInto(events);
+    TrackReader reader(content);
+    while (const auto event = reader.next()) {
+        tracks.messageCount += event->kind == TrackEvent::Kind::kMessage;
+    }
+    tracks.bytes.push_back(content);
     return true;
 }
 
-// The events of all tracks in the order of time. Chunks of other kinds are passed over.
-std::vector<TrackEvent> readTracks(ByteReader& file, uint32_t trackCount) {
-    std::vector<TrackEvent> events;
+// Chunks of other kinds are passed over.
+Tracks readTracks(ByteReader& file, uint32_t trackCount) {
+    Tracks tracks;
     for (uint32_t track = 1; track <= trackCount;) {
         const bool wasTrack =
-            within("track " + std::to_string(track), [&] { return readTrackChunk(file, events); });
+            within("track " + std::to_string(track), [&] { return readTrackChunk(file, tracks); });
         if (wasTrack) ++track;
     }
-    std::stable_sort(events.begin(), events.end(),
-                     [](const TrackEvent& a, const TrackEvent& b) { return a.tick < b.tick; });
-    return events;
+    return tracks;
 }
 
 }  // namespace
@@ -210,8 +261,8 @@ MidiSong parseMidiSong(std::string_view bytes, const std::string& name) {
                         "; only types 0 and 1 can be rendered.");
         }
         const Timing timing = within("its header", [&] { return timingOf(header); });
-        const auto events = readTracks(file, header.trackCount);
-        return within("the song", [&] { return timedSong(events, timing); });
+        const auto tracks = readTracks(file, header.trackCount);
+        return within("the song", [&] { return timedSong(tracks, timing); });
     } catch (const Damage& damage) {
         throw Error(name + " is damaged: " + damage.what() + ".");
     }

@@ -22,7 +22,7 @@ int64_t maxFramesOf(const MidiSong& song, int sampleRate, std::optional<double> 
 }
 
 SongFeed::SongFeed(const MidiSong& song, int sampleRate) : song_(song), sampleRate_(sampleRate) {
-    block_.reserve(song.events.size());
+    block_.reserve(std::min(song.events.size(), kMaxEventsPerBlock));
 }
 
 void SongFeed::skipTo(int64_t frame) {
@@ -34,11 +34,11 @@ void SongFeed::skipTo(int64_t frame) {
 
 const std::vector<BlockEvent>& SongFeed::eventsBetween(int64_t begin, int64_t end) {
     block_.clear();
-    for (; next_ < song_.events.size(); ++next_) {
+    for (; next_ < song_.events.size() && block_.size() < kMaxEventsPerBlock; ++next_) {
         const SongEvent& event = song_.events[next_];
         const int64_t frame = song_.frameAt(event.time, sampleRate_);
         if (frame >= end) break;
-        block_.push_back({static_cast<int>(frame - begin), event.message});
+        block_.push_back({static_cast<int>(std::max(frame - begin, int64_t{0})), event.message});
     }
     return block_;
 }

@@ -19,6 +19,10 @@ int64_t maxFramesOf(const MidiSong& song, int sampleRate, std::optional<double> 
 // Hands out the events of a song block by block. Nothing is allocated after construction.
 class SongFeed {
   public:
+    // The most events of one block. What no song needs and a hostile one may ask for comes with
+    // the blocks that follow.
+    static constexpr std::size_t kMaxEventsPerBlock = 1 << 20;
+
     SongFeed(const MidiSong& song, int sampleRate);
 
     // Leaves out the events before that frame.

@@ -22,6 +22,8 @@ class JackServer {
     // False where jackd is not installed or does not start.
     bool isRunning() const { return client_ != nullptr; }
     void stop();
+    // Lets this process open that many clients more, as a server does that has no room for others.
+    static void acceptClients(int count);
 
     // Listens to what the program plays, once it plays; and whether it does.
     bool listen();

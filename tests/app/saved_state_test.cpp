@@ -51,19 +51,26 @@ TEST_F(StandaloneState, IsWrittenOnlyWhenSomethingHasChanged) {
     EXPECT_TRUE(platform::fileExists(file()));
 }
 
-TEST_F(StandaloneState, SetsADamagedFileAside) {
-    app::SavedState state(host_);
-    state.save();
-    ASSERT_TRUE(platform::writeFile(file(), "no bank"));
-    try {
-        state.load();
-        ADD_FAILURE() << "loaded";
-    } catch (const host::Error& error) {
-        EXPECT_EQ(std::string(error.what()), file() + " is not a bank file. It is kept as " +
-                                                 file() + ".damaged; the default bank is played.");
+TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
+    const std::string aside = file() + ".damaged";
+    app::SavedState(host_).save();
+    for (const auto& kept : {aside, aside + "-2", aside + "-3", aside + "-4", file()}) {
+        ASSERT_TRUE(platform::writeFile(file(), "no bank"));
+        app::SavedState state(host_);
+        try {
+            state.load();
+            ADD_FAILURE() << "loaded";
+        } catch (const host::Error& error) {
+            const std::string place =
+                kept == file() ? "where it is, and nothing is saved" : "as " + kept;
+            EXPECT_EQ(std::string(error.what()), file() + " is not a bank file. It is kept " +
+                                                     place + "; the default bank is played.");
+        }
+        state.save();
+        EXPECT_EQ(platform::readFile(kept, kLargest), "no bank");
+        std::filesystem::remove(kept);
+        platform::createFolder(kept);  // in the way of the next one
     }
-    EXPECT_FALSE(platform::fileExists(file()));
-    EXPECT_EQ(platform::readFile(file() + ".damaged", kLargest), "no bank");
 }
 
 TEST_F(StandaloneState, SaysThatItHasNoPlace) {

@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/midi_inputs.h"
+#include "app/quiet_libraries.h"
 #include "editor/skin_preview.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
@@ -64,12 +66,12 @@ class Standalone : public testing::Test {
   protected:
     void SetUp() override {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
-        unsetenv("DISPLAY");
         const std::filesystem::path plugin = QUARZEL_PLUGIN;
         std::filesystem::copy_file(plugin, folder_.path() + "instrument.so");
         // Where there is a display, a message about a missing bank would wait for its button.
         std::filesystem::copy_file(plugin.parent_path() / "default.fxb",
                                    folder_.path() + "default.fxb");
+        JackServer::acceptClients(kManyClients);
         jack_ = std::make_unique<JackServer>(folder_.path());
         if (!jack_->isRunning()) GTEST_SKIP() << "needs jackd";
     }
@@ -95,6 +97,7 @@ class Standalone : public testing::Test {
     }
     bool isSilent() { return rms(jack_->heard()) < 1e-4; }
 
+    static constexpr int kManyClients = 10000;
     TemporaryFolder folder_;
     std::unique_ptr<JackServer> jack_;
     std::unique_ptr<ChildProcess> program_;
@@ -143,6 +146,28 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
     EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
     program_->signal(SIGTERM);
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
+}
+
+TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
+    const app::QuietLibraries quiet;
+    for (const int accepted : {0, 1, 2}) {  // for the names of ports, its own port, the first other
+        SCOPED_TRACE(accepted);
+        std::string said;
+        const auto say = [&](const std::string& text) { said += text + '\n'; };
+        app::MidiInbox inbox;
+        JackServer::acceptClients(accepted);
+        app::MidiInputs inputs(inbox, "jack", "listener", say);
+        JackServer::acceptClients(0);
+        inputs.poll();
+        const bool foundThePort = accepted == 2;
+        EXPECT_EQ(said,
+                  foundThePort ? "The MIDI port listener:keys cannot be opened.\n" : std::string());
+        said.clear();
+        JackServer::acceptClients(kManyClients);
+        inputs.poll();
+        inputs.poll();
+        EXPECT_EQ(said, "Listening to the MIDI port listener:keys.\n");
+    }
 }
 
 // As a window manager does it for the button in the title.

@@ -1,6 +1,7 @@
 // The picture reader and the factory: every colour type, and files that are no sound picture.
 #include "gui/graphics/picture_reader.h"
 #include "tests/gui/gui_fixture.h"
+#include "tests/support/temporary_folder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -112,12 +113,10 @@ TEST(PlatformFactory, LoadsFilesAndAnswersNullOtherwise) {
 
 TEST(PlatformFactory, TakesPathsInUtf8) {
     namespace fs = std::filesystem;
-    const fs::path folder = fs::temp_directory_path() / fs::u8path("quarzel \xC3\xA4\xE2\x82\xAC");
-    fs::create_directories(folder);
-    const fs::path copy = folder / "picture.png";
-    fs::copy_file(fs::u8path(kSamples) / "rgb.png", copy, fs::copy_options::overwrite_existing);
+    const TemporaryFolder folder;
+    const fs::path copy = fs::u8path(folder.path()) / fs::u8path("\xC3\xA4\xE2\x82\xAC.png");
+    fs::copy_file(fs::u8path(kSamples) / "rgb.png", copy);
     EXPECT_TRUE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
-    fs::remove_all(folder);
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 // Reading Standard MIDI Files: what each kind of file means, and that no file does harm.
 #include "host/midi_song.h"
 
+#include <fstream>
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include "host/error.h"
-#include "tests/host/midi_bytes.h"
+#include "render/error.h"
+#include "render/song_playback.h"
+#include "tests/render/midi_bytes.h"
 
 namespace {
 
@@ -91,6 +93,37 @@ TEST(MidiSong, NeverDrifts) {
         EXPECT_EQ(song.frameAt(song.events[i].time, 44100),
                   static_cast<int64_t>(i * 999 * 44100 / 3000000));
     }
+}
+
+// Of this process, in bytes: VmRSS now, or VmHWM, the most since it was last forgotten.
+std::size_t resident(const std::string& field) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        std::size_t kilobytes = 0;
+        if (word == field + ':' && status >> kilobytes) return kilobytes << 10;
+    }
+    return 0;
+}
+
+TEST(MidiSong, OfManyMessagesInOneTickTakesLittleMoreThanTheirRoom) {
+    constexpr std::size_t kMessages = 1100000;
+    std::string track = bytes({0, 0x90, 60, 1});
+    for (std::size_t i = 1; i < kMessages; ++i) track += bytes({0, 60, 1});
+    const std::string file = midiFile(0, 96, {track});
+    std::ofstream("/proc/self/clear_refs") << '5';  // forgets the most so far
+    const std::size_t before = resident("VmRSS");
+    const MidiSong song = parseMidiSong(file, "a.mid");
+    EXPECT_LT(resident("VmHWM") - before, kMessages * 24);
+    ASSERT_EQ(song.events.size(), kMessages);
+
+    host::SongFeed feed(song, 48000);
+    std::size_t handedOut = 0;
+    for (int block = 0; block < 16; ++block) {
+        const auto& events = feed.eventsBetween(block * 64, block * 64 + 64);
+        ASSERT_LE(events.size(), host::SongFeed::kMaxEventsPerBlock);
+        for (const auto& event : events) handedOut += event.frame == 0;
+    }
+    EXPECT_EQ(handedOut, kMessages);
 }
 
 TEST(MidiSong, RefusesWhatIsNoSongInOneSentence) {

@@ -52,6 +52,7 @@ TEST(WindowsFolders, AreTheRoamingOneAndOurOwn) {
     const auto roaming = platform::applicationDataFolder();
     ASSERT_TRUE(roaming);
     EXPECT_NE(roaming->find("AppData\\Roaming"), std::string::npos) << *roaming;
+    EXPECT_NE(roaming->find("quarzel-test-"), std::string::npos) << *roaming << " is the user's";
     const std::string module = platform::moduleFolder().value_or("?");
     EXPECT_EQ(module.back(), '\\');
     EXPECT_TRUE(platform::fileExists(module + "platform_tests.exe")) << module;
