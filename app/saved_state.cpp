@@ -59,7 +59,7 @@ void SavedState::load() {
             aside.empty() ? "where it is, and nothing is saved" : "as " + aside;
         if (aside.empty()) mayWrite_ = false;
         throw host::Error(std::string(error.what()) + " It is kept " + place +
-                            "; the default bank is played.");
+                          "; the default bank is played.");
     }
     saved_ = host::bankBytes(host_);
 }

@@ -3,7 +3,7 @@
 
 #include "banks/bank_source.h"
 #include "platform/file.h"
-#include "plugin/vst2/vst_synth.h"
+#include "platform/product.h"
 #include "host/fx_file.h"
 
 namespace {
@@ -13,7 +13,7 @@ std::string fileOf(const state::BankChunk& bank) {
     const auto* const bytes = reinterpret_cast<const char*>(&bank);
     return host::fxBytes(host::FxBank{kPluginVersion, state::kNumPrograms, host::FxBank::kNoProgram,
                                       host::FxChunk(bytes, sizeof bank)},
-                         plugin::kUniqueId);
+                         platform::kProductCode);
 }
 
 }  // namespace

@@ -130,7 +130,7 @@ class Host {
                 instances_[which] = std::make_unique<fuzz::Instance>();
                 return;
             case 10:
-                instance.synth().learnSlot().arm(input_.below(state::kNumParams + 1));
+                instance.synth().instrument().learnSlot().arm(input_.below(state::kNumParams + 1));
                 return;
             case 11:
                 return selectProgram(instance);

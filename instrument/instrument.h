@@ -54,6 +54,9 @@ class Instrument final : public editor::EditorHost {
     // another thread inside the engine) is silent and leaves its messages to the next one.
     void render(float* left, float* right, int frames);
 
+    // Whether nothing sounds until something happens; for the audio thread.
+    bool asleep() const { return engine_->asleep(); }
+
     // Parameters. An index outside the table reads as 0, but for the one past its end.
     int parameterCount() const override { return state::kNumParams; }
     float parameter(int index) const override;

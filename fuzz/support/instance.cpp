@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "fuzz/support/target.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/test_host.h"
 
 namespace fuzz {
 

@@ -8,7 +8,7 @@
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "state/controller_map.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/test_host.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 

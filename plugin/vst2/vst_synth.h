@@ -60,6 +60,8 @@ class VstSynth : public AudioEffectX, private instrument::Host {
     // Called once after each program push.
     virtual void afterProgramPush() {}
 
+    instrument::Instrument& instrument() { return instrument_; }
+
   private:
     void gestureBegins(int parameter) override { beginEdit(parameter); }
     void edited(int parameter, float value) override;

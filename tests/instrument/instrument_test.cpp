@@ -1,8 +1,10 @@
-// Bank and engine together: what reaches the sound when, and from which thread.
-#include "state/instrument.h"
+// Programs, parameters, controllers and messages together: what reaches the engine, in which order
+// and how often, and from which thread.
+#include "instrument/instrument.h"
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -13,104 +15,217 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/engine.h"
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "tests/support/played_instrument.h"
+#include "tests/support/random_bytes.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/recording_engine.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
-
-using state::Instrument;
-
-// Runs something before the first frame of a block.
-class AtStart : public engine::EventSource {
-  public:
-    explicit AtStart(std::function<void()> action = [] {}) : action_(std::move(action)) {}
-    int dispatchUpTo(int frame) override {
-        if (frame == 1) action_();
-        return kNothingDue;
-    }
-
-  private:
-    std::function<void()> action_;
-};
-
-struct Sound {
-    std::vector<float> left;
-    std::vector<float> right;
-    bool operator==(const Sound& o) const { return left == o.left && right == o.right; }
-};
-
-Sound render(
-    Instrument& instrument, int frames, std::function<void()> action = [] {}) {
-    Sound sound{std::vector<float>(frames), std::vector<float>(frames)};
-    AtStart events(std::move(action));
-    EXPECT_TRUE(instrument.render(sound.left.data(), sound.right.data(), frames, events));
-    return sound;
-}
-
-std::unique_ptr<Instrument> playing() {
-    auto instrument = std::make_unique<Instrument>(44100.0);
-    instrument->setProgram(0);
-    render(*instrument, 4000, [&] { instrument->engine().noteOn(64, 100); });
-    return instrument;
-}
 
 void onAnotherThread(std::function<void()> action) {
     std::thread(std::move(action)).join();
 }
 
-TEST(Instrument, SoundsTheSameWhicheverThreadChangesIt) {
-    const auto near = playing();
-    near->setValue(state::kBrigthness, 0.2f);
-    near->setValue(state::kViolin, 1.0f);
-    near->setValue(state::kHP, 0.9f);
-    const auto far = playing();
-    onAnotherThread([&] {
-        far->setValue(state::kBrigthness, 0.2f);
-        far->setValue(state::kViolin, 1.0f);
-        far->setValue(state::kHP, 0.9f);
-        EXPECT_EQ(far->value(state::kViolin), 1.0f);
-    });
-    EXPECT_TRUE(render(*near, 2000) == render(*far, 2000));
+float loudest(const PlayedSound& sound) {
+    return *std::max_element(sound.left.begin(), sound.left.end());
 }
 
-TEST(Instrument, LeavesChangesOfOtherThreadsToTheRenderer) {
-    const auto instrument = playing();
+// What the engine was told, without values.
+std::string names(std::string calls) {
+    std::string kept;
+    for (std::size_t i = 0; i < calls.size();) {
+        const std::size_t end = std::min(calls.find(' ', i), calls.size());
+        kept += (kept.empty() ? "" : " ") + calls.substr(i, std::min(calls.find('=', i), end) - i);
+        i = end + 1;
+    }
+    return kept;
+}
+
+constexpr const char* kPush =
+    "rate reset phaser-defaults reverb-settings "
+    "volume pitch-offset velocity high-pass brightness waveform attack decay sustain release "
+    "level:0 level:1 level:2 level:3 level:4 level:5 "
+    "switch:0 switch:1 switch:2 switch:3 switch:4 switch:5 "
+    "split violin-phase shared-envelope "
+    "chorus slow-depth fast-depth wide stereo dry-add "
+    "phaser phaser-rate phaser-feedback phaser-stages phaser-depth "
+    "reverb mix size brite spring";
+
+class ToldEngine : public testing::Test {
+  protected:
+    ToldEngine() {
+        auto engine = std::make_unique<RecordingEngine>();
+        log = &engine->log;
+        instrument = std::make_unique<PlayedInstrument>(std::move(engine), 48000.0);
+        started = log->take();
+    }
+    std::string told(std::function<void()> action) {
+        action();
+        return log->take();
+    }
+    EngineLog* log;
+    std::unique_ptr<PlayedInstrument> instrument;
+    std::string started;
+};
+
+TEST_F(ToldEngine, HearsOfProgramZeroOnceAndOfEachChangeOnce) {
+    instrument::Instrument& i = **instrument;
+    EXPECT_EQ(names(started), "rate " + std::string(kPush));
+    EXPECT_NE(started.find(" high-pass=0.327 "), std::string::npos);
+    EXPECT_EQ(names(told([&] { i.setProgram(5); })), kPush);
+    EXPECT_EQ(names(told([&] { i.loadBankChunk(&i.bankChunk(), 26088); })), kPush);
+    EXPECT_EQ(names(told([&] { i.loadProgramChunk(&i.programChunk(), 24); })), kPush);
+    EXPECT_EQ(told([&] { i.setSampleRate(96000.0); }), "rate=96000");
+    EXPECT_EQ(told([&] { i.setSampleRate(5.0); }), "");
+    EXPECT_EQ(told([&] { i.setParameter(state::kHP, 0.5f); }), "high-pass=0.5");
+    EXPECT_EQ(told([&] { i.setParameter(state::kSpring, 2.0f); }), "spring=1");
+    EXPECT_EQ(told([&] { i.setParameter(state::kPan, 0.1f); }), "");
+    EXPECT_EQ(told([&] { i.setParameter(state::kVoiceCountParam, 1.0f); }), "polyphony=44");
+    for (const int none : {-1, 42, 99998}) {
+        EXPECT_EQ(told([&] { i.setParameter(none, 1.0f); }), "") << none;
+    }
+    for (const int none : {-1, 128}) {
+        EXPECT_EQ(told([&] { i.setProgram(none); }), "") << none;
+        EXPECT_EQ(i.program(), 5);
+    }
+    const RecordedMessages messages;
+    EXPECT_EQ(told([&] { i.loadProgramChunk(&i.programChunk(), 193); }), "");
+    EXPECT_EQ(names(told([&] { i.loadBankChunk(&i.bankChunk(), 26087); })), kPush);
+    EXPECT_EQ(messages.all.size(), 2u);
+}
+
+TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
+    instrument->send(0xC3, 7, 0, 11);
+    instrument->noteOn(60);  // as late as the message before it
+    instrument->send(0xE5, 0, 127, 21);
+    onAnotherThread([&] { (*instrument)->setParameter(state::kVolume, 0.5f); });
+    instrument->render(32);
+    std::string push = names(log->take());
+    EXPECT_EQ(push, "volume render " + std::string(kPush) + " note-on render bend render");
+    EXPECT_EQ((*instrument)->program(), 7);
+    instrument->send(0x90, 60, 100, 200);  // beyond the block
+    instrument->render(32);
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "render=32 render=32");
+}
+
+TEST_F(ToldEngine, HearsNothingOfABlockThatCannotBePlayedUntilTheNext) {
+    instrument->noteOn(60);
+    (*instrument)->render(nullptr, nullptr, 32);
+    float sample = 1.0f;
+    (*instrument)->render(&sample, nullptr, 1);
+    EXPECT_EQ(sample, 0.0f);
+    (*instrument)->render(&sample, &sample, 0);
+    EXPECT_EQ(log->take(), "");
+    instrument->noteOff(60);
+    instrument->render(8);
+    EXPECT_EQ(log->take(), "note-on=60 note-off=60 render=8");
+    // A block that never comes takes its messages along.
+    instrument->noteOn(62);
+    (*instrument)->suspend();
+    (*instrument)->resume();
+    instrument->render(8);
+    EXPECT_EQ(log->take(), "render=8");
+}
+
+TEST_F(ToldEngine, HearsOfABoundControllerAsItsParameterAlone) {
+    const auto control = [&](int controller, int value) {
+        instrument->send(0xB2, controller, value);
+        instrument->render(1);
+        std::string calls = log->take();
+        return calls.substr(0, calls.rfind("render") == 0 ? 0 : calls.rfind(" render"));
+    };
+    EXPECT_EQ(control(64, 127), "pedal=1");
+    EXPECT_EQ(control(11, 0), "expression=0");
+    EXPECT_EQ(control(120, 0), "all-sound-off");
+    EXPECT_EQ(control(121, 0), "reset-controllers");
+    EXPECT_EQ(control(7, 3), "");
+    (*instrument)->learnSlot().arm(state::kVolume);
+    EXPECT_EQ(control(64, 64), "volume=0.503937 pedal=0");
+    EXPECT_EQ((*instrument)->learnSlot().armed(), state::LearnSlot::kNone);
+    EXPECT_EQ(control(64, 127), "pedal=0 volume=1 pedal=0");
+    (*instrument)->learnSlot().arm(state::kSpring);
+    EXPECT_EQ(control(123, 127), "pedal=0 spring=1 all-notes-off");
+    state::controllerMap().clear();
+}
+
+// The host hears what it displays, the editor what it shows.
+TEST(Instrument, TellsItsHostAndItsEditorOfChanges) {
+    constexpr std::uint64_t kAll = (std::uint64_t{1} << state::kNumParams) - 1;
+    PlayedInstrument instrument;
+    EXPECT_EQ(instrument.host().calls(), "");
+    EXPECT_EQ(instrument->takeChangedParameters(), kAll);
+    instrument->setParameter(state::kMix, 0.5f);
+    EXPECT_EQ(instrument.host().calls(), "");
+    EXPECT_EQ(instrument->takeChangedParameters(), std::uint64_t{1} << state::kMix);
+    EXPECT_EQ(instrument->takeChangedParameters(), 0u);
+    instrument->beginEdit(3);
+    instrument->setParameterAutomated(3, 0.25f);
+    instrument->endEdit(3);
+    instrument->renameProgram("Morning");
+    instrument->setProgram(9);
+    instrument->sizeWindow(640, 480);
+    EXPECT_EQ(instrument.host().calls(),
+              "begin 3; edit 3 0.250; end 3; name; program; size 640 480");
+    EXPECT_EQ(instrument->takeChangedParameters(), kAll);
+    EXPECT_EQ(instrument->programName(0), "Morning");
+}
+
+// A note that has been heard for a while.
+void playOn(PlayedInstrument& instrument) {
+    instrument.noteOn(64);
+    instrument.render(4000);
+}
+
+TEST(Instrument, SoundsTheSameWhicheverThreadChangesIt) {
+    const auto sound = [](bool elsewhere) {
+        PlayedInstrument instrument;
+        playOn(instrument);
+        const auto change = [&] {
+            instrument->setParameter(state::kBrigthness, 0.2f);
+            instrument->setParameter(state::kViolin, 1.0f);
+            for (int i = 0; i < 3; ++i) instrument->setParameter(state::kHP, 0.9f);
+            EXPECT_EQ(instrument->parameter(state::kViolin), 1.0f);
+        };
+        elsewhere ? onAnotherThread(change) : change();
+        return instrument.render(2000);
+    };
+    EXPECT_TRUE(sound(true) == sound(false));
+}
+
+TEST(Instrument, LeavesChangesOfOtherThreadsToTheRendererWhileOneRenders) {
+    PlayedInstrument instrument;
+    playOn(instrument);
     onAnotherThread([&] {
-        instrument->setValue(state::kVoiceCountParam, 0.0f);
+        instrument->setParameter(state::kVoiceCountParam, 0.0f);
         instrument->setSampleRate(96000.0);
     });
-    EXPECT_EQ(instrument->engine().polyphony(), engine::kInitialVoices);
-    EXPECT_EQ(instrument->engine().sampleRate(), 44100.0);
-    render(*instrument, 1);
-    EXPECT_EQ(instrument->engine().polyphony(), engine::kMinVoices);
-    EXPECT_EQ(instrument->engine().sampleRate(), 96000.0);
-}
+    EXPECT_EQ(instrument.engine().polyphony(), engine::kInitialVoices);
+    EXPECT_EQ(instrument.engine().sampleRate(), 44100.0);
+    instrument.render(1);
+    EXPECT_EQ(instrument.engine().polyphony(), engine::kMinVoices);
+    EXPECT_EQ(instrument.engine().sampleRate(), 96000.0);
 
-TEST(Instrument, TakesChangesAtOnceWhileNobodyRenders) {
-    const auto instrument = playing();
-    instrument->stopRendering();
+    onAnotherThread([&] { instrument->setSampleRate(88200.0); });
+    instrument->suspend();  // carries out what is pending
+    EXPECT_EQ(instrument.engine().sampleRate(), 88200.0);
     onAnotherThread([&] { instrument->setSampleRate(48000.0); });
-    EXPECT_EQ(instrument->engine().sampleRate(), 48000.0);
-}
-
-TEST(Instrument, CarriesOutWhatIsPendingWhenRenderingStops) {
-    const auto instrument = playing();
-    onAnotherThread([&] { instrument->setSampleRate(48000.0); });
-    instrument->stopRendering();
-    EXPECT_EQ(instrument->engine().sampleRate(), 48000.0);
+    EXPECT_EQ(instrument.engine().sampleRate(), 48000.0);
 }
 
 TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
-    const auto instrument = playing();
-    onAnotherThread([&] {
-        EXPECT_TRUE(instrument->setProgram(5));
-        EXPECT_EQ(instrument->program(), 5);
-    });
+    PlayedInstrument instrument;
+    playOn(instrument);
+    onAnotherThread([&] { instrument->setProgram(5); });
     EXPECT_EQ(instrument->program(), 5);
-    const Sound sound = render(*instrument, 4000, [&] { instrument->engine().noteOn(64, 100); });
-    EXPECT_GT(*std::max_element(sound.left.begin(), sound.left.end()), 0.01f);
+    instrument.noteOn(64);
+    EXPECT_GT(loudest(instrument.render(4000)), 0.01f);
 }
 
-// Does something in the middle of a program that is being sent.
+// Does something in the middle of a program that is being sent, and at a note.
 class Interrupted : public engine::Engine {
   public:
     using Engine::Engine;
@@ -119,7 +234,9 @@ class Interrupted : public engine::Engine {
         Engine::setBrightness(control);
         if (const auto action = std::exchange(interruption, nullptr)) action();
     }
+    void noteOn(int, int) override { atNote(); }
     std::function<void()> interruption;
+    std::function<void()> atNote;
     float volume = -1.0f;
 };
 
@@ -128,43 +245,50 @@ class AnInterruptedProgram : public testing::Test {
     AnInterruptedProgram() {
         auto engine = std::make_unique<Interrupted>(44100.0);
         sent = engine.get();
-        instrument = std::make_unique<Instrument>(std::move(engine));
-        instrument->bank().setValue(5, state::kVolume, 0.75f);
+        instrument = std::make_unique<PlayedInstrument>(std::move(engine));
+        instrument::Instrument& i = **instrument;
+        i.bankChunk().programs[5].values[state::kVolume] = 0.75f;
     }
     Interrupted* sent;
-    std::unique_ptr<Instrument> instrument;
+    std::unique_ptr<PlayedInstrument> instrument;
 };
 
 TEST_F(AnInterruptedProgram, IsFollowedByTheOneThatAnotherThreadAsksFor) {
+    instrument::Instrument& i = **instrument;
     sent->interruption = [&] {
-        EXPECT_FALSE(instrument->setProgram(7));  // from within
-        onAnotherThread([&] { EXPECT_TRUE(instrument->setProgram(5)); });
-        EXPECT_EQ(instrument->program(), 5);
+        i.setProgram(7);  // from within
+        EXPECT_EQ(i.program(), 3);
+        onAnotherThread([&] { i.setProgram(5); });
+        EXPECT_EQ(i.program(), 5);
     };
-    EXPECT_TRUE(instrument->setProgram(3));
+    i.setProgram(3);
     EXPECT_EQ(sent->interruption, nullptr);
-    EXPECT_EQ(instrument->program(), 5);
+    EXPECT_EQ(i.program(), 5);
     EXPECT_EQ(sent->volume, 0.75f);
 }
 
 // Another thread asks for the program once more whenever it is being sent.
 TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
-    render(*instrument, 1);
+    instrument::Instrument& i = **instrument;
+    instrument->render(1);
     int asked = 0;
+    const auto ask = [&] { onAnotherThread([&] { i.setProgram(i.program()); }); };
     const std::function<void()> askAgain = [&] {
         if (++asked < 100) sent->interruption = askAgain;
-        onAnotherThread([&] { instrument->resendProgram(); });
+        ask();
     };
     sent->interruption = askAgain;
-    onAnotherThread([&] { instrument->resendProgram(); });
-    render(*instrument, engine::kLongestSegment, [&] {
-        instrument->setValue(state::kVolume, 0.25f);
+    ask();
+    sent->atNote = [&] {
+        i.setParameter(state::kVolume, 0.25f);
         EXPECT_EQ(sent->volume, 0.25f);
-    });
+    };
+    instrument->noteOn(60);
+    instrument->render(engine::kLongestSegment);
     EXPECT_EQ(asked, 1);
-    render(*instrument, 2 * engine::kLongestSegment);
+    instrument->render(2 * engine::kLongestSegment);
     EXPECT_EQ(asked, 3);
-    instrument->setValue(state::kVolume, 0.5f);  // between two blocks
+    i.setParameter(state::kVolume, 0.5f);  // between two blocks
     EXPECT_EQ(asked, 4);
 }
 
@@ -184,13 +308,12 @@ TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
         bank.setValue(program, state::kSpring, kSprings[program % std::size(kSprings)]);
     }
     const auto sound = [&](int before, int program) {
-        const auto instrument = std::make_unique<Instrument>(44100.0);
-        instrument->bank() = bank;
+        PlayedInstrument instrument;
+        instrument->bankChunk() = bank.chunk();
         instrument->setProgram(before);
         instrument->setProgram(program);
-        return render(*instrument, 6000, [&] {
-            for (const int key : {36, 64, 71}) instrument->engine().noteOn(key, 100);
-        });
+        for (const int key : {36, 64, 71}) instrument.noteOn(key);
+        return instrument.render(6000);
     };
     for (int program = 1; program < kPrograms; ++program) {
         SCOPED_TRACE(program);
@@ -207,8 +330,8 @@ TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
                 {kInfinity, 1.0f, 1.0f}, {-kInfinity, 0.0f, 0.0f}, {NAN, 0.0f, 0.0f}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.brought);
-        const auto instrument = playing();
-        state::BankChunk& chunk = instrument->bank().chunk();
+        PlayedInstrument instrument;
+        state::BankChunk& chunk = instrument->bankChunk();
         chunk.parameters[state::kPan].programHeld = 0;
         chunk.parameters[state::kPan].value = row.brought;
         chunk.parameters[state::kSize].unclamped = 1;
@@ -217,36 +340,136 @@ TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
         EXPECT_EQ(chunk.parameters[state::kPan].value, row.kept);
         EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
         EXPECT_EQ(chunk.programs[3].values[state::kSize], row.keptUnclamped);
-        instrument->setValue(state::kVolume, row.brought);
+        instrument->setParameter(state::kVolume, row.brought);
         EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
     }
 }
 
-TEST(Instrument, RefusesProgramsOutOfRange) {
-    const auto instrument = playing();
-    EXPECT_FALSE(instrument->setProgram(-1));
-    EXPECT_FALSE(instrument->setProgram(128));
-    EXPECT_EQ(instrument->program(), 0);
-}
-
 TEST(Instrument, ReadsOneIndexPastTheTable) {
-    const auto instrument = playing();
-    EXPECT_EQ(instrument->value(42), instrument->bank().valuePastTable(0));
-    EXPECT_EQ(instrument->value(43), 0.0f);
-    EXPECT_EQ(instrument->value(-1), 0.0f);
+    PlayedInstrument instrument;
+    EXPECT_TRUE(std::isfinite(instrument->parameter(42)));
+    EXPECT_EQ(instrument->parameter(43), 0.0f);
+    EXPECT_EQ(instrument->parameter(-1), 0.0f);
 }
 
-TEST(Instrument, MovesTheHighPassOnceForEachSetting) {
-    const auto moved = [](int times, bool elsewhere) {
-        const auto instrument = playing();
-        const auto move = [&] {
-            for (int i = 0; i < times; ++i) instrument->setValue(state::kHP, 1.0f);
-        };
-        elsewhere ? onAnotherThread(move) : move();
-        return render(*instrument, 1000);
+struct DataFolder {
+    TemporaryFolder module;
+    TemporaryFolder applicationData;
+    platform::ScopedFolders scope{module.path(), applicationData.path()};
+
+    // The entry of the saved map; -2 without one.
+    int saved(int parameter) const {
+        const auto bytes = platform::readFile(
+            applicationData.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin", 1000);
+        return bytes ? static_cast<signed char>(bytes->at(4 * parameter)) : -2;
+    }
+};
+
+// Plays a controller into the instrument.
+PlayedSound control(PlayedInstrument& instrument, int controller, int value) {
+    instrument.send(0xB5, controller, value);
+    return instrument.render(64);
+}
+
+TEST(Controllers, AreSharedByAllInstancesAndKept) {
+    const DataFolder folder;
+    std::string file(168, '\xFF');
+    file.replace(4 * state::kPan, 4, std::string("\x14\0\0\0", 4));
+    file.replace(4 * state::kMix, 4, std::string("\x14\0\0\0", 4));
+    folder.module.write("Pluginccmap.bin", file);
+    auto first = std::make_unique<PlayedInstrument>();
+    auto second = std::make_unique<PlayedInstrument>();
+    control(*second, 20, 127);
+    EXPECT_EQ((*second)->parameter(state::kPan), 1.0f);
+    EXPECT_EQ((*second)->parameter(state::kMix), 1.0f);
+    EXPECT_EQ((*first)->parameter(state::kPan), 0.5f);
+
+    (*first)->learnSlot().arm(state::kSpring);
+    control(*first, 21, 127);
+    EXPECT_EQ((*first)->parameter(state::kSpring), 1.0f);
+    control(*second, 21, 0);
+    EXPECT_EQ((*second)->parameter(state::kSpring), 0.0f);
+    EXPECT_EQ(first->host().calls(), "");  // a controller is no edit
+
+    EXPECT_EQ(folder.saved(state::kSpring), -2);
+    first.reset();
+    EXPECT_EQ(folder.saved(state::kSpring), 21);
+    (*second)->learnSlot().arm(state::kVolume);
+    control(*second, 22, 64);
+    EXPECT_EQ((*second)->parameter(state::kVolume), 64.0f * (1.0f / 127.0f));
+    second.reset();
+    EXPECT_EQ(folder.saved(state::kVolume), 22);
+    EXPECT_EQ(folder.saved(state::kPan), 20);
+
+    PlayedInstrument third;
+    control(third, 22, 127);
+    EXPECT_EQ(third->parameter(state::kVolume), 1.0f);
+}
+
+TEST(Controllers, LetGoOfWhatTheyHeldWhenAnotherInstanceBindsThem) {
+    const DataFolder folder;
+    PlayedInstrument first;
+    PlayedInstrument second;
+    second->setParameter(state::kEnvAttack, 0.0f);
+    control(second, 11, 0);
+    second.render(2000);  // until the ramp has come to its end
+    second.noteOn(60);
+    EXPECT_LT(loudest(second.render(2000)), 1e-6f);
+    first->learnSlot().arm(state::kPan);
+    control(first, 11, 64);
+    EXPECT_GT(loudest(second.render(2000)), 1e-3f);
+}
+
+TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {
+    const DataFolder folder;
+    const RecordedMessages messages;
+    std::filesystem::create_directories(folder.applicationData.path() +
+                                        "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin/folder");
+    {
+        PlayedInstrument instrument;
+        instrument->learnSlot().arm(state::kSpring);
+        control(instrument, 21, 127);
+        state::controllerMap().saveIfChanged();
+        EXPECT_EQ(instrument->parameter(state::kSpring), 1.0f);
+    }
+    EXPECT_TRUE(messages.all.empty());
+}
+
+// Damaged chunks and maps: what plays stays finite.
+TEST(Instrument, PlaysFiniteWithWhateverBytesItWasGiven) {
+    const DataFolder folder;
+    const RecordedMessages messages;
+    PlayedInstrument instrument;
+    const auto bytes = [&] {
+        return std::string(reinterpret_cast<const char*>(&instrument->bankChunk()),
+                           sizeof(state::BankChunk));
     };
-    EXPECT_TRUE(moved(3, true) == moved(3, false));
-    EXPECT_FALSE(moved(3, true) == moved(1, false));
+    const std::string sane = bytes();
+    std::mt19937 random(7);
+    for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        const bool isProgram = round % 2 == 1;
+        const std::string whole = isProgram ? sane.substr(1512, 192) : sane;
+        const std::string chunk =
+            round % 4 < 2 ? randomlyDamaged(whole, random) : randomBytes(whole.size(), random);
+        const auto size = static_cast<std::int32_t>(chunk.size());
+        instrument->setProgram(static_cast<int>(random() % 128));
+        if (isProgram) {
+            instrument->loadProgramChunk(chunk.data(), size);
+        } else {
+            instrument->loadBankChunk(chunk.data(), size);
+        }
+        // Many small words, so that controllers meet bindings.
+        std::string map = randomlyDamaged(std::string(168, '\0'), random);
+        for (std::size_t i = 0; i < map.size(); i += 4) map[i] = static_cast<char>(random() % 128);
+        folder.module.write("Pluginccmap.bin", map);
+        state::controllerMap().load();
+        instrument.noteOn(30 + round % 60);
+        instrument.send(0xB0, random() % 128, random() % 128);
+        const PlayedSound sound = instrument.render(256);
+        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(sound.left[i] + sound.right[i]));
+    }
+    state::controllerMap().clear();
 }
 
 }  // namespace

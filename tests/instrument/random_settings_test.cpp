@@ -25,7 +25,8 @@ float loudest(unsigned seed, double sampleRate) {
     const auto frames = static_cast<int>(sampleRate / 40);
     float peak = 0.0f;
     for (int block = 0; block < 20; ++block) {
-        if (block < 10) instrument.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
+        if (block < 10)
+            instrument.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
         if (block == 12) instrument.send(0xB0, 123);
         const PlayedSound sound = instrument.render(frames);
         for (const auto& channel : {sound.left, sound.right}) {

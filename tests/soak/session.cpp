@@ -185,7 +185,7 @@ void Session::visitEditor() {
         play(0.01);
     }
     if (below(4) == 0) {
-        synth_->learnSlot().arm(below(state::kNumParams));
+        synth_->instrument().learnSlot().arm(below(state::kNumParams));
         queue(0xB0, 1 + below(119), below(128), 0);
         render(64);
         dispatch(effEditIdle);
@@ -202,7 +202,7 @@ void Session::fallSilent() {
     double now = 0.0, lastSound = 0.0;
     // Silence that lasts: asleep, and a second more.
     while (now < kPatience && now - lastSound < 1.0) {
-        if (!render(kProbeBlock) || !synth_->engine().asleep()) lastSound = now;
+        if (!render(kProbeBlock) || !synth_->instrument().asleep()) lastSound = now;
         now += kProbeBlock / rate_;
     }
     findings_.slowestSilence = std::max(findings_.slowestSilence, lastSound);

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/folders.h"
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 #include "tests/soak/process_use.h"
 #include "tests/soak/session.h"
 #include "tests/support/recorded_messages.h"

@@ -9,7 +9,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 #include "tests/support/message_box_user.h"
 
 namespace {

@@ -13,8 +13,8 @@
 #include "platform/settings_store.h"
 #include "plugin/vst2/editor_adapter.h"
 #include "plugin/vst2/vst_synth.h"
-#include "tests/plugin/midi_block.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/midi_block.h"
+#include "tests/plugin/vst2/test_host.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 

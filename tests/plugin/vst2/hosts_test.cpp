@@ -16,8 +16,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/plugin/foreign_locale.h"
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/foreign_locale.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 #include "tests/support/process_memory.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 
 namespace {
 

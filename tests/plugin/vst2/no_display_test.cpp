@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <new>
 
-#include "tests/plugin/recording_effect.h"
+#include "tests/plugin/vst2/recording_effect.h"
 
 namespace vst2 {
 namespace {

@@ -5,8 +5,8 @@
 #include <functional>
 #include <memory>
 
-#include "tests/plugin/recording_effect.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/recording_effect.h"
+#include "tests/plugin/vst2/test_host.h"
 
 namespace vst2 {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "gui/headless.h"
 #include "plugin/vst2/editor_adapter.h"
-#include "tests/plugin/installed_skin.h"
-#include "tests/plugin/midi_block.h"
+#include "tests/plugin/vst2/installed_skin.h"
+#include "tests/plugin/vst2/midi_block.h"
 #include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
 
@@ -42,7 +42,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
             vst2::AEffEditor& host = *synth->getEditor();
             EXPECT_TRUE(host.open(&host));
             host.idle();
-            synth->learnSlot().arm(i % state::kNumParams);
+            synth->instrument().learnSlot().arm(i % state::kNumParams);
             synth->setProgram(i % 128);
             synth->setSampleRate(i % 2 ? 44100.0f : 48000.0f);
             state::controllerMap().bind(i % state::kNumParams, state::ControllerMap::kUnbound);

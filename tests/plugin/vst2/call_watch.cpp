@@ -1,6 +1,6 @@
 // The watched functions stand in the program under their own names, in front of the C library's,
 // so that its libraries call them, too; system calls come back from the kernel as a signal.
-#include "tests/plugin/call_watch.h"
+#include "tests/plugin/vst2/call_watch.h"
 
 #include <algorithm>
 #include <atomic>

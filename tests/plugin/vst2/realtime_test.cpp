@@ -31,8 +31,8 @@
 #include "dsp/stereo_phaser.h"
 #include "gui/headless.h"
 #include "plugin/vst2/vst_synth.h"
-#include "tests/plugin/call_watch.h"
-#include "tests/plugin/installed_skin.h"
+#include "tests/plugin/vst2/call_watch.h"
+#include "tests/plugin/vst2/installed_skin.h"
 #include "tests/support/recorded_messages.h"
 
 namespace {
@@ -186,7 +186,7 @@ class AudioThread : public testing::Test {
         }
         for (int key = 0; key < 128; ++key) play(0x90, key, 1 + key % 127);
         for (int cc = 0; cc < 128; ++cc) {
-            synth_->learnSlot().arm(cc % 17 == 0 ? cc / 17 : state::LearnSlot::kNone);
+            synth_->instrument().learnSlot().arm(cc % 17 == 0 ? cc / 17 : state::LearnSlot::kNone);
             for (const int value : {0, 63, 64, 127}) play(0xB0 | cc % 16, cc, value);
         }
         for (int program = 0; program < 128; ++program) play(0xC0, program, 0);

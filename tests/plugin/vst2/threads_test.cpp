@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/engine.h"
-#include "tests/plugin/midi_block.h"
+#include "tests/plugin/vst2/midi_block.h"
 
 namespace {
 
@@ -152,7 +152,7 @@ TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     using Clock = std::chrono::steady_clock;
     auto owned = std::make_unique<HeardEngine>(44100.0);
     HeardEngine& engine = *owned;
-    const auto synth = std::make_unique<plugin::VstSynth>(nullptr, std::move(owned));
+    const auto synth = std::make_unique<vst2::VstSynth>(nullptr, std::move(owned));
     AEffect* const host = synth->getAeffect();
     const auto ask = [host](VstInt32 opcode, VstIntPtr value, void* data = nullptr) {
         return host->dispatcher(host, opcode, 0, value, data, 0.0f);
@@ -205,7 +205,7 @@ TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
         400,
         [&] {
             const int index = static_cast<int>(random() % state::kNumParams);
-            synth_->learnSlot().arm(index);
+            synth_->instrument().learnSlot().arm(index);
             synth_->copyProgram(static_cast<int>(random() % 128));
             synth_->getParameter(state::kNumParams);
             char text[64];
@@ -237,7 +237,7 @@ TEST(ThreadsOfManyInstances, ShareTheProcess) {
                 playMessage(*synth, 0x90, 48 + host, 100);
                 float sum = 0.0f;
                 for (int i = 0; i < 30; ++i) {
-                    synth->learnSlot().arm(index);
+                    synth->instrument().learnSlot().arm(index);
                     state::controllerMap().bind(index, i);
                     sum += std::fabs(playMessage(*synth, 0xB0, i, i)[i]);
                 }

@@ -9,7 +9,7 @@
 
 #include "editor/skin_preview.h"
 #include "platform/shared_library.h"
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 #include "tests/support/host_window.h"
 #include "tests/support/temporary_folder.h"
 

@@ -3,7 +3,7 @@
 
 #include "platform/shared_library.h"
 #include "plugin/vst2/vst2.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/test_host.h"
 
 using PluginEntry = AEffect* (*)(audioMasterCallback host);
 
