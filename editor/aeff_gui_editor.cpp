@@ -2,6 +2,7 @@
 #include "editor/aeff_gui_editor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -27,8 +28,8 @@ bool AEffGUIEditor::openFrame(int width, int height, double zoom, void* parentWi
 
 void AEffGUIEditor::setRect(double width, double height) {
     constexpr double kLargest = std::numeric_limits<std::int16_t>::max();
-    rect_.right = static_cast<std::int16_t>(std::clamp(width, 0.0, kLargest));
-    rect_.bottom = static_cast<std::int16_t>(std::clamp(height, 0.0, kLargest));
+    rect_.right = static_cast<std::int16_t>(std::clamp(std::round(width), 0.0, kLargest));
+    rect_.bottom = static_cast<std::int16_t>(std::clamp(std::round(height), 0.0, kLargest));
 }
 
 void AEffGUIEditor::close() {

@@ -12,7 +12,6 @@
 #include "editor/skin_text.h"
 #include "editor/tags.h"
 #include "editor/text_display.h"
-#include "platform/message_box.h"
 
 namespace editor {
 
@@ -155,9 +154,8 @@ CControl* makeLinkedDisplay(const ControlPlan& plan) {
     const int link = integer(plan, "link");
     // The index one past the last parameter is let through: kept.
     if (link < 0 || link > plan.host.parameterCount()) {
-        platform::showMessage("Skin Error",
-                              "Error attempting to link a display to an invalid parameter id",
-                              platform::MessageIcon::kNone);
+        plan.report("Skin Error", "Error attempting to link a display to an invalid parameter id",
+                    platform::MessageIcon::kNone);
         return nullptr;
     }
     auto* const display =

@@ -6,6 +6,7 @@
 #include "editor/editor_host.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_values.h"
+#include "platform/message_box.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -18,6 +19,7 @@ struct ControlPlan {
     VSTGUI::CBitmap* background;  // the frame's picture, or null
     VSTGUI::IControlListener* listener;
     const EditorHost& host;
+    const platform::MessageHandler& report;
 };
 
 struct ControlRule {

@@ -31,7 +31,7 @@ class EditorHost {
     virtual int program() const = 0;
     virtual void setProgram(int program) = 0;
     virtual std::string programName(int program) const = 0;
-    virtual void renameProgram(const std::string& name) = 0;  // the current one
+    virtual void renameProgram(int program, const std::string& name) = 0;
 
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // MIDI key of the last note, -1 before the first

@@ -20,6 +20,7 @@ namespace {
 constexpr CColor kScreenColor(201, 201, 255);
 constexpr CColor kFieldColor(128, 128, 255);
 constexpr const char* kDataFolder = "Tembrilon Data";
+constexpr const char* kHint = "Enter here the full path to your Tembrilon Data folder";
 constexpr CCoord kMargin = 20;
 constexpr CCoord kLineHeight = 18;
 
@@ -49,24 +50,24 @@ std::string examplePath() {
 }  // namespace
 
 CPathFill::CPathFill(const CRect& size, CTextLabel* title, CTextLabel* complaint)
-    : CTextEdit(size, nullptr, kNoTag, "Enter here the full path to your Tembrilon Data folder"),
-      title_(title),
-      complaint_(complaint) {
+    : CTextEdit(size, nullptr, kNoTag, kHint), title_(title), complaint_(complaint) {
     setFontColor(kWhiteCColor);
     setBackColor(kFieldColor);
     setFrameColor(kFieldColor);
 }
 
-void CPathFill::valueChanged() {
-    CTextEdit::valueChanged();
-    if (!bWasReturnPressed) return;
+// A text that was there before the entry is not reported as a change.
+void CPathFill::looseFocus() {
+    const bool confirmed = bWasReturnPressed;
+    CTextEdit::looseFocus();
+    if (!confirmed || getText() == UTF8String(kHint)) return;
     const std::string path = cutToFit(getText().getString(), kLongestPath);
     if (state::settings().write(state::kDataPathSetting, path)) return;
     title_->setText("Not Saved!");
     complaint_->setText("Registry Can't be written");
 }
 
-void buildDataFolderScreen(CFrame& frame) {
+void buildDataFolderScreen(CFrame& frame, const std::string& reason) {
     frame.setBackgroundColor(kScreenColor);
     const std::string folder = std::string("\"") + kDataFolder + '"';
     CTextLabel* const title = addLine(
@@ -75,7 +76,7 @@ void buildDataFolderScreen(CFrame& frame) {
             "Please find the " + folder + " folder and type the full path of this plug-in's files,",
             kNormalFace);
     addLine(frame, 56, "for example " + examplePath(), kNormalFace);
-    CTextLabel* const complaint = addLine(frame, 112, "", kBoldFace);
+    CTextLabel* const complaint = addLine(frame, 112, reason, kBoldFace);
     addLine(frame, 134,
             "Alternatively you may place the files along with the DLL in the VSTplugins folder.",
             kNormalFace);

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "platform/file.h"
 #include "platform/path_text.h"
+#include "platform/png_header.h"
 #include "vstgui/lib/platform/iplatformbitmap.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
@@ -13,11 +15,6 @@ namespace {
 constexpr double kDouble = 2;
 constexpr const char* kDoubleSuffix = "#2.0x";
 
-VSTGUI::PlatformBitmapPtr readPixels(const std::string& path) {
-    const std::string utf8 = platform::utf8FromPath(path);
-    return VSTGUI::getPlatformFactory().createBitmapFromPath(utf8.c_str());
-}
-
 std::string doubleName(const std::string& fileName) {
     const std::size_t end = std::min(fileName.rfind('.'), fileName.size());
     return fileName.substr(0, end) + kDoubleSuffix + fileName.substr(end);
@@ -25,27 +22,38 @@ std::string doubleName(const std::string& fileName) {
 
 }  // namespace
 
-VSTGUI::SharedPointer<VSTGUI::CBitmap> PictureCache::load(const std::string& fileName) const {
-    const auto pixels = readPixels(folder_ + fileName);
-    if (!pixels) return nullptr;
-    auto picture = VSTGUI::makeOwned<VSTGUI::CBitmap>(pixels);
-    if (readsDoubles_) addDouble(*picture, fileName);
-    return picture;
+// The header says what the pixels will take, before they do. A damaged picture costs as much.
+VSTGUI::PlatformBitmapPtr PictureCache::read(const std::string& fileName,
+                                             const std::optional<VSTGUI::CPoint>& wanted) {
+    const auto path = files_.find(fileName);
+    if (!path) return nullptr;
+    const auto start = platform::readFileStart(*path, platform::kPngHeaderBytes);
+    const auto size = platform::readPngSize(start.value_or(""));
+    if (!size || size->width == 0 || size->height > pixelsLeft_ / size->width) return nullptr;
+
+    if (wanted && *wanted != VSTGUI::CPoint(size->width, size->height)) return nullptr;
+    pixelsLeft_ -= std::int64_t{size->width} * size->height;
+    const std::string utf8 = platform::utf8FromPath(*path);
+    return VSTGUI::getPlatformFactory().createBitmapFromPath(utf8.c_str());
 }
 
 // One that is damaged or has another size is as good as none.
-void PictureCache::addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) const {
-    const auto pixels = readPixels(folder_ + doubleName(fileName));
+void PictureCache::addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) {
     const VSTGUI::CPoint size = picture.getSize();
-    if (!pixels || pixels->getSize() != VSTGUI::CPoint(size.x * kDouble, size.y * kDouble)) return;
+    const auto pixels =
+        read(doubleName(fileName), VSTGUI::CPoint(size.x * kDouble, size.y * kDouble));
+    if (!pixels) return;
     pixels->setScaleFactor(kDouble);
     picture.addBitmap(pixels);
 }
 
 VSTGUI::CBitmap* PictureCache::find(const std::string& fileName) {
-    const auto known = pictures_.find(fileName);
-    if (known != pictures_.end()) return known->second.get();
-    return pictures_.emplace(fileName, load(fileName)).first->second.get();
+    const auto [at, isNew] = pictures_.try_emplace(normalizedName(fileName));
+    if (!isNew) return at->second.get();
+    if (const auto pixels = read(fileName)) {
+        at->second = VSTGUI::makeOwned<VSTGUI::CBitmap>(pixels);
+    }
+    return at->second.get();
 }
 
 void PictureCache::readDoubles() {

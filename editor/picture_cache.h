@@ -2,30 +2,41 @@
 // NAME#2.0x.png may hold the same picture in double size, for larger views.
 #pragma once
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
+#include "editor/picture_files.h"
 #include "editor/skin_text.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
+// Of all pictures of a skin together, double ones included: 128 MiB.
+constexpr std::int64_t kMostSkinPixels = std::int64_t{32} << 20;
+
 class PictureCache {
   public:
     // skinFolder ends in a separator.
-    explicit PictureCache(std::string skinFolder) : folder_(std::move(skinFolder)) {}
+    explicit PictureCache(const std::string& skinFolder, std::int64_t mostPixels = kMostSkinPixels)
+        : files_(skinFolder), pixelsLeft_(mostPixels) {}
 
-    // The picture of this file, names compared without regard to case, or null. It stays valid for
-    // as long as the cache or somebody else holds it.
+    // The picture of this file, names compared without regard to case, or null, also when it would
+    // take more pixels than are left. It stays valid for as long as the cache or somebody else
+    // holds it.
     VSTGUI::CBitmap* find(const std::string& fileName);
-    // From now on every picture gets its double one, those found before included.
+    // Gives every picture found so far its double one, as far as the pixels left suffice.
     void readDoubles();
 
   private:
-    VSTGUI::SharedPointer<VSTGUI::CBitmap> load(const std::string& fileName) const;
-    void addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) const;
+    // Null also when it is not of the wanted size.
+    VSTGUI::PlatformBitmapPtr read(const std::string& fileName,
+                                   const std::optional<VSTGUI::CPoint>& wanted = std::nullopt);
+    void addDouble(VSTGUI::CBitmap& picture, const std::string& fileName);
 
-    std::string folder_;
+    PictureFiles files_;
+    std::int64_t pixelsLeft_;
     bool readsDoubles_ = false;
     std::map<std::string, VSTGUI::SharedPointer<VSTGUI::CBitmap>, LessIgnoringCase> pictures_;
 };

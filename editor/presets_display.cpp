@@ -141,13 +141,14 @@ void CPresetsDisplay::openList() {
 
 void CPresetsDisplay::rename() {
     if (!getFrame()) return;
-    nameField_->setText(UTF8String(host_.programName(host_.program())));
+    named_ = host_.program();
+    nameField_->setText(UTF8String(host_.programName(named_)));
     nameField_->setVisible(true);
     getFrame()->setFocusView(nameField_);
 }
 
 void CPresetsDisplay::valueChanged(CControl*) {
-    host_.renameProgram(cutToFit(nameField_->getText().getString(), kLongestName));
+    host_.renameProgram(named_, cutToFit(nameField_->getText().getString(), kLongestName));
     onIdle();
 }
 

@@ -41,6 +41,7 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
     EditorHost& host_;
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
+    int named_ = 0;         // the program whose name is being typed
     std::string shown_;     // changes between drawings only, which may draw a part
     double wheelRest_ = 0;  // part of a notch not used yet
     VSTGUI::SharedPointer<VSTGUI::CTextEdit> nameField_;

@@ -6,7 +6,6 @@
 #include <CLI/CLI.hpp>
 
 #include "editor/skin_preview.h"
-#include "editor/skin_report.h"
 #include "platform/product.h"
 
 int main(int argc, char** argv) {
@@ -32,8 +31,6 @@ int main(int argc, char** argv) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
     folder += '/';
-    const int complaints = picture.empty()
-                               ? editor::reportSkin(folder, std::cout)
-                               : editor::reportAndDrawSkin(folder, picture, std::cout, zoom);
+    const int complaints = editor::reportAndDrawSkin(folder, picture, std::cout, zoom);
     return complaints > 0 ? kComplaints : 0;
 }

@@ -29,10 +29,11 @@ int SkinChoice::selected() const {
 SkinChoice findSkins() {
     SkinChoice choice;
     choice.baseFolder = platform::moduleFolder();
-    choice.name = platform::pathFromUtf8(
-        state::settings().read(state::kSkinNameSetting).value_or(kDefaultSkin));
+    const auto stored = state::settings().read(state::kSkinNameSetting);
+    choice.name = platform::pathFromUtf8(stored.value_or(kDefaultSkin));
     if (!choice.baseFolder) return choice;
-    if (!platform::fileExists(*choice.folder() + kSkinFile)) choice.name = kDefaultSkin;
+    choice.isStored = stored && platform::fileExists(*choice.folder() + kSkinFile);
+    if (!choice.isStored) choice.name = kDefaultSkin;
 
     for (const std::string& name : platform::folderEntries(*choice.baseFolder)) {
         if (name.size() > kLongestName) continue;
@@ -42,8 +43,8 @@ SkinChoice findSkins() {
     return choice;
 }
 
-void chooseSkin(const std::string& name) {
-    state::settings().write(state::kSkinNameSetting, platform::utf8FromPath(name));
+bool chooseSkin(const std::string& name) {
+    return state::settings().write(state::kSkinNameSetting, platform::utf8FromPath(name));
 }
 
 }  // namespace editor

@@ -13,6 +13,7 @@ struct SkinChoice {
     std::optional<std::string> baseFolder;  // ends in a separator; nothing when it is unknown
     std::string name;                       // of the selected skin
     std::vector<std::string> installed;     // in the order of the file system
+    bool isStored = false;                  // the name comes from the settings
 
     // Of the selected skin; ends in a separator. Nothing beside an unknown folder.
     std::optional<std::string> folder() const;
@@ -21,6 +22,6 @@ struct SkinChoice {
 
 // Looks beside the library and in the settings. A chosen skin without skin.xml gives the default.
 SkinChoice findSkins();
-void chooseSkin(const std::string& name);
+bool chooseSkin(const std::string& name);  // false when it cannot be kept
 
 }  // namespace editor

@@ -9,7 +9,7 @@
 
 namespace editor {
 
-constexpr std::size_t kMaxSkinFileBytes = 1u << 20;
+constexpr std::size_t kMaxSkinFileBytes = 16u << 20;
 
 // Called once per child of GUI, in document order. Names compare without regard to case.
 using SkinBuilder =

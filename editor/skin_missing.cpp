@@ -1,12 +1,15 @@
-// The flag of the process.
+// State of the process; hosts may open editors on several threads.
 #include "editor/skin_missing.h"
 
 #include <atomic>
+#include <mutex>
 
 namespace editor {
 namespace {
 
 std::atomic<bool> skinMissing{false};
+std::mutex reasonMutex;
+std::string reasonText;
 
 }  // namespace
 
@@ -16,6 +19,16 @@ bool isSkinMissing() {
 
 void setSkinMissing(bool missing) {
     skinMissing = missing;
+}
+
+std::string screenReason() {
+    const std::lock_guard<std::mutex> lock(reasonMutex);
+    return reasonText;
+}
+
+void setScreenReason(const std::string& reason) {
+    const std::lock_guard<std::mutex> lock(reasonMutex);
+    reasonText = reason;
 }
 
 }  // namespace editor

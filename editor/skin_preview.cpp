@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <ostream>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -45,7 +47,7 @@ class PreviewHost final : public EditorHost {
     int program() const override { return 0; }
     void setProgram(int) override {}
     std::string programName(int) const override { return "Init"; }
-    void renameProgram(const std::string&) override {}
+    void renameProgram(int, const std::string&) override {}
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }
@@ -71,6 +73,7 @@ class PreviewEditor final : public myEditor {
 
   protected:
     SkinChoice skinChoice() const override { return choice_; }
+    int mostMessages() const override { return std::numeric_limits<int>::max(); }
 
   private:
     SkinChoice choice_;
@@ -115,13 +118,15 @@ bool writePng(const std::string& path, const VSTGUI::PixelBuffer& picture) {
 
 int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath, std::ostream& out,
                       int zoom) {
-    std::ostringstream listing;
+    std::stringstream listing;
     int complaints = reportSkin(skinFolder, listing);
     out << listing.str();
+    std::set<std::string> said;
+    for (std::string line; std::getline(listing, line);) said.insert(line);
     const auto complain = [&](const std::string& title, const std::string& text) {
-        const std::string line = "! " + title + ": " + text + '\n';
-        if (listing.str().find(line) != std::string::npos) return;  // said already
-        out << line;
+        const std::string line = "! " + title + ": " + text;
+        if (said.count(line) > 0) return;
+        out << line << '\n';
         ++complaints;
     };
     const platform::ScopedMessageHandler handler(
@@ -131,7 +136,7 @@ int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath,
     const auto picture = drawSkin(skinFolder, zoom);
     if (!picture) {
         complain("No picture", skinFolder);
-    } else if (!writePng(pngPath, *picture)) {
+    } else if (!pngPath.empty() && !writePng(pngPath, *picture)) {
         complain("Cannot write", pngPath);
     }
     return complaints;

@@ -14,7 +14,8 @@ namespace editor {
 // platform::showMessage. skinFolder ends in a separator.
 std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int zoom = 100);
 
-// Does as reportSkin, then draws the skin into a file; complaints of the drawing are added.
+// Does as reportSkin, then draws the skin into a file, or nowhere without a path; complaints of the
+// drawing, such as damaged pictures, are added.
 int reportAndDrawSkin(const std::string& skinFolder, const std::string& pngPath, std::ostream& out,
                       int zoom = 100);
 

@@ -5,10 +5,10 @@
 #include <charconv>
 #include <ostream>
 
+#include "editor/picture_files.h"
 #include "editor/skin_loader.h"
 #include "editor/skin_text.h"
 #include "editor/skin_values.h"
-#include "platform/file.h"
 #include "platform/message_box.h"
 
 namespace editor {
@@ -30,7 +30,8 @@ std::string hexadecimal(std::uint32_t rgb) {
 
 class Report {
   public:
-    Report(const std::string& skinFolder, std::ostream& out) : folder_(skinFolder), out_(out) {}
+    Report(const std::string& skinFolder, std::ostream& out)
+        : folder_(skinFolder), files_(skinFolder), out_(out) {}
 
     int run() {
         const platform::ScopedMessageHandler handler(
@@ -64,10 +65,10 @@ class Report {
         for (const XmlAttribute& attribute : attributes.node().attributes) {
             if (!SkinAttributes::fits(attribute)) complain("Attribute too long", attribute.name);
         }
-        const auto values =
-            readSkinElement(*rule, attributes, constants_, [this](const std::string& fileName) {
-                return platform::fileExists(folder_ + fileName);
-            });
+        const auto values = readSkinElement(
+            *rule, attributes, constants_,
+            [this](const std::string& fileName) { return files_.find(fileName).has_value(); },
+            platform::showMessage);
         if (!values) {
             out_ << element << " is abandoned\n";
             return;
@@ -94,6 +95,7 @@ class Report {
     }
 
     const std::string& folder_;
+    PictureFiles files_;
     std::ostream& out_;
     SkinConstantTable constants_;
     int complaints_ = 0;

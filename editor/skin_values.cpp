@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "editor/skin_text.h"
-#include "platform/message_box.h"
 
 namespace editor {
 namespace {
@@ -19,8 +18,13 @@ std::optional<Value> lookUp(const SkinValues::Named<Value>& values, std::string_
 class ElementReader {
   public:
     ElementReader(const SkinElementRule& rule, const SkinAttributes& attributes,
-                  SkinConstantTable& constants, const LoadPicture& loadPicture)
-        : rule_(rule), attributes_(attributes), constants_(constants), loadPicture_(loadPicture) {}
+                  SkinConstantTable& constants, const LoadPicture& loadPicture,
+                  const platform::MessageHandler& report)
+        : rule_(rule),
+          attributes_(attributes),
+          constants_(constants),
+          loadPicture_(loadPicture),
+          report_(report) {}
 
     std::optional<SkinValues> read() {
         for (const auto name : skinAttributeNames(rule_.required)) {
@@ -69,7 +73,7 @@ class ElementReader {
 
     Outcome readPicture(std::string_view name, const std::string& fileName) {
         if (!loadPicture_(fileName)) {
-            platform::showMessage(rule_.noPictureTitle, fileName, platform::MessageIcon::kNone);
+            report_(rule_.noPictureTitle, fileName, platform::MessageIcon::kNone);
             return Outcome::kNoPicture;
         }
         values_.pictures.emplace_back(name, fileName);
@@ -92,13 +96,14 @@ class ElementReader {
     void showError(const std::string& what, std::string_view name) const {
         std::string text = what + " ";
         text.append(name).append(" for object ").append(attributes_.node().name);
-        platform::showMessage("Skin Error", text, platform::MessageIcon::kError);
+        report_("Skin Error", text, platform::MessageIcon::kError);
     }
 
     const SkinElementRule& rule_;
     const SkinAttributes& attributes_;
     SkinConstantTable& constants_;
     const LoadPicture& loadPicture_;
+    const platform::MessageHandler& report_;
     SkinValues values_;
 };
 
@@ -129,8 +134,9 @@ std::optional<std::uint32_t> SkinValues::colour(std::string_view name) const {
 std::optional<SkinValues> readSkinElement(const SkinElementRule& rule,
                                           const SkinAttributes& attributes,
                                           SkinConstantTable& constants,
-                                          const LoadPicture& loadPicture) {
-    return ElementReader(rule, attributes, constants, loadPicture).read();
+                                          const LoadPicture& loadPicture,
+                                          const platform::MessageHandler& report) {
+    return ElementReader(rule, attributes, constants, loadPicture, report).read();
 }
 
 std::optional<std::uint32_t> parseSkinColour(std::string_view text) {

@@ -12,6 +12,7 @@
 #include "editor/skin_expression.h"
 #include "editor/skin_schema.h"
 #include "editor/skin_xml.h"
+#include "platform/message_box.h"
 
 namespace editor {
 
@@ -37,12 +38,13 @@ struct SkinValues {
 
 // Reads in the order of the rule. Returns nothing when a required attribute is missing or fails,
 // or a picture cannot be loaded: the element is then abandoned. An optional number that fails is
-// left out. Every failure is shown through platform::showMessage. The table takes part because an
-// attribute value may be an assignment.
+// left out. Every failure is reported. The table takes part because an attribute value may be an
+// assignment.
 std::optional<SkinValues> readSkinElement(const SkinElementRule& rule,
                                           const SkinAttributes& attributes,
                                           SkinConstantTable& constants,
-                                          const LoadPicture& loadPicture);
+                                          const LoadPicture& loadPicture,
+                                          const platform::MessageHandler& report);
 
 // A hexadecimal number as scanf's %X reads it: blanks, a sign and "0x" may stand before the digits,
 // anything may follow. The low 24 bits are kept. Nothing without a digit.

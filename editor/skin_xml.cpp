@@ -20,7 +20,7 @@ class Reader {
     std::size_t position() const { return position_; }
 
     bool element(XmlNode& node) {
-        if (depth_ == kMaxXmlDepth) return false;
+        if (depth_ == kMaxXmlDepth || !takesOneMore()) return false;
         ++depth_;
         const bool complete = startTag(node);
         --depth_;
@@ -28,6 +28,8 @@ class Reader {
     }
 
   private:
+    bool takesOneMore() { return ++items_ <= kMaxXmlItems; }
+
     char peek() const { return position_ < text_.size() ? text_[position_] : '\0'; }
 
     bool take(char expected) {
@@ -76,7 +78,7 @@ class Reader {
             skipSpace();
             if (!take('"')) return false;
             const auto value = takeUntil('"');
-            if (!value) return false;
+            if (!value || !takesOneMore()) return false;
             ++position_;
             node.attributes.push_back({std::string(name), std::string(*value)});
         }
@@ -107,6 +109,7 @@ class Reader {
     std::string_view text_;
     std::size_t position_;
     int depth_ = 0;
+    int items_ = 0;
 };
 
 }  // namespace

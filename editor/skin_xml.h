@@ -13,6 +13,8 @@ namespace editor {
 
 // Elements nested deeper fail the parse, so reading and freeing a tree stay within any stack.
 constexpr int kMaxXmlDepth = 256;
+// More elements and attributes together fail the parse: a tree takes up to 200 MB.
+constexpr int kMaxXmlItems = 1 << 20;
 constexpr std::size_t kMaxEndTagLength = 255;  // a longer name in an end tag fails the parse
 
 struct XmlAttribute {

@@ -11,6 +11,7 @@
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "state/chunks.h"
+#include "state/parameters.h"
 
 namespace editor {
 
@@ -48,11 +49,11 @@ EditorRect xmlGuiEditor::getRect() {
             [](const std::string&, const std::string&, platform::MessageIcon) {});
         const Toolkit toolkit;
         if (const auto folder = skinChoice().folder()) {
-            SkinBuild build(*folder);
+            SkinBuild build(*folder, mostMessages());
             runBuild(build, SkinElements::kBackgroundOnly);
         }
     }
-    const double zoom = size_ == CPoint() ? 1 : readZoom() / 100.0;
+    const double zoom = size_ == CPoint() ? 1 : boundedZoom(readZoom() / 100.0, size_);
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
     setRect(size_.x * zoom, size_.y * zoom);
     return AEffGUIEditor::getRect();
@@ -75,17 +76,33 @@ bool xmlGuiEditor::open(void* parentWindow) {
 bool xmlGuiEditor::openSkin(void* parentWindow) {
     if (isSkinMissing()) return true;
     skins_ = skinChoice();
+    setScreenReason("");
     const auto folder = skins_.folder();
     if (!folder) {
         setSkinMissing(true);
         return true;
     }
-    SkinBuild build(*folder);
+    SkinBuild build(*folder, mostMessages());
     build.parentWindow = parentWindow;
     if (runBuild(build, SkinElements::kAll) != SkinLoad::kBuilt) setSkinMissing(true);
     if (build.abandoned) close();
-    if (isOpen()) pictures_ = std::move(build.pictures);
+    if (isOpen()) {
+        pictures_ = std::move(build.pictures);
+        readDoublePictures();
+    } else if (!build.abandoned) {
+        giveUpSkin();
+    }
     return !build.abandoned;
+}
+
+// The screen that comes instead has no menu of skins: a chosen skin that cannot be opened would be
+// chosen for ever.
+void xmlGuiEditor::giveUpSkin() {
+    if (!skins_.isStored || skins_.name == kDefaultSkin) return;
+    std::string reason =
+        "The skin \"" + platform::utf8FromPath(skins_.name) + "\" cannot be opened.";
+    if (chooseSkin(kDefaultSkin)) reason += " The default skin is next.";
+    setScreenReason(reason);
 }
 
 bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
@@ -93,7 +110,7 @@ bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
     setRect(kDataFolderScreenWidth, kDataFolderScreenHeight);
     if (!openFrame(kDataFolderScreenWidth, kDataFolderScreenHeight, 1, parentWindow)) return false;
     dataFolderScreen_ = true;
-    buildDataFolderScreen(*frame);
+    buildDataFolderScreen(*frame, screenReason());
     host_.sizeWindow(kDataFolderScreenWidth, kDataFolderScreenHeight);
     return true;
 }
@@ -106,10 +123,13 @@ void xmlGuiEditor::sayMissingBank() {
 
 SkinLoad xmlGuiEditor::runBuild(SkinBuild& build, SkinElements elements) {
     const CurrentBuild<SkinBuild> current(build_, build);
-    return loadSkin(build.skinFolder, elements,
-                    [this](const std::string& element, const SkinAttributes& attributes) {
-                        if (!build_->abandoned) buildElement(element, attributes);
-                    });
+    const SkinLoad result =
+        loadSkin(build.skinFolder, elements,
+                 [this](const std::string& element, const SkinAttributes& attributes) {
+                     if (!build_->abandoned) buildElement(element, attributes);
+                 });
+    build.messages.showRest();
+    return result;
 }
 
 void xmlGuiEditor::close() {
@@ -141,13 +161,14 @@ std::optional<SkinValues> xmlGuiEditor::readValues(const std::string& element,
     if (!rule) return std::nullopt;
     return readSkinElement(
         *rule, attributes, build_->constants,
-        [this](const std::string& fileName) { return build_->pictures.find(fileName) != nullptr; });
+        [this](const std::string& fileName) { return build_->pictures.find(fileName) != nullptr; },
+        build_->report);
 }
 
 bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes& attributes) {
     if (equalIgnoringCase(element, "CONSTANTS")) {
         const std::string* const text = attributes.find("");
-        if (text) evaluateConstants(build_->constants, *text, platform::showMessage);
+        if (text) evaluateConstants(build_->constants, *text, build_->report);
         return true;
     }
     if (!findSkinElementRule(element)) return true;
@@ -161,8 +182,8 @@ bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes
     }
     const ControlRule* const rule = findControlRule(element);
     if (!rule) return true;
-    CControl* const control =
-        rule->make({*values, attributes, build_->pictures, build_->background, this, host_});
+    CControl* const control = rule->make(
+        {*values, attributes, build_->pictures, build_->background, this, host_, build_->report});
     if (!control) return false;
     addControl(control);
     if (rule->hasDefault) {
@@ -182,14 +203,13 @@ bool xmlGuiEditor::makeBackground(const SkinValues& values) {
     size_ = build_->background->getSize();
     if (!build_->parentWindow) return true;
 
-    const double zoom = readZoom() / 100.0;
+    const double zoom = boundedZoom(readZoom() / 100.0, size_);
     setRect(size_.x * zoom, size_.y * zoom);
     if (!openFrame(truncateToInt32(size_.x), truncateToInt32(size_.y), zoom,
                    build_->parentWindow)) {
         build_->abandoned = true;
         return false;
     }
-    preparePictures(zoom);
     frame->setBackground(build_->background);
     frame->registerMouseObserver(this);
     for (const auto& view : build_->waiting) {
@@ -220,6 +240,9 @@ void xmlGuiEditor::addControl(CControl* control) {
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);
     if (!host_.isParameter(control->getTag())) return;
     showValue(*control);
+    if (!menu && dynamic_cast<CParamDisplay*>(control)) {
+        control->setDefaultValue(state::parameter(control->getTag()).defaultValue);
+    }
     learners_.push_back(std::make_unique<CMidiLearn>(control, host_));
 }
 

@@ -14,6 +14,7 @@
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
 #include "editor/skin_loader.h"
+#include "editor/skin_messages.h"
 #include "editor/skin_values.h"
 #include "editor/tags.h"
 #include "editor/text_display.h"
@@ -41,7 +42,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool open(void* parentWindow) override;
     // Open, and not with the data-folder screen in place of a skin.
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
-    // While open: at this zoom, 1 to 3, whatever the settings say.
+    // While open: at this zoom, 1 to 3, or the largest possible, whatever the settings say.
     void showAt(double zoom);
     void close() override;
     void idle() override;
@@ -50,9 +51,13 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool onWheel(double notches);
     void endEdit(std::int32_t tag) override;
     void valueChanged(VSTGUI::CControl* control) override;
+    std::int32_t controlModifierClicked(VSTGUI::CControl* control,
+                                        VSTGUI::CButtonState buttons) override;
 
   protected:
     virtual SkinChoice skinChoice() const { return findSkins(); }
+    // Of one build; what goes beyond is counted.
+    virtual int mostMessages() const { return SkinMessages::kMostShown; }
     // Makes what one element says. False when it had to be abandoned; the user was told.
     virtual bool buildElement(const std::string& element, const SkinAttributes& attributes);
     // The items of a menu whose element lists none.
@@ -71,8 +76,14 @@ class xmlGuiEditor : public AEffGUIEditor,
   private:
     // What belongs to one load of a skin.
     struct SkinBuild {
-        explicit SkinBuild(const std::string& folder) : skinFolder(folder), pictures(folder) {}
+        SkinBuild(const std::string& folder, int mostMessages)
+            : skinFolder(folder), messages(mostMessages), pictures(folder) {}
         std::string skinFolder;
+        SkinMessages messages;
+        const platform::MessageHandler report =
+            [this](const std::string& title, const std::string& text, platform::MessageIcon icon) {
+                messages.show(title, text, icon);
+            };
         SkinConstantTable constants;
         PictureCache pictures;
         VSTGUI::CBitmap* background = nullptr;  // once its element was met
@@ -84,6 +95,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     };
 
     bool openSkin(void* parentWindow);
+    void giveUpSkin();
     bool openDataFolderScreen(void* parentWindow);
     SkinLoad runBuild(SkinBuild& build, SkinElements elements);
     bool makeBackground(const SkinValues& values);
@@ -106,7 +118,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
     void openZoomMenu(const VSTGUI::CPoint& where);
     void zoomTo(int percent);
-    void preparePictures(double zoom);
+    void readDoublePictures();
 
     SkinChoice skins_;
     SkinBuild* build_ = nullptr;            // while a skin is being built

@@ -34,6 +34,12 @@ void xmlGuiEditor::valueChanged(CControl* control) {
     redrawLinked(tag);
 }
 
+// A press with Control resets a control; a menu would change unseen.
+std::int32_t xmlGuiEditor::controlModifierClicked(CControl* control, CButtonState buttons) {
+    const bool resets = buttons.isLeftButton() && buttons.getModifierState() == kControl;
+    return resets && dynamic_cast<COptionMenu*>(control) ? 1 : 0;
+}
+
 void xmlGuiEditor::sendParameter(CControl& control) {
     float value = control.getValue();
     if (const auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
@@ -106,6 +112,7 @@ void xmlGuiEditor::showValue(CControl& control) {
         menu->setValue(value * static_cast<float>(menu->getNbEntries() - 1));
     } else if (auto* const display = dynamic_cast<CDisplay*>(&control)) {
         display->setText(host_.parameterDisplay(index));
+        control.setValue(value);
     } else if (dynamic_cast<COnOffButton*>(&control)) {
         // It lights at exactly 1 only, the engine switches in the middle.
         control.setValue(value > 0.5f ? 1.0f : 0.0f);
@@ -190,17 +197,19 @@ void xmlGuiEditor::zoomTo(int percent) {
     host_.sizeWindow(rect.right, rect.bottom);
 }
 
-void xmlGuiEditor::showAt(double zoom) {
+void xmlGuiEditor::showAt(double wanted) {
+    const double zoom = boundedZoom(wanted, size_);
     setRect(size_.x * zoom, size_.y * zoom);
-    preparePictures(zoom);
     frame->setZoom(zoom);
+    readDoublePictures();
 }
 
-// The double pictures take memory and time that only larger views repay.
-void xmlGuiEditor::preparePictures(double zoom) {
-    if (zoom <= 1) return;
-    if (build_) build_->pictures.readDoubles();
-    if (pictures_) pictures_->readDoubles();
+// They take memory and time that only larger views repay. Those that are part of the skin as such
+// come first.
+void xmlGuiEditor::readDoublePictures() {
+    if (!pictures_ || frame->getZoom() <= 1) return;
+    pictures_->readDoubles();
+    frame->invalid();
 }
 
 }  // namespace editor

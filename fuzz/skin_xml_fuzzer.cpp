@@ -28,8 +28,9 @@ void readElements(const editor::XmlNode& root) {
     for (const auto& child : root.children) {
         const editor::SkinAttributes attributes(child);
         if (const auto* const rule = editor::findSkinElementRule(child.name)) {
-            editor::readSkinElement(*rule, attributes, constants,
-                                    [](const std::string& name) { return !name.empty(); });
+            editor::readSkinElement(
+                *rule, attributes, constants, [](const std::string& name) { return !name.empty(); },
+                platform::showMessage);
         } else if (const auto* const text = attributes.find("")) {
             editor::evaluateConstants(constants, *text, platform::showMessage);
         }

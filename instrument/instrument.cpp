@@ -92,8 +92,8 @@ void Instrument::setProgramName(const char* name) {
     bank_.setProgramName(program(), name);
 }
 
-void Instrument::renameProgram(const std::string& name) {
-    setProgramName(name.c_str());
+void Instrument::renameProgram(int program, const std::string& name) {
+    bank_.setProgramName(program, name.c_str());
     host_.displayChanged(DisplayChange::kProgramName);
 }
 

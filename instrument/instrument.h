@@ -78,7 +78,7 @@ class Instrument final : public editor::EditorHost {
     void setProgram(int program) override;
     std::string programName(int program) const override;
     void setProgramName(const char* name);                 // of the current one
-    void renameProgram(const std::string& name) override;  // and tells the host
+    void renameProgram(int program, const std::string& name) override;  // and tells the host
     bool copyProgram(int destination);                     // of the current one
 
     // Saved state. The bytes are live.

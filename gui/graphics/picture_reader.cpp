@@ -1,6 +1,9 @@
 // Reads PNG pictures of any colour type into premultiplied pixels.
 #include "gui/graphics/picture_reader.h"
 
+#include "platform/png_header.h"
+
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -21,7 +24,8 @@ namespace VSTGUI {
 namespace {
 
 constexpr int kChannels = 4;
-constexpr uintmax_t kLargestFile = uintmax_t{1} << 30;
+// Beside the pixels a file may hold a colour profile and the like.
+constexpr uint64_t kMostOtherBytes = 1u << 20;
 
 uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
@@ -44,15 +48,17 @@ uint64_t compressedSize(const uint8_t* bytes, size_t size) {
     return total;
 }
 
+bool isPermitted(const platform::PngSize& size) {
+    return size.width >= 1 && size.height >= 1 && size.width <= kLargestPictureSide &&
+           size.height <= kLargestPictureSide &&
+           uint64_t{size.width} * size.height <= kLargestPictureArea;
+}
+
 // A sound encoder never stores more than the pixels take, at 8 bytes each, and a little frame. More
 // is a small picture that would unpack into gigabytes.
-bool isPlausible(int width, int height, uint64_t compressed) {
-    const int64_t area = int64_t{width} * height;
-    if (width < 1 || height < 1 || width > kLargestPictureSide || height > kLargestPictureSide ||
-        area > kLargestPictureArea)
-        return false;
-    const auto unpacked = static_cast<uint64_t>(area * 8 + height);
-    return compressed > 0 && compressed <= unpacked + unpacked / 64 + 4096;
+uint64_t mostCompressed(const platform::PngSize& size) {
+    const uint64_t unpacked = uint64_t{size.width} * size.height * 8 + size.height;
+    return unpacked + unpacked / 64 + 4096;
 }
 
 struct FreePixels {
@@ -62,14 +68,16 @@ struct FreePixels {
 }  // namespace
 
 std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
-    if (size > kLargestFile) return std::nullopt;
-    const int length = static_cast<int>(size);
+    const auto claimed = platform::readPngSize({reinterpret_cast<const char*>(bytes), size});
+    if (!claimed || !isPermitted(*claimed)) return std::nullopt;
+    const uint64_t compressed = compressedSize(bytes, size);
+    const uint64_t most = mostCompressed(*claimed);
+    if (compressed == 0 || compressed > most || size > most + kMostOtherBytes) return std::nullopt;
+
     int width = 0;
     int height = 0;
     int channels = 0;
-    if (!stbi_info_from_memory(bytes, length, &width, &height, &channels)) return std::nullopt;
-    if (!isPlausible(width, height, compressedSize(bytes, size))) return std::nullopt;
-
+    const auto length = static_cast<int>(size);
     const std::unique_ptr<uint8_t, FreePixels> pixels(
         stbi_load_from_memory(bytes, length, &width, &height, &channels, kChannels));
     if (!pixels) return std::nullopt;
@@ -89,9 +97,15 @@ std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
         const auto path = std::filesystem::u8path(utf8Path);
         if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // a pipe would block
         const auto size = std::filesystem::file_size(path);
-        if (size > kLargestFile) return std::nullopt;
-        std::vector<char> bytes(size);
         std::ifstream file(path, std::ios::binary);
+        std::array<char, platform::kPngHeaderBytes> start{};
+        if (!file.read(start.data(), start.size())) return std::nullopt;
+        const auto claimed = platform::readPngSize({start.data(), start.size()});
+        if (!claimed || !isPermitted(*claimed) || size > mostCompressed(*claimed) + kMostOtherBytes)
+            return std::nullopt;  // before its contents take memory
+
+        std::vector<char> bytes(size);
+        file.seekg(0);
         if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
         return readPicture(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     } catch (const std::exception&) {

@@ -8,12 +8,14 @@
 #include "editor/param_display_link.h"
 #include "editor/presets_display.h"
 #include "editor/tap_view.h"
+#include "platform/file.h"
 #include "tests/editor/editor_rig.h"
 
 namespace {
 
 using namespace VSTGUI;
 using platform::MessageIcon;
+constexpr std::size_t kMostMessages = 10;  // of one skin
 
 TEST_F(EditorTest, EveryElementMakesItsControl) {
     const auto type = [](const std::type_info& info) { return std::type_index(info); };
@@ -45,7 +47,7 @@ TEST_F(EditorTest, EveryElementMakesItsControl) {
         {R"(<hswitch x="5" y="6" id="1" entries="4" bitmap_handle="20x40.png"/>)",
          type(typeid(CHorizontalSwitch)), CRect(5, 6, 25, 16), kPan, 0.5f, 0.5f},
         {R"(<display x="5" y="6" w="70" h="20" id="1" style="0"/>)", type(typeid(editor::CDisplay)),
-         CRect(5, 6, 75, 26), kPan, 0.0f, 0.5f},
+         CRect(5, 6, 75, 26), kPan, 0.5f, 0.5f},
         {R"(<anydisp x="5" y="6" w="70" h="20" style="0"/>)", type(typeid(editor::CDisplay)),
          CRect(5, 6, 75, 26), -1, 0.0f, 0.5f},
         {R"(<autodisp x="5" y="6" w="70" h="20" id="1" link="42" style="0"/>)",
@@ -174,34 +176,86 @@ TEST_F(EditorTest, EveryAttributeGetsItsMessageWhenItIsMissingOrWrong) {
                 for (const std::string& name : wordsOf(list)) add(name, nullptr);
             return element + "/>";
         };
-        std::string skin;
-        std::vector<RecordedMessage> said;
+        std::vector<std::pair<std::string, RecordedMessage>> faults;
         for (const auto* const names : {&numbers, &pictures}) {
             for (const std::string& name : *names) {
-                skin += spoilt(name, nullptr);
-                said.push_back({"Skin Error", "Missing tag " + name + object, MessageIcon::kError});
+                faults.push_back(
+                    {spoilt(name, nullptr),
+                     {"Skin Error", "Missing tag " + name + object, MessageIcon::kError}});
             }
         }
         for (const auto* const names : {&numbers, &optionalNumbers}) {
             for (const std::string& name : *names) {
-                skin += spoilt(name, "nope");
-                said.push_back({"Skin Error", "Error calculating value of tag " + name + object,
-                                MessageIcon::kError});
+                faults.push_back({spoilt(name, "nope"),
+                                  {"Skin Error", "Error calculating value of tag " + name + object,
+                                   MessageIcon::kError}});
             }
         }
         for (const char* const names : {row.pictures, row.optionalPictures}) {
             for (const std::string& name : wordsOf(names)) {
                 for (const char* const file : {"gone.png", "broken.png"}) {
-                    skin += spoilt(name, file);
-                    said.push_back({row.noPicture, file, MessageIcon::kNone});
+                    faults.push_back(
+                        {spoilt(name, file), {row.noPicture, file, MessageIcon::kNone}});
                 }
             }
         }
+        unsigned views = 0;
+        for (std::size_t next = 0; next < faults.size();) {
+            std::string skin;
+            std::vector<RecordedMessage> said;
+            for (; next < faults.size() && said.size() < kMostMessages; ++next) {
+                skin += faults[next].first;
+                said.push_back(faults[next].second);
+            }
+            messages.all.clear();
+            ASSERT_TRUE(open(skin));
+            EXPECT_EQ(messages.all, said);
+            views += frame().getNbViews();
+        }
+        // What is optional is done without.
+        EXPECT_EQ(views, optionalNumbers.size());
+    }
+}
+
+TEST_F(EditorTest, AFloodOfFaultsIsCounted) {
+    const std::string faults[] = {
+        "<CONSTANTS>A = nope</CONSTANTS>", "<knob/>",
+        R"(<kick x="1" y="1" id="1" bitmap_handle="gone.png"/>)",
+        R"(<autodisp x="1" y="2" w="2" h="3" id="1" style="0" link="43"/>)"};
+    std::string skin;
+    for (std::size_t i = 0; i < kMostMessages; ++i) skin += faults[i % std::size(faults)];
+    ASSERT_TRUE(open(skin));
+    EXPECT_EQ(messages.all.size(), kMostMessages);
+    for (const char* const rest : {"1 more message", "2 more messages"}) {
+        skin += faults[0];
         messages.all.clear();
         ASSERT_TRUE(open(skin));
-        EXPECT_EQ(messages.all, said);
-        // What is optional is done without.
-        EXPECT_EQ(frame().getNbViews(), optionalNumbers.size());
+        ASSERT_EQ(messages.all.size(), kMostMessages + 1);
+        EXPECT_EQ(messages.all.back(), (RecordedMessage{"Skin Error", rest, MessageIcon::kError}));
+    }
+}
+
+TEST_F(EditorTest, EverySpellingOfAPictureIsThatPicture) {
+    const std::string kick = R"(<kick x="1" y="1" id="42" bitmap_handle=")";
+    ASSERT_TRUE(open(kick + R"(20X40.PNG"/>)" + kick + R"(.//20x40.png"/>)" + kick +
+                     R"(x/./../20x40.Png"/>)"));
+    EXPECT_EQ(messages.all, std::vector<RecordedMessage>());
+    ASSERT_EQ(frame().getNbViews(), 3u);
+    EXPECT_EQ(view(0)->getBackground(), view(1)->getBackground());
+    EXPECT_EQ(view(0)->getBackground(), view(2)->getBackground());
+}
+
+TEST_F(EditorTest, ThePicturesOfASkinShareOneBudget) {
+    const std::string folder = module.path() + "skin" + platform::kSeparator;
+    editor::writePng(folder + "10x10#2.0x.png", plainPicture(20, 20, kBlueCColor));
+    for (const bool doubleFits : {false, true}) {
+        editor::PictureCache pictures(folder, 10 * 10 + 20 * 40 + (doubleFits ? 20 * 20 : 399));
+        CBitmap* const small = pictures.find("10x10.png");
+        ASSERT_TRUE(small);
+        EXPECT_FALSE(pictures.find("32x3200.png"));
+        EXPECT_TRUE(pictures.find("20x40.png"));
+        pictures.readDoubles();
+        EXPECT_EQ(small->getBestPlatformBitmapForScaleFactor(2)->getSize().x, doubleFits ? 20 : 10);
     }
 }
 

@@ -98,6 +98,27 @@ TEST_F(EditorTest, GesturesReachTheHostAsOneEdit) {
     EXPECT_EQ(instrument.calls(), "begin 1; automate 1 0.500; end 1");
 }
 
+TEST_F(EditorTest, AClickWithControlResetsReadOutsAndSparesMenus) {
+    constexpr int kVolume = 0;  // 0.3
+    ASSERT_TRUE(open(R"(<display x="0" y="0" w="60" h="20" id="0" style="0"/>
+                        <autodisp x="0" y="30" w="60" h="20" id="0" link="0" style="0"/>
+                        <optionmenu x="0" y="60" w="60" h="20" id="6" style="0"/>
+                        <skinselector x="0" y="90" w="60" h="20" style="0"/>)"));
+    for (const int y : {5, 35}) {
+        instrument.values[kVolume] = 0.8f;
+        edit.setParameter(kVolume);
+        idle();
+        click(5, y, kLButton | kControl);
+        EXPECT_EQ(instrument.calls(), "begin 0; automate 0 0.300; end 0");
+    }
+    for (const int y : {65, 95}) {
+        click(5, y, kLButton | kControl);
+        EXPECT_EQ(instrument.calls(), "");
+        EXPECT_EQ(frame().getModalView(), nullptr);
+    }
+    EXPECT_FALSE(state::settings().read("SkinName"));
+}
+
 TEST_F(EditorTest, MenusSendTheirIndexAsAShareOfTheLast) {
     ASSERT_TRUE(open(R"(<optionmenu x="0" y="0" w="80" h="20" id="6" style="0"/>
         <optionmenu x="100" y="0" w="80" h="20" id="5" style="0">
@@ -253,6 +274,33 @@ TEST_F(EditorTest, TheGroundAnswersARightClickWithTheZoomSteps) {
     }
 }
 
+TEST_F(EditorTest, NoZoomTakesTheWindowBeyondItsBounds) {
+    EXPECT_EQ(editor::boundedZoom(3, {1930, 1930}), 3);
+    EXPECT_EQ(editor::boundedZoom(3, {4096, 2048}), 2);
+    EXPECT_EQ(editor::boundedZoom(2, {8192, 8192}), 1);
+    editor::writePng(module.path() + "skin/bg.png", plainPicture(16, 12000, kRedCColor));
+    state::settings().write("Zoom", "300");
+    ASSERT_TRUE(open(kKnob));
+    EXPECT_EQ(edit.getRect().bottom, 32760);
+    EXPECT_EQ(headless::picture(frame()).height(), 32760);
+}
+
+TEST_F(EditorTest, AChosenSkinThatCannotBeOpenedIsGivenUp) {
+    addSkin("Night");
+    for (const char* const broken : {"<GUI>", "<GUI/>"}) {
+        module.write("Night/skin.xml", broken);
+        editor::chooseSkin("Night");
+        ASSERT_TRUE(openAsWritten());
+        ASSERT_FALSE(edit.showsSkin());
+        EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(),
+                     "The skin \"Night\" cannot be opened. The default skin is next.");
+        EXPECT_EQ(state::settings().read("SkinName"), "skin");
+        editor::setSkinMissing(false);  // another process
+        ASSERT_TRUE(open(kKnob));
+        EXPECT_TRUE(edit.showsSkin());
+    }
+}
+
 TEST_F(EditorTest, ListsAndChoosesSkins) {
     addSkin("Night");
     std::filesystem::create_directories(module.path() + "no skin");
@@ -327,13 +375,24 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
     writeSkin(
         R"(<background filename="bg.png"/><kick x="1" y="1" id="1" bitmap_handle="broken.png"/>
                  <knob x="1" y="1" w="1" id="2"/>)");
-    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, png, out),
-              2);
+    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, "", out), 2);
     EXPECT_NE(out.str().find("! QXSKIN: Bitmap not found: broken.png"), std::string::npos);
     EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator,
                                         module.path(), out),
               3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
+    EXPECT_FALSE(state::settings().read("SkinName"));  // not the player's choice, so not given up
+
+    editor::setSkinMissing(false);
+    // As many as there are, and pictures whatever their case.
+    std::string links;
+    for (int i = 43; i < 63; ++i) {
+        links += R"(<autodisp x="1" y="1" w="9" h="9" id="1" style="0" link=")" +
+                 std::to_string(i) + R"("/><knob/>)";
+    }
+    writeSkin(R"(<background filename="BG.png"/>)" + links);
+    EXPECT_EQ(editor::reportAndDrawSkin(module.path() + "skin" + platform::kSeparator, "", out),
+              40);
 }
 
 }  // namespace

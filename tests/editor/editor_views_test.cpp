@@ -133,6 +133,15 @@ TEST_F(PresetsTest, ADoubleClickRenamesInPlace) {
     type("dropped");
     press(VirtualKey::Escape);
     EXPECT_EQ(instrument.names[0], "A name longer than the ");
+
+    click(100, 10);
+    click(100, 10, kLButton | kDoubleClick);
+    type("Mine");
+    instrument.current = 1;  // the host changes the program meanwhile
+    clock.run(frame(), 100);
+    press(VirtualKey::Return);
+    EXPECT_EQ(instrument.names[0], "Mine");
+    EXPECT_EQ(instrument.names[1], "Second");
 }
 
 TEST_F(PresetsTest, ClosingTheEditorEndsTheNameAndTheList) {
@@ -260,11 +269,13 @@ TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
 
     const auto kept = [] { return state::settings().read("DataPath"); };
     click(100, 90);
-    type("/a/path");
-    click(5, 5);  // only Return confirms
+    press(VirtualKey::Return);
     EXPECT_FALSE(kept());
     click(100, 90);
     type("/the/path");
+    click(5, 5);  // only Return confirms
+    EXPECT_FALSE(kept());
+    click(100, 90);
     press(VirtualKey::Return);
     EXPECT_EQ(kept(), "/the/path");
     idle();

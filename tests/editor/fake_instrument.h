@@ -39,7 +39,7 @@ class FakeInstrument : public editor::EditorHost {
     int program() const override { return current; }
     void setProgram(int program) override { current = program; }
     std::string programName(int program) const override { return names[program]; }
-    void renameProgram(const std::string& name) override { names[current] = name; }
+    void renameProgram(int program, const std::string& name) override { names[program] = name; }
 
     int heldNotes() const override { return held; }
     int lastKey() const override { return key; }

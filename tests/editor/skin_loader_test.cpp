@@ -54,6 +54,7 @@ TEST(SkinLoader, HandsOverTheChildrenOfGuiInOrder) {
 TEST(SkinLoader, FindsGuiAmongTheTopLevelElements) {
     EXPECT_EQ(load("<a/>\n<GUI><b/></GUI> <!-- ignored").elements, "b=none ");
     EXPECT_EQ(load("<GUI/>").result, SkinLoad::kBuilt);
+    EXPECT_EQ(load(std::string(2u << 20, ' ') + "<GUI/>").result, SkinLoad::kBuilt);
 }
 
 TEST(SkinLoader, ReportsAMissingGui) {

@@ -32,7 +32,8 @@ Read read(const std::string& document) {
     const RecordedMessages messages;
     auto values = editor::readSkinElement(
         *rule, editor::SkinAttributes(node), constants,
-        [](const std::string& name) { return !name.empty() && name != "missing.png"; });
+        [](const std::string& name) { return !name.empty() && name != "missing.png"; },
+        platform::showMessage);
     return {std::move(values), messages.all};
 }
 

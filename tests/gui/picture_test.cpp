@@ -117,6 +117,8 @@ TEST(PlatformFactory, TakesPathsInUtf8) {
     const fs::path copy = fs::u8path(folder.path()) / fs::u8path("\xC3\xA4\xE2\x82\xAC.png");
     fs::copy_file(fs::u8path(kSamples) / "rgb.png", copy);
     EXPECT_TRUE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
+    fs::resize_file(copy, 2u << 20);  // far more than two pixels can take
+    EXPECT_FALSE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
 }
 
 }  // namespace

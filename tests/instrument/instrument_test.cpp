@@ -165,13 +165,13 @@ TEST(Instrument, TellsItsHostAndItsEditorOfChanges) {
     instrument->beginEdit(3);
     instrument->setParameterAutomated(3, 0.25f);
     instrument->endEdit(3);
-    instrument->renameProgram("Morning");
+    instrument->renameProgram(3, "Morning");
     instrument->setProgram(9);
     instrument->sizeWindow(640, 480);
     EXPECT_EQ(instrument.host().calls(),
               "begin 3; edit 3 0.250; end 3; name; program; size 640 480");
     EXPECT_EQ(instrument->takeChangedParameters(), kAll);
-    EXPECT_EQ(instrument->programName(0), "Morning");
+    EXPECT_EQ(instrument->programName(3), "Morning");
 }
 
 // A note that has been heard for a while.
