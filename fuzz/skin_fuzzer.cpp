@@ -62,10 +62,7 @@ constexpr int kNoticed = 200;  // milliseconds
 class Session {
   public:
     Session(fuzz::World& world, Instrument& instrument)
-        : world_(world), instrument_(instrument), edit_(instrument) {
-        instrument.listener = &edit_;
-    }
-    ~Session() { instrument_.listener = nullptr; }
+        : world_(world), instrument_(instrument), edit_(instrument) {}
 
     bool open() { return edit_.open(&world_); }
     void close() { edit_.close(); }

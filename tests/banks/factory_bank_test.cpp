@@ -10,7 +10,7 @@
 #include "banks/bank_source.h"
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "plugin/vst2/vst_synth.h"
+#include "platform/product.h"
 #include "state/chunks.h"
 #include "tests/banks/listening.h"
 #include "tests/support/recorded_messages.h"
@@ -46,11 +46,12 @@ std::string label(int program) {
 }
 
 listening::Take play(int program, int timesChosen) {
-    const auto instrument = std::make_unique<state::Instrument>(listening::kSampleRate);
-    instrument->bank() = factoryBank().bank;
+    PlayedInstrument instrument(listening::kSampleRate);
+    state::Bank bank = factoryBank().bank;
+    instrument->bankChunk() = bank.chunk();
     instrument->setProgram(0);
     for (int i = 0; i < timesChosen; ++i) instrument->setProgram(program);
-    return listening::playPhrase(*instrument);
+    return listening::playPhrase(instrument);
 }
 
 void expectCleanSound(const listening::Take& take) {
@@ -84,7 +85,7 @@ TEST(FactoryBank, IsWhatTheBuiltDefaultBankLoads) {
     const platform::ScopedFolders folders(QUARZEL_DEFAULT_BANK_FOLDER, "");
     const RecordedMessages messages;
     state::Bank loaded;
-    state::loadDefaultBank(loaded, vst2::kUniqueId);
+    state::loadDefaultBank(loaded, platform::kProductCode);
     EXPECT_TRUE(messages.all.empty());
     EXPECT_FALSE(state::defaultBankMissing());
     banks::BankSource source = factoryBank();

@@ -32,32 +32,6 @@ constexpr std::size_t frameAt(double seconds) {
     return static_cast<std::size_t>(seconds * kSampleRate);
 }
 
-class Player : public engine::EventSource {
-  public:
-    explicit Player(engine::SoundEngine& engine) : engine_(engine) {}
-
-    void beginBlock(std::size_t start) { start_ = start; }
-
-    int dispatchUpTo(int frame) override {
-        for (; next_ != std::end(kPhrase); ++next_) {
-            const std::size_t due = frameAt(next_->seconds) + 1;
-            if (due > start_ + frame) return static_cast<int>(due - start_);
-            engine_.wake();
-            if (next_->on) {
-                engine_.noteOn(next_->key, kVelocity);
-            } else {
-                engine_.noteOff(next_->key);
-            }
-        }
-        return kNothingDue;
-    }
-
-  private:
-    engine::SoundEngine& engine_;
-    const Event* next_ = std::begin(kPhrase);
-    std::size_t start_ = 0;  // of the block
-};
-
 double decibels(double amplitude) {
     return 20.0 * std::log10(std::max(amplitude, 1e-9));
 }
@@ -96,15 +70,18 @@ class BandPass {
 
 }  // namespace
 
-Take playPhrase(state::Instrument& instrument) {
+Take playPhrase(PlayedInstrument& instrument) {
     Take take;
-    Player player(instrument.engine());
+    const Event* next = std::begin(kPhrase);
     std::size_t silent = 0;
     for (std::size_t at = 0; at < frameAt(kPatience); at += kBlock) {
-        take.left.resize(at + kBlock);
-        take.right.resize(at + kBlock);
-        player.beginBlock(at);
-        instrument.render(&take.left[at], &take.right[at], kBlock, player);
+        for (; next != std::end(kPhrase) && frameAt(next->seconds) < at + kBlock; ++next) {
+            const auto frame = static_cast<int>(frameAt(next->seconds) - at);
+            instrument.send(next->on ? 0x90 : 0x80, next->key, kVelocity, frame + 1);
+        }
+        const PlayedSound block = instrument.render(kBlock);
+        take.left.insert(take.left.end(), block.left.begin(), block.left.end());
+        take.right.insert(take.right.end(), block.right.begin(), block.right.end());
         const double highest = std::max(peak(take.left, at, at + kBlock),  //
                                         peak(take.right, at, at + kBlock));
         silent = decibels(highest) < kSilenceDb ? silent + kBlock : 0;

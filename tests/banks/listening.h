@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "state/instrument.h"
+#include "tests/support/played_instrument.h"
 
 namespace listening {
 
@@ -24,7 +24,7 @@ struct Take {
     bool endedInSilence = false;
 };
 
-Take playPhrase(state::Instrument& instrument);
+Take playPhrase(PlayedInstrument& instrument);
 
 // Highest sample of both sides, in dB of full scale.
 double peakDb(const Take& take);

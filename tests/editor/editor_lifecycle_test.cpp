@@ -105,8 +105,8 @@ TEST_F(EditorTest, AClickWithControlResetsReadOutsAndSparesMenus) {
                         <optionmenu x="0" y="60" w="60" h="20" id="6" style="0"/>
                         <skinselector x="0" y="90" w="60" h="20" style="0"/>)"));
     for (const int y : {5, 35}) {
-        instrument.values[kVolume] = 0.8f;
-        edit.setParameter(kVolume);
+        instrument.setParameter(kVolume, 0.8f);
+        instrument.calls();
         idle();
         click(5, y, kLButton | kControl);
         EXPECT_EQ(instrument.calls(), "begin 0; automate 0 0.300; end 0");

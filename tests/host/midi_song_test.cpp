@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
-#include "render/song_playback.h"
-#include "tests/render/midi_bytes.h"
+#include "host/error.h"
+#include "host/song_playback.h"
+#include "tests/host/midi_bytes.h"
 
 namespace {
 
