@@ -288,31 +288,27 @@ WATCH(connect, int, (int file, void* address, unsigned size), file, address, siz
 WATCH(syscall, Word, (Word number, Word a, Word b, Word c, Word d, Word e, Word f), number, a, b, c,
       d, e, f)
 
-// Console and text that follows the locale.
-DEFINE(printf, int, (const char* format, ...)) {
-    entry_printf.note();
-    va_list arguments;
-    va_start(arguments, format);
-    const int answer = std::vprintf(format, arguments);
-    va_end(arguments);
-    return answer;
-}
-DEFINE(fprintf, int, (std::FILE * file, const char* format, ...)) {
-    entry_fprintf.note();
-    va_list arguments;
-    va_start(arguments, format);
-    const int answer = std::vfprintf(file, format, arguments);
-    va_end(arguments);
-    return answer;
-}
-DEFINE(snprintf, int, (char* text, std::size_t size, const char* format, ...)) {
-    entry_snprintf.note();
-    va_list arguments;
-    va_start(arguments, format);
-    const int answer = std::vsnprintf(text, size, format, arguments);
-    va_end(arguments);
-    return answer;
-}
+// Console and text that follows the locale; the compiler takes the checking twins where it can.
+#define WATCH_FORMATTED(name, parameters, call) \
+    DEFINE(name, int, parameters) {             \
+        entry_##name.note();                    \
+        va_list arguments;                      \
+        va_start(arguments, format);            \
+        const int answer = call;                \
+        va_end(arguments);                      \
+        return answer;                          \
+    }
+WATCH_FORMATTED(printf, (const char* format, ...), std::vprintf(format, arguments))
+WATCH_FORMATTED(__printf_chk, (int, const char* format, ...), std::vprintf(format, arguments))
+WATCH_FORMATTED(fprintf, (std::FILE * file, const char* format, ...),
+                std::vfprintf(file, format, arguments))
+WATCH_FORMATTED(__fprintf_chk, (std::FILE * file, int, const char* format, ...),
+                std::vfprintf(file, format, arguments))
+WATCH_FORMATTED(snprintf, (char* text, std::size_t size, const char* format, ...),
+                std::vsnprintf(text, size, format, arguments))
+WATCH_FORMATTED(__snprintf_chk,
+                (char* text, std::size_t size, int, std::size_t, const char* format, ...),
+                std::vsnprintf(text, size, format, arguments))
 WATCH(vfprintf, int, (void* file, void* format, void* arguments), file, format, arguments)
 WATCH(puts, int, (void* text), text)
 WATCH(fputs, int, (void* text, void* file), text, file)

@@ -61,6 +61,12 @@ TEST(CallWatch, StandsInFrontOfEveryFunctionThatItNames) {
     }
 }
 
+#if defined(_FORTIFY_SOURCE) && _FORTIFY_SOURCE > 0
+constexpr const char* kPrintf = "__printf_chk";
+#else
+constexpr const char* kPrintf = "printf";
+#endif
+
 TEST(CallWatch, SeesWhatTheLibrariesCall) {
     const std::map<std::string, std::function<void()>> actions = {
         {"malloc", [] { std::string(100, ' ').swap(*std::make_unique<std::string>()); }},
@@ -74,7 +80,7 @@ TEST(CallWatch, SeesWhatTheLibrariesCall) {
         {"mkdir", [] { std::filesystem::create_directory("/"); }},
         {"getenv", [] { EXPECT_EQ(std::getenv("QUARZEL_UNSET"), nullptr); }},
         {"fwrite", [] { std::cout << "the watch sees this line\n"; }},
-        {"printf", [] { std::printf("and this one: %d\n", 1 + std::rand() % 1); }},
+        {kPrintf, [] { std::printf("and this one: %d\n", 1 + std::rand() % 1); }},
         {"rand", [] { EXPECT_GE(std::rand(), 0); }},
         {"syscall", [] { syscall(SYS_getppid); }},
         {"__cxa_throw", [] { EXPECT_THROW(std::string().at(1), std::out_of_range); }},
