@@ -6,12 +6,12 @@
 #include <iterator>
 #include <string>
 
-#include "editor/about_view.h"
-#include "editor/param_display_link.h"
+#include "editor/views/about_view.h"
+#include "editor/views/param_display_link.h"
 #include "editor/skin_shapes.h"
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 
 namespace editor {
 

@@ -5,7 +5,7 @@
 
 #include "editor/editor_host.h"
 #include "editor/picture_cache.h"
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 #include "platform/message_box.h"
 #include "vstgui/vstgui.h"
 

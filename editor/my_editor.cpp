@@ -3,11 +3,11 @@
 
 #include <iterator>
 
-#include "editor/note_display.h"
-#include "editor/presets_display.h"
+#include "editor/views/note_display.h"
+#include "editor/views/presets_display.h"
 #include "editor/skin_shapes.h"
-#include "editor/skin_text.h"
-#include "editor/tap_view.h"
+#include "editor/skin/skin_text.h"
+#include "editor/views/tap_view.h"
 #include "state/parameters.h"
 
 namespace editor {

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "editor/picture_files.h"
-#include "editor/skin_text.h"
+#include "editor/skin/picture_files.h"
+#include "editor/skin/skin_text.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {

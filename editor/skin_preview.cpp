@@ -18,7 +18,7 @@
 #pragma GCC diagnostic pop
 
 #include "editor/my_editor.h"
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 #include "gui/headless.h"
 #include "platform/file.h"
 #include "platform/message_box.h"

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {

@@ -5,9 +5,9 @@
 
 #include "editor/control_factory.h"
 #include "editor/editor_zoom.h"
-#include "editor/path_fill.h"
+#include "editor/views/path_fill.h"
 #include "editor/skin_missing.h"
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "state/chunks.h"

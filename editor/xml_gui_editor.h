@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "editor/aeff_gui_editor.h"
-#include "editor/midi_learn.h"
+#include "editor/views/midi_learn.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
-#include "editor/skin_loader.h"
-#include "editor/skin_messages.h"
-#include "editor/skin_values.h"
+#include "editor/skin/skin_loader.h"
+#include "editor/skin/skin_messages.h"
+#include "editor/skin/skin_values.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 

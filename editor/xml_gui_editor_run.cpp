@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "editor/editor_zoom.h"
-#include "editor/pop_up_menu.h"
+#include "editor/views/pop_up_menu.h"
 #include "state/controller_map.h"
 
 namespace editor {

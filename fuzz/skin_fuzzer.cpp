@@ -1,7 +1,7 @@
 // Whole skins, then what a user and a host do with the open editor. An input that begins with '<'
 // is skin.xml itself up to a zero byte; another says what to write there.
 #include "editor/my_editor.h"
-#include "editor/param_display_link.h"
+#include "editor/views/param_display_link.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "editor/skin_values.h"
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_values.h"
+#include "editor/skin/skin_xml.h"
 #include "fuzz/support/target.h"
 #include "platform/message_box.h"
 

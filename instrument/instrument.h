@@ -77,9 +77,9 @@ class Instrument final : public editor::EditorHost {
     // range, and from within a program that is being sent.
     void setProgram(int program) override;
     std::string programName(int program) const override;
-    void setProgramName(const char* name);                 // of the current one
+    void setProgramName(const char* name);                              // of the current one
     void renameProgram(int program, const std::string& name) override;  // and tells the host
-    bool copyProgram(int destination);                     // of the current one
+    bool copyProgram(int destination);                                  // of the current one
 
     // Saved state. The bytes are live.
     state::BankChunk& bankChunk() { return bank_.chunk(); }

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "editor/skin_schema.h"
+#include "editor/skin/skin_schema.h"
 #include "platform/file.h"
 #include "tests/editor/fake_instrument.h"
 #include "tests/support/temporary_folder.h"

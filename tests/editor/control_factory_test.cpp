@@ -3,11 +3,11 @@
 #include <sstream>
 #include <typeindex>
 
-#include "editor/about_view.h"
-#include "editor/note_display.h"
-#include "editor/param_display_link.h"
-#include "editor/presets_display.h"
-#include "editor/tap_view.h"
+#include "editor/views/about_view.h"
+#include "editor/views/note_display.h"
+#include "editor/views/param_display_link.h"
+#include "editor/views/presets_display.h"
+#include "editor/views/tap_view.h"
 #include "platform/file.h"
 #include "tests/editor/editor_rig.h"
 

@@ -1,9 +1,9 @@
 // The editor's own views: what they show, and what their gestures do.
 #include <functional>
 
-#include "editor/about_view.h"
-#include "editor/note_display.h"
-#include "editor/presets_display.h"
+#include "editor/views/about_view.h"
+#include "editor/views/note_display.h"
+#include "editor/views/presets_display.h"
 #include "platform/file.h"
 #include "platform/open_document.h"
 #include "platform/product.h"

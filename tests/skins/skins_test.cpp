@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 #include "gui/graphics/picture_reader.h"
 #include "platform/file.h"
 

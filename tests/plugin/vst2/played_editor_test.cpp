@@ -12,7 +12,7 @@
 
 #include "editor/skin_missing.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 #include "gui/headless.h"
 #include "platform/file.h"
 #include "platform/folders.h"

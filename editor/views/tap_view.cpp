@@ -1,5 +1,5 @@
 // Draws the taps as dots on lines.
-#include "editor/tap_view.h"
+#include "editor/views/tap_view.h"
 
 #include <algorithm>
 #include <cmath>

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "platform/message_box.h"
 
 namespace editor {

@@ -1,14 +1,14 @@
 // Runs the skin reader with a builder that writes instead of making controls.
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 
 #include <array>
 #include <charconv>
 #include <ostream>
 
-#include "editor/picture_files.h"
-#include "editor/skin_loader.h"
-#include "editor/skin_text.h"
-#include "editor/skin_values.h"
+#include "editor/skin/picture_files.h"
+#include "editor/skin/skin_loader.h"
+#include "editor/skin/skin_text.h"
+#include "editor/skin/skin_values.h"
 #include "platform/message_box.h"
 
 namespace editor {

@@ -1,10 +1,10 @@
 // The menu of MIDI learn.
-#include "editor/midi_learn.h"
+#include "editor/views/midi_learn.h"
 
 #include <string>
 #include <vector>
 
-#include "editor/pop_up_menu.h"
+#include "editor/views/pop_up_menu.h"
 #include "state/controller_map.h"
 
 namespace editor {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/editor_host.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 
 namespace editor {
 

@@ -1,5 +1,5 @@
 // Draws texts with the base class's back and colours.
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 
 namespace editor {
 

@@ -1,12 +1,12 @@
 // The preset line, its list and its name field.
-#include "editor/presets_display.h"
+#include "editor/views/presets_display.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "editor/pop_up_menu.h"
+#include "editor/views/pop_up_menu.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 
 namespace editor {
 

@@ -1,7 +1,7 @@
 // Finds the GUI element of a skin file and walks its children.
-#include "editor/skin_loader.h"
+#include "editor/skin/skin_loader.h"
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "platform/file.h"
 #include "platform/message_box.h"
 

@@ -1,5 +1,5 @@
 // Skin expressions: values, positions handed back, constants, and texts meant to do harm.
-#include "editor/skin_expression.h"
+#include "editor/skin/skin_expression.h"
 
 #include <cmath>
 #include <limits>

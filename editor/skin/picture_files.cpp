@@ -1,9 +1,9 @@
 // Compares names part by part with what the folders hold.
-#include "editor/picture_files.h"
+#include "editor/skin/picture_files.h"
 
 #include <algorithm>
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "platform/file.h"
 
 namespace editor {

@@ -1,5 +1,5 @@
 // Loading skin.xml from a skin folder.
-#include "editor/skin_loader.h"
+#include "editor/skin/skin_loader.h"
 
 #include <string>
 #include <vector>

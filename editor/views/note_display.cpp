@@ -1,5 +1,5 @@
 // The name of the held note.
-#include "editor/note_display.h"
+#include "editor/views/note_display.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 // The table of skin elements.
-#include "editor/skin_schema.h"
+#include "editor/skin/skin_schema.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 
 namespace editor {
 namespace {

@@ -1,5 +1,5 @@
 // The XML dialect of skins: what is read, what is refused, and documents meant to do harm.
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_xml.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
 // Evaluates skin expressions by precedence climbing.
-#include "editor/skin_expression.h"
+#include "editor/skin/skin_expression.h"
 
 #include <limits>
 #include <utility>

@@ -1,5 +1,5 @@
 // Counts what is said.
-#include "editor/skin_messages.h"
+#include "editor/skin/skin_messages.h"
 
 namespace editor {
 

@@ -1,5 +1,5 @@
 // A loose menu that lives until it is closed.
-#include "editor/pop_up_menu.h"
+#include "editor/views/pop_up_menu.h"
 
 namespace editor {
 

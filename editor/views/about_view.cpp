@@ -1,5 +1,5 @@
 // Draws the about picture and its lines.
-#include "editor/about_view.h"
+#include "editor/views/about_view.h"
 
 #include <string>
 

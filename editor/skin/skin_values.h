@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "editor/skin_expression.h"
-#include "editor/skin_schema.h"
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_expression.h"
+#include "editor/skin/skin_schema.h"
+#include "editor/skin/skin_xml.h"
 #include "platform/message_box.h"
 
 namespace editor {

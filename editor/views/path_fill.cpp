@@ -1,10 +1,10 @@
 // The data-folder screen.
-#include "editor/path_fill.h"
+#include "editor/views/path_fill.h"
 
 #include <string>
 
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/path_text.h"

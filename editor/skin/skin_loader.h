@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_xml.h"
 
 namespace editor {
 

@@ -1,9 +1,9 @@
 // Reads numbers, pictures, yes/no values and colours of one element.
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 
 #include <algorithm>
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 
 namespace editor {
 namespace {

@@ -1,10 +1,10 @@
 // A recursive reader, one call per element.
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_xml.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 
 namespace editor {
 namespace {

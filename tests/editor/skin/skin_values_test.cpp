@@ -1,5 +1,5 @@
 // Reading the attributes of skin elements, and the messages that brings up.
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 
 #include <locale>
 #include <sstream>
@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
