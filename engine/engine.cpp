@@ -12,7 +12,7 @@ namespace engine {
 namespace {
 constexpr double kSemitoneRatio = 1.0594630943593;
 constexpr float kSleepSeconds = 4.0f;
-constexpr double kAudible = 1e-07;  // of the limiter's follower
+constexpr double kAudible = 1e-07;  // limiter follower
 constexpr double kExpressionSeconds = 0.005;
 
 bool allFinite(const float* samples, int count) {
@@ -98,7 +98,7 @@ void Engine::bend(float semitones) {
 }
 
 void Engine::setExpression(float gain) {
-    if (gain == expressionTarget_) return;  // the way there goes on
+    if (gain == expressionTarget_) return;  // the ramp continues
     expressionTarget_ = gain;
     expressionStep_ = static_cast<float>((gain - expression_) / (kExpressionSeconds * sampleRate_));
 }
@@ -153,7 +153,7 @@ void Engine::setDecayTime(float seconds) {
     });
 }
 
-// Reaches a note with its next note-on only.
+// Without computeRates: sounding notes keep their sustain level.
 void Engine::setSustain(float level) {
     changeNoteEnvelopes([level](dsp::VoiceEnvelope& envelope) { envelope.setSustain(level); });
 }
@@ -199,7 +199,7 @@ void Engine::endBlock(float* left, float* right, int frames) {
 
 void Engine::renderAwake(float* left, float* right, int frames) {
     const int sounding = renderMono(frames);
-    // What is not finite goes out at once, before a clamp can hide it from the guard.
+    // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
     if (!allFinite(mono_.data(), frames)) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
@@ -229,8 +229,8 @@ int Engine::renderMono(int frames) {
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
-// What scales the mix of the upper sections: with a shared envelope the sum of all levels, which
-// keeps its last value behind the last voice.
+// Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels
+// and holds its last value after the last voice.
 void Engine::setVoiceGains(int sounding, int frames) {
     if (!shared_) {
         voiceGains_.fill(0.23f);
@@ -248,7 +248,7 @@ void Engine::setVoiceGains(int sounding, int frames) {
 
 void Engine::applyGain(int sounding, int frames) {
     Signal gains;
-    // The volume does not reach the tails behind the last voice: kept.
+    // intentional: the volume does not scale the tails after the last voice
     std::fill_n(gains.begin(), sounding, volume_);
     std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
     if (expression_ != expressionTarget_ || expression_ != 1.0f) {
@@ -269,7 +269,8 @@ float Engine::tickExpression() {
     return expression_;
 }
 
-// A frame counts twice at most; the engine falls asleep behind the last frame of a segment only.
+// A frame counts at most twice, and the engine can only fall asleep at the end of a segment. So a
+// segment gets at most half of what is left.
 int Engine::framesToSleep() const {
     const float left = kSleepSeconds * static_cast<float>(sampleRate_) - silentSamples_;
     return std::max(static_cast<int>(left * 0.5f), 1);
