@@ -5,10 +5,12 @@
 
 namespace dsp {
 
+// Per frame:
+//
 //     level     = |left + right| / 2
-//     follower += (level - follower) x 0.2029    if level > follower
-//     follower -= follower x 0.0109              otherwise
-//     gain      = 4                              if follower < kLimiterThreshold
+//     follower += (level - follower) x 0.2029          if level > follower
+//     follower -= follower x 0.0109                    otherwise
+//     gain      = 4                                    if follower < kLimiterThreshold
 //     gain      = 4 x kLimiterHeld x follower^-0.99    otherwise
 //
 // The follower's shares are per sample, whatever the rate.

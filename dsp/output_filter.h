@@ -63,8 +63,8 @@ class OutputFilterOf {
     static constexpr double kDamping1 = 0.3949155109067489;
     static constexpr double kDamping2 = 0.6284230349905618;
 
-    double frequency1_ = 3725.78 / 44100.0;
-    double frequency2_ = 534.92 / 44100.0;
+    double frequency1_ = 3725.78 / 44100.0;  // 6.22 x 599 Hz
+    double frequency2_ = 534.92 / 44100.0;   // 6.22 x 86 Hz
     Value band1_{};
     Value low1_{};
     Value band2_{};

@@ -28,8 +28,8 @@ class ReverbModel {
     ReverbModel();
 
     // Computes the line lengths (samples) for the rate, and mutes if `clear` is set. An unusable
-    // rate leaves the lengths alone. intentional: the running lines keep their lengths for 44100
-    // Hz.
+    // rate leaves the lengths alone. intentional: the running lines keep their lengths for
+    // 44100 Hz.
     void setLengths(bool clear, float sampleRate);
     const Lengths& lengths() const { return lengths_; }
 

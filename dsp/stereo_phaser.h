@@ -11,6 +11,8 @@
 
 namespace dsp {
 
+// Per sample and side, with allpass coefficient a:
+//
 //     x    = in + feedback x previous chain output
 //     y    = a (x + y[n-1]) - x[n-1], once per stage in series
 //     out  = in + chain output

@@ -14,6 +14,10 @@ constexpr double kSemitoneRatio = 1.0594630943593;
 constexpr float kSleepSeconds = 4.0f;
 constexpr double kAudible = 1e-07;  // limiter follower
 constexpr double kExpressionSeconds = 0.005;
+constexpr float kVoiceGain = 0.23f;     // of the mix while each voice has its own envelope
+constexpr float kSharedGain = 2.5f;     // of the mix with a shared envelope, over the polyphony
+constexpr float kSharedFloor = 1e-10f;  // below it the shared gain counts as 0
+constexpr float kOutputGain = 4.0f;
 
 bool allFinite(const float* samples, int count) {
     int others = 0;
@@ -216,6 +220,7 @@ void Engine::renderAwake(float* left, float* right, int frames) {
 }
 
 int Engine::renderMono(int frames) {
+    // 0..32767 becomes -5e-11..5e-11: 3.05e-15 = 1e-10 / 32768
     for (int t = 0; t < frames; ++t) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
@@ -233,16 +238,16 @@ int Engine::renderMono(int frames) {
 // and holds its last value after the last voice.
 void Engine::setVoiceGains(int sounding, int frames) {
     if (!shared_) {
-        voiceGains_.fill(0.23f);
+        voiceGains_.fill(kVoiceGain);
         return;
     }
     upper_.envelopeSum(voiceGains_.data(), sounding);
     if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
     std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
-    const float scale = 2.5f / static_cast<float>(upper_.polyphony());
+    const float scale = kSharedGain / static_cast<float>(upper_.polyphony());
     for (int t = 0; t < frames; ++t) {
         const float gain = scale * voiceGains_[t];
-        voiceGains_[t] = gain < 1e-10f ? 0.0f : std::min(gain, 1.0f);
+        voiceGains_[t] = gain < kSharedFloor ? 0.0f : std::min(gain, 1.0f);
     }
 }
 
@@ -255,8 +260,8 @@ void Engine::applyGain(int sounding, int frames) {
         for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
     }
     for (int t = 0; t < frames; ++t) {
-        stereo_.left[t] = stereo_.left[t] * 4.0f * gains[t];
-        stereo_.right[t] = stereo_.right[t] * 4.0f * gains[t];
+        stereo_.left[t] = stereo_.left[t] * kOutputGain * gains[t];
+        stereo_.right[t] = stereo_.right[t] * kOutputGain * gains[t];
     }
 }
 

@@ -1,11 +1,11 @@
-// Bounds a signal the way the spring stage does.
+// Bounds a signal to 1; both ends become +1.
 #pragma once
 
 #include <cmath>
 
 namespace engine {
 
-// x inside -1..1, else +1. The negative end also maps to +1; intentional (see engine.h).
+// intentional: both ends of -1..1 map to +1 (see engine/engine.h)
 inline float wrappedToUnit(float x) {
     return std::fabs(x) >= 1.0f ? 1.0f : x;
 }

@@ -42,6 +42,8 @@ struct BankChunk {
 static_assert(sizeof(BankChunk) == 26088 && std::is_trivially_copyable_v<BankChunk>);
 static_assert(offsetof(BankChunk, programs) == 1512);
 
+// Comments marked "intentional" in this folder name oddities that saved sessions depend on.
+//
 // Several threads may read and write at once. Each word is read whole; a name read during a write
 // may mix old and new text. Bytes from a chunk are stored unchecked, so readers check them.
 class Bank {
