@@ -22,8 +22,8 @@ struct BankSource {
 
 // A line that starts with "#" is a comment. Every other line is one of
 //
-//     program NAME                  begins the next program; NAME takes the rest of the line, 1..23
-//     bytes PARAMETER VALUE, ...          sets values 0..1, each parameter at most once per program
+//     program NAME            begins the next program; NAME is the rest of the line, 1..23 bytes
+//     PARAMETER VALUE, ...    sets values 0..1, each parameter at most once per program
 //
 // PARAMETER is the stored name; "NAME#2" is the second parameter with that name. Values not given
 // keep their defaults. Throws BankSourceError at the first error.

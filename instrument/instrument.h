@@ -103,7 +103,7 @@ class Instrument final : public editor::EditorHost {
     void sizeWindow(int width, int height) override { host_.resizeEditor(width, height); }
 
   private:
-    // Requests: one bit a parameter, and these.
+    // Requests: one bit per parameter, and these.
     static constexpr std::uint64_t kPushProgram = std::uint64_t{1} << state::kNumParams;
     static constexpr std::uint64_t kChangeRate = kPushProgram << 1;
     static constexpr std::uint64_t kChangeVoices = kPushProgram << 2;

@@ -49,7 +49,7 @@ class ControllerMap {
     std::string savedOnto(const std::optional<std::string>& file, std::uint64_t changed) const;
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
-    std::atomic<std::uint64_t> unsaved_{0};  // one bit a parameter
+    std::atomic<std::uint64_t> unsaved_{0};  // one bit per parameter
     std::atomic<bool> due_{false};
     std::mutex fileLock_;  // load and save
 };
