@@ -1,4 +1,4 @@
-// Makes a bank file from its source: make_bank SOURCE.bank FILE.fxb
+// Compiles a bank source into a bank file: make_bank SOURCE.bank FILE.fxb
 #include <iostream>
 
 #include "banks/bank_source.h"

@@ -1,4 +1,4 @@
-// A further instance of the instrument: the time to make one, and the memory it occupies.
+// A further instance of the instrument: creation time and memory.
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -12,7 +12,7 @@ namespace {
 constexpr int kInstances = 16;
 constexpr double kPageBytes = 4096.0;
 
-// Resident memory of this process, in bytes; Linux only.
+// Resident memory of this process, in bytes. Linux only.
 double residentBytes() {
     long total = 0, resident = 0;
     std::FILE* const file = std::fopen("/proc/self/statm", "r");

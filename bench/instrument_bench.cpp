@@ -1,4 +1,4 @@
-// The whole instrument, with the engine that ships and the literal one.
+// The whole instrument, with the shipped engine and with the literal one.
 #include <fstream>
 #include <memory>
 #include <sstream>
@@ -14,7 +14,7 @@
 namespace bench {
 namespace {
 
-// One instance as a host plays it.
+// One instance, played as by a host.
 class Player {
   public:
     explicit Player(std::unique_ptr<engine::SoundEngine> engine)
@@ -44,7 +44,7 @@ class Player {
     std::unique_ptr<instrument::Instrument> instrument_;
 };
 
-// Every section and effect on, short attack, slow release.
+// Switches on every section and effect, with a short attack and a slow release.
 void useEverything(Player& player) {
     using namespace state;
     for (int index = kViola; index <= kCello; ++index) player.set(index, 0.5f);
@@ -67,14 +67,14 @@ void held(benchmark::State& state) {
     timeBlocks(state, [&](float* l, float* r, int n) { player.render(l, r, n); });
 }
 
-// As on a processor without AVX2.
+// Measures the baseline kernels, as used on a processor without AVX2.
 void heldOnBaseline(benchmark::State& state) {
     dsp::useInstructionSet(dsp::InstructionSet::kBaseline);
     held<engine::Engine>(state);
     dsp::useInstructionSet(dsp::widestInstructionSet());
 }
 
-// All voices in their release, which lasts 40 s.
+// All voices in a release that lasts 40 s.
 template <typename Engine>
 void decaying(benchmark::State& state) {
     Player player(std::make_unique<Engine>(kRate));
@@ -84,7 +84,7 @@ void decaying(benchmark::State& state) {
     for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
-        // Struck again before the first of them ends.
+        // Restrikes the voices before the first release ends.
         if (++blocks % 4096 == 0) {
             for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
             for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
@@ -93,7 +93,7 @@ void decaying(benchmark::State& state) {
     });
 }
 
-// The effects behind the last voice.
+// The effect tails after the last voice.
 template <typename Engine>
 void tail(benchmark::State& state) {
     Player player(std::make_unique<Engine>(kRate));
@@ -124,7 +124,7 @@ banks::BankSource factoryBank() {
     return banks::parseBankSource(text.str());
 }
 
-// Every factory program in turn, a chord of eight keys from the bass up; a run of blocks each.
+// Every factory program in turn, with a chord of eight keys that reaches into the bass.
 void programs(benchmark::State& state) {
     const banks::BankSource source = factoryBank();
     Player player(std::make_unique<engine::Engine>(kRate));

@@ -9,12 +9,11 @@
 namespace dsp {
 namespace {
 
-// The high-pass lies at half the fundamental, and no higher than this: it only takes off what
-// moves slower than the note.
+// The high-pass corner is half the fundamental, up to this limit: it removes only what lies below
+// the note.
 constexpr double kMaxHighPassHz = 250.0;
 
-// A column further up for every semitone, begun or whole, by which the rate is below the one the
-// columns are made for.
+// Moves up one column for each semitone, rounded up, by which the rate is below the design rate.
 int columnFor(int note, double sampleRate) {
     if (sampleRate >= StringWavetable::kDesignRate) return note;
     const double semitones = 12.0 * std::log2(StringWavetable::kDesignRate / sampleRate);

@@ -1,4 +1,4 @@
-// Which of up to 64 things have changed since somebody last looked.
+// Records which of up to 64 things changed since the last take().
 #pragma once
 
 #include <atomic>
@@ -6,7 +6,7 @@
 
 namespace instrument {
 
-// Any thread marks; a mark made while another thread takes is seen by that take or the next.
+// Any thread may mark. A mark made during take() shows up in that take or in the next one.
 class ChangeBits {
   public:
     void mark(std::uint64_t bits) { bits_.fetch_or(bits); }

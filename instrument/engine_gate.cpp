@@ -1,4 +1,4 @@
-// Ownership of the engine by compare and exchange.
+// Ownership of the engine by compare-and-exchange.
 #include "instrument/engine_gate.h"
 
 #include "platform/thread_id.h"
@@ -14,7 +14,7 @@ bool EngineGate::beginBlock() {
     for (;;) {
         const auto owner = static_cast<Owner>(seen & kOwnerMask);
         if (owner == kRenderer) return false;
-        // A change keeps the engine, but its thread is not the renderer any more.
+        // A running change keeps the engine; this thread becomes the renderer.
         const std::uint64_t mine = onThisThread(owner == kNobody ? kRenderer : owner);
         if (state_.compare_exchange_weak(seen, mine)) return owner == kNobody;
     }

@@ -1,4 +1,4 @@
-// Decides which thread may change the engine, without ever making the renderer wait.
+// Decides which thread may change the engine. The renderer never waits.
 #pragma once
 
 #include <atomic>
@@ -6,25 +6,26 @@
 
 namespace instrument {
 
-// The engine has one owner at a time: the renderer during a block, or a thread that changes
-// something between blocks. A change may run at once on the thread that renders, within a block or
-// between two, and on any thread while nobody renders; otherwise it has to be left as a request.
+// The engine has one owner at a time: the renderer during a block, or a thread that makes a change
+// between blocks. The rendering thread may always make a change at once, and so may any thread
+// while nobody renders. In all other cases, leave the change as a request.
 class EngineGate {
   public:
-    // Audio thread, at both ends of a block. False: another thread is inside the engine at this
-    // moment, because no block was expected or two threads render; the block is then silent.
+    // Audio thread, around each block. beginBlock returns false if another thread is inside the
+    // engine, because no block was expected or because two threads render. Render silence then, and
+    // do not call endBlock.
     bool beginBlock();
     void endBlock();
 
-    // From now on nobody is expected to render, until the next block begins.
+    // Lets any thread make changes until the next block begins.
     void expectNoBlocks();
 
-    // Whether a block is under way on the calling thread.
+    // Whether the calling thread is inside a block.
     bool withinBlock() const;
-    // Whether the next block is expected on the calling thread.
+    // Whether the calling thread rendered the last block.
     bool rendersHere() const;
 
-    // Ownership for one change between blocks, held for the object's life.
+    // Owns the engine for one change between blocks, if granted.
     class Change {
       public:
         explicit Change(EngineGate& gate);
@@ -47,8 +48,9 @@ class EngineGate {
     bool beginChange();
     void release() { state_.fetch_and(~kOwnerMask); }
 
-    // The owner, and above it the thread of the last block, 0 for none. One word: read apart, a
-    // renderer that has just been replaced would take its successor's block for its own.
+    // The owner in the low bits, and above them the thread of the last block (0 for none). Both
+    // share one word, because a renderer that has just been replaced could otherwise mistake its
+    // successor's block for its own.
     std::atomic<std::uint64_t> state_{kNobody};
 };
 

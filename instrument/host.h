@@ -4,23 +4,23 @@
 namespace instrument {
 
 enum class DisplayChange {
-    kProgram,      // another program, or all values of the current one
+    kProgram,      // the current program, or all its values
     kProgramName,  // of the current program
 };
 
-// The defaults do nothing, for an instrument without a host.
+// The default implementations do nothing and serve an instrument without a host.
 class Host {
   public:
     virtual ~Host() = default;
 
-    // User-interface thread. A control of the editor moved a parameter, which has the value
-    // already; one gesture's edits stand between its begin and its end.
+    // User-interface thread. An editor control moved a parameter, which already has the value.
+    // gestureBegins and gestureEnds surround the edits of one gesture.
     virtual void gestureBegins(int /*parameter*/) {}
     virtual void edited(int /*parameter*/, float /*value*/) {}
     virtual void gestureEnds(int /*parameter*/) {}
-    // Any thread, the audio thread included: what the host displays is out of date.
+    // Any thread, including the audio thread. The host should refresh its display.
     virtual void displayChanged(DisplayChange) {}
-    // User-interface thread. The editor wants its window to have this size, in pixels.
+    // User-interface thread. The editor asks for a window of this size, in pixels.
     virtual void resizeEditor(int /*width*/, int /*height*/) {}
 };
 

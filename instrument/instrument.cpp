@@ -37,7 +37,7 @@ void Instrument::start(double sampleRate) {
 
 float Instrument::parameter(int index) const {
     if (index < 0 || index > state::kNumParams) return 0.0f;
-    // One index past the table is admitted: kept.
+    // intentional: accepts one index past the table
     return index == state::kNumParams ? bank_.valuePastTable(program())
                                       : bank_.value(program(), index);
 }
@@ -76,7 +76,7 @@ void Instrument::setProgram(int program) {
     sendProgram();
 }
 
-// To the engine, and then to everybody who shows it.
+// To the engine, then to the editor and the host.
 void Instrument::sendProgram() {
     bank_.limitValues(program());
     demand(kPushProgram);

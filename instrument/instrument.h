@@ -1,4 +1,4 @@
-// The instrument whole, free of every plug-in format: programs, controllers, events and sound.
+// The whole instrument, independent of plug-in formats: programs, controllers, events and sound.
 #pragma once
 
 #include <atomic>
@@ -18,49 +18,52 @@
 
 namespace instrument {
 
-// Every change is readable at once, from any thread, and reaches the engine when no other thread is
-// inside it: at once, or before the renderer's next segment.
+// Every thread can read a change back at once. The change reaches the engine at once if no other
+// thread is inside it, else before the renderer's next segment.
 //
-// Threads: addMessage, discardMessages, playMessagesUpTo and render belong to the audio thread;
-// names, chunks and what the editor asks belong to the host's user-interface thread; any thread
-// calls the rest. After start nothing blocks or allocates but the names and the chunks.
+// Threads: addMessage, discardMessages, playMessagesUpTo and render belong to the audio thread.
+// Names, chunks and the editor's queries belong to the host's user-interface thread. Any thread may
+// call the rest. After start, only names and chunks may block or allocate.
+//
+// "intentional" marks an oddity that saved sessions and hosts depend on.
 class Instrument final : public editor::EditorHost {
   public:
-    // Host outlives the instrument. Nothing reaches the engine before start.
+    // `host` must outlive the instrument. Nothing reaches the engine before start.
     explicit Instrument(Host& host);
-    // The same around an engine of the caller's choice.
+    // Uses the given engine.
     Instrument(Host& host, std::unique_ptr<engine::SoundEngine> engine);
     ~Instrument() override;  // saves the controller map
 
-    // Ends construction: loads the controller map and the default bank, and sends program 0 to the
-    // engine at this rate (Hz; 44100 instead of one that is not usable). Call it once.
+    // Call once, after construction. Loads the controller map and the default bank, and sends
+    // program 0 to the engine. `sampleRate` is in Hz; an unusable rate becomes 44100.
     void start(double sampleRate);
 
-    // The rate from now on, in Hz; one that is not usable is ignored.
+    // In Hz; an unusable rate is ignored.
     void setSampleRate(double rate);
-    // Around everything that is rendered. While stopped, changes are carried out at once, and
-    // messages that no block has played are dropped.
+    // Call resume before the first block and suspend after the last. Both drop pending messages.
+    // While suspended, changes reach the engine at once.
     void resume();
     void suspend();
 
-    // A message of the block that is rendered next, at its frame, in order of frames.
+    // Adds a message (3 bytes) to the next block. Messages must come in order of their frames.
     void addMessage(int frame, const std::uint8_t* bytes) { messages_.add(frame, bytes); }
     // Drops the messages added since the last block.
     void discardMessages() { messages_.discard(); }
-    // Plays the messages that are due at the frame, counted from 0; render does so itself. Returns
-    // the number of the next message in the block, -1 when none is left.
+    // Plays the messages that are due at `frame`, counted from 0. render does this itself. Returns
+    // the index of the next message in the block, or -1 if none is left.
     int playMessagesUpTo(int frame);
-    // Renders `frames` samples of both sides. A block that cannot be played (no frames, no buffers,
-    // another thread inside the engine) is silent and leaves its messages to the next one.
+    // Renders `frames` frames. A block that cannot be played (no frames, no buffers, another thread
+    // inside the engine) is silent, and its messages move to the next one.
     void render(float* left, float* right, int frames);
 
-    // Whether nothing sounds until something happens; for the audio thread.
+    // Audio thread. While asleep, the instrument stays silent until the next event.
     bool asleep() const { return engine_->asleep(); }
 
-    // Parameters. An index outside the table reads as 0, but for the one past its end.
+    // Parameters. An index outside the table reads as 0. intentional: the first index past its end
+    // reads Bank::valuePastTable.
     int parameterCount() const override { return state::kNumParams; }
     float parameter(int index) const override;
-    // Other indices than parameters and state::kVoiceCountParam are ignored.
+    // Ignores every index except parameters and state::kVoiceCountParam.
     void setParameter(int index, float value) override;
     void setParameterAutomated(int index, float value) override;
     void beginEdit(int index) override { host_.gestureBegins(index); }
@@ -73,23 +76,23 @@ class Instrument final : public editor::EditorHost {
     // Programs.
     int programCount() const override { return state::kNumPrograms; }
     int program() const override { return program_.load(std::memory_order_relaxed); }
-    // Makes the program current and sends all its values to the engine. Nothing happens out of
-    // range, and from within a program that is being sent.
+    // Selects the program and sends all its values to the engine. Ignored if out of range, or if
+    // called while this thread is sending a program.
     void setProgram(int program) override;
     std::string programName(int program) const override;
-    void setProgramName(const char* name);                              // of the current one
-    void renameProgram(int program, const std::string& name) override;  // and tells the host
-    bool copyProgram(int destination);                                  // of the current one
+    void setProgramName(const char* name);                              // current program
+    void renameProgram(int program, const std::string& name) override;  // also tells the host
+    bool copyProgram(int destination);                                  // from the current program
 
-    // Saved state. The bytes are live.
+    // Saved state: the live bytes, not copies.
     state::BankChunk& bankChunk() { return bank_.chunk(); }
     state::ProgramRecord& programChunk() { return bank_.chunk().programs[program()]; }
-    // Take what was saved and send the current program anew. A size that is not right is refused
-    // with a message; a refused bank sends the program all the same: kept.
+    // Load saved bytes and send the current program again. A wrong size is refused with a message.
+    // intentional: a refused bank still sends the program.
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
 
-    // What the editor shows of the sound.
+    // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
     int lastKey() const override { return engine_->lastKey(); }
     float outputLevel() const override { return engine_->outputLevel(); }
@@ -100,7 +103,7 @@ class Instrument final : public editor::EditorHost {
     void sizeWindow(int width, int height) override { host_.resizeEditor(width, height); }
 
   private:
-    // Requests: one bit a parameter, and these.
+    // Requests: one bit per parameter, and these.
     static constexpr std::uint64_t kPushProgram = std::uint64_t{1} << state::kNumParams;
     static constexpr std::uint64_t kChangeRate = kPushProgram << 1;
     static constexpr std::uint64_t kChangeVoices = kPushProgram << 2;
@@ -109,8 +112,8 @@ class Instrument final : public editor::EditorHost {
 
     void sendProgram();
 
-    // Asks for the changes of `requests`: at once, alone if the block is under way on this thread;
-    // or before the renderer's next segment.
+    // Carries `requests` out at once if this thread may enter the engine. Otherwise the renderer
+    // does so before its next segment. Inside a block of this thread, other pending requests wait.
     void demand(std::uint64_t requests);
     void carryOut(std::uint64_t requests);
     void carryOutPending() { carryOut(requests_.take()); }
@@ -120,7 +123,7 @@ class Instrument final : public editor::EditorHost {
 
     void letGoOfBoundControllers();
     void play(const std::uint8_t* message);
-    // Moves the parameters that follow the controller; false when there are none.
+    // Moves the parameters bound to the controller; returns false if there are none.
     bool moveBoundParameters(int controller, int value);
 
     Host& host_;
@@ -137,9 +140,9 @@ class Instrument final : public editor::EditorHost {
     std::atomic<int> voices_{engine::kInitialVoices};
     static constexpr std::uintptr_t kNoThread = 0;
     std::atomic<std::uintptr_t> pusher_{kNoThread};  // the thread that is sending a program
-    ChangeBits requests_;                            // what has not reached the engine
-    ChangeBits shown_;                               // what the editor has not seen
-    // "HP" moves half way each time it is set, so its requests are counted.
+    ChangeBits requests_;                            // changes that have not reached the engine
+    ChangeBits shown_;                               // changes that the editor has not seen
+    // "HP" moves halfway each time it is set, so its requests are counted.
     std::atomic<int> highPassMoves_{0};
 };
 

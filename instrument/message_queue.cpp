@@ -10,7 +10,7 @@ constexpr std::array<std::uint8_t, 3> kAllNotesOff = {0xB0, 123, 0};
 }
 
 void MessageQueue::add(int frame, const std::uint8_t* bytes) {
-    // The new list is for a block to come.
+    // A message after forget() belongs to a later block.
     forgotten_.store(false, std::memory_order_relaxed);
     if (count_ == kCapacity) {
         messages_[kCapacity - 1].bytes = kAllNotesOff;

@@ -12,38 +12,38 @@ struct TimedMessage {
     std::array<std::uint8_t, 3> bytes;  // status, data 1, data 2
 };
 
-// Audio thread, but for forget.
+// Audio thread only, except for forget().
 class MessageQueue {
   public:
     static constexpr int kCapacity = 4096;
 
-    // Appends a message for the block that comes next. A frame below the last one's is raised to
-    // it. When the queue is full the last message becomes "all notes off": no note may hang.
+    // Appends a message to the next block. A frame below that of the previous message is raised to
+    // it. When the queue is full, the last message becomes "all notes off", so that no note hangs.
     void add(int frame, const std::uint8_t* bytes);
-    // Drops the messages added since the last block, but none that was postponed.
+    // Drops the messages added since the last block; postponed ones stay.
     void discard() { count_ = postponed_; }
-    // Any thread: discard before the next block, which is not the one the messages were for.
+    // Any thread. The next block discards messages added before this call.
     void forget() { forgotten_.store(true, std::memory_order_relaxed); }
 
-    // A block: beginBlock, then next until it answers null, then endBlock or postpone.
+    // For each block, call beginBlock, then next until it returns null, then endBlock or postpone.
     void beginBlock();
-    // The next message if it is due at the frame, else null. A message is due one frame before its
-    // own; frames are counted from 0.
+    // The next message if it is due at `frame` (counted from 0), else null. intentional: a message
+    // is due one frame before its own.
     const TimedMessage* next(int frame);
-    // Frame at which the next message is due, as counted for next(), or `none` without one.
+    // The frame at which the next message is due, limited to `none`; `none` if there is no message.
     int nextFrame(int none) const;
-    // Number of the next message in the block, -1 when none is left.
+    // Index of the next message in the block, or -1 if none is left.
     int nextIndex() const { return next_ < count_ ? next_ : -1; }
-    // The block is over; messages beyond its end are dropped.
+    // Ends the block; drops messages beyond its end.
     void endBlock();
-    // The block could not be played: its messages come first in the next one.
+    // Moves all messages to the start of the next block.
     void postpone();
 
   private:
     std::array<TimedMessage, kCapacity> messages_{};
     int count_ = 0;
     int next_ = 0;
-    int postponed_ = 0;  // how many of the first messages are left from earlier blocks
+    int postponed_ = 0;  // number of leading messages from earlier blocks
     std::atomic<bool> forgotten_{false};
 };
 

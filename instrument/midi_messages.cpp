@@ -1,4 +1,4 @@
-// From bytes to what the engine is told.
+// Translates MIDI bytes into calls of the engine.
 #include "instrument/midi_messages.h"
 
 namespace instrument {

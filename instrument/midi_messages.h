@@ -12,17 +12,17 @@ constexpr int kProgramChange = 0xC0;
 
 constexpr int kAllNotesOff = 123;  // controller
 
-// The message without its channel: all channels are alike.
+// The status without its channel; all channels are equal.
 constexpr int statusOf(const std::uint8_t* message) {
     return message[0] & 0xF0;
 }
 
-// What the controller's fixed meaning holds goes back to rest: 11 to full expression, 64 to a pedal
-// that is up. For a controller that is bound, and so has no fixed meaning any more.
+// Resets what the controller's fixed meaning controls: 11 returns to full expression, 64 lifts the
+// pedal. Call it for a controller that is bound to a parameter and so has lost its fixed meaning.
 void letGo(engine::SoundEngine& engine, int controller);
 
-// Plays a note, a pitch bend or a controller that has a meaning of its own. Everything else is
-// ignored. Data bytes have seven bits.
+// Plays a note, a pitch bend or a controller with a fixed meaning; ignores everything else. Only
+// the low seven bits of data bytes count.
 void playMessage(engine::SoundEngine& engine, const std::uint8_t* message);
 
 }  // namespace instrument

@@ -1,4 +1,4 @@
-// Blocks of sound: changes on their way to the engine, and the messages of each block.
+// Renders blocks: brings changes to the engine and plays each block's messages.
 #include <algorithm>
 
 #include "instrument/instrument.h"
@@ -8,7 +8,7 @@
 namespace instrument {
 
 namespace {
-// After so many halvings the remaining distance is below a float's precision.
+// After 24 halvings the remaining distance is below the precision of a float.
 constexpr int kMostHighPassMoves = 24;
 }  // namespace
 
@@ -52,9 +52,10 @@ void Instrument::render(float* left, float* right, int frames) {
     messages_.endBlock();
 }
 
-// A request that is refused ownership is left for the owner; the owner may just have looked, so
-// the asking thread tries again until either of them has seen it. Not so the renderer: it looks
-// before its next segment, and is not kept by what others go on asking for.
+// A thread that is refused ownership leaves its request to the owner. A thread that was granted
+// ownership looks again after releasing it, because another thread may have been refused meanwhile.
+// The rendering thread does not repeat: it looks before its next segment anyway, and requests from
+// others must not hold it up.
 void Instrument::demand(std::uint64_t requests) {
     if (gate_.withinBlock()) return carryOut(requests);
     requests_.mark(requests);
@@ -114,7 +115,7 @@ void Instrument::play(const std::uint8_t* message) {
     bound ? letGo(*engine_, data1) : playMessage(*engine_, message);
 }
 
-// Whoever bound them: another instance, the editor, or the map's file.
+// Covers bindings from anywhere: another instance, the editor or the map's file.
 void Instrument::letGoOfBoundControllers() {
     for (int index = 0; index < state::kNumParams; ++index) {
         letGo(*engine_, state::controllerMap().controller(index));

@@ -1,4 +1,4 @@
-// Sizes, messages and the two forms of the default bank.
+// Checks and copies chunks; parses both forms of the default bank.
 #include "state/chunks.h"
 
 #include <algorithm>
@@ -27,8 +27,8 @@ void say(const char* title, const char* text) {
     platform::showMessage(title, text, platform::MessageIcon::kNone);
 }
 
-// The bytes of a bank file: words are big-endian, but for the fields that the list form keeps in
-// the order of the machine.
+// Reads fields of a bank file. They are big-endian, except for the machine-order fields of the list
+// form.
 class BankFile {
   public:
     static constexpr std::size_t kFirstProgram = 156;
@@ -39,7 +39,7 @@ class BankFile {
     bool holds(std::size_t at, std::size_t size) const {
         return at <= bytes_.size() && size <= bytes_.size() - at;
     }
-    // 0 where the file has ended.
+    // 0 past the end of the file.
     std::uint32_t bigEndian(std::size_t at) const {
         if (!holds(at, 4)) return 0;
         std::uint32_t value = 0;
@@ -60,7 +60,7 @@ class BankFile {
     std::uint32_t fxId() const { return bigEndian(16); }
     std::int32_t numPrograms() const { return static_cast<std::int32_t>(bigEndian(24)); }
     std::int32_t chunkSize() const { return static_cast<std::int32_t>(bigEndian(kFirstProgram)); }
-    // Null unless a whole bank follows.
+    // Null unless the file holds a whole bank.
     const void* chunk() const {
         return holds(kChunk, sizeof(BankChunk)) ? bytes_.data() + kChunk : nullptr;
     }
@@ -69,8 +69,8 @@ class BankFile {
     const std::string& bytes_;
 };
 
-// The list form is read as it always was: values in the order of the machine, entries four bytes
-// further apart than the standard puts them, names passed over. A file that runs out ends the list.
+// intentional: this list form differs from the standard one. Values are in machine order, entries
+// are four bytes further apart, and names are skipped. The end of the file ends the list.
 void takeProgramList(Bank& bank, const BankFile& file) {
     constexpr std::size_t kNumParamsAt = 24;
     constexpr std::size_t kValuesAt = 56;

@@ -29,8 +29,8 @@ std::int32_t wordAt(const std::string& bytes, int index) {
     return static_cast<std::int32_t>(word);
 }
 
-// Anybody may have laid a link in the current folder, which stands for a data folder that is not
-// there.
+// Without a data folder the map is in the current folder, where anybody may have planted a link.
+// Links are refused there.
 struct Place {
     std::string path;
     platform::Links links;

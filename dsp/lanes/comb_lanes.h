@@ -1,4 +1,4 @@
-// State of the reverb's combs side by side, and what their lane kernel is asked for.
+// State of the reverb's combs in lanes, and the arguments of their kernel.
 #pragma once
 
 #include <array>
@@ -9,19 +9,19 @@ struct alignas(32) CombLanes {
     static constexpr int kCount = 16;  // eight on the left, eight on the right
 
     std::array<float, kCount> filterStore{};
-    std::array<float, kCount> offset{};  // what the high-pass takes off
+    std::array<float, kCount> offset{};  // the low-pass that the high-pass subtracts
     float damp1 = 0.0f;
     float damp2 = 1.0f;
     float feedback = 0.0f;
 };
 
-// One row of delayed samples a comb, each replaced by what enters the comb. All rows and sums have
-// room for whole vectors: up to 7 frames more.
+// `rows` holds the delayed samples of each comb; the kernel replaces them by the comb's next input.
+// All rows and sums need room for 7 more frames.
 struct CombRun {
     CombLanes& combs;
     const float* in;
     float* const* rows;
-    float* left;  // sums of what the combs give
+    float* left;  // receives the sum of the combs
     float* right;
     int frames;
 };

@@ -1,15 +1,15 @@
-// Read positions of a delay line whose delay moves, for a run of frames.
+// Arguments of placeTaps: read positions of a delay line whose delay changes every frame.
 #pragma once
 
 namespace dsp {
 
-// All rows have room for whole vectors: up to 7 frames more.
+// All rows need room for 7 more frames.
 struct DelayTaps {
     const float* delays;  // samples
-    int write;            // index written at the first frame
-    int size;             // of the ring, at least a run's frames
+    int write;            // write index at the first frame
+    int size;             // of the ring; at least `frames`
     int frames;
-    // Of each frame: the two neighbours read, and the share of the second.
+    // Per frame: the two samples to interpolate, and the weight of the second.
     int* index;
     int* next;
     float* fraction;

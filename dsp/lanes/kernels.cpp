@@ -1,7 +1,7 @@
 // Compiles the kernels for each instruction set and picks one at run time.
 //
-// The same text goes through the compiler twice, in two namespaces, so that no function built for
-// a wider set can be taken for its baseline twin by the linker.
+// Each instruction set has its own namespace, so that the linker cannot merge a function built for
+// a wider set with its baseline twin.
 #include "dsp/lanes/kernels.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The inner loops that run on many lanes at once, and the choice of instruction set they run on.
+// The inner loops that run in lanes, and the choice of their instruction set.
 #pragma once
 
 #include "dsp/lanes/comb_lanes.h"
@@ -8,44 +8,45 @@
 
 namespace dsp {
 
-// Longest run of frames that a kernel is asked for.
+// Longest run of a kernel, in frames.
 constexpr int kMostFrames = 64;
 
-// From a follower of -1 dB on the limiter holds the level by a ratio of 100 to 1: its gain is
-// 10^((20 log10(follower) + 1) x -0.0495), which is kLimiterHeld x follower^-0.99.
-constexpr double kLimiterThreshold = 0.8912509381337456;
-constexpr double kLimiterHeld = 0.8922776195878269;  // 10^-0.0495
+// Above -1 dB the limiter compresses by 100 to 1. Its gain is
+// 10^((20 log10(follower) + 1) x -0.0495) = kLimiterHeld x follower^-0.99.
+constexpr double kLimiterThreshold = 0.8912509381337456;  // -1 dB
+constexpr double kLimiterHeld = 0.8922776195878269;       // 10^-0.0495
 
-// One set a processor family; all give the same bits.
+// One table per instruction set; all give the same bits.
 struct Kernels {
     void (*runPhases)(const PhaseRun& run);
-    // Operators and key high-passes of the voices whose mask is set; see VoiceRun.
+    // Operators and key high-passes of the voices; see VoiceRun.
     void (*runFeedback)(const VoiceRun& run);
     void (*runSquared)(const VoiceRun& run);
     // Adds up the voices in the order of their lanes; see VoiceSum.
     void (*sumVoices)(const VoiceSum& sum);
-    // Levels that move evenly; see LevelRamps.
+    // Envelope levels on a ramp; see LevelRamps.
     void (*runRamps)(LevelRamps& ramps, int frames);
-    // The tone path and the phaser, at most kMostFrames; see their runs.
+    // The tone path and the phaser; see SectionRun, ToneRun and PhaserRun.
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
-    // Places the taps; false when a delay is not from 0 to the size.
+    // False if a delay lies outside 0..size; the taps are then unusable.
     bool (*placeTaps)(const DelayTaps& taps);
-    // The reverb: all combs, and a run of an allpass on its line and signal in place.
+    // The reverb: all combs, and one allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
-    // Followers of the limiter, in whole vectors of finite numbers, become its gains.
+    // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
+    // the last vector.
     void (*holdPeaks)(double* followers, int frames);
 };
 
 enum class InstructionSet { kBaseline, kAvx2 };
 
-// The widest set that this processor has.
+// The widest set that this processor supports.
 InstructionSet widestInstructionSet();
 
-// What new engines take: the widest set, or after a call of useInstructionSet (for tests, and
-// before the engines are made) another that the processor has.
+// The kernels that new engines use. Tests may call useInstructionSet before they create an engine;
+// without it the widest set applies. A set that the processor lacks is narrowed.
 const Kernels& kernels();
 void useInstructionSet(InstructionSet set);
 

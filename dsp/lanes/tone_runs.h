@@ -1,4 +1,4 @@
-// What the kernels of the tone path and of the phaser are asked for.
+// Arguments of the kernels of the tone path and the phaser.
 #pragma once
 
 #include "dsp/biquad.h"
@@ -10,7 +10,7 @@
 
 namespace dsp {
 
-// The mono tone path behind the mix, in place.
+// The mono tone path after the mix, in place.
 struct ToneRun {
     ShelfTone::Filter& shelf;
     OnePole& lowCut;
@@ -18,13 +18,14 @@ struct ToneRun {
     OnePole& topCut;
     OutputFilter& output;
     float brightness;
-    const SectionFloat* bass;  // the first two lanes are added before the top cut
-    const float* dither;       // added behind it
+    const SectionFloat* bass;  // its first two lanes are added before the top cut
+    const float* dither;       // added after the top cut
     float* mix;
     int frames;
 };
 
-// The phaser between its filters, both sides in place, while the sweep stays the same.
+// The phaser between its filters, both sides in place. `frames` is at most the phaser's
+// steadySamples().
 struct PhaserRun {
     StereoPhaserPreFilter* inputFilter;  // null: none
     StereoPhaser& phaser;

@@ -1,4 +1,4 @@
-// State of the polyphonic voices side by side: a structure of arrays for the lane kernels.
+// State of the polyphonic voices as a structure of arrays, and the arguments of their kernels.
 #pragma once
 
 #include <array>
@@ -7,16 +7,16 @@
 
 namespace dsp {
 
-constexpr int kVoiceLanes = 48;  // room for all voices, in whole groups of eight
-constexpr int kPhases = 12;      // that all voices share
+constexpr int kVoiceLanes = 48;  // 44 voices in whole groups of eight
+constexpr int kPhases = 12;      // shared by all voices: one per semitone
 constexpr int kPaddedPhases = 16;
 
-constexpr int kBassLanes = 8;  // room for a whole group
+constexpr int kBassLanes = 8;  // two operators in a whole group
 
 using LaneFloats = std::array<float, kVoiceLanes>;
 using LaneMasks = std::array<int, kVoiceLanes>;  // all bits set, or 0
 
-// So many ModuleFMops, one a lane.
+// kLanes operators (see ModuleFMop) as a structure of arrays.
 template <int kLanes>
 struct alignas(32) OperatorLanesOf {
     using Floats = std::array<float, kLanes>;
@@ -28,7 +28,7 @@ struct alignas(32) OperatorLanesOf {
 
     Floats frequency{};
     Floats inverseRate{};
-    // Derived from these: feedback gain, and the low-pass coefficient of either tone.
+    // Derived from these: the feedback gain, and the limited increment of each tone.
     Floats gain{};
     Floats increment{};
     Floats squaredIncrement{};
@@ -43,7 +43,7 @@ struct alignas(32) OperatorLanesOf {
 
 using OperatorLanes = OperatorLanesOf<kVoiceLanes>;
 
-// As many Biquads, one a lane.
+// kVoiceLanes biquads as a structure of arrays.
 struct alignas(32) BiquadLanes {
     void setCoefficients(int lane, const BiquadCoefficients& c);
     void clear(int lane);
@@ -55,39 +55,39 @@ struct alignas(32) BiquadLanes {
 struct alignas(32) VoiceLanes {
     OperatorLanes oscA;
     OperatorLanes oscB;
-    BiquadLanes keyHighPass;  // behind oscA
-    // The pitch: which master phase, times which power of two.
+    BiquadLanes keyHighPass;  // follows oscA
+    // The pitch: the index of a master phase, and the power of two that multiplies it.
     LaneMasks semitone{};
     LaneFloats octave{};
 };
 
-// The shared phases over some frames, in turns: each moves by its step and wraps at 1.
+// The shared phases, in turns: each advances by its step per frame and wraps at 1.
 struct PhaseRun {
-    double* phases;  // kPhases: before the first frame; then after the last
+    double* phases;  // kPhases; in: before the first frame, out: after the last
     const double* steps;
-    double* turns;   // kPhases a frame
-    float* rounded;  // kPaddedPhases a frame; the padding stays
+    double* turns;   // kPhases per frame
+    float* rounded;  // kPaddedPhases per frame; the padding is left alone
     int frames;
 };
 
-// The operators of the bass, run over some frames beside the voices: in the time these wait.
-// Signals stand frame by frame, kBassLanes apart.
+// The bass operators. They run together with the voices and fill their waits. Signals have
+// kBassLanes values per frame.
 struct BassRun {
     OperatorLanesOf<kBassLanes>* operators;
-    const int* on;        // as LaneMasks
-    const float* phases;  // in turns
+    const int* on;        // masks, as in LaneMasks
+    const float* phases;  // turns
     float* out;
 };
 
-// A run of the voices over some frames. Signals of lanes stand frame by frame, kVoiceLanes apart;
-// lanes whose mask is 0 keep their state, and what is written for them means nothing.
+// The operators and key high-passes of the voices. Signals have kVoiceLanes values per frame. Lanes
+// whose mask is 0 keep their state; their output is meaningless.
 struct VoiceRun {
     VoiceLanes& voices;
     const LaneMasks& on;
-    const float* masterPhases;  // kPaddedPhases a frame, in turns
-    const float* phasesA;       // of each lane; null: from the master phases
-    const float* phasesB;       // of each lane; null: twice those of A
-    bool useA;                  // an operator that is not used stands still
+    const float* masterPhases;  // turns, kPaddedPhases per frame
+    const float* phasesA;       // turns; null: derived from the master phases
+    const float* phasesB;       // turns; null: twice those of A
+    bool useA;                  // an unused operator keeps its state
     bool useB;
     float* a;
     float* b;
@@ -95,23 +95,23 @@ struct VoiceRun {
     int frames;
 };
 
-// Sum over the lanes whose mask is set, in their order.
+// Adds up the lanes whose mask is set, in their order.
 struct VoiceSum {
-    const float* lanes;   // as VoiceRun leaves them
-    const float* levels;  // one row of levelStride a lane; null: all 1
+    const float* lanes;   // VoiceRun::a or b
+    const float* levels;  // one row per lane, levelStride apart; null: all 1
     int levelStride;
     const LaneMasks& on;
-    float* sum;  // has room for whole vectors: up to 7 frames more
+    float* sum;  // needs room for 7 more frames
     int frames;
 };
 
-// Levels moving by the same factor and step for a while: level = level x factor + step.
+// Levels on a ramp: level[n] = level[n-1] x factor + step.
 struct alignas(32) LevelRamps {
-    LaneFloats level{};  // before the first frame; then after the last
+    LaneFloats level{};  // in: before the first frame, out: after the last
     LaneFloats factor{};
     LaneFloats step{};
     LaneMasks on{};
-    float* rows = nullptr;  // receives one row of rowStride a lane whose mask is set
+    float* rows = nullptr;  // receives one row per lane whose mask is set, rowStride apart
     int rowStride = 0;
 };
 

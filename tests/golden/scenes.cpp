@@ -1,4 +1,4 @@
-// The scenes, and how they are played.
+// The scenes and their playback.
 #include "tests/golden/scenes.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// One thread in the engine at a time; run it under the thread sanitizer, too.
+// Only one thread enters the engine at a time. Also run this under the thread sanitizer.
 #include "instrument/engine_gate.h"
 
 #include <atomic>
@@ -10,7 +10,7 @@ namespace {
 
 using instrument::EngineGate;
 
-// The engine, as far as the gate is concerned: what only one thread may touch.
+// Stands in for the engine: only one thread may touch it.
 struct Guarded {
     EngineGate gate;
     std::atomic<int> inside{0};
@@ -36,7 +36,7 @@ TEST(EngineGate, GivesABlockToOneOfTwoThreadsThatRender) {
     gate.endBlock();
 }
 
-// Each thread renders a block in its turn, and asks for changes in its own and in the other's.
+// The threads take turns at rendering a block, and request changes during every block.
 TEST(EngineGate, HoldsWhileTheRenderingMovesFromThreadToThread) {
     constexpr int kTurns = 20000;
     Guarded guarded;

@@ -1,5 +1,5 @@
-// Programs, parameters, controllers and messages together: what reaches the engine, in which order
-// and how often, and from which thread.
+// Programs, parameters, controllers and messages together: what reaches the engine, in which order,
+// how often, and from which thread.
 #include "instrument/instrument.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ float loudest(const PlayedSound& sound) {
     return *std::max_element(sound.left.begin(), sound.left.end());
 }
 
-// What the engine was told, without values.
+// The calls of the engine, without values.
 std::string names(std::string calls) {
     std::string kept;
     for (std::size_t i = 0; i < calls.size();) {
@@ -99,7 +99,7 @@ TEST_F(ToldEngine, HearsOfProgramZeroOnceAndOfEachChangeOnce) {
 
 TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
     instrument->send(0xC3, 7, 0, 11);
-    instrument->noteOn(60);  // as late as the message before it
+    instrument->noteOn(60);  // at the frame of the previous message
     instrument->send(0xE5, 0, 127, 21);
     onAnotherThread([&] { (*instrument)->setParameter(state::kVolume, 0.5f); });
     instrument->render(32);
@@ -123,7 +123,7 @@ TEST_F(ToldEngine, HearsNothingOfABlockThatCannotBePlayedUntilTheNext) {
     instrument->noteOff(60);
     instrument->render(8);
     EXPECT_EQ(log->take(), "note-on=60 note-off=60 render=8");
-    // A block that never comes takes its messages along.
+    // Messages for a block that never comes are dropped.
     instrument->noteOn(62);
     (*instrument)->suspend();
     (*instrument)->resume();
@@ -152,7 +152,7 @@ TEST_F(ToldEngine, HearsOfABoundControllerAsItsParameterAlone) {
     state::controllerMap().clear();
 }
 
-// The host hears what it displays, the editor what it shows.
+// The host learns what to display, and the editor what to redraw.
 TEST(Instrument, TellsItsHostAndItsEditorOfChanges) {
     constexpr std::uint64_t kAll = (std::uint64_t{1} << state::kNumParams) - 1;
     PlayedInstrument instrument;
@@ -174,7 +174,7 @@ TEST(Instrument, TellsItsHostAndItsEditorOfChanges) {
     EXPECT_EQ(instrument->programName(3), "Morning");
 }
 
-// A note that has been heard for a while.
+// Holds a note for a while.
 void playOn(PlayedInstrument& instrument) {
     instrument.noteOn(64);
     instrument.render(4000);
@@ -225,7 +225,7 @@ TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
     EXPECT_GT(loudest(instrument.render(4000)), 0.01f);
 }
 
-// Does something in the middle of a program that is being sent, and at a note.
+// Runs a callback while a program is being sent, and at each note.
 class Interrupted : public engine::Engine {
   public:
     using Engine::Engine;
@@ -267,7 +267,7 @@ TEST_F(AnInterruptedProgram, IsFollowedByTheOneThatAnotherThreadAsksFor) {
     EXPECT_EQ(sent->volume, 0.75f);
 }
 
-// Another thread asks for the program once more whenever it is being sent.
+// Another thread requests the program again each time it is sent.
 TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
     instrument::Instrument& i = **instrument;
     instrument->render(1);
@@ -292,7 +292,7 @@ TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
     EXPECT_EQ(asked, 4);
 }
 
-// "HP" and "Brigthness" walk on purpose.
+// intentional: "HP" and "Brigthness" walk to their values
 TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
     constexpr float kSprings[] = {0.9f, 0.2f, 0.6f, 0.3f, 0.75f, 0.0f};
     constexpr int kPrograms = 4 * static_cast<int>(std::size(kSprings));
@@ -321,7 +321,7 @@ TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
     }
 }
 
-// However the values came, a host saves them again as they sound.
+// A host saves values as they sound, whatever came in.
 TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     const struct {
@@ -435,7 +435,7 @@ TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {
     EXPECT_TRUE(messages.all.empty());
 }
 
-// Damaged chunks and maps: what plays stays finite.
+// The sound stays finite with damaged chunks and maps.
 TEST(Instrument, PlaysFiniteWithWhateverBytesItWasGiven) {
     const DataFolder folder;
     const RecordedMessages messages;
@@ -459,7 +459,7 @@ TEST(Instrument, PlaysFiniteWithWhateverBytesItWasGiven) {
         } else {
             instrument->loadBankChunk(chunk.data(), size);
         }
-        // Many small words, so that controllers meet bindings.
+        // Small values, so that controllers hit bindings.
         std::string map = randomlyDamaged(std::string(168, '\0'), random);
         for (std::size_t i = 0; i < map.size(); i += 4) map[i] = static_cast<char>(random() % 128);
         folder.module.write("Pluginccmap.bin", map);

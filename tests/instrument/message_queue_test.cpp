@@ -1,4 +1,4 @@
-// Messages of blocks: their frames, and what becomes of them when a block is not played.
+// Frames of messages, and messages of blocks that are not played.
 #include "instrument/message_queue.h"
 
 #include <string>
@@ -52,7 +52,7 @@ TEST(MessageQueue, GivesPostponedMessagesBeforeAllOthers) {
     queue.beginBlock();
     queue.postpone();
     add(queue, 7, 'x');
-    queue.discard();  // what follows replaces what the host gave last
+    queue.discard();  // the next messages replace the last list
     add(queue, 0, 'y');
     add(queue, 50, 'z');
     queue.beginBlock();

@@ -1,5 +1,5 @@
-// Every parameter at its ends and its middle, in random combinations, at many rates: the sound
-// stays finite and bounded. QUARZEL_SEEDS sets how many combinations are tried (default 40).
+// Random combinations of every parameter's ends and middle, at many rates: the sound stays finite
+// and bounded. QUARZEL_SEEDS sets the number of combinations (default 40).
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr float kLoudest = 63.1f;  // +36 dBFS
 
-// Largest sample of ten notes with the settings of the seed, or a value that is not finite.
+// Largest sample of ten notes with the settings of the seed; not finite if any sample is not.
 float loudest(unsigned seed, double sampleRate) {
     std::mt19937 random(seed);
     PlayedInstrument instrument(sampleRate);
@@ -45,7 +45,7 @@ TEST(RandomSettings, StayFiniteAndBoundedAtEveryRate) {
     constexpr double kRates[] = {22050.0, 44100.0, 48000.0, 96000.0, 192000.0};
     float highest = 0.0f;
     for (unsigned seed = 0; seed < seeds; ++seed) {
-        // With few seeds the rates take turns; with a thousand each combination meets them all.
+        // With few seeds the rates take turns; with a thousand each combination runs at every rate.
         for (std::size_t r = 0; r < std::size(kRates); ++r) {
             if (seeds < 1000 && seed % std::size(kRates) != r) continue;
             const float peak = loudest(seed, kRates[r]);

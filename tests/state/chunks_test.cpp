@@ -1,4 +1,4 @@
-// Chunks of hosts and the default bank's file, well-formed and not.
+// Chunks from hosts and the default bank's file, valid and damaged.
 #include "state/chunks.h"
 
 #include <cmath>
@@ -47,7 +47,7 @@ std::string opaqueFile(const std::string& chunk, std::uint32_t size) {
     return header("FBCh", kId, 128) + bigEndian(size) + chunk;
 }
 
-// One entry as the list form is read: counts and values in the order of the machine.
+// One entry of the list form, with counts and values in machine order.
 std::string listEntry(std::int32_t count, const std::vector<float>& values) {
     std::string entry(56, '\0');
     std::memcpy(&entry[24], &count, sizeof count);
@@ -187,7 +187,7 @@ TEST(DefaultBank, ThatCannotBeOpenedIsOnlyRemembered) {
     state::loadDefaultBank(bank, kId);
     EXPECT_TRUE(state::defaultBankMissing());
 
-    // Nor is that of any other folder taken when the library's own is unknown.
+    // If the library's folder is unknown, no other folder is searched.
     const TemporaryFolder other;
     other.write("default.fxb", opaqueFile(bytesOf(namedBank("Stranger")), 26088));
     const CurrentFolder current(other.path());
