@@ -1,4 +1,4 @@
-// A display with a text of its own.
+// A display that shows a fixed text.
 #include "gui/controls/text_label.h"
 
 namespace VSTGUI {
