@@ -1,4 +1,4 @@
-// A display that shows a fixed text.
+// A display that shows the text given to setText().
 #include "gui/controls/text_label.h"
 
 namespace VSTGUI {
