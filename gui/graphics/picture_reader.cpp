@@ -95,8 +95,7 @@ std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
 std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
     try {
         const auto path = std::filesystem::u8path(utf8Path);
-        if (!std::filesystem::is_regular_file(path))
-            return std::nullopt;  // reading a pipe would block
+        if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // a pipe would block
         const auto size = std::filesystem::file_size(path);
         std::ifstream file(path, std::ios::binary);
         std::array<char, platform::kPngHeaderBytes> start{};

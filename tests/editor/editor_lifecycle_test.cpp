@@ -381,8 +381,7 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
                                         module.path(), out),
               3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
-    EXPECT_FALSE(
-        state::settings().read("SkinName"));  // not the user's choice, so nothing to give up
+    EXPECT_FALSE(state::settings().read("SkinName"));  // the user had chosen nothing
 
     editor::setSkinMissing(false);
     // Any number of elements works, and picture names ignore case.
