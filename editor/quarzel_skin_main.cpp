@@ -1,5 +1,5 @@
-// quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists a skin and everything wrong with it,
-// and draws it.
+// quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists the elements and faults of a skin, and
+// draws it.
 #include <iostream>
 #include <string>
 

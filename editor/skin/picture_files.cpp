@@ -1,4 +1,4 @@
-// Compares names part by part with what the folders hold.
+// Compares each part of a name with the entries of its folder.
 #include "editor/skin/picture_files.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ std::string normalizedName(const std::string& fileName) {
     return name;
 }
 
-// The entry by this name, or else one that differs in case, or else the name itself.
+// Returns the entry with this name, else one that differs in case, else the name itself.
 std::string PictureFiles::entryLike(const std::string& folder, const std::string& name) {
     const auto [at, isNew] = entries_.try_emplace(folder);
     if (isNew) at->second = platform::folderEntries(folder);

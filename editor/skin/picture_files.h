@@ -8,7 +8,7 @@
 
 namespace editor {
 
-// The same for every spelling of one path: without ".", "x/.." and doubled separators.
+// Removes ".", "x/.." and doubled separators, so every spelling of a path gives the same name.
 std::string normalizedName(const std::string& fileName);
 
 class PictureFiles {
@@ -16,15 +16,15 @@ class PictureFiles {
     // skinFolder ends in a separator.
     explicit PictureFiles(std::string skinFolder) : folder_(std::move(skinFolder)) {}
 
-    // The path of the file, or nothing. Where no file has the name as it is written, one that
-    // differs in case counts: skins are made on systems that do not tell them apart.
+    // Returns the path of the file, or nothing. If no file has exactly this name, one that differs
+    // in case is taken: many skins are made on systems that ignore case.
     std::optional<std::string> find(const std::string& fileName);
 
   private:
     std::string entryLike(const std::string& folder, const std::string& name);
 
     std::string folder_;
-    std::map<std::string, std::vector<std::string>> entries_;  // of the folders looked through
+    std::map<std::string, std::vector<std::string>> entries_;  // by folder
 };
 
 }  // namespace editor

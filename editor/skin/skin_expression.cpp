@@ -64,8 +64,8 @@ std::size_t skipBlanks(std::string_view text, std::size_t position) {
     return position;
 }
 
-// One text under evaluation. What was read at a position is kept: handing back no position makes
-// callers read it again, which would double the work with every nested group.
+// Evaluates one text. It remembers the result at each position, because callers may read the same
+// characters again; without that, every nested group would double the work.
 class Evaluator {
   public:
     Evaluator(const SkinConstantTable& table, std::string_view text) : table_(table), text_(text) {}
@@ -99,7 +99,7 @@ class Evaluator {
             next = skipBlanks(text_, next);
             const char symbol = charAt(text_, next);
             const int precedence = precedenceOf(symbol);
-            if (precedence == kNoOperator && applied) break;  // the position stays with the caller
+            if (precedence == kNoOperator && applied) break;  // leave the caller's position
             if (precedence == kNoOperator || precedence <= minimum) {
                 position = next;
                 break;
@@ -144,12 +144,12 @@ class Evaluator {
     std::optional<double> constant(std::size_t& position) const {
         const std::string_view name = nameAt(text_, position);
         position += name.size();
-        return table_.find(name);  // none has an over-long name
+        return table_.find(name);  // finds no over-long name: the table holds none
     }
 
     const SkinConstantTable& table_;
     std::string_view text_;
-    std::map<std::pair<std::size_t, int>, Result> known_;  // by position and minimum precedence
+    std::map<std::pair<std::size_t, int>, Result> known_;  // by position, precedence
     int depth_ = 0;
 };
 

@@ -8,7 +8,7 @@
 namespace editor {
 namespace {
 
-// Looks through the top-level elements. What stands after GUI is not read.
+// Searches the top-level elements. Ignores everything after GUI.
 SkinLoad findGui(const std::string& text, XmlNode& gui) {
     auto result = SkinLoad::kUnreadable;
     std::ptrdiff_t position = 0;

@@ -1,4 +1,4 @@
-// Reads a skin folder's skin.xml and hands its elements to the skin builder.
+// Reads the skin.xml of a folder and passes its elements to the skin builder.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace editor {
 
 constexpr std::size_t kMaxSkinFileBytes = 16u << 20;
 
-// Called once per child of GUI, in document order. Names compare without regard to case.
+// Called for each child of GUI, in document order. Element names ignore case.
 using SkinBuilder =
     std::function<void(const std::string& element, const SkinAttributes& attributes)>;
 
@@ -19,11 +19,11 @@ enum class SkinElements { kAll, kBackgroundOnly };
 
 enum class SkinLoad {
     kBuilt,
-    kGuiMissing,  // the file was parsed but has no GUI element; the user was told
-    kUnreadable,  // the file is missing, too long or does not parse; nothing was shown
+    kGuiMissing,  // the file parses but has no GUI element; the user has been told
+    kUnreadable,  // the file is missing, too long or malformed; the user has not been told
 };
 
-// skinFolder ends in a separator. The tree that the attributes refer to lives until this returns.
+// skinFolder ends in a separator. The attributes are valid until this returns.
 SkinLoad loadSkin(const std::string& skinFolder, SkinElements elements, const SkinBuilder& build);
 
 }  // namespace editor

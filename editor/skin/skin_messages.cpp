@@ -1,4 +1,4 @@
-// Counts what is said.
+// Shows the first messages and counts the rest.
 #include "editor/skin/skin_messages.h"
 
 namespace editor {

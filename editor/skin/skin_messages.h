@@ -1,5 +1,5 @@
-// The messages of one skin build. A box stops the host until it is dismissed, and a broken skin may
-// have a fault in every line.
+// Limits the messages of one skin build. A message box blocks the host until it is dismissed, and a
+// broken skin may have a fault in every line.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ class SkinMessages {
     explicit SkinMessages(int mostShown = kMostShown) : mostShown_(mostShown) {}
 
     void show(const std::string& title, const std::string& text, platform::MessageIcon icon);
-    // After the last one: how many were not shown, if any.
+    // Call after the last message. Says how many were not shown, if any.
     void showRest();
 
   private:

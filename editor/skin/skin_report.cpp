@@ -1,4 +1,4 @@
-// Runs the skin reader with a builder that writes instead of making controls.
+// Runs the skin reader with a builder that writes text instead of creating controls.
 #include "editor/skin/skin_report.h"
 
 #include <array>
@@ -14,7 +14,7 @@
 namespace editor {
 namespace {
 
-// Shortest decimal form that reads back as the same double, in no locale.
+// The shortest decimal form that reads back as the same double, in any locale.
 std::string decimal(double value) {
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;

@@ -1,4 +1,4 @@
-// Lists what a skin says, for skin authors: every element with its numbers, and every message.
+// Lists the elements, numbers and messages of a skin, for skin authors.
 #pragma once
 
 #include <iosfwd>
@@ -6,9 +6,9 @@
 
 namespace editor {
 
-// Loads the skin in skinFolder (ends in a separator) and writes one line per element and per
-// message to out. While it runs, messages of the whole process go there. Returns the number of
-// complaints: messages, attributes too long to be read, a file that cannot be read.
+// Loads the skin and writes one line per element and per message to `out`. While it runs, it takes
+// over the messages of the whole process. Returns the number of complaints: messages, attributes
+// that are too long, an unreadable file. skinFolder ends in a separator.
 int reportSkin(const std::string& skinFolder, std::ostream& out);
 
 }  // namespace editor

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view kText =
     "font halign txtface transparent fontcolor backcolor framecolor shadowcolor";
 constexpr std::string_view kColours = "fontcolor backcolor";
-// Three elements word it differently: kept, skin authors know both.
+// Intentional: three elements use this title. Skin authors know both.
 constexpr const char* kQxNoPicture = "QXSKIN: Bitmap not found";
 
 // clang-format off

@@ -1,4 +1,4 @@
-// What the skin's readers agree on about characters: plain 8-bit text, ASCII letters, no locale.
+// Character rules for all readers of skin files: plain 8-bit text, ASCII letters, no locale.
 #pragma once
 
 #include <algorithm>
@@ -22,7 +22,7 @@ constexpr bool continuesName(char c) {
     return startsName(c) || isDigit(c);
 }
 
-// The run of letters, digits and '_' at a position; empty at the end of the text.
+// Returns the run of letters, digits and '_' at a position. It is empty at the end of the text.
 inline std::string_view nameAt(std::string_view text, std::size_t position) {
     const std::string_view rest = text.substr(std::min(position, text.size()));
     const auto end = std::find_if_not(rest.begin(), rest.end(), continuesName);

@@ -1,4 +1,4 @@
-// Reads numbers, pictures, yes/no values and colours of one element.
+// Reads the numbers, pictures, yes/no values and colours of one element.
 #include "editor/skin/skin_values.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Reads the attributes of one skin element by its rule, telling the user what is wrong with them.
+// Reads the attributes of one skin element by its rule, and reports what is wrong with them.
 #pragma once
 
 #include <cstdint>
@@ -16,38 +16,38 @@
 
 namespace editor {
 
-// Loads the picture of this file name in the skin folder; false when it cannot.
+// Loads a picture from the skin folder. Returns false if that fails.
 using LoadPicture = std::function<bool(const std::string& fileName)>;
 
-// What one element says, attribute names being those of the rule.
+// The values of one element, under the attribute names of its rule.
 struct SkinValues {
     template <typename Value>
     using Named = std::vector<std::pair<std::string_view, Value>>;
 
     Named<double> numbers;
     Named<std::string> pictures;   // file names that LoadPicture accepted
-    Named<bool> flags;             // of a text, the presence of "transparent" alone counts
+    Named<bool> flags;             // text elements only check whether "transparent" is present
     Named<std::uint32_t> colours;  // 0xRRGGBB
 
-    // The value, or nothing when the attribute is absent or unusable.
+    // Each returns nothing if the attribute is absent or unusable.
     std::optional<double> number(std::string_view name) const;
     std::optional<std::string> picture(std::string_view name) const;
     std::optional<bool> flag(std::string_view name) const;
     std::optional<std::uint32_t> colour(std::string_view name) const;
 };
 
-// Reads in the order of the rule. Returns nothing when a required attribute is missing or fails,
-// or a picture cannot be loaded: the element is then abandoned. An optional number that fails is
-// left out. Every failure is reported. The table takes part because an attribute value may be an
-// assignment.
+// Reads the attributes in the order of the rule and reports every failure. Returns nothing if a
+// required attribute is missing or fails, or if a picture cannot be loaded; skip the element then.
+// An optional number that fails is left out. An attribute value may be an assignment, which changes
+// `constants`.
 std::optional<SkinValues> readSkinElement(const SkinElementRule& rule,
                                           const SkinAttributes& attributes,
                                           SkinConstantTable& constants,
                                           const LoadPicture& loadPicture,
                                           const platform::MessageHandler& report);
 
-// A hexadecimal number as scanf's %X reads it: blanks, a sign and "0x" may stand before the digits,
-// anything may follow. The low 24 bits are kept. Nothing without a digit.
+// Reads a hexadecimal number as scanf's %X does: blanks, a sign and "0x" may precede the digits,
+// and anything may follow. Returns the low 24 bits, or nothing if there is no digit.
 std::optional<std::uint32_t> parseSkinColour(std::string_view text);
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// A recursive reader, one call per element.
+// A recursive reader that makes one call per element.
 #include "editor/skin/skin_xml.h"
 
 #include <algorithm>
@@ -48,8 +48,7 @@ class Reader {
         return name;
     }
 
-    // The text up to the next stop, which is left. Nothing when the text or a zero byte comes
-    // first.
+    // Takes the text up to, but not including, `stop`. Returns nothing if the text ends first.
     std::optional<std::string_view> takeUntil(char stop) {
         const char ends[] = {stop, '\0'};
         const std::size_t end = text_.find_first_of({ends, 2}, position_);
@@ -74,7 +73,7 @@ class Reader {
         for (skipSpace(); startsName(peek()); skipSpace()) {
             const std::string_view name = takeName();
             skipSpace();
-            if (!take('=')) continue;  // a name without a value is dropped
+            if (!take('=')) continue;  // drop a name without a value
             skipSpace();
             if (!take('"')) return false;
             const auto value = takeUntil('"');

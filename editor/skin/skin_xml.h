@@ -1,7 +1,7 @@
 // Reads the small XML dialect of skin files into a tree.
 //
-// Elements, double-quoted attributes and text; no declaration, comment, CDATA section, processing
-// instruction or DOCTYPE anywhere, and no entity is decoded. Text is plain 8-bit.
+// The dialect has elements, double-quoted attributes and plain 8-bit text. Declarations, comments,
+// CDATA sections, processing instructions and DOCTYPE are errors. Entities are not decoded.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +11,9 @@
 
 namespace editor {
 
-// Elements nested deeper fail the parse, so reading and freeing a tree stay within any stack.
+// Deeper nesting fails the parse. This bounds the stack for reading and freeing a tree.
 constexpr int kMaxXmlDepth = 256;
-// More elements and attributes together fail the parse: a tree takes up to 200 MB.
+// Most elements and attributes together; more fail the parse. A tree takes at most about 200 MB.
 constexpr int kMaxXmlItems = 1 << 20;
 constexpr std::size_t kMaxEndTagLength = 255;  // a longer name in an end tag fails the parse
 
@@ -24,18 +24,17 @@ struct XmlAttribute {
 
 struct XmlNode {
     std::string name;
-    std::string text;  // the last stretch of character data, its leading whitespace dropped
+    std::string text;  // the last run of character data, without leading whitespace
     std::vector<XmlAttribute> attributes;  // in document order; names may repeat
     std::vector<XmlNode> children;         // in document order
 };
 
-// Reads the element that begins at start, whitespace before it skipped. Returns the position just
-// after it, or -1 on any error, the end of the text inside the element included. A zero byte ends
-// the text. On failure node holds what was read so far.
+// Reads the element at `start`, after optional whitespace. Returns the position just after it, or
+// -1 on any error, including an element that does not end. A zero byte ends the text. On failure
+// `node` holds what was read so far.
 std::ptrdiff_t parseXml(std::string_view text, std::ptrdiff_t start, XmlNode& node);
 
-// How the skin builder sees the attributes of one element. Refers to the node, which must outlive
-// it.
+// The attributes of one element, as the skin builder sees them. The node must outlive this.
 class SkinAttributes {
   public:
     static constexpr std::size_t kMaxNameLength = 63;
@@ -43,9 +42,9 @@ class SkinAttributes {
 
     explicit SkinAttributes(const XmlNode& node) : node_(&node) {}
 
-    // The value of the first attribute with this name, compared without regard to case, or null.
-    // An empty name asks for the text of the element; null when it has none. An attribute with an
-    // over-long name or value is rejected as a whole: half an expression would be another one.
+    // Returns the value of the first attribute with this name, ignoring case, or null. An empty
+    // name asks for the element's text; that is null if there is none. An attribute whose name or
+    // value is too long counts as absent, because half an expression would mean something else.
     const std::string* find(std::string_view name) const;
 
     static bool fits(const XmlAttribute& attribute);

@@ -21,7 +21,7 @@ constexpr CCoord kLineHeight = 18;
 constexpr CCoord kMargin = 6;
 constexpr CColor kHelpColor(255, 220, 120);
 
-// From the bottom of the picture.
+// Line numbers, counted from the bottom of the picture.
 constexpr int kHelpLine = 0;
 constexpr int kTechnologyLine = 1;
 constexpr int kProductLine = 2;

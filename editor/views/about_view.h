@@ -5,8 +5,9 @@
 
 namespace editor {
 
-// Shown by a splash screen, which is its listener: a click reports a change, and the screen closes
-// it. Over the line "Help" the view is in its second state, in which a click opens the file, too.
+// A splash screen shows this view and listens to it. A click reports a change, and the splash
+// screen closes the view. While the pointer is over the line "Help", a click also opens the help
+// file.
 class CAbout : public VSTGUI::CControl {
   public:
     enum State { kShowing = 1, kHelp = 2 };
@@ -30,8 +31,8 @@ class CAbout : public VSTGUI::CControl {
     State state_ = kShowing;
 };
 
-// Opens the help file of the data folder, or the one beside the library. Nothing happens when
-// there is none.
+// Opens the help file in the data folder, else the one beside the library. Does nothing if there is
+// none.
 void openHelp();
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// The menu of MIDI learn.
+// The menu for MIDI learn.
 #include "editor/views/midi_learn.h"
 
 #include <string>

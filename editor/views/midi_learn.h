@@ -1,4 +1,4 @@
-// Gives a control the right-click menu of MIDI learn.
+// Gives a control the right-click menu for MIDI learn.
 #pragma once
 
 #include "editor/editor_host.h"
@@ -7,11 +7,11 @@
 
 namespace editor {
 
-// A right press opens the menu; every other event reaches the wrapped control as it came. To be
-// destroyed before the control leaves its frame.
+// A right press opens the menu. All other events reach the control unchanged. Destroy this before
+// the control leaves its frame.
 class CMidiLearn : public VSTGUI::IViewEventListener {
   public:
-    // The control's tag is a parameter.
+    // The control's tag must be a parameter.
     CMidiLearn(VSTGUI::CControl* control, EditorHost& host);
     ~CMidiLearn() noexcept override;
     CMidiLearn(const CMidiLearn&) = delete;

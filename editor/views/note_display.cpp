@@ -1,4 +1,4 @@
-// The name of the held note.
+// Names and draws the held note.
 #include "editor/views/note_display.h"
 
 #include <utility>

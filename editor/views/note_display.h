@@ -1,4 +1,4 @@
-// Shows which note is played.
+// Shows the note that is played.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace editor {
 
-// The text for so many held notes, the last of them being `key`: a name and octave such as "C 3"
-// for 60, "OFF", or "Chord".
+// The text for `heldNotes` held notes: "OFF" for none, "Chord" for several, and for one the name
+// and octave of `key`, such as "C 3" for 60.
 std::string noteText(int heldNotes, int key);
 
 class CNoteDisplay : public VSTGUI::CView {
@@ -26,7 +26,7 @@ class CNoteDisplay : public VSTGUI::CView {
     const EditorHost& host_;
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
-    std::string shown_;  // changes between drawings only, which may draw a part
+    std::string shown_;  // never changes while drawing: one draw() may cover only a part
 };
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// Shows the value of one parameter while it is bound, by its tag, to another.
+// Shows the value of one parameter while its tag names another.
 #pragma once
 
 #include "editor/editor_host.h"
@@ -6,7 +6,7 @@
 
 namespace editor {
 
-// The text follows the linked parameter, but only when something marks the view dirty.
+// The text shows the linked parameter, but changes only when something marks the view dirty.
 class CParamDisplayLink : public CTextDisplay {
   public:
     CParamDisplayLink(const VSTGUI::CRect& size, VSTGUI::CBitmap* background, int style,
@@ -16,7 +16,7 @@ class CParamDisplayLink : public CTextDisplay {
     int linkedParameter() const { return linked_; }
 
   protected:
-    // The index one past the last parameter may be linked, too: it has no text.
+    // The index one past the last parameter is allowed. It has no text.
     std::string shownText() const override {
         return host_.isParameter(linked_) ? host_.parameterDisplay(linked_) : std::string();
     }

@@ -56,7 +56,7 @@ CPathFill::CPathFill(const CRect& size, CTextLabel* title, CTextLabel* complaint
     setFrameColor(kFieldColor);
 }
 
-// A text that was there before the entry is not reported as a change.
+// The base class does not report an unchanged text, so Return is checked here.
 void CPathFill::looseFocus() {
     const bool confirmed = bWasReturnPressed;
     CTextEdit::looseFocus();

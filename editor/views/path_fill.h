@@ -1,4 +1,4 @@
-// The screen that is shown in place of a skin that is missing, with the field for the data path.
+// The screen shown in place of a missing skin, with a field for the data path.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@ namespace editor {
 constexpr int kDataFolderScreenWidth = 600;
 constexpr int kDataFolderScreenHeight = 200;
 
-// Return keeps the typed path in the settings, also one typed before a press elsewhere; if that
-// fails, `complaint` says so.
+// Return stores the path in the settings, even if it was typed before a press elsewhere.
+// `complaint` tells the user if that fails.
 class CPathFill : public VSTGUI::CTextEdit {
   public:
     static constexpr std::size_t kLongestPath = 259;
@@ -25,7 +25,7 @@ class CPathFill : public VSTGUI::CTextEdit {
     VSTGUI::SharedPointer<VSTGUI::CTextLabel> complaint_;
 };
 
-// Fills a frame of the size above. `reason` is a line of its own, if not empty.
+// Fills a frame of the size above. A `reason` that is not empty gets a line of its own.
 void buildDataFolderScreen(VSTGUI::CFrame& frame, const std::string& reason);
 
 }  // namespace editor

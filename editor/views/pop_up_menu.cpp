@@ -1,4 +1,4 @@
-// A loose menu that lives until it is closed.
+// A menu that keeps itself alive until it closes.
 #include "editor/views/pop_up_menu.h"
 
 namespace editor {
@@ -8,7 +8,7 @@ using namespace VSTGUI;
 void popUpMenu(CFrame& frame, const CPoint& where, const std::vector<std::string>& lines,
                int checked, const std::function<void(int line)>& chosen) {
     const auto menu = makeOwned<COptionMenu>();
-    // An item made by hand: a title "-" would become a separator.
+    // Create the items here: addEntry(title) would turn the title "-" into a separator.
     for (const std::string& line : lines) menu->addEntry(new CMenuItem(UTF8String(line)));
     if (checked != kNoLine) {
         menu->setCurrent(checked);

@@ -1,4 +1,4 @@
-// Opens a loose menu of plain lines.
+// Opens a pop-up menu of plain lines, without a control.
 #pragma once
 
 #include <functional>
@@ -11,8 +11,8 @@ namespace editor {
 
 constexpr int kNoLine = -1;
 
-// The menu shows at `where` in the frame once the event under way is done; the line `checked` is
-// marked. `chosen` is told the index of the chosen line, and nothing when there is none.
+// Opens the menu at `where` in the frame, after the current event. Marks the line `checked`. Calls
+// `chosen` with the index of the chosen line, or not at all if the user chooses none.
 void popUpMenu(VSTGUI::CFrame& frame, const VSTGUI::CPoint& where,
                const std::vector<std::string>& lines, int checked,
                const std::function<void(int line)>& chosen);

@@ -113,7 +113,7 @@ CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState
 }
 
 void CPresetsDisplay::onMouseWheelEvent(MouseWheelEvent& event) {
-    wheelRest_ -= event.deltaY;  // downwards is onwards, as in a list
+    wheelRest_ -= event.deltaY;  // down moves to the next program, as in a list
     const double notches = std::trunc(wheelRest_);
     wheelRest_ -= notches;
     if (notches != 0) step(static_cast<int>(std::clamp(notches, -16.0, 16.0)));
@@ -127,7 +127,7 @@ void CPresetsDisplay::step(int by) {
 }
 
 void CPresetsDisplay::openList() {
-    const auto timer = std::move(clickTimer_);  // may be the caller: it lives until the end
+    const auto timer = std::move(clickTimer_);  // this call may come from it, so keep it alive
     if (timer) timer->stop();
     if (!getFrame()) return;
     std::vector<std::string> lines;

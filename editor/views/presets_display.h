@@ -1,4 +1,4 @@
-// Shows the current program; lists, steps and renames programs.
+// Shows the current program, and lists, steps through and renames the programs.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace editor {
 
-// A click opens the list of all programs, a double click renames the current one in place. The
-// squares at both ends, marked by arrows, and the wheel step to the neighbours.
+// A click opens the list of all programs. A double click renames the current one in place. The
+// arrows at both ends and the wheel step to the next or previous program.
 class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
   public:
     // Longest program name in bytes.
@@ -20,7 +20,7 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
 
     void setFontColor(const VSTGUI::CColor& color);
     void setBackColor(const VSTGUI::CColor& color);
-    // The field that shows while a name is typed. It belongs into the same frame, above this view.
+    // The field that shows while a name is typed. Add it to the same frame, above this view.
     VSTGUI::CTextEdit* nameField() const { return nameField_; }
 
     void draw(VSTGUI::CDrawContext* context) override;
@@ -42,10 +42,10 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
     int named_ = 0;         // the program whose name is being typed
-    std::string shown_;     // changes between drawings only, which may draw a part
-    double wheelRest_ = 0;  // part of a notch not used yet
+    std::string shown_;     // never changes while drawing: one draw() may cover only a part
+    double wheelRest_ = 0;  // the part of a notch that has not been used yet
     VSTGUI::SharedPointer<VSTGUI::CTextEdit> nameField_;
-    // Runs from a click until it is clear that no second one follows.
+    // Runs after a click until a second click can no longer follow.
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> clickTimer_;
 };
 

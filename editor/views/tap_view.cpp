@@ -15,7 +15,7 @@ constexpr CColor kRangeColor(128, 128, 128, 160);
 constexpr CColor kTapColor(240, 226, 180);
 constexpr CCoord kLargestRadius = 5;
 
-// Not by drawEllipse, which has a wrong size in VSTGUI 4.14 on Linux.
+// Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
 void fillDisc(CDrawContext& context, CPoint centre, CCoord radius) {
     const auto path = owned(context.createGraphicsPath());
     if (!path) return;

@@ -1,4 +1,4 @@
-// Shows the ensemble at work: the chorus's taps moving over the range of their delays.
+// Shows the chorus taps as they move over the range of their delays.
 #pragma once
 
 #include <vector>
@@ -8,8 +8,7 @@
 
 namespace editor {
 
-// One row a tap, short delays on the left. Nothing is drawn between the rows: the picture shows
-// through.
+// Draws one row per tap, with short delays on the left. The background shows between the rows.
 class CTapView : public VSTGUI::CView {
   public:
     CTapView(const VSTGUI::CRect& size, const EditorHost& host);
@@ -21,7 +20,7 @@ class CTapView : public VSTGUI::CView {
     std::vector<float> positions() const;  // 0..1
 
     const EditorHost& host_;
-    std::vector<float> shown_;  // changes between drawings only, which may draw a part
+    std::vector<float> shown_;  // never changes while drawing: one draw() may cover only a part
 };
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// Draws texts with the base class's back and colours.
+// Draws texts with the background and colours of the base class.
 #include "editor/views/text_display.h"
 
 namespace editor {

@@ -1,4 +1,4 @@
-// A display that draws a text of its own choice.
+// Displays that draw a text of their own instead of a value.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace editor {
 
-// The part of `text` (UTF-8) that fits into so many bytes without cutting a character.
+// Cuts `text` (UTF-8) to at most `bytes` bytes without splitting a character.
 std::string cutToFit(const std::string& text, std::size_t bytes);
 
 class CTextDisplay : public VSTGUI::CParamDisplay {
@@ -19,14 +19,14 @@ class CTextDisplay : public VSTGUI::CParamDisplay {
     virtual std::string shownText() const = 0;
 };
 
-// Shows a text of up to kLongestText bytes in place of a value.
+// Shows a text of up to kLongestText bytes.
 class CDisplay : public CTextDisplay {
   public:
     static constexpr std::size_t kLongestText = 255;
 
     using CTextDisplay::CTextDisplay;
 
-    // The same text again changes nothing.
+    // Marks the view dirty only if the text differs.
     void setText(const std::string& text);
     const std::string& text() const { return text_; }
 

@@ -32,8 +32,8 @@ bool isKeypad(xcb_keysym_t symbol) {
     return symbol >= 0xFF80 && symbol <= 0xFFBD;
 }
 
-// Symbols are Latin-1, or Unicode with a mark, or name a character of the keypad. The older codings
-// of other scripts have no rule and are not known here.
+// A symbol is Latin-1, marked Unicode, or a character of the keypad. Older encodings of other
+// scripts follow no rule, and are not supported.
 char32_t characterFor(xcb_keysym_t symbol) {
     constexpr xcb_keysym_t kUnicodeMark = 0x01000000;
     if ((symbol >= 0x20 && symbol <= 0x7E) || (symbol >= 0xA0 && symbol <= 0xFF)) return symbol;
@@ -70,8 +70,8 @@ xcb_keysym_t X11Keyboard::symbolAt(size_t row, size_t column) const {
     return column < perCode_ && index < symbols_.size() ? symbols_[index] : 0;
 }
 
-// Columns of a row: plain and Shift of the first group, the same of the second, then of the third
-// level. What is missing falls back to the first group, and to the plain symbol.
+// The columns of a row are plain and Shift: first for group one, then for group two, then for the
+// third level. A missing symbol falls back to the first group, then to the plain symbol.
 xcb_keysym_t X11Keyboard::symbolFor(xcb_keycode_t code, uint16_t state) const {
     if (code < firstCode_) return 0;
     const size_t row = code - firstCode_;

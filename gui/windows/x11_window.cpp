@@ -1,4 +1,4 @@
-// The window on X11: a child window on a connection of its own, served from CFrame::idle.
+// The window on X11: a child window with its own connection, served from CFrame::idle.
 #include "gui/windows/native_window.h"
 #include "gui/windows/x11_keyboard.h"
 #include "platform/x11_pixels.h"
@@ -43,7 +43,7 @@ CButtonState modifiersIn(uint16_t state) {
     return heldAndModifiers(state).getModifierState();
 }
 
-// 0 for the wheel, which the server reports as buttons 4 to 7, and for unknown buttons.
+// Returns 0 for unknown buttons and for the wheel, which the server reports as buttons 4 to 7.
 int32_t buttonBit(xcb_button_t button) {
     switch (button) {
         case 1:
@@ -105,10 +105,11 @@ class X11Window final : public NativeWindow {
     xcb_colormap_t colormap_;
     xcb_window_t window_;
     xcb_gcontext_t graphics_;
-    std::optional<xcb_motion_notify_event_t> motion_;  // only the last of a row of moves counts
+    std::optional<xcb_motion_notify_event_t> motion_;  // the latest of several moves
 };
 
-// The parent may be 32 bits deep; colormap, border and the root's own visual make the child differ.
+// The parent may have a depth of 32 bits. A colormap, a border and the root's visual let the child
+// have a different depth.
 bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height) {
     xcb_create_colormap(link(), XCB_COLORMAP_ALLOC_NONE, colormap_, screen.root,
                         screen.root_visual);
@@ -129,7 +130,7 @@ void X11Window::close() {
     if (!isOpen()) return;
     xcb_destroy_window(link(), window_);
     xcb_flush(link());
-    connection_.reset();  // the server frees what else belongs to the connection
+    connection_.reset();  // the server frees everything else of this connection
 }
 
 void X11Window::resize(int width, int height) {
@@ -248,8 +249,9 @@ void X11Window::handleKey(const xcb_key_press_event_t& key, EventType type) {
     if (!isKnown || !client_.keyChanged(event)) passOn(key);
 }
 
-// What nobody here uses goes to the host, as if this window did not listen: its transport keys work
-// while the editor has the keyboard. A key that was sent may come from that host: it would circle.
+// Unused keys go to the host, as if this window did not listen, so its transport keys work while
+// the editor has the keyboard. Synthetic keys stay here: one sent by the host would go round in
+// circles.
 void X11Window::passOn(const xcb_key_press_event_t& key) {
     if (!isOpen() || key.response_type & 0x80) return;
     const bool isPress = key.response_type == XCB_KEY_PRESS;
@@ -261,7 +263,7 @@ void X11Window::passOn(const xcb_key_press_event_t& key) {
     xcb_flush(link());
 }
 
-// 0 if there is none below the root.
+// Returns 0 if there is none below the root.
 xcb_window_t X11Window::windowAboveThatWants(uint32_t events) const {
     for (xcb_window_t at = window_;;) {
         const Reply<xcb_query_tree_reply_t> tree(

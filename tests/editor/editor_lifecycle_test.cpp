@@ -1,4 +1,4 @@
-// Opening, both directions of changes, learning, the read-out, skins and zoom.
+// Opening, changes in both directions, learning, the read-out, skins and zoom.
 
 #include "editor/editor_zoom.h"
 #include "platform/file.h"
@@ -18,7 +18,7 @@ TEST_F(EditorTest, KnowsItsSizeBeforeItIsOpened) {
     EXPECT_EQ(edit.getRect().right, 400);
     EXPECT_EQ(edit.getRect().bottom, 300);
     EXPECT_EQ(edit.getRect().left, 0);
-    EXPECT_TRUE(messages.all.empty());  // what is wrong is said when it opens
+    EXPECT_TRUE(messages.all.empty());  // faults are reported on opening
     EXPECT_FALSE(edit.isOpen());
     state::settings().write("Zoom", "150");
     EXPECT_EQ(edit.getRect().right, 600);
@@ -128,7 +128,7 @@ TEST_F(EditorTest, MenusSendTheirIndexAsAShareOfTheLast) {
     EXPECT_EQ(instrument.calls(), "begin 6; automate 6 0.500; end 6");
     click(110, 10);
     chooseLine(0);
-    EXPECT_EQ(instrument.calls(), "begin 5; end 5");  // one item sends nothing
+    EXPECT_EQ(instrument.calls(), "begin 5; end 5");  // a menu of one item sends no value
 }
 
 TEST_F(EditorTest, ControlsFollowTheInstrument) {
@@ -156,7 +156,7 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(picture(30), linked);  // nothing marks it
     EXPECT_NE(picture(60), linked);
 
-    // A button is lit where the sound is on.
+    // A button is lit if the engine counts the value as on.
     ASSERT_TRUE(
         open(std::string(kKnob) + R"(<onoff x="50" y="0" id="17" bitmap_handle="20x40.png"/>)"));
     for (const auto& [value, shown] : {std::pair(0.5f, 0.0f), {0.51f, 1.0f}, {1.0f, 1.0f}}) {
@@ -165,7 +165,7 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
         EXPECT_EQ(viewAs<CControl>(1)->getValue(), shown);
     }
 
-    // A control in the musician's hand is not moved, and follows afterwards.
+    // A control does not move while it is dragged. It follows afterwards.
     headless::press(frame(), {20, 20});
     instrument.setParameter(1, 1.0f);
     idle();
@@ -323,7 +323,7 @@ TEST_F(EditorTest, ListsAndChoosesSkins) {
         return count;
     };
     click(10, 10);
-    chooseLine(nightFirst ? 1 : 0);  // the one that is selected gets the notice, too
+    chooseLine(nightFirst ? 1 : 0);  // choosing the current skin shows the notice, too
     EXPECT_EQ(notices(), 1);
     openAsWritten();
     EXPECT_EQ(notices(), 0);
@@ -381,10 +381,10 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
                                         module.path(), out),
               3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
-    EXPECT_FALSE(state::settings().read("SkinName"));  // not the player's choice, so not given up
+    EXPECT_FALSE(state::settings().read("SkinName"));  // the user had chosen nothing
 
     editor::setSkinMissing(false);
-    // As many as there are, and pictures whatever their case.
+    // Any number of elements works, and picture names ignore case.
     std::string links;
     for (int i = 43; i < 63; ++i) {
         links += R"(<autodisp x="1" y="1" w="9" h="9" id="1" style="0" link=")" +

@@ -1,4 +1,4 @@
-// Skin expressions: values, positions handed back, constants, and texts meant to do harm.
+// Skin expressions: values, returned positions, constants and hostile texts.
 #include "editor/skin/skin_expression.h"
 
 #include <cmath>
@@ -232,7 +232,7 @@ TEST(SkinConstants, ReportsFailedStatementsAndGoesOn) {
     EXPECT_EQ(table.find("F"), 4.0);
 }
 
-// Read again at every level, these would take 2^30 steps and more.
+// These would take more than 2^30 steps if every level read its text again.
 TEST(SkinExpressionHostile, NestedRereadingStaysCheap) {
     SkinConstantTable table;
     for (const char* group : {"(-1|", "(-(", "(-2*", "1&-1|-("}) {

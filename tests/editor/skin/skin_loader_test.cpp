@@ -16,7 +16,7 @@ using editor::SkinLoad;
 
 struct Loaded {
     SkinLoad result;
-    std::string elements;  // "name=x name=x ", x being the attribute of that name
+    std::string elements;  // "name=x name=x ", with the value of attribute x
     std::vector<RecordedMessage> messages;
 };
 

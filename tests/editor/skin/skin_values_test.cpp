@@ -1,4 +1,4 @@
-// Reading the attributes of skin elements, and the messages that brings up.
+// Reading the attributes of skin elements, and the messages about them.
 #include "editor/skin/skin_values.h"
 
 #include <locale>

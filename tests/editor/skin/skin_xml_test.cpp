@@ -1,4 +1,4 @@
-// The XML dialect of skins: what is read, what is refused, and documents meant to do harm.
+// The XML dialect of skins: what is read, what is rejected, and hostile documents.
 #include "editor/skin/skin_xml.h"
 
 #include <string>
@@ -184,7 +184,7 @@ TEST(SkinXmlHostile, NestingAndNumberAreBounded) {
     EXPECT_EQ(treeOf(repeated("<a>", 1000000)), "-1");
 
     XmlNode node;
-    const int most = editor::kMaxXmlItems / 2;  // beside the root
+    const int most = editor::kMaxXmlItems / 2;  // pairs, with the root as one more item
     const std::string pair = R"(<b x="1"/>)";
     ASSERT_GT(parseXml("<a>" + repeated(pair, most - 1) + "</a>", 0, node), 0);
     EXPECT_EQ(node.children.size(), most - 1u);
