@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "dsp/finite.h"
+#include "dsp/one_pole.h"
 
 namespace dsp {
 namespace {
@@ -42,7 +43,7 @@ void PitchedOscillator::update() {
     column_ = table_->column(columnFor(note_, sampleRate_)).data();
     step_ = kCyclePoints * hz / sampleRate_;
     const double highPassHz = std::min(0.5 * hz, kMaxHighPassHz);
-    coefficient_ = static_cast<float>(std::min(6.28319 / sampleRate_ * highPassHz, 1.0));
+    coefficient_ = std::min(cornerCoefficient(highPassHz, sampleRate_), 1.0f);
 }
 
 }  // namespace dsp

@@ -90,7 +90,7 @@ void SpringReverb::updateRoom() {
 
 void SpringReverb::tuneSpring() {
     springFilter_.setCoefficient(
-        static_cast<float>(6.28319 / sampleRate_ * (settings_.spring * 1200.0 + 2900.0)));
+        dsp::cornerCoefficient(settings_.spring * 1200.0 + 2900.0, sampleRate_));
 }
 
 void SpringReverb::clear() {

@@ -47,7 +47,7 @@ void ToneStages::beginBlock() {
 void ToneStages::setHighPass(float control, float smoothed) {
     highPassControl_ = control;
     output_.setHighPass(smoothed, sampleRate_);
-    lowCut_.setCoefficient(static_cast<float>(kTwoPi / sampleRate_ * (smoothed * 615.0 + 20.0)));
+    lowCut_.setCoefficient(dsp::cornerCoefficient(smoothed * 615.0 + 20.0, sampleRate_));
 }
 
 void ToneStages::setBrightness(float control) {
