@@ -32,15 +32,17 @@ struct ProgramRecord {
     char name[kNameSize];
     float values[kNumParams];
 };
-static_assert(sizeof(ProgramRecord) == 192 && std::is_trivially_copyable_v<ProgramRecord>);
 static_assert(offsetof(ProgramRecord, values) == 24);
+static_assert(sizeof(ProgramRecord) == 24 + 4 * kNumParams &&  // 192
+              std::is_trivially_copyable_v<ProgramRecord>);
 
 struct BankChunk {
     ParameterRecord parameters[kNumParams];
     ProgramRecord programs[kNumPrograms];
 };
-static_assert(sizeof(BankChunk) == 26088 && std::is_trivially_copyable_v<BankChunk>);
-static_assert(offsetof(BankChunk, programs) == 1512);
+static_assert(offsetof(BankChunk, programs) == 36 * kNumParams);  // 1512
+static_assert(sizeof(BankChunk) == 36 * kNumParams + kNumPrograms * (24 + 4 * kNumParams) &&
+              std::is_trivially_copyable_v<BankChunk>);  // 26088
 
 // Comments marked "intentional" in this folder name oddities that saved sessions depend on.
 //
