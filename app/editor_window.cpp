@@ -2,8 +2,6 @@
 #include "app/editor_window.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -12,12 +10,12 @@
 
 #include "app/computer_keyboard.h"
 #include "host/error.h"
+#include "platform/xcb_owners.h"
 
 namespace app {
 namespace {
 
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
+using platform::XcbOwned;
 
 constexpr uint32_t kKeyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
 constexpr uint32_t kEvents =
@@ -34,7 +32,7 @@ xcb_connection_t* connectToDisplay() {
     throw host::Error("No window: the X display cannot be opened.");
 }
 
-using Event = Reply<xcb_generic_event_t>;
+using Event = XcbOwned<xcb_generic_event_t>;
 
 bool isRelease(const Event& event) {
     return (event->response_type & 0x7f) == XCB_KEY_RELEASE;
@@ -61,7 +59,7 @@ void readEvents(xcb_connection_t* connection, std::chrono::milliseconds patience
                 std::vector<Event>& events) {
     pollfd state = {xcb_get_file_descriptor(connection), POLLIN, 0};
     poll(&state, 1, static_cast<int>(patience.count()));
-    while (Event event{xcb_poll_for_event(connection), &std::free}) {
+    while (Event event{xcb_poll_for_event(connection)}) {
         if (!isSentKey(*event)) events.push_back(std::move(event));
     }
 }
@@ -130,7 +128,8 @@ void EditorWindow::create(int width, int height) {
                         XCB_ATOM_WM_HINTS, 32, 9, hints);
     announce(width, height);
     // The editor's own connection has to find the window.
-    std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    const XcbOwned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
 // Only the editor resizes the window.
@@ -156,9 +155,8 @@ bool EditorWindow::resize(int width, int height) {
 }
 
 void EditorWindow::listenBelow(xcb_window_t window) {
-    const Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr),
-        &std::free);
+    const XcbOwned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
     if (!tree) return;
     const xcb_window_t* const children = xcb_query_tree_children(tree.get());
     for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
@@ -233,8 +231,8 @@ xcb_atom_t EditorWindow::atom(const char* name) const {
     const std::string text = name;
     const auto request =
         xcb_intern_atom(connection_, 0, static_cast<uint16_t>(text.size()), text.data());
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, request, nullptr),
-                                               &std::free);
+    const XcbOwned<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection_, request, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 

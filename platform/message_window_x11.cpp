@@ -7,13 +7,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 #include "platform/message_picture.h"
 #include "platform/utf8.h"
 #include "platform/x11_pixels.h"
+#include "platform/xcb_owners.h"
 
 namespace platform {
 namespace {
@@ -42,14 +41,6 @@ class BrokenPipeGuard {
     sigset_t previous_;
     bool wasPending_;
 };
-
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
 
 enum Atom {
     kProtocols,
@@ -122,8 +113,8 @@ void MessageWindow::internAtoms() {
         requests[i] = xcb_intern_atom(connection_, 0, length, kAtomNames[i]);
     }
     for (size_t i = 0; i < kNumAtoms; ++i) {
-        const Reply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection_, requests[i], nullptr), &std::free);
+        const XcbOwned<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(connection_, requests[i], nullptr));
         if (reply) atoms_[i] = reply->atom;
     }
 }
@@ -176,7 +167,7 @@ void MessageWindow::open(const std::string& title, const std::string& text, Mess
 
 bool MessageWindow::waitUntilDismissed() {
     for (;;) {
-        const Reply<xcb_generic_event_t> event(xcb_wait_for_event(connection_), &std::free);
+        const XcbOwned<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
         if (!event) return false;
         if (dismisses(*event)) return true;
     }
@@ -233,10 +224,8 @@ bool MessageWindow::dismisses(const xcb_generic_event_t& event) {
 }
 
 bool MessageWindow::isDismissingKey(xcb_keycode_t code) const {
-    const Reply<xcb_get_keyboard_mapping_reply_t> reply(
-        xcb_get_keyboard_mapping_reply(connection_, xcb_get_keyboard_mapping(connection_, code, 1),
-                                       nullptr),
-        &std::free);
+    const XcbOwned<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, code, 1), nullptr));
     if (!reply || reply->keysyms_per_keycode == 0) return false;
     constexpr xcb_keysym_t kKeys[] = {0xFF0D, 0xFF8D, 0xFF1B, 0x20};  // Return Enter Escape Space
     const xcb_keysym_t symbol = *xcb_get_keyboard_mapping_keysyms(reply.get());
@@ -248,7 +237,7 @@ bool MessageWindow::isDismissingKey(xcb_keycode_t code) const {
 bool showMessageWindow(const std::string& title, const std::string& text, MessageIcon icon) {
     const BrokenPipeGuard guard;
     int screenNumber = 0;
-    const Connection connection(xcb_connect(nullptr, &screenNumber));
+    const XcbConnection connection(xcb_connect(nullptr, &screenNumber));
     if (xcb_connection_has_error(connection.get())) return false;
     const xcb_screen_t* const screen = screenOf(connection.get(), screenNumber);
     if (!screen) return false;

@@ -3,7 +3,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/terminal.h"
+#include <unistd.h>
+
 #include "render/program.h"
 
 namespace {
@@ -24,6 +25,6 @@ int main(int argc, char** argv) {
     std::signal(SIGTERM, interrupt);
     std::signal(SIGHUP, interrupt);
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error, not the end
-    return render::run(argc, argv,
-                       {std::cout, std::cerr, platform::errorStreamIsTerminal(), interrupted});
+    const bool watched = isatty(STDERR_FILENO) == 1;
+    return render::run(argc, argv, {std::cout, std::cerr, watched, interrupted});
 }

@@ -151,16 +151,8 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
 }  // namespace
 
 int run(int argc, const char* const* argv, const Surroundings& surroundings) {
-    try {
-        carryOut(parseCommandLine(argc, argv), surroundings);
-        return 0;
-    } catch (const host::UsageError& error) {
-        surroundings.err << "quarzel-render: " << error.what() << " (see --help)\n";
-        return 2;
-    } catch (const std::exception& error) {
-        surroundings.err << "quarzel-render: " << error.what() << '\n';
-        return 1;
-    }
+    return host::exitCodeOf("quarzel-render", surroundings.err,
+                            [&] { carryOut(parseCommandLine(argc, argv), surroundings); });
 }
 
 }  // namespace render

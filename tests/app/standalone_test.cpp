@@ -6,9 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -16,6 +14,7 @@
 #include "app/midi_inputs.h"
 #include "app/quiet_libraries.h"
 #include "editor/skin_preview.h"
+#include "platform/xcb_owners.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
 #include "tests/host/midi_bytes.h"
@@ -91,9 +90,7 @@ class Standalone : public testing::Test {
         return jack_->listen() && hearsAnA(jack_->heard());
     }
     std::string savedState() const {
-        std::ifstream file(folder_.path() + "Tembrilon/Quarzel Strings/standalone-73656e69.fxb",
-                           std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        return folder_.read("Tembrilon/Quarzel Strings/standalone-73656e69.fxb");
     }
     bool isSilent() { return rms(jack_->heard()) < 1e-4; }
 
@@ -172,13 +169,12 @@ TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
 
 // As a window manager does it for the button in the title.
 void closeByUser(const std::string& title) {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const platform::XcbConnection connection(xcb_connect(nullptr, nullptr));
     const auto atom = [&](const std::string& name) {
-        auto* const reply = xcb_intern_atom_reply(
-            connection, xcb_intern_atom(connection, 0, name.size(), name.data()), nullptr);
-        const xcb_atom_t found = reply->atom;
-        std::free(reply);
-        return found;
+        const platform::XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+            connection.get(), xcb_intern_atom(connection.get(), 0, name.size(), name.data()),
+            nullptr));
+        return reply->atom;
     };
     FILE* const search = popen(("xdotool search --name '" + title + "'").c_str(), "r");
     unsigned long window = 0;
@@ -190,10 +186,9 @@ void closeByUser(const std::string& title) {
     message.window = static_cast<xcb_window_t>(window);
     message.type = atom("WM_PROTOCOLS");
     message.data.data32[0] = atom("WM_DELETE_WINDOW");
-    xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT,
+    xcb_send_event(connection.get(), 0, message.window, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
     atom("WM_PROTOCOLS");  // answered after the message was delivered
-    xcb_disconnect(connection);
 }
 
 TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {

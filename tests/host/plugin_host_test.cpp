@@ -5,7 +5,7 @@
 
 #include "host/error.h"
 #include "host/instrument_names.h"
-#include "tests/render/scratch_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ TEST(PluginHost, LoadsAnInstrumentThatExportsMainAlone) {
 }
 
 TEST(PluginHost, RefusesWhatIsNoInstrument) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::string text = folder.write("text.so", "This is no library, only text.");
     struct Case {
         std::string path;

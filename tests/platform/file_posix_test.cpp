@@ -68,9 +68,6 @@ bool holdsInAChild(const std::function<bool()>& condition) {
 // How a writer in a process of its own ends: any crash, any failing call.
 class WrittenFile : public testing::Test {
   protected:
-    std::ptrdiff_t entryCount() const {
-        return static_cast<std::ptrdiff_t>(platform::folderEntries(folder_.path()).size());
-    }
     bool write(const std::string& contents) const { return platform::writeFile(file_, contents); }
     // For a traced child: apart from the fixture, whose use costs system calls under sanitizers.
     std::function<bool()> writingNew() const {
@@ -78,8 +75,8 @@ class WrittenFile : public testing::Test {
     }
     // Where the old contents and a short text fit, and the new contents do not.
     bool staysWhenThereIsNoRoom() const {
-        return write(kOld) && !write(kNew) && contentsOf(file_) == kOld && entryCount() == 1 &&
-               write("short") && contentsOf(file_) == "short";
+        return write(kOld) && !write(kNew) && contentsOf(file_) == kOld &&
+               folder_.entryCount() == 1 && write("short") && contentsOf(file_) == "short";
     }
 
     const TemporaryFolder folder_;
@@ -99,10 +96,10 @@ TEST_F(WrittenFile, IsOldOrNewWhereverTheWriterIsKilled) {
             ASSERT_TRUE(contents == place.before || contents == kNew);
             ++(contents == kNew ? news : olds);
             // One file is left over at most, and the next writer takes it over.
-            EXPECT_LE(entryCount(), place.entries + 1);
+            EXPECT_LE(folder_.entryCount(), place.entries + 1);
             ASSERT_TRUE(write(kOld));
             EXPECT_EQ(contentsOf(file_), kOld);
-            EXPECT_EQ(entryCount(), place.entries);
+            EXPECT_EQ(folder_.entryCount(), place.entries);
             EXPECT_EQ(fs::is_symlink(file_), isLink);
             if (!place.before) fs::remove(isLink ? file_ + "-target" : file_);
         });
@@ -135,7 +132,7 @@ TEST_F(WrittenFile, IsWhatTheAnswerSaysWhicheverCallFails) {
         EXPECT_GE(failed, 14);
         EXPECT_GE(refused, error == EINTR ? 4 : 6) << "of " << failed;
         ASSERT_TRUE(write(kNew));
-        EXPECT_EQ(entryCount(), 1);
+        EXPECT_EQ(folder_.entryCount(), 1);
     }
 }
 
@@ -192,7 +189,7 @@ TEST_F(WrittenFile, KeepsItsPermissionsAndItsProtection) {
     EXPECT_EQ(child.result(), TracedChild::kTrue);
     EXPECT_EQ(contentsOf(file_), kNew);
     EXPECT_EQ(contentsOf(folder_.path() + "other"), kOld);
-    EXPECT_EQ(entryCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
 TEST_F(WrittenFile, ReplacesNothingButFiles) {
@@ -207,7 +204,7 @@ TEST_F(WrittenFile, ReplacesNothingButFiles) {
     writeOld(file_);
     EXPECT_FALSE(platform::writeFile(file_ + "/below", kNew));
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_EQ(entryCount(), 5);
+    EXPECT_EQ(folder_.entryCount(), 5);
 }
 
 TEST_F(WrittenFile, IsMadeInTheCurrentFolderFromABareName) {
@@ -269,7 +266,7 @@ TEST_F(WrittenFile, IsWholeWhoeverElseWritesIt) {
     };
     EXPECT_TRUE(allAtOnce({writer('a'), writer('b'), writer('c'), reader}));
     EXPECT_EQ(contentsOf(file_)->size(), 1000u + 5 * rounds);
-    EXPECT_EQ(entryCount(), 1);
+    EXPECT_EQ(folder_.entryCount(), 1);
 }
 
 TEST(SettingsFile, LosesNothingToAnotherWriter) {

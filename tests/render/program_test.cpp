@@ -8,8 +8,8 @@
 
 #include "platform/folders.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ std::vector<std::string> with(std::vector<std::string> options, const std::strin
 
 class QuarzelRender : public testing::Test {
   protected:
-    ScratchFolder folder_;
+    TemporaryFolder folder_;
     std::string song_ = folder_.write("song.mid", kSong);
     std::string output_ = folder_.path("out.wav");
 };
@@ -58,7 +58,7 @@ TEST_F(QuarzelRender, RendersAndReports) {
     const WavFile file(output_);
     EXPECT_EQ(file.info.frames, 96000);
     EXPECT_EQ(file.info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
-    EXPECT_EQ(folder_.fileCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
 TEST_F(QuarzelRender, AppliesProgramAndParameters) {
@@ -168,7 +168,7 @@ TEST_F(QuarzelRender, RefusesBanksAndPresetsInOneSentenceAndLeavesNoFile) {
     folder_.write("chunk.fxb", "CcnK" + bigEndian(chunkBank.size(), 4) + chunkBank);
     folder_.write("refused.fxp", "CcnK" + bigEndian(refused.size(), 4) + refused);
     folder_.write("text.fxb", "no bank");
-    const auto filesBefore = folder_.fileCount();
+    const auto filesBefore = folder_.entryCount();
     const auto at = [&](const char* name) { return folder_.path(name); };
     const struct {
         std::vector<std::string> options;
@@ -193,7 +193,7 @@ TEST_F(QuarzelRender, RefusesBanksAndPresetsInOneSentenceAndLeavesNoFile) {
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_EQ(outcome.out, "");
         EXPECT_EQ(outcome.err, "quarzel-render: " + row.error + ".\n");
-        EXPECT_EQ(folder_.fileCount(), filesBefore);
+        EXPECT_EQ(folder_.entryCount(), filesBefore);
     }
     EXPECT_EQ(folder_.read("song.mid"), kSong);
 }
@@ -202,7 +202,7 @@ TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
     const std::string text = folder_.write("text.mid", "no music");
     const std::string cut = folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));
     const std::string type2 = folder_.write("type2.mid", midiFile(2, 96, {""}));
-    const auto filesBefore = folder_.fileCount();
+    const auto filesBefore = folder_.entryCount();
     struct Case {
         std::vector<std::string> arguments;
         int exitCode;
@@ -234,7 +234,7 @@ TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
         EXPECT_EQ(outcome.err.find("quarzel-render: "), 0u);
         EXPECT_NE(outcome.err.find(c.part), std::string::npos) << outcome.err;
         EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
-        EXPECT_EQ(folder_.fileCount(), filesBefore);
+        EXPECT_EQ(folder_.entryCount(), filesBefore);
     }
     EXPECT_EQ(folder_.read("song.mid"), kSong);
 }
@@ -244,7 +244,7 @@ TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     const auto outcome = run(with({}, song_, output_), true);
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(folder_.read("out.wav"), "before");
-    EXPECT_EQ(folder_.fileCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
 // Writes 1.234,5 for 1234.5.

@@ -8,8 +8,8 @@
 #include "host/error.h"
 #include "host/song_playback.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ struct Rendered {
 
 Rendered render_(const host::MidiSong& song, const RenderSettings& settings, int blockSize,
                  const std::vector<std::pair<int, float>>& parameters = {}) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     host::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
     for (const auto& [index, value] : parameters) host.setParameter(index, value);
     render::WavWriter writer(folder.path("a.wav"),
@@ -123,7 +123,7 @@ TEST(Renderer, WritesSilenceForWhatIsNoNumber) {
 }
 
 TEST(Renderer, StopsWhenToldAndLeavesNoFile) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const auto song = threeNotes();
     host::PluginHost host(TEST_INSTRUMENT, kRate, 512);
     double last = 0.0;
@@ -138,7 +138,7 @@ TEST(Renderer, StopsWhenToldAndLeavesNoFile) {
         EXPECT_THROW(render::renderSong(song, host, writer, {}, stopHalfWay), host::Error);
     }
     EXPECT_NEAR(last, 0.5, 512.0 / (400 * 48));
-    EXPECT_EQ(folder.fileCount(), 0);
+    EXPECT_EQ(folder.entryCount(), 0);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include "host/patches.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
 namespace {
@@ -103,7 +103,7 @@ TEST_F(SavedState, ComesBackBitForBitFromAProgramChunk) {
 }
 
 TEST_F(SavedState, ComesBackBitForBitFromFiles) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     fillPrograms(saved_);
     saved_.setProgram(98);
     host::saveBank(saved_, folder.path("a.fxb"));
@@ -121,7 +121,7 @@ TEST_F(SavedState, ComesBackBitForBitFromFiles) {
 }
 
 TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::string bank = folder.path("a.fxb"), preset = folder.path("a.fxp");
     const auto save = [&](host::PluginHost& host) {
         host::saveBank(host, bank);
@@ -140,13 +140,13 @@ TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
             EXPECT_TRUE(bankNow == savedBank || bankNow == otherBank);
             EXPECT_TRUE(presetNow == savedPreset || presetNow == otherPreset);
             save(restored_);
-            EXPECT_EQ(folder.fileCount(), 2);
+            EXPECT_EQ(folder.entryCount(), 2);
         });
     EXPECT_GT(killed, 20);
 }
 
 TEST_F(SavedState, TakesListsThoughItHasChunks) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const auto preset = [](const std::string& name, unsigned value) {
         const std::string entry = "FxCk" + bigEndian(1, 4) + "seni" + bigEndian(1, 4) +
                                   bigEndian(2, 4) + name + std::string(28 - name.size(), '\0') +
