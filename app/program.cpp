@@ -1,4 +1,4 @@
-// Carries out a command line: lists the devices or plays.
+// Executes a command line: lists the devices or plays.
 #include "app/program.h"
 
 #include <exception>

@@ -1,4 +1,4 @@
-// A modal window on a connection of its own, drawn in memory.
+// A modal window with its own connection, drawn in memory.
 #include "platform/message_window_x11.h"
 
 #include <pthread.h>
@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-// Writing to a server that has gone raises a signal that would end the host.
+// Writing to a server that is gone raises SIGPIPE, which would end the host.
 class BrokenPipeGuard {
   public:
     BrokenPipeGuard() {
@@ -74,7 +74,7 @@ class MessageWindow {
           graphics_(xcb_generate_id(connection)) {}
 
     void open(const std::string& title, const std::string& text, MessageIcon icon);
-    // False when the display is lost first.
+    // Returns false if the display is lost first.
     bool waitUntilDismissed();
 
   private:
@@ -120,7 +120,7 @@ void MessageWindow::internAtoms() {
 }
 
 void MessageWindow::setProperties(const std::string& title) {
-    // Well-formed whatever comes in, and short enough for one request.
+    // Make the caption well-formed, and short enough for one request.
     std::string caption;
     for (size_t position = 0; position < title.size() && caption.size() < 200;)
         caption += utf8::encode(utf8::next(title, position));
@@ -130,7 +130,7 @@ void MessageWindow::setProperties(const std::string& title) {
     setProperty(atoms_[kProtocols], XCB_ATOM_ATOM, protocols);
     const xcb_atom_t type[] = {atoms_[kDialogType]};
     setProperty(atoms_[kWindowType], XCB_ATOM_ATOM, type);
-    // Behind the window of the host that waits for it, nobody would find it.
+    // Stay above the host, which waits for the message; behind its window nobody would find it.
     const xcb_atom_t state[] = {atoms_[kAboveState]};
     setProperty(atoms_[kState], XCB_ATOM_ATOM, state);
 
@@ -191,7 +191,7 @@ void MessageWindow::setPressed(bool pressed) {
 bool MessageWindow::dismisses(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7F) {
         case XCB_EXPOSE:
-            if (!hasAskedForKeys_) {  // only a window that can be seen may have them
+            if (!hasAskedForKeys_) {  // only a visible window can take them
                 hasAskedForKeys_ = true;
                 xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
             }

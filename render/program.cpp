@@ -1,4 +1,4 @@
-// Carries out a command line: lists an instrument or renders a song, and reports.
+// Executes a command line: lists an instrument or renders a song, and reports.
 #include "render/program.h"
 
 #include <algorithm>
@@ -99,7 +99,7 @@ void renderFile(const CommandLine& line, host::PluginHost& host, const host::Mid
     if (!line.quiet) report(line, statistics, taken.count(), surroundings.out);
 }
 
-// A file that is written must not be the song, the instrument or another written file.
+// An output file must not be the song, the instrument or another output file.
 void checkWrittenFiles(const CommandLine& line) {
     const std::string instrument = host::instrumentPath(line.plugin);
     std::vector<std::string> written;
