@@ -18,7 +18,7 @@ class Player {
     Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song);
 
     // Call start() before the first block and stop() after the last. A song continues where it was.
-    // Keys held or pressed in between are released.
+    // Keys held before or pressed in between are forgotten.
     void start();
     void stop();
 

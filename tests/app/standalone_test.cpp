@@ -1,4 +1,4 @@
-// The program itself: what it plays into a JACK server, and its window on an X server.
+// The whole program: its sound in a JACK server and its window on an X server.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -51,7 +51,7 @@ double levelAt(double hz, const std::vector<float>& samples) {
     return std::hypot(cosines, sines) / count;
 }
 
-// Whether an A is heard: between 220 and 440 Hz nothing is as loud as one of the two.
+// Whether an A sounds: nothing between 220 and 440 Hz is as loud as one of the two.
 bool hearsAnA(const std::vector<float>& samples) {
     if (rms(samples) < 0.003) return false;
     std::vector<double> levels;
@@ -67,7 +67,7 @@ class Standalone : public testing::Test {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
         const std::filesystem::path plugin = QUARZEL_PLUGIN;
         std::filesystem::copy_file(plugin, folder_.path() + "instrument.so");
-        // Where there is a display, a message about a missing bank would wait for its button.
+        // With a display, a message about a missing bank would wait for its button.
         std::filesystem::copy_file(plugin.parent_path() / "default.fxb",
                                    folder_.path() + "default.fxb");
         JackServer::acceptClients(kManyClients);
@@ -84,7 +84,7 @@ class Standalone : public testing::Test {
     bool says(const std::string& text) {
         return waitFor([&] { return program_->output().find(text) != std::string::npos; });
     }
-    // Sends the note each time: a connection may be new, and its first cycle lost.
+    // Sends the note each time, because a new connection may lose its first cycle.
     bool playsAnA() {
         jack_->sendMidi({0x90, 69, 100});
         return jack_->listen() && hearsAnA(jack_->heard());
@@ -111,7 +111,7 @@ TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
     EXPECT_TRUE(waitFor([&] { return isSilent(); }));
 
-    // The program is still the current one.
+    // The program is still current.
     start({"--no-window"});
     ASSERT_TRUE(says("Listening")) << program_->output();
     program_->signal(SIGINT);
@@ -147,7 +147,7 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
 
 TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
     const app::QuietLibraries quiet;
-    for (const int accepted : {0, 1, 2}) {  // for the names of ports, its own port, the first other
+    for (const int accepted : {0, 1, 2}) {  // the port query, its own port, the first other port
         SCOPED_TRACE(accepted);
         std::string said;
         const auto say = [&](const std::string& text) { said += text + '\n'; };
@@ -167,7 +167,7 @@ TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
     }
 }
 
-// As a window manager does it for the button in the title.
+// Closes a window like a window manager's close button.
 void closeByUser(const std::string& title) {
     const platform::XcbConnection connection(xcb_connect(nullptr, nullptr));
     const auto atom = [&](const std::string& name) {
@@ -188,7 +188,7 @@ void closeByUser(const std::string& title) {
     message.data.data32[0] = atom("WM_DELETE_WINDOW");
     xcb_send_event(connection.get(), 0, message.window, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
-    atom("WM_PROTOCOLS");  // answered after the message was delivered
+    atom("WM_PROTOCOLS");  // its reply arrives after the message was delivered
 }
 
 TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
@@ -209,7 +209,7 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
         return std::system(("xdotool search --name '" + title + "' >/dev/null").c_str()) == 0;
     }));
 
-    // What is typed into the editor is no music.
+    // Typing into the editor plays no notes.
     const auto change = [&](const std::string& command) {
         const auto before = screen.contents(50, 40, 200, 20);
         screen.drive(command);
@@ -221,7 +221,7 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     EXPECT_TRUE(isSilent());
     EXPECT_TRUE(change("key Return"));
 
-    // A held key repeats itself, and sounds on as if it did not.
+    // A held key repeats, but its note keeps sounding.
     screen.drive("keydown y");
     EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << program_->output();
     screen.drive("keyup y");
