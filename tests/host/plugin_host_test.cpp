@@ -1,4 +1,4 @@
-// Driving an instrument: names, values, events in their frames, and libraries that are none.
+// Driving an instrument: names, values, event frames, and libraries that are not instruments.
 #include "host/plugin_host.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ TEST(PluginHost, DeliversEveryEventOfABlockInItsFrame) {
     PluginHost host(TEST_INSTRUMENT, 44100, 4096);
     std::vector<host::BlockEvent> events;
     for (int frame = 0; frame < 4096; ++frame) events.push_back({frame, {0x9f, 60, 64}});
-    events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two in one frame
+    events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two events in one frame
     host.resume();
     host.process(events, 4096);
     for (int frame = 0; frame < 4096; ++frame) {

@@ -13,7 +13,7 @@
 
 namespace {
 
-// One second with a note at its beginning and its end.
+// One second with a note at the start and at the end.
 const std::string kSong = midiFile(0, 500, {bytes({0, 0x90, 60, 64, 0x87, 0x68, 60, 0})});
 
 struct Outcome {
@@ -122,7 +122,7 @@ TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
     EXPECT_EQ(saved.exitCode, 0) << saved.err;
     EXPECT_EQ(saved.out.substr(0, saved.out.find("Test Instrument")),
               bank + "\n  bank      3 programs\n" + preset + "\n  preset    Init\n");
-    // The instrument has been through its other programs, and is as it was.
+    // The instrument visited its other programs, and is unchanged.
     EXPECT_NE(saved.out.find("1 * Init#2"), std::string::npos) << saved.out;
     EXPECT_EQ(folder_.read("a.fxb").size(), 156u + 3 * (56 + 4 * 5));
     EXPECT_EQ(
@@ -136,7 +136,8 @@ TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
         EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
         return outcome.out;
     };
-    // The bank brings its current program; the preset follows --program, and --set the preset.
+    // The bank selects its program. The preset is applied after --program, and --set after the
+    // preset.
     const auto withBank = listed({"--bank", bank});
     EXPECT_NE(withBank.find("1 * Init#2"), std::string::npos) << withBank;
     EXPECT_NE(withBank.find("Level                 0.125000"), std::string::npos) << withBank;
@@ -247,7 +248,7 @@ TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     EXPECT_EQ(folder_.entryCount(), 2);
 }
 
-// Writes 1.234,5 for 1234.5.
+// Formats 1234.5 as 1.234,5.
 class Foreign : public std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }

@@ -1,4 +1,4 @@
-// WAV files: what is written is what is read, and no half file is ever seen.
+// WAV files read back as written, and no partial file is ever visible.
 #include "render/wav_writer.h"
 
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
 TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
     const TemporaryFolder folder;
     folder.write("a.wav", "old");
-    // In a process of its own, which has the limit.
+    // Run in a child process, which has the limit.
     TracedChild child([path = folder.path("a.wav")] {
         const rlimit limit = {100000, 100000};
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -89,7 +89,7 @@ TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
         WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt24, maxFrames});
         writer.write({0.0f, 0.0f});
         writer.commit();
-        EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // it stayed small
+        EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // RIFF: it stayed small
         EXPECT_EQ(WavFile(folder.path("a.wav")).info.frames, 1);
     }
 }

@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-// Makes a folder the current one for a scope.
+// Changes the current folder within a scope.
 class CurrentFolder {
   public:
     explicit CurrentFolder(const std::string& folder) { std::filesystem::current_path(folder); }
