@@ -9,7 +9,7 @@ namespace app {
 namespace {
 
 constexpr double kFadeSeconds = 0.02;
-constexpr double kLoadSmoothing = 0.05;                                    // weight of a block's load
+constexpr double kLoadSmoothing = 0.05;  // weight of a block's load
 constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // release pedal and keys
 
 }  // namespace
