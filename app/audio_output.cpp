@@ -1,4 +1,4 @@
-// Opens streams of RtAudio and turns its complaints into sentences.
+// Opens RtAudio streams and turns its errors into sentences.
 #include "app/audio_output.h"
 
 #include <algorithm>
@@ -14,11 +14,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 2s;  // with a device that asks for no block
+constexpr auto kPatience = 2s;  // with a device that requests no block
 constexpr int kUsualRate = 48000;
 
-// The servers that mix come first, then what the desktop calls its default. RtAudio's PulseAudio
-// streams have a long latency.
+// Mixing servers come first, then the desktop's default. PulseAudio is last because of RtAudio's
+// long latency there.
 constexpr const char* kApiNames[] = {"jack", "alsa", "pulse"};
 
 std::atomic<bool> streamFailed{false};
@@ -102,7 +102,7 @@ std::vector<AudioDevices> audioDevices() {
             for (const auto& output : stereoOutputs(*audio)) {
                 found.devices.push_back({output.info.name, output.info.isDefaultOutput});
             }
-        } catch (const RtAudioError&) {  // then it has none
+        } catch (const RtAudioError&) {  // there is none
         }
         all.push_back(std::move(found));
     }
@@ -144,7 +144,8 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     Output output = {};
     const bool isAlsaDefault = wish.device.empty() && api == "alsa";
     if (isAlsaDefault) {
-        // What the desktop shares; looking at the cards themselves would disturb who plays there.
+        // Use the device that the desktop shares. Probing the cards themselves would disturb other
+        // players.
         options.flags |= RTAUDIO_ALSA_USE_DEFAULT;
         if (audio_->getDeviceCount() == 0) throw host::Error("no device");
         output.info.name = "default";
@@ -175,11 +176,11 @@ void AudioOutput::start() {
 
 void AudioOutput::close() {
     if (!audio_) return;
-    // When a server dies, a thread of RtAudio's own closes the stream: let it finish.
+    // When a server dies, one of RtAudio's threads closes the stream: let it finish.
     if (!audio_->isStreamRunning()) std::this_thread::sleep_for(200ms);
     try {
         if (audio_->isStreamOpen()) audio_->closeStream();
-    } catch (const RtAudioError&) {  // it is gone in any case
+    } catch (const RtAudioError&) {  // it is gone anyway
     }
     audio_.reset();
 }

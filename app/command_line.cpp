@@ -1,4 +1,4 @@
-// Reads the command line with CLI11, and its numbers without the locale.
+// Parses the command line with CLI11.
 #include "app/command_line.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace app {
 namespace {
 
-// The options as they were typed.
+// The options as typed.
 struct Typed {
     std::optional<std::string> rate, block;
     bool noWindow = false;

@@ -1,4 +1,4 @@
-// Rendering one block after the other, without allocating or waiting.
+// Renders block after block without allocating or waiting.
 #include "app/player.h"
 
 #include <algorithm>
@@ -9,8 +9,8 @@ namespace app {
 namespace {
 
 constexpr double kFadeSeconds = 0.02;
-constexpr double kLoadSmoothing = 0.05;                                    // of a block's load
-constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // pedal and keys up
+constexpr double kLoadSmoothing = 0.05;  // weight of a block's load
+constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // release pedal and keys
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// The state as a bank file beside the settings.
+// Stores the state as a bank file beside the settings.
 #include "app/saved_state.h"
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 namespace app {
 namespace {
 
-// Where the settings lie too. Empty when the system has no place for them.
+// The folder of the settings file. Empty if the system has none.
 std::string settingsFolder() {
     const auto base = platform::applicationDataFolder();
     if (!base) return {};
@@ -31,8 +31,8 @@ std::string hexadecimal(uint32_t number) {
     return text;
 }
 
-// Renames the file to the first of a few names that is not taken by a folder. Returns that name,
-// nothing when none will do.
+// Renames the file to the first of a few names that is not a folder's. Returns that name, or
+// nothing if all fail.
 std::string setAside(const std::string& path) {
     for (const char* const suffix : {".damaged", ".damaged-2", ".damaged-3", ".damaged-4"}) {
         const std::string aside = path + suffix;

@@ -1,4 +1,4 @@
-// Holds the parts together and keeps them going.
+// The main loop of quarzel.
 #include "app/session.h"
 
 #include <thread>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kTurn = 33ms;  // of the editor's idle
+constexpr auto kTurn = 33ms;  // between calls of the editor's idle
 constexpr auto kWatchInterval = 500ms;
 constexpr auto kPollInterval = 1s;
 constexpr auto kRetryInterval = 2s;
@@ -22,7 +22,7 @@ constexpr auto kFadePatience = 300ms;
 constexpr int kFirstRate = 48000;  // until a device is open
 constexpr host::HostIdentity kIdentity = {"quarzel", true};
 
-// Says when something is due that is done again and again.
+// Tells when a periodic task is due.
 class Every {
   public:
     explicit Every(Clock::duration interval) : interval_(interval) {}
@@ -93,7 +93,7 @@ void Session::run() {
     Every watch(kWatchInterval);
     Every poll(kPollInterval);
     Every save(kSaveInterval);
-    save.isDue();  // not before the first interval is over
+    save.isDue();  // the first save is due after one interval
     while (!surroundings_.interrupted) {
         if (watch.isDue()) {
             watchAudio();

@@ -1,4 +1,4 @@
-// The default bank's file: any bytes, or a good file with damage anywhere.
+// The default bank file: any bytes, or a good file with damage anywhere.
 #include "fuzz/support/input.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
@@ -21,7 +21,7 @@ std::string fileOf(state::Bank& bank) {
     return host::fxBytes(host::FxBank{1, state::kNumPrograms, 0, bytesOf(bank)}, kId);
 }
 
-// How many messages loading the file brings up.
+// The number of messages that loading the file shows.
 std::size_t load(const fuzz::World& world, const std::string& file, state::Bank& bank) {
     world.module.write("default.fxb", file);
     const std::size_t before = world.messages.all.size();
@@ -30,7 +30,7 @@ std::size_t load(const fuzz::World& world, const std::string& file, state::Bank&
     return world.messages.all.size() - before;
 }
 
-// The chunk that a strict reader finds in the file.
+// The chunk in the file, if a strict reader accepts it.
 std::optional<std::string> strictlyRead(const std::string& file) {
     try {
         const auto bank = host::parseFxBank(file, kOwner, "");

@@ -1,4 +1,4 @@
-// The controller map's file, in either of its places.
+// The controller map file, in either of its places.
 #include "fuzz/support/input.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"

@@ -1,4 +1,4 @@
-// Bank and preset files of the renderer, for an instrument of three programs.
+// The renderer's bank and preset files, for an instrument with three programs.
 #include "fuzz/support/target.h"
 #include "host/error.h"
 #include "host/fx_file.h"
@@ -22,7 +22,7 @@ auto readWith(Parse parse, std::string_view bytes)
     }
 }
 
-// A file that is read is written to as many bytes, which are read as what they were.
+// A file that parses is written with the same size and parses to the same values.
 template <typename Parse>
 auto requireRoundTrip(Parse parse, std::string_view bytes) {
     const auto file = readWith(parse, bytes);

@@ -1,4 +1,4 @@
-// MIDI files of the renderer.
+// The renderer's MIDI files.
 #include "fuzz/support/target.h"
 #include "host/error.h"
 #include "host/midi_song.h"
@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int kRate = 768000;
-constexpr std::size_t kHeaderSize = 14;  // of a header chunk of the usual size
+constexpr std::size_t kHeaderSize = 14;  // of a usual header chunk
 
 std::optional<host::MidiSong> read(std::string_view bytes) {
     try {
@@ -49,7 +49,7 @@ bool sameSong(const std::optional<host::MidiSong>& a, const std::optional<host::
 void run(std::string_view bytes) {
     const auto song = read(bytes);
     if (song) requireSound(*song);
-    // What follows the tracks is not read, and chunks of other kinds are passed over.
+    // Data after the tracks and chunks of other kinds are ignored.
     std::string file(bytes);
     if (song) fuzz::require(sameSong(song, read(file + "and more")), "the rest is not read");
     if (file.substr(0, 8) != std::string("MThd\0\0\0\6", 8)) return;

@@ -1,4 +1,4 @@
-// Expressions of skins: any bytes as the text of CONSTANTS and as one statement.
+// Skin expressions: any bytes as the text of CONSTANTS and as a statement.
 #include "editor/skin/skin_expression.h"
 #include "fuzz/support/target.h"
 

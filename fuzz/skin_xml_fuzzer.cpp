@@ -1,4 +1,5 @@
-// Parses any bytes as a skin; what parses must read the same once written out, and is then built.
+// Parses any bytes as a skin. If they parse, the skin must read back the same once written, and is
+// then built.
 #include <cstddef>
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-// Reads big-endian numbers from a run of bytes and never past its end.
+// Reads big-endian numbers from bytes, never past their end.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace host {
 
-// What is wrong with the bytes, as the end of a sentence: "ends in the middle of an event".
+// Says what is wrong with the bytes, as the end of a sentence: "ends in the middle of an event".
 struct Damage : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -19,7 +19,7 @@ class ByteReader {
 
     std::size_t left() const { return bytes_.size(); }
 
-    // The next count bytes. Throws Damage when fewer are left.
+    // Takes the next count bytes. Throws Damage if fewer are left.
     std::string_view take(std::size_t count) {
         if (count > left()) throw Damage("is cut short");
         const std::string_view taken = bytes_.substr(0, count);

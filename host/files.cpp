@@ -1,4 +1,4 @@
-// Checks before the platform's calls, which only say whether they succeeded.
+// The platform's calls only report success or failure; the checks here find the reason.
 #include "host/files.h"
 
 #include <filesystem>

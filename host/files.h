@@ -1,4 +1,4 @@
-// Whole files in and out, with a sentence for the user when that fails.
+// Reads and writes whole files; errors carry a sentence for the user.
 #pragma once
 
 #include <cstddef>
@@ -6,18 +6,18 @@
 
 namespace host {
 
-// The bytes of a regular file. what says what it should be, for one that is too large: "a MIDI
+// Reads a regular file. The error for a file that is too large calls it what, for example "a MIDI
 // file". Throws Error.
 std::string readWhole(const std::string& path, std::size_t maxBytes, const std::string& what);
 
-// The regular file that path leads to, or that can be made there. Renaming onto it keeps a link.
-// Throws Error when something else stands there.
+// Resolves links in path, so that renaming onto the result keeps a link. Throws Error if something
+// other than a regular file is there.
 std::string writablePath(const std::string& path);
 
-// Puts the bytes in place of the file, all or none. Throws Error.
+// Replaces the file by the bytes, all or none. Throws Error.
 void writeWhole(const std::string& path, const std::string& bytes);
 
-// Whether both paths lead to one file, which need not be there yet.
+// Whether both paths lead to the same file, which need not exist yet.
 bool isSameFile(const std::string& one, const std::string& other);
 
 }  // namespace host

@@ -1,11 +1,11 @@
-// Bank and preset files byte by byte: numbers are big-endian, a size counts what is behind it.
+// Bank and preset files byte by byte. Numbers are big-endian; a size counts the bytes after it.
 //
 //   0 "CcnK"   4 size   8 form   12 version of the form   16 ID   20 version of the instrument
 //   24 count of programs or parameters
 //   bank:   28 current program (form version 2)   32 reserved   156 content
 //   preset: 28 name   56 content
 //
-// The content is a chunk behind its size ("FBCh", "FPCh"), or a list: of whole presets in a bank
+// The content is a size and a chunk ("FBCh", "FPCh"), or a list: of whole presets in a bank
 // ("FxBk"), of values in a preset ("FxCk").
 #include "host/fx_file.h"
 
@@ -26,7 +26,7 @@ using platform::fourCharCode;
 constexpr uint32_t kMagic = fourCharCode("CcnK");
 constexpr std::size_t kReservedBytes = 124;
 constexpr std::size_t kNameBytes = 28;
-constexpr uint32_t kNewestForm = 2;  // the first one with a current program
+constexpr uint32_t kNewestForm = 2;  // the first with a current program
 
 // The forms of one kind of file.
 struct Kind {
@@ -38,7 +38,7 @@ struct Kind {
 constexpr Kind kBank = {fourCharCode("FBCh"), fourCharCode("FxBk"), "a bank file"};
 constexpr Kind kPreset = {fourCharCode("FPCh"), fourCharCode("FxCk"), "a preset file"};
 
-// The shared beginning, up to the count.
+// The common header, up to the count.
 struct Header {
     bool isChunk;
     uint32_t formVersion;
@@ -55,7 +55,7 @@ std::string codeText(uint32_t value) {
     return text;
 }
 
-// What is wrong with a file that is whole but of no use here, as the end of a sentence.
+// Says why an intact file cannot be used here, as the end of a sentence.
 struct Unfit : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -71,7 +71,7 @@ void checkEnd(const ByteReader& reader) {
 }
 
 Header readHeader(ByteReader& reader, const Kind& kind, uint32_t id) {
-    reader.number(4);  // the magic, looked at before
+    reader.number(4);  // the magic, already checked
     const uint32_t size = reader.number(4);
     const ByteReader behindSize = reader;
     const uint32_t form = reader.number(4);
@@ -137,7 +137,7 @@ FxPreset readPreset(ByteReader& reader, const FxOwner& owner) {
     return preset;
 }
 
-// One preset of a list, which has to take up exactly what its own size says.
+// One preset of a list. Its content must have exactly the size that it states.
 FxProgram readEntry(ByteReader& reader, const FxOwner& owner) {
     ByteReader head = reader;
     if (head.number(4) != kMagic) throw Damage("is no preset");
@@ -213,7 +213,7 @@ std::string chunkBytes(const FxChunk& chunk) {
     return bigEndian(static_cast<uint32_t>(chunk.size())) + chunk;
 }
 
-// content is all that follows the count.
+// content is everything after the count.
 std::string fileBytes(uint32_t form, uint32_t formVersion, uint32_t id, int version, int count,
                       const std::string& content) {
     const std::string rest = bigEndian(form) + bigEndian(formVersion) + bigEndian(id) +

@@ -9,14 +9,14 @@
 
 namespace host {
 
-// Whom a file is for. A file that names another ID, or counts more than this, is refused.
+// The instrument a file must belong to. A file with another ID or a larger count is refused.
 struct FxOwner {
     uint32_t id;  // four characters, the first in the most significant byte
     int programs;
     int parameters;
 };
 
-// Bytes that only the instrument understands.
+// Opaque bytes that only the instrument understands.
 using FxChunk = std::string;
 
 struct FxProgram {
@@ -28,8 +28,8 @@ struct FxBank {
     static constexpr int kNoProgram = -1;
 
     int version;         // of the instrument
-    int programs;        // as counted; a list has so many
-    int currentProgram;  // kNoProgram when the file does not say
+    int programs;        // stated count; the length of a list
+    int currentProgram;  // kNoProgram if the file does not say
     std::variant<FxChunk, std::vector<FxProgram>> content;
 };
 
@@ -40,8 +40,8 @@ struct FxPreset {
     std::variant<FxChunk, std::vector<float>> content;
 };
 
-// Strict: every size and count must hold, and nothing may follow. file is what an error calls the
-// file. Both throw Error.
+// Strict: every size and count must be right, and nothing may follow. Errors call the file file.
+// Both throw Error.
 FxBank parseFxBank(std::string_view bytes, const FxOwner& owner, const std::string& file);
 FxPreset parseFxPreset(std::string_view bytes, const FxOwner& owner, const std::string& file);
 

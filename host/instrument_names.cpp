@@ -1,4 +1,4 @@
-// Finds an instrument, and tells its equal names apart.
+// Finds an instrument and numbers equal names.
 #include "host/instrument_names.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-// What a user says of an instrument: which file it is, which of its programs or parameters.
+// What a user types to choose an instrument's file, program or parameter.
 #pragma once
 
 #include <string>
@@ -8,17 +8,17 @@
 
 namespace host {
 
-// typed, or when that is empty the instrument beside the program, else that of the system the
-// program is installed in: ../lib/vst.
+// Returns typed. If that is empty, returns the instrument beside the program, else the one
+// installed in ../lib/vst.
 std::string instrumentPath(const std::string& typed);
 
-// The names of a list as they are told apart: the second of two equal names gets "#2".
+// Makes the names of a list distinct: the second of two equal names gets "#2".
 std::vector<std::string> distinctNames(const std::vector<std::string>& names);
 std::vector<std::string> distinctProgramNames(PluginHost& host);
 std::vector<std::string> distinctParameterNames(const PluginHost& host);
 
-// The index that text means: a number, or one of names. what is "program" or "parameter". Throws
-// Error.
+// The index that text denotes: a number, or one of names. what is "program" or "parameter", for
+// errors. Throws Error.
 int indexOf(const std::string& text, const std::vector<std::string>& names,
             const std::string& what);
 

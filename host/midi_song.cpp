@@ -15,12 +15,12 @@ namespace {
 
 constexpr std::size_t kMaxFileBytes = 64 << 20;
 constexpr uint64_t kMaxSeconds = 24 * 60 * 60;
-constexpr uint32_t kDefaultTempo = 500000;  // microseconds a quarter note: 120 a minute
+constexpr uint32_t kDefaultTempo = 500000;  // microseconds per quarter note: 120 BPM
 
-// How long a tick lasts, in units of the song.
+// The length of a tick in units of the song.
 struct Timing {
     uint64_t unitsPerSecond;
-    uint64_t unitsPerTick;  // until a tempo change
+    uint64_t unitsPerTick;  // until the first tempo change
     bool followsTempo;
 };
 
@@ -28,12 +28,12 @@ struct TrackEvent {
     enum class Kind { kMessage, kTempo, kEnd };
     uint64_t tick;
     Kind kind;
-    uint32_t tempo;  // microseconds a quarter note
+    uint32_t tempo;  // microseconds per quarter note
     MidiMessage message;
 };
 
-// With ticks a quarter note the unit is a microsecond divided by their number, so that a tick
-// lasts as many units as the tempo has microseconds. With SMPTE frames tempo means nothing.
+// With ticks per quarter note, the unit is a microsecond divided by their number, so a tick lasts
+// as many units as the tempo has microseconds. With SMPTE frames, tempo has no effect.
 Timing timingOf(uint32_t division) {
     if ((division & 0x8000) == 0) {
         if (division == 0) throw Damage("states a time division of zero");
@@ -47,7 +47,7 @@ Timing timingOf(uint32_t division) {
         case 25:
         case 30:
             return {framesPerSecond * ticksPerFrame, 1, false};
-        case 29:  // stands for 30000 / 1001
+        case 29:  // means 30000 / 1001
             return {30000 * ticksPerFrame, 1001, false};
     }
     throw Damage("states an unknown SMPTE frame rate");
@@ -58,7 +58,7 @@ class TrackReader {
   public:
     explicit TrackReader(std::string_view bytes) : reader_(bytes) {}
 
-    // The next event that matters, the end of the track being the last one.
+    // The next event that matters. The last one is the end of the track.
     std::optional<TrackEvent> next() {
         while (!ended_) {
             if (reader_.left() == 0) throw Damage("has no end mark");
@@ -119,8 +119,8 @@ class TrackReader {
     bool ended_ = false;
 };
 
-// The events of all tracks in the order of time, equal times in the order of tracks. They are read
-// as they are asked for: a list of them would be many times as long as the file.
+// Merges the events of all tracks by time; equal times keep the order of tracks. It reads events on
+// demand, because a list of them would be many times as long as the file.
 class TrackMerger {
   public:
     explicit TrackMerger(const std::vector<std::string_view>& tracks) {
@@ -156,7 +156,7 @@ class TrackMerger {
     std::priority_queue<Next, std::vector<Next>, std::greater<>> queue_;
 };
 
-// What is known of the tracks once each was read to its end.
+// Totals, once every track has been read to its end.
 struct Tracks {
     std::vector<std::string_view> bytes;
     std::size_t messageCount = 0;
@@ -184,7 +184,7 @@ MidiSong timedSong(const Tracks& tracks, Timing timing) {
     return song;
 }
 
-// Runs read and says in the damage that it reports where the damage is.
+// Runs read and adds the place to the damage that it reports.
 template <typename Read>
 auto within(const std::string& place, Read read) {
     try {
@@ -217,7 +217,7 @@ Timing timingOf(const Header& header) {
     return timingOf(header.division);
 }
 
-// Reads one chunk and adds it if it is a track. Returns whether it was one.
+// Reads one chunk and adds it if it is a track. Returns whether it is one.
 bool readTrackChunk(ByteReader& file, Tracks& tracks) {
     if (file.left() == 0) throw Damage("is missing");
     const std::string_view kind = file.take(4);
@@ -231,7 +231,7 @@ bool readTrackChunk(ByteReader& file, Tracks& tracks) {
     return true;
 }
 
-// Chunks of other kinds are passed over.
+// Skips chunks of other kinds.
 Tracks readTracks(ByteReader& file, uint32_t trackCount) {
     Tracks tracks;
     for (uint32_t track = 1; track <= trackCount;) {

@@ -16,22 +16,22 @@ struct SongEvent {
     MidiMessage message;
 };
 
-// Times are whole numbers of a unit that divides every tick of the song, so that they never drift.
+// Times are whole multiples of a unit that divides every tick of the song, so they never drift.
 struct MidiSong {
     uint64_t unitsPerSecond;
-    std::vector<SongEvent> events;  // by time; equal times in the order of tracks
-    uint64_t endTime;               // of the track that ends last
+    std::vector<SongEvent> events;  // by time, then by track
+    uint64_t endTime;               // of the longest track
 
-    // The frame that a time falls into: rounded down. sampleRate in Hz, up to 768000.
+    // The frame that contains a time, rounded down. sampleRate is in Hz, up to 768000.
     int64_t frameAt(uint64_t time, int sampleRate) const;
 };
 
-// Reads a file of type 0 or 1, strictly: running status, tempo changes in any track, divisions in
-// ticks a quarter note or in SMPTE frames. Channel messages are kept; system exclusive messages
-// and what else a file tells are passed over. name is what an error calls the file. Throws Error.
+// Reads a file of type 0 or 1, strictly. Handles running status, tempo changes in any track, and
+// divisions in ticks per quarter note or SMPTE frames. Keeps channel messages; skips system
+// exclusive messages and everything else. Errors call the file name. Throws Error.
 MidiSong parseMidiSong(std::string_view bytes, const std::string& name);
 
-// The same from a file. Throws Error.
+// Reads the same from a file. Throws Error.
 MidiSong readMidiSong(const std::string& path);
 
 }  // namespace host

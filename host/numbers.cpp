@@ -1,4 +1,4 @@
-// Numbers as text, through the conversions that know no locale.
+// Converts numbers with functions that ignore the locale.
 #include "host/numbers.h"
 
 #include <charconv>

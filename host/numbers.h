@@ -1,4 +1,4 @@
-// Numbers as text, with a point in every locale.
+// Numbers as text, with a decimal point in every locale.
 #pragma once
 
 #include <optional>
@@ -7,11 +7,12 @@
 
 namespace host {
 
-// The whole of text as a decimal number, or nothing. A double may be infinite or not a number.
+// Parses the whole text as a decimal number. Returns nothing if it is none. A double may be
+// infinite or not a number.
 std::optional<int> parseInteger(std::string_view text);
 std::optional<double> parseDouble(std::string_view text);
 
-// value with that many decimals.
+// Formats value with a fixed number of decimals.
 std::string fixedText(double value, int decimals);
 
 }  // namespace host

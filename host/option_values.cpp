@@ -1,4 +1,4 @@
-// Parses with CLI11, and holds numbers against their bounds.
+// Parses with CLI11 and checks numbers against their bounds.
 #include "host/option_values.h"
 
 #include <optional>

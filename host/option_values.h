@@ -1,4 +1,4 @@
-// What the programs' command lines have in common; numbers are read without the locale.
+// The common part of the programs' command lines. Numbers ignore the locale.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@ class App;
 
 namespace host {
 
-// Reads the words into what app declares. When they ask for help or the version, that text is
-// returned, and nothing else is to be done. Throws UsageError.
+// Parses the arguments into the options that app declares. Returns the text to print if they ask
+// for help or the version, else an empty string. Throws UsageError.
 std::string parseWords(CLI::App& app, int argc, const char* const* argv);
 
-// The number that text is. option is what an error calls it. Throw UsageError when it is no number,
-// and Error when it is out of range.
+// Parses text as a number. Errors call it option. Throw UsageError if it is not a number and Error
+// if it is out of range.
 int readInteger(const std::string& option, const std::string& text, int least, int most);
 double readDouble(const std::string& option, const std::string& text, double least, double most);
 

@@ -1,4 +1,4 @@
-// The order of calls is that of hosts: ask first, load, then go to the program the bank was in.
+// Calls the instrument in the usual order of hosts: ask first, load, then go to the bank's program.
 #include "host/patches.h"
 
 #include "host/error.h"
@@ -59,7 +59,7 @@ void setPrograms(PluginHost& host, const std::vector<FxProgram>& programs) {
     goTo(host, current);
 }
 
-// Going through the programs can cost the current one what was changed in it, so it is put back.
+// Visiting the other programs can reset edits of the current one, so they are restored.
 std::vector<FxProgram> programsOf(PluginHost& host) {
     const int current = host.program();
     const std::vector<float> currentValues = valuesOf(host);

@@ -1,4 +1,4 @@
-// Brings bank and preset files into an instrument, and its state into such files.
+// Loads bank and preset files into an instrument and saves its state to such files.
 #pragma once
 
 #include <string>
@@ -7,15 +7,15 @@
 
 namespace host {
 
-// The file is read whole and checked before the instrument hears of it. Both take either form, and
-// throw Error for a file that cannot be used and for an instrument that refuses it.
+// The whole file is read and checked before the instrument is called. Both functions accept either
+// form. They throw Error if the file cannot be used or the instrument refuses it.
 void loadBank(PluginHost& host, const std::string& path);
-// Into the current program.
+// Loads into the current program.
 void loadPreset(PluginHost& host, const std::string& path);
 
-// A chunk when the instrument has chunks, else lists. Throw Error. The instrument is as before
-// afterwards, but an instrument without chunks goes through all its programs.
-std::string bankBytes(PluginHost& host);  // of the file
+// Writes a chunk if the instrument supports chunks, else lists. The instrument's state is unchanged
+// afterwards, but one without chunks visits all its programs. All throw Error.
+std::string bankBytes(PluginHost& host);  // the contents of the file
 void saveBank(PluginHost& host, const std::string& path);
 void savePreset(PluginHost& host, const std::string& path);
 

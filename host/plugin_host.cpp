@@ -12,10 +12,10 @@
 namespace host {
 namespace {
 
-// More than the interface grants, for instruments that write more than they may.
+// Longer than the interface allows, for instruments that write too much.
 constexpr int kTextBytes = 1024;
 
-// The host that an instrument talks to before it has an AEffect to say so.
+// The host of the instrument being loaded, which has no AEffect yet to identify it.
 thread_local PluginHost* loadingHost = nullptr;
 thread_local bool isProcessing = false;
 
@@ -49,7 +49,7 @@ PluginHost::PluginHost(const std::string& path, int sampleRate, int blockSize,
       sampleRate_(sampleRate),
       blockSize_(blockSize),
       library_(loadLibrary(path)) {
-    time_.sampleRate = sampleRate;  // instruments ask while they start
+    time_.sampleRate = sampleRate;  // instruments ask during start-up
     start(path);
     dispatch(effOpen);
     setFormat(sampleRate, blockSize);
@@ -77,11 +77,11 @@ void PluginHost::Closer::operator()(AEffect* effect) const {
     effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
 }
 
-// Creates the instrument and checks that it can be played.
+// Creates the instrument and checks that it is playable.
 void PluginHost::start(const std::string& path) {
     using EntryPoint = AEffect* (*)(audioMasterCallback);
     void* symbol = library_.symbol("VSTPluginMain");
-    if (!symbol) symbol = library_.symbol("main");  // what older instruments export
+    if (!symbol) symbol = library_.symbol("main");  // older instruments export this
     const auto entry = reinterpret_cast<EntryPoint>(symbol);
     if (!entry) throw Error(path + " is not a VST 2.4 plug-in: it has no VSTPluginMain.");
 
@@ -119,7 +119,7 @@ std::string PluginHost::programName(int index) {
     const bool isNamed = dispatch(effGetProgramNameIndexed, index, -1, buffer) != 0;
     buffer[kTextBytes - 1] = '\0';
     if (isNamed) return buffer;
-    // An instrument that names only the program it is in has to be taken there.
+    // Some instruments only name their current program, so go to each.
     const int current = program();
     if (index != current) setProgram(index);
     const std::string name = text(effGetProgramName);
@@ -207,7 +207,7 @@ void PluginHost::reserveEvents(std::size_t count) {
 void PluginHost::sendEvents(const std::vector<BlockEvent>& events) {
     midiEvents_.clear();
     midiEvents_.reserve(events.size());
-    // The list stays untouched until the block is rendered.
+    // The instrument may read the list until the block is rendered.
     eventList_.assign(kEventListHead + events.size(), 0);
     auto* const list = reinterpret_cast<VstEvents*>(eventList_.data());
     list->numEvents = static_cast<VstInt32>(events.size());

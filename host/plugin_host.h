@@ -1,4 +1,4 @@
-// Loads one VST 2.4 instrument and drives it as a host does.
+// Hosts one VST 2.4 instrument.
 #pragma once
 
 #include <cstddef>
@@ -18,21 +18,22 @@ struct BlockEvent {
     MidiMessage message;
 };
 
-// What a chunk holds; the numbers are those of the interface.
+// What a chunk contains, with the interface's numbers.
 enum class Extent : VstInt32 { kBank = 0, kProgram = 1 };
 
-// What an instrument is told about the program that plays it.
+// How the host introduces itself to the instrument.
 struct HostIdentity {
     const char* product;
     bool isRealtime;
 };
 constexpr HostIdentity kRenderer = {"quarzel-render", false};
 
-// One thread calls everything; between resume and suspend, process may have a thread of its own.
+// One thread makes all calls, except that process may run on a thread of its own between resume and
+// suspend.
 class PluginHost {
   public:
-    // Loads and opens the instrument; sampleRate in Hz, blockSize the most frames of a block.
-    // Throws Error when the file is no instrument that can be played.
+    // Loads and opens the instrument. sampleRate is in Hz, blockSize the largest block in frames.
+    // Throws Error if the file is not a playable instrument.
     PluginHost(const std::string& path, int sampleRate, int blockSize,
                const HostIdentity& identity = kRenderer);
     ~PluginHost();
@@ -42,7 +43,7 @@ class PluginHost {
     std::string name() const;
     int sampleRate() const { return sampleRate_; }
     int blockSize() const { return blockSize_; }
-    // Other ones, while suspended.
+    // Changes both. Call it only while suspended.
     void setFormat(int sampleRate, int blockSize);
     int outputCount() const { return effect_->numOutputs; }
 
@@ -59,37 +60,38 @@ class PluginHost {
     float parameter(int index) const;
     void setParameter(int index, float value);  // 0..1
     std::string parameterName(int index) const;
-    std::string parameterDisplay(int index) const;  // its value and unit, as the instrument says
+    std::string parameterDisplay(int index) const;  // value and unit
 
-    // Whether the instrument keeps its state in chunks that only it understands.
+    // Whether the instrument stores its state in opaque chunks.
     bool hasChunks() const { return (effect_->flags & effFlagsProgramChunks) != 0; }
-    std::string chunk(Extent extent) const;  // empty when the instrument gives none
+    std::string chunk(Extent extent) const;  // empty if the instrument returns none
     void setChunk(Extent extent, std::string chunk);
-    // Asks before a bank or program of that origin is loaded; count of programs or parameters.
-    // False when the instrument says that it cannot.
+    // Call before loading a bank or program with this origin and number of programs or parameters.
+    // Returns false if the instrument refuses.
     bool acceptsLoading(Extent extent, VstInt32 id, int version, int count) const;
 
     bool hasEditor() const { return (effect_->flags & effFlagsHasEditor) != 0; }
-    // Called with a width and a height in pixels when the editor wants its window resized; returns
-    // whether that was done.
+    // Called with a width and a height in pixels when the editor wants its window resized. Returns
+    // whether it was resized.
     using WindowSizer = std::function<bool(int, int)>;
     void onSizeWindow(WindowSizer sizer) { sizeWindow_ = std::move(sizer); }
 
-    // Passes one request to the instrument, with the published meaning of the arguments.
+    // Calls the instrument's dispatcher. The arguments have their published meaning.
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
                        void* ptr = nullptr, float opt = 0.0f) const;
 
-    // A block with at most that many events allocates nothing.
+    // Blocks with at most count events allocate nothing afterwards.
     void reserveEvents(std::size_t count);
 
-    // Blocks are processed between these two.
+    // Call process only between these two.
     void resume();
     void suspend();
 
-    // Renders frames, 1..blockSize(). events are in the order of their frames, each below frames.
+    // Renders a block of 1..blockSize() frames. events are sorted by frame; every frame is inside
+    // the block.
     void process(const std::vector<BlockEvent>& events, int frames);
 
-    // The frames of the last block. channel is below outputCount().
+    // One channel of the last block.
     const float* output(int channel) const { return outputs_[channel].data(); }
 
   private:

@@ -1,4 +1,4 @@
-// Frames of a song's events, and of its end.
+// Computes the frames of a song's events and of its end.
 #include "host/song_playback.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@ namespace host {
 namespace {
 
 constexpr float kSilence = 1e-5f;        // -100 dBFS
-constexpr double kSilenceSeconds = 0.5;  // how long silence lasts to be believed
+constexpr double kSilenceSeconds = 0.5;  // silence this long ends the sound
 
 int64_t framesIn(double seconds, int sampleRate) {
     return std::llround(seconds * sampleRate);

@@ -1,4 +1,4 @@
-// A song while it is played: which events a block gets, and where the sound has ended.
+// A song during playback: the events of each block, and the end of the sound.
 #pragma once
 
 #include <cstdint>
@@ -12,22 +12,21 @@ namespace host {
 
 constexpr double kMaxAutomaticTailSeconds = 30.0;
 
-// The most frames that a song can last. tailSeconds is the length after the song; without it, the
-// tail goes on until silence.
+// The largest number of frames that a song can last. tailSeconds is the length after the song;
+// without it, the tail lasts until silence.
 int64_t maxFramesOf(const MidiSong& song, int sampleRate, std::optional<double> tailSeconds);
 
 // Hands out the events of a song block by block. Nothing is allocated after construction.
 class SongFeed {
   public:
-    // The most events of one block. What no song needs and a hostile one may ask for comes with
-    // the blocks that follow.
+    // Limit for hostile songs. Further events move to the next blocks.
     static constexpr std::size_t kMaxEventsPerBlock = 1 << 20;
 
     SongFeed(const MidiSong& song, int sampleRate);
 
-    // Leaves out the events before that frame.
+    // Skips the events before the frame.
     void skipTo(int64_t frame);
-    // The events of the frames from begin on, up to end.
+    // The events of the frames from begin up to, but not including, end.
     const std::vector<BlockEvent>& eventsBetween(int64_t begin, int64_t end);
 
   private:
@@ -37,8 +36,8 @@ class SongFeed {
     std::vector<BlockEvent> block_;
 };
 
-// Knows the frame where the sound ends: after the given tail, or once it has been below -100 dBFS
-// for half a second.
+// Finds the frame where the sound ends: after the given tail, or after half a second below -100
+// dBFS.
 class SongEnding {
   public:
     SongEnding(const MidiSong& song, int sampleRate, std::optional<double> tailSeconds);
@@ -47,7 +46,7 @@ class SongEnding {
     int64_t end() const;
     int64_t limit() const { return limit_; }
 
-    // Silence begins after a frame that can be heard at the earliest.
+    // An audible sample restarts the silence countdown.
     void hear(int64_t frame, float sample);
 
   private:

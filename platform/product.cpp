@@ -1,4 +1,4 @@
-// The version, which the build hands in.
+// The version, passed in by the build.
 #include "platform/product.h"
 
 namespace platform {

@@ -12,7 +12,7 @@ constexpr const char* kCompanyName = "Tembrilon";
 constexpr const char* kCompanyDomain = "tembrilon.com";
 constexpr std::uint32_t kProductCode = fourCharCode("seni");  // in bank files and to hosts
 
-// Major, minor and patch level, as the build has it.
+// Major, minor and patch level.
 const char* productVersion();
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Reads the command line with CLI11, and its numbers without the locale.
+// Parses the command line with CLI11.
 #include "render/command_line.h"
 
 #include <CLI/CLI.hpp>
@@ -10,7 +10,7 @@
 namespace render {
 namespace {
 
-// The options as they were typed.
+// The options as typed.
 struct Typed {
     std::optional<std::string> rate, block, bits, gain, tail;
     std::vector<std::string> settings;
@@ -24,7 +24,7 @@ SampleFormat formatOf(const std::string& bits) {
 }
 
 ParameterSetting settingOf(const std::string& text) {
-    const auto equals = text.rfind('=');  // a name may hold the sign, a value cannot
+    const auto equals = text.rfind('=');  // a name may contain '=', a value cannot
     if (equals == std::string::npos || equals == 0) {
         throw host::UsageError("--set: " + text + " is not NAME=VALUE or INDEX=VALUE");
     }

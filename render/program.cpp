@@ -1,4 +1,4 @@
-// Carries out a command line: lists an instrument or renders a song, and reports.
+// Executes a command line: lists an instrument or renders a song, and reports.
 #include "render/program.h"
 
 #include <algorithm>
@@ -99,7 +99,7 @@ void renderFile(const CommandLine& line, host::PluginHost& host, const host::Mid
     if (!line.quiet) report(line, statistics, taken.count(), surroundings.out);
 }
 
-// A file that is written must not be the song, the instrument or another written file.
+// An output file must not be the song, the instrument or another output file.
 void checkWrittenFiles(const CommandLine& line) {
     const std::string instrument = host::instrumentPath(line.plugin);
     std::vector<std::string> written;
@@ -151,16 +151,8 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
 }  // namespace
 
 int run(int argc, const char* const* argv, const Surroundings& surroundings) {
-    try {
-        carryOut(parseCommandLine(argc, argv), surroundings);
-        return 0;
-    } catch (const host::UsageError& error) {
-        surroundings.err << "quarzel-render: " << error.what() << " (see --help)\n";
-        return 2;
-    } catch (const std::exception& error) {
-        surroundings.err << "quarzel-render: " << error.what() << '\n';
-        return 1;
-    }
+    return host::exitCodeOf("quarzel-render", surroundings.err,
+                            [&] { carryOut(parseCommandLine(argc, argv), surroundings); });
 }
 
 }  // namespace render

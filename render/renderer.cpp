@@ -1,4 +1,4 @@
-// The offline render loop: blocks of events in, measured frames out, and where to stop.
+// The offline render loop: feeds events, measures frames and decides where to stop.
 #include "render/renderer.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 namespace render {
 namespace {
 
-// Applies the gain, and measures.
+// Applies the gain and measures the result.
 class Meter {
   public:
     explicit Meter(double gainDb) : gain_(std::pow(10.0, gainDb / 20.0)) {}

@@ -1,8 +1,7 @@
 // Turns key codes of the X server into characters and virtual keys.
 #include "gui/windows/x11_keyboard.h"
 
-#include <cstdlib>
-#include <memory>
+#include "platform/xcb_owners.h"
 
 namespace VSTGUI {
 namespace {
@@ -55,10 +54,8 @@ void X11Keyboard::reload() {
     const xcb_setup_t* const setup = xcb_get_setup(connection_);
     firstCode_ = setup->min_keycode;
     const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
-        xcb_get_keyboard_mapping_reply(
-            connection_, xcb_get_keyboard_mapping(connection_, firstCode_, count), nullptr),
-        &std::free);
+    const platform::XcbOwned<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, firstCode_, count), nullptr));
     if (!reply) return;
     perCode_ = reply->keysyms_per_keycode;
     const xcb_keysym_t* const first = xcb_get_keyboard_mapping_keysyms(reply.get());

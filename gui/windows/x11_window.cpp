@@ -2,21 +2,16 @@
 #include "gui/windows/native_window.h"
 #include "gui/windows/x11_keyboard.h"
 #include "platform/x11_pixels.h"
+#include "platform/xcb_owners.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 
 namespace VSTGUI {
 namespace {
 
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+using platform::XcbConnection;
+using platform::XcbOwned;
 
 constexpr uint32_t kEvents =
     XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
@@ -69,7 +64,8 @@ const xcb_screen_t* screenOf(const xcb_setup_t* setup, xcb_window_t root) {
 
 class X11Window final : public NativeWindow {
   public:
-    X11Window(Connection connection, const platform::X11PixelFormat& format, WindowClient& client)
+    X11Window(XcbConnection connection, const platform::X11PixelFormat& format,
+              WindowClient& client)
         : connection_(std::move(connection)),
           format_(format),
           keyboard_(connection_.get()),
@@ -98,7 +94,7 @@ class X11Window final : public NativeWindow {
     void handleFocusOut(const xcb_focus_out_event_t& focus);
     void deliverMotion();
 
-    Connection connection_;  // null once closed
+    XcbConnection connection_;  // null once closed
     platform::X11PixelFormat format_;
     X11Keyboard keyboard_;
     WindowClient& client_;
@@ -118,7 +114,7 @@ bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int widt
         link(), screen.root_depth, window_, parent, 0, 0, static_cast<uint16_t>(width),
         static_cast<uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
         XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
-    const Reply<xcb_generic_error_t> error(xcb_request_check(link(), made), &std::free);
+    const XcbOwned<xcb_generic_error_t> error(xcb_request_check(link(), made));
     if (error) return false;
     xcb_create_gc(link(), graphics_, window_, 0, nullptr);
     xcb_map_window(link(), window_);
@@ -160,7 +156,7 @@ void X11Window::takeKeyboard() {
 
 void X11Window::pump() {
     while (isOpen()) {
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(link()), &std::free);
+        const XcbOwned<xcb_generic_event_t> event(xcb_poll_for_event(link()));
         if (!event) break;
         const auto type = event->response_type & 0x7F;
         if (type == XCB_MOTION_NOTIFY) {
@@ -266,13 +262,13 @@ void X11Window::passOn(const xcb_key_press_event_t& key) {
 // Returns 0 if there is none below the root.
 xcb_window_t X11Window::windowAboveThatWants(uint32_t events) const {
     for (xcb_window_t at = window_;;) {
-        const Reply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(link(), xcb_query_tree(link(), at), nullptr), &std::free);
+        const XcbOwned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(link(), xcb_query_tree(link(), at), nullptr));
         if (!tree || tree->parent == tree->root) return 0;
         at = tree->parent;
-        const Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(link(), xcb_get_window_attributes(link(), at), nullptr),
-            &std::free);
+        const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(link(), xcb_get_window_attributes(link(), at),
+                                            nullptr));
         if (!attributes) return 0;
         if (attributes->all_event_masks & events) return at;
     }
@@ -289,11 +285,11 @@ void X11Window::handleFocusOut(const xcb_focus_out_event_t& focus) {
 std::unique_ptr<NativeWindow> openNativeWindow(void* parent, int width, int height,
                                                WindowClient& client) {
     const auto parentId = static_cast<xcb_window_t>(reinterpret_cast<uintptr_t>(parent));
-    Connection connection(xcb_connect(nullptr, nullptr));
+    XcbConnection connection(xcb_connect(nullptr, nullptr));
     xcb_connection_t* const link = connection.get();
     if (xcb_connection_has_error(link)) return nullptr;
-    const Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(link, xcb_query_tree(link, parentId), nullptr), &std::free);
+    const XcbOwned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(link, xcb_query_tree(link, parentId), nullptr));
     if (!tree) return nullptr;
     const xcb_screen_t* const screen = screenOf(xcb_get_setup(link), tree->root);
     if (!screen) return nullptr;

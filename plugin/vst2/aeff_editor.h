@@ -1,4 +1,4 @@
-// The editor of an effect as its host drives it.
+// The base class of an effect's editor.
 #pragma once
 
 #include "plugin/vst2/vst2.h"
@@ -7,9 +7,8 @@ namespace vst2 {
 
 class AudioEffect;
 
-// Base class of an editor. It belongs to its effect once AudioEffect::setEditor was called with it.
-// All operations run on the host's user-interface thread. The defaults show nothing and take no
-// keys.
+// The effect owns the editor after AudioEffect::setEditor. All operations run on the host's
+// user-interface thread. The defaults show nothing and use no keys.
 class AEffEditor {
   public:
     explicit AEffEditor(AudioEffect* effect) : effect_(effect) {}
@@ -19,7 +18,7 @@ class AEffEditor {
 
     AudioEffect* getEffect() const { return effect_; }
 
-    // Points *rect at the size in pixels, which stays valid until the next call; false when
+    // Points *rect at the size in pixels, which is valid until the next call. Returns false if
     // unknown.
     virtual bool getRect(ERect** rect) {
         *rect = nullptr;
@@ -30,22 +29,22 @@ class AEffEditor {
         systemWindow_ = parentWindow;
         return false;
     }
-    // May come when nothing is open.
+    // Hosts may call it while nothing is open.
     virtual void close() { systemWindow_ = nullptr; }
     virtual bool isOpen() const { return systemWindow_ != nullptr; }
     virtual void idle() {}
 
-    // Whether keys are being typed into a text field or a menu.
+    // Whether a text field or a menu takes the keys.
     virtual bool wantsKeys() const { return false; }
-    // True when the key was used.
+    // Returns true if the key was used.
     virtual bool onKeyDown(const VstKeyCode&) { return false; }
     virtual bool onKeyUp(const VstKeyCode&) { return false; }
-    // Distance in wheel clicks, upwards positive; true when used.
+    // Distance in wheel clicks, positive upwards. Returns true if used.
     virtual bool onWheel(float) { return false; }
-    // 0 circular, 1 relative circular, 2 linear; true when it is followed.
+    // 0 circular, 1 relative circular, 2 linear. Returns true if the editor complies.
     virtual bool setKnobMode(VstInt32) { return false; }
 
-    // The effect's parameter has a new value. May come from any thread that sets parameters.
+    // A parameter of the effect has a new value. Any thread that sets parameters.
     virtual void setParameter(VstInt32, float) {}
 
   protected:

@@ -1,4 +1,4 @@
-// The VST 2 base class of an effect: the record's entry points and the opcodes of VST 1.
+// The record's entry points and the opcodes of VST 1.
 #include "plugin/vst2/audio_effect.h"
 
 #include <cmath>
@@ -14,7 +14,7 @@ AudioEffect* instanceOf(AEffect* record) {
     return record ? static_cast<AudioEffect*>(record->object) : nullptr;
 }
 
-// The entry points of the record: no exception may travel into a host.
+// The record's entry points. No exception may reach the host.
 
 VstIntPtr dispatchEntry(AEffect* record, VstInt32 opcode, VstInt32 index, VstIntPtr value,
                         void* ptr, float opt) {
@@ -59,10 +59,10 @@ float getParameterEntry(AEffect* record, VstInt32 index) {
     return effect ? effect->getParameter(index) : 0.0f;
 }
 
-// Answers that are more than a call of one operation.
+// Answers that take more than one call.
 
 VstIntPtr closeEffect(AudioEffect& effect, const HostCall&) {
-    // Some hosts leave the editor open. It must go while the instance is still whole.
+    // Some hosts leave the editor open. Close it while the instance is still complete.
     AEffEditor* const editor = effect.getEditor();
     if (editor && editor->isOpen()) editor->close();
     effect.close();
@@ -173,12 +173,12 @@ void AudioEffect::setBlockSize(VstInt32 sampleFrames) {
     if (sampleFrames > 0) blockSize_ = sampleFrames;
 }
 
-// The record does not offer double precision; a host that calls all the same gets nothing written.
+// The record does not offer double precision. If a host calls it anyway, nothing is written.
 void AudioEffect::processDoubleReplacing(double**, double**, VstInt32) {}
 
-// Adding needs the sound in memory of its own, for a block of any length the host likes. Every host
-// of VST 2 calls processReplacing where the record offers it, as ours does; one that calls this
-// entry all the same hears silence added, which is within its contract.
+// Adding to the outputs would need a buffer for a block of any length. VST 2 hosts call
+// processReplacing if the record offers it, as ours does. A host that calls this one anyway hears
+// nothing added, which the contract allows.
 void AudioEffect::process(float**, float**, VstInt32) {}
 
 void AudioEffect::setParameterAutomated(VstInt32 index, float value) {

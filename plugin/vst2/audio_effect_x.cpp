@@ -1,4 +1,4 @@
-// The VST 2.4 base class of an effect: which operation answers which opcode, and the host calls.
+// Maps opcodes to operations and implements the host calls.
 #include "plugin/vst2/audio_effect_x.h"
 
 #include <iterator>
@@ -23,12 +23,12 @@ VstIntPtr setKnobMode(AudioEffectX& effect, const HostCall& call) {
     return editor && editor->setKnobMode(toInt32(call.value));
 }
 
-// Reversed, because the opcode asked the opposite before keysRequired existed.
+// Reversed, because the opcode originally asked the opposite.
 VstIntPtr keysNotRequired(AudioEffectX& effect, const HostCall&) {
     return !effect.keysRequired();
 }
 
-// The answer says that the call is known, not what came of it.
+// The answer means that the opcode is supported, whatever the result.
 template <auto operation, From... from>
 VstIntPtr acknowledged(AudioEffectX& effect, const HostCall& call) {
     invoke<from...>(effect, operation, call);

@@ -1,12 +1,12 @@
-// The VST 2.4 base class of an effect: the operations and host calls that came after VST 1.
+// The VST 2.4 base class of an effect, with the operations and host calls added after VST 1.
 #pragma once
 
 #include "plugin/vst2/audio_effect.h"
 
 namespace vst2 {
 
-// Adds no data. As in AudioEffect, each operation answers the opcode of its name and every default
-// says "no", "none" or "unknown" unless a comment tells otherwise.
+// Adds no data. As in AudioEffect, each operation answers the opcode of its name. Defaults mean
+// "no", "none" or "unknown" unless a comment says otherwise.
 class AudioEffectX : public AudioEffect {
   public:
     using AudioEffect::AudioEffect;
@@ -16,7 +16,7 @@ class AudioEffectX : public AudioEffect {
 
     // Parameters.
     virtual bool canParameterBeAutomated(VstInt32) { return true; }
-    // Sets a parameter from its text; a null text asks whether that is possible.
+    // Sets a parameter from text. A null text asks whether that is possible.
     virtual bool string2parameter(VstInt32, const char*) { return false; }
     virtual bool getParameterProperties(VstInt32, VstParameterProperties*) { return false; }
     virtual bool beginEdit(VstInt32 index) { return callHost(audioMasterBeginEdit, index); }
@@ -31,9 +31,9 @@ class AudioEffectX : public AudioEffect {
     virtual VstInt32 beginLoadBank(VstPatchChunkInfo*) { return 0; }
     virtual VstInt32 beginLoadProgram(VstPatchChunkInfo*) { return 0; }
 
-    // Channels and settings of the connection to the host.
+    // Channels and the connection to the host.
     virtual bool ioChanged() { return callHost(audioMasterIOChanged); }
-    // These two adopt the host's answer when it is above 0, and return what then holds.
+    // These two adopt the host's answer if it is above 0, and return the resulting value.
     virtual float updateSampleRate();     // Hz
     virtual VstInt32 updateBlockSize();   // frames
     virtual VstInt32 getInputLatency();   // frames
@@ -44,7 +44,7 @@ class AudioEffectX : public AudioEffect {
                                        VstSpeakerArrangement* /*output*/) {
         return false;
     }
-    // Clears both pointers. Either address may be null.
+    // Sets both pointers to null. Either address may be null.
     virtual bool getSpeakerArrangement(VstSpeakerArrangement** input,
                                        VstSpeakerArrangement** output);
     virtual bool setBypass(bool) { return false; }
@@ -54,7 +54,7 @@ class AudioEffectX : public AudioEffect {
     virtual VstInt32 getNumMidiOutputChannels() { return 0; }
 
     // Time and events. The host's list stays valid until the processReplacing that follows returns.
-    virtual VstTimeInfo* getTimeInfo(VstInt32 filter);  // VstTimeInfoFlags; null when unknown
+    virtual VstTimeInfo* getTimeInfo(VstInt32 filter);  // VstTimeInfoFlags; null if unknown
     virtual VstInt32 processEvents(VstEvents*) { return 0; }
     virtual bool sendVstEventsToHost(VstEvents* events);
     virtual VstInt32 startProcess() { return 0; }
@@ -71,7 +71,7 @@ class AudioEffectX : public AudioEffect {
     virtual VstInt32 getHostLanguage();
     virtual VstInt32 getCurrentProcessLevel();  // VstProcessLevels
     virtual VstInt32 getAutomationState();      // VstAutomationStates
-    virtual const char* getDirectory();         // the effect's folder; null when unknown
+    virtual const char* getDirectory();         // the effect's folder; null if unknown
     virtual bool sizeWindow(VstInt32 width, VstInt32 height);  // pixels
     virtual bool updateDisplay() { return callHost(audioMasterUpdateDisplay); }
     virtual bool openFileSelector(VstFileSelect* selector);
@@ -86,11 +86,11 @@ class AudioEffectX : public AudioEffect {
     virtual VstIntPtr vendorSpecific(VstInt32 /*index*/, VstIntPtr, void*, float) { return 0; }
     virtual VstInt32 canDo(const char*) { return 0; }  // 1 yes, -1 no, 0 unknown
     virtual VstInt32 getVstVersion() { return kVstVersion; }
-    virtual VstPlugCategory getPlugCategory();       // synth by its flag, else unknown
+    virtual VstPlugCategory getPlugCategory();       // synth if the flag is set, else unknown
     virtual VstInt32 getGetTailSize() { return 0; }  // frames; 0 default, 1 no tail
     virtual VstInt32 getNextShellPlugin(char* /*name*/) { return 0; }
 
-    // Names a host shows for MIDI programs and keys, by MIDI channel.
+    // Names that a host displays for MIDI programs and keys, by MIDI channel.
     virtual VstInt32 getMidiProgramName(VstInt32, MidiProgramName*) { return 0; }
     virtual VstInt32 getCurrentMidiProgram(VstInt32, MidiProgramName*) { return -1; }
     virtual VstInt32 getMidiProgramCategory(VstInt32, MidiProgramCategory*) { return 0; }

@@ -1,4 +1,4 @@
-// Rows that lead an opcode to the operation answering it, with the host's arguments in its types.
+// Table rows that map an opcode to an operation and convert the host's arguments to its types.
 #pragma once
 
 #include <type_traits>
@@ -7,7 +7,7 @@
 
 namespace vst2 {
 
-// What a host passes to the dispatcher beside the opcode.
+// The arguments of the dispatcher other than the opcode.
 struct HostCall {
     VstInt32 index;
     VstIntPtr value;
@@ -15,8 +15,8 @@ struct HostCall {
     float opt;
 };
 
-// Where an operation's argument comes from. kPtr demands a pointer: without one the operation is
-// not reached and the answer is 0. kValue is a number or, for operations that take two, a pointer.
+// The source of an operation's argument. kPtr requires a pointer: without one, the operation is not
+// called and the answer is 0. kValue is a number, or a pointer if the operation takes two pointers.
 enum From { kIndex, kValue, kPtr, kPtrOrNull, kOpt };
 
 template <typename Effect>
@@ -25,7 +25,7 @@ struct DispatchRow {
     VstIntPtr (*answer)(Effect& effect, const HostCall& call);
 };
 
-// A host's 64-bit value as a 32-bit one; what does not fit becomes the nearest that does.
+// Converts a host's 64-bit value to 32 bits, clamped to the range.
 constexpr VstInt32 toInt32(VstIntPtr value) {
     if (value > INT32_MAX) return INT32_MAX;
     if (value < INT32_MIN) return INT32_MIN;
@@ -62,13 +62,13 @@ VstIntPtr invoke(Effect& effect, Result (Base::*operation)(Args...),
     }
 }
 
-// A row's answer: calls the operation with the named arguments in their order.
+// Calls the operation with the given arguments and returns its answer.
 template <typename Effect, auto operation, From... from>
 VstIntPtr reach(Effect& effect, const HostCall& call) {
     return invoke<from...>(effect, operation, call);
 }
 
-// True when the rows stand in the order of their opcodes, beginning with first, none left out.
+// Whether the rows are in opcode order without gaps, starting with first.
 template <typename Effect, size_t count>
 constexpr bool inOpcodeOrder(const DispatchRow<Effect> (&rows)[count], VstInt32 first) {
     for (size_t i = 0; i < count; ++i) {

@@ -1,4 +1,4 @@
-// The published keys, sizes and modes in the editor's terms.
+// Converts published keys, sizes and modes to the editor's.
 #include "plugin/vst2/editor_adapter.h"
 
 #include <exception>
@@ -32,7 +32,7 @@ constexpr struct {
     {MODIFIER_CONTROL, VSTGUI::ModifierKey::Control},
 };
 
-// Hosts differ in the case of letters: Shift decides.
+// Hosts differ in the case of letters, so Shift decides.
 char32_t characterOf(const VstKeyCode& key) {
     if (key.virt >= VKEY_NUMPAD0 && key.virt <= VKEY_NUMPAD9) return U'0' + key.virt - VKEY_NUMPAD0;
     if (key.character < ' ' || key.character > '~') return 0;
@@ -66,7 +66,7 @@ bool EditorAdapter::getRect(ERect** rect) {
 bool EditorAdapter::open(void* parentWindow) {
     try {
         return editor_.open(parentWindow);
-    } catch (const std::exception&) {  // no memory for a skin's pictures
+    } catch (const std::exception&) {  // out of memory for a skin's pictures
         editor_.close();
         return false;
     }

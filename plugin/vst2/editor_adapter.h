@@ -1,4 +1,4 @@
-// The editor as a VST 2.4 host drives it.
+// Adapts the editor to AEffEditor.
 #pragma once
 
 #include "editor/editor_host.h"

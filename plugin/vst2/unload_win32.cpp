@@ -1,6 +1,6 @@
-// Gives back what the C++ library that is linked into the DLL keeps for itself, when the DLL goes.
+// Frees the memory of the statically linked C++ library when the DLL is unloaded.
 namespace __gnu_cxx {
-void __freeres();  // its memory for exceptions; libstdc++ leaves that to the end of the process
+void __freeres();  // the emergency pool for exceptions, which libstdc++ never frees itself
 }
 
 namespace {

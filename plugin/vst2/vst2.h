@@ -1,7 +1,7 @@
-// The VST 2.4 plug-in interface: the records and constants that host and effect share.
+// The VST 2.4 plug-in interface: records and constants shared by host and effect.
 //
-// Names, numbers and layouts are the published ones; every record is checked against its 64-bit
-// layout below. Only 64-bit systems are served, where the interface has one calling convention.
+// Names, numbers and layouts are as published. vst2_layout.h checks the 64-bit layout of every
+// record. Only 64-bit systems are supported; they have a single calling convention.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ using VstIntPtr = intptr_t;
 
 struct AEffect;
 
-// Host: answers an effect. The effect may be null before the host knows it.
+// The host's callback. effect may be null before the host knows the effect.
 using audioMasterCallback = VstIntPtr (*)(AEffect* effect, VstInt32 opcode, VstInt32 index,
                                           VstIntPtr value, void* ptr, float opt);
 using AEffectDispatcherProc = VstIntPtr (*)(AEffect* effect, VstInt32 opcode, VstInt32 index,
@@ -33,11 +33,11 @@ constexpr VstInt32 kEffectMagic = platform::fourCharCode("VstP");
 constexpr VstInt32 kEffectIdentify = platform::fourCharCode("NvEf");
 constexpr VstInt32 kVstVersion = 2400;
 
-// What a host holds of a loaded effect.
+// The host's handle of a loaded effect.
 struct AEffect {
     VstInt32 magic;  // kEffectMagic
     AEffectDispatcherProc dispatcher;
-    AEffectProcessProc process;  // deprecated: adds to the outputs
+    AEffectProcessProc process;  // deprecated; adds to the outputs
     AEffectSetParameterProc setParameter;
     AEffectGetParameterProc getParameter;
     VstInt32 numPrograms;
@@ -74,7 +74,7 @@ enum VstAEffectFlags : VstInt32 {
     effFlagsCanDoubleReplacing = 1 << 12
 };
 
-// Characters of a text, its terminating zero included.
+// Buffer sizes of texts, including the terminating zero.
 enum VstStringConstants : VstInt32 {
     kVstMaxParamStrLen = 8,
     kVstMaxProgNameLen = 24,
@@ -104,10 +104,10 @@ enum VstEventTypes : VstInt32 {
     kVstSysExType = 6
 };
 
-// The head that every kind of event begins with.
+// The header of every kind of event.
 struct VstEvent {
     VstInt32 type;         // VstEventTypes
-    VstInt32 byteSize;     // of the event, without type and byteSize
+    VstInt32 byteSize;     // of the event, excluding type and byteSize
     VstInt32 deltaFrames;  // frames from the start of the block
     VstInt32 flags;
     char data[16];
@@ -126,7 +126,7 @@ struct VstMidiEvent {
     VstInt32 byteSize;  // sizeof(VstMidiEvent)
     VstInt32 deltaFrames;
     VstInt32 flags;       // VstMidiEventFlags
-    VstInt32 noteLength;  // frames, 0 when unknown
+    VstInt32 noteLength;  // frames, 0 if unknown
     VstInt32 noteOffset;  // frames into the note at which it starts
     char midiData[4];     // status, data 1, data 2, 0
     char detune;          // cents, -64..63
@@ -265,7 +265,7 @@ struct MidiKeyName {
     VstInt32 flags;
 };
 
-// VSTGUI has types of these names, too.
+// VSTGUI also has types with these names.
 namespace vst2 {
 
 enum VstVirtualKey : VstInt32 {
@@ -340,7 +340,7 @@ struct VstPatchChunkInfo {
     char future[48];
 };
 
-// Passed through and never looked into.
+// Opaque: only passed through.
 struct VstSpeakerArrangement;
 struct VstVariableIo;
 struct VstAudioFile;

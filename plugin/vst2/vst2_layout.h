@@ -1,8 +1,7 @@
 // The 64-bit layout of every VST 2.4 record, checked at compile time. Included by vst2.h alone.
 #pragma once
 
-// Where two neighbours have no gap between them, the second one's offset proves the first one's
-// width.
+// If two neighbours have no gap, the offset of the second proves the size of the first.
 #define VST_OFFSET(record, field, offset) static_assert(offsetof(record, field) == (offset))
 
 static_assert(sizeof(void*) == 8);

@@ -1,15 +1,14 @@
-// The opcode numbers of the VST 2.4 interface: what a host asks of an effect, and an effect of its
-// host.
+// The opcodes of the VST 2.4 interface, from host to effect and from effect to host.
 #pragma once
 
 #include <cstdint>
 
-// Host to effect, through AEffect::dispatcher. A comment names what travels in index, value, ptr
-// and opt and what is returned; arguments it does not name are zero. "Deprecated" opcodes left the
-// interface with 2.4 but older hosts still send them.
+// Host to effect, through AEffect::dispatcher. Comments describe index, value, ptr and opt and the
+// return value; arguments not mentioned are zero. "Deprecated" opcodes were removed in 2.4, but
+// older hosts still send them.
 enum AEffectOpcodes : int32_t {
     effOpen = 0,
-    effClose = 1,            // the effect is gone afterwards
+    effClose = 1,            // destroys the effect
     effSetProgram = 2,       // value: program
     effGetProgram = 3,       // returns the program
     effSetProgramName = 4,   // ptr: text, kVstMaxProgNameLen
@@ -19,7 +18,7 @@ enum AEffectOpcodes : int32_t {
     effGetParamName = 8,     // index: parameter, ptr: buffer, kVstMaxParamStrLen
     effGetVu = 9,            // deprecated; returns the level, 0..32767
     effSetSampleRate = 10,   // opt: Hz
-    effSetBlockSize = 11,    // value: the most frames a block will have
+    effSetBlockSize = 11,    // value: largest block in frames
     effMainsChanged = 12,    // value: 0 suspends, 1 resumes
     effEditGetRect = 13,     // ptr: ERect**, filled in
     effEditOpen = 14,        // ptr: parent window (HWND, or X11 window number)
@@ -35,7 +34,7 @@ enum AEffectOpcodes : int32_t {
     effSetChunk = 24,          // ptr: data, value: bytes, index: 0 bank, 1 program
     effProcessEvents = 25,     // ptr: VstEvents*
     effCanBeAutomated = 26,    // index: parameter
-    effString2Parameter = 27,  // index: parameter, ptr: text, or null to ask whether it can
+    effString2Parameter = 27,  // index: parameter, ptr: text, or null to ask whether it is possible
     effGetNumProgramCategories = 28,    // deprecated
     effGetProgramNameIndexed = 29,      // index: program, value: category, ptr: buffer
     effCopyProgram = 30,                // deprecated; index: destination program
@@ -91,10 +90,10 @@ enum AEffectOpcodes : int32_t {
     kNumEffectOpcodes = 80
 };
 
-// Effect to host, through the audioMasterCallback. 5 was never given out.
+// Effect to host, through the audioMasterCallback. 5 was never assigned.
 enum AudioMasterOpcodes : int32_t {
     audioMasterAutomate = 0,   // index: parameter, opt: value
-    audioMasterVersion = 1,    // returns the host's interface version, 0 for one that is too old
+    audioMasterVersion = 1,    // returns the host's interface version, 0 if it is too old
     audioMasterCurrentId = 2,  // returns the unique ID a shell is about to load
     audioMasterIdle = 3,
     audioMasterPinConnected = 4,   // deprecated; index: pin, value: 0 input, 1 output

@@ -1,4 +1,5 @@
-// The published operations in the instrument's terms.
+// Forwards the published operations to the instrument. "Intentional" marks behaviour that saved
+// sessions or hosts depend on.
 #include "plugin/vst2/vst_synth.h"
 
 #include <algorithm>
@@ -19,12 +20,12 @@ static_assert(kVendor.size() == 13);
 
 constexpr float kInitialRate = 44100.0f;
 constexpr VstInt32 kStereoPins = 2;
-constexpr VstInt32 kAnsweredPins = 6;  // four more than there are outputs: kept
+constexpr VstInt32 kAnsweredPins = 6;  // intentional: four more than there are outputs
 
 constexpr VstInt32 kWheelMessage = platform::fourCharCode("stCA");
 constexpr VstInt32 kWheelTurn = platform::fourCharCode("Whee");
 
-// Copies a text and its terminating zero, cut to fit.
+// Copies a text and its terminating zero, truncated to fit.
 void copyText(std::string_view text, char* buffer, size_t bufferSize) {
     const size_t length = std::min(text.size(), bufferSize - 1);
     std::memcpy(buffer, text.data(), length);
@@ -55,7 +56,7 @@ VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine
 }
 
 VstSynth::~VstSynth() {
-    // The editor asks the instrument to the end, and is deleted after it.
+    // An open editor uses the instrument, which is destroyed before the editor.
     if (editor_) editor_->close();
 }
 
@@ -68,7 +69,7 @@ bool VstSynth::getOutputProperties(VstInt32 pin, VstPinProperties* properties) {
 
 bool VstSynth::getEffectName(char* name) {
     copyText(platform::kProductName, name, kVstMaxEffectNameLen);
-    name[kVstMaxEffectNameLen] = '\0';  // one past the published limit: kept
+    name[kVstMaxEffectNameLen] = '\0';  // intentional: one past the published limit
     return true;
 }
 
@@ -111,12 +112,12 @@ void VstSynth::setBlockSize(VstInt32 sampleFrames) {
     AudioEffectX::setBlockSize(sampleFrames);
 }
 
-// An event waits for those before it in the list, whatever their type.
+// An event never plays before an earlier one in the list, whatever their types.
 VstInt32 VstSynth::processEvents(VstEvents* events) {
     instrument_.discardMessages();
     VstInt32 frame = 0;
     for (VstInt32 i = 0; events && i < events->numEvents;) {
-        // The list goes on after the two events that its record declares.
+        // The record declares two events, but the list is longer.
         const VstEvent* const* const list = events->events;
         const VstEvent* const event = list[i];
         if (event) frame = std::max(frame, event->deltaFrames);
@@ -125,7 +126,7 @@ VstInt32 VstSynth::processEvents(VstEvents* events) {
             const auto& message = reinterpret_cast<const VstMidiEvent*>(event)->midiData;
             instrument_.addMessage(frame, reinterpret_cast<const std::uint8_t*>(message));
         }
-        // An event of another type takes its successor with it: kept.
+        // Intentional: an event of another type also skips its successor.
         i += midi ? 1 : 2;
     }
     return 1;

@@ -1,4 +1,4 @@
-// The instrument as a VST 2.4 host sees it: the published operations, each handed on.
+// The instrument as a VST 2.4 effect: forwards each published operation.
 #pragma once
 
 #include <memory>
@@ -11,12 +11,12 @@ namespace vst2 {
 
 constexpr VstInt32 kUniqueId = platform::kProductCode;
 
-// One instance lives from VSTPluginMain to the host's effClose.
+// Lives from VSTPluginMain to the host's effClose.
 class VstSynth : public AudioEffectX, private instrument::Host {
   public:
-    // Host may be null, for an instance that no host drives.
+    // host may be null for an instance without a host.
     explicit VstSynth(audioMasterCallback host);
-    // The same around an engine of the caller's choice.
+    // The same with the caller's engine.
     VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine> engine);
     ~VstSynth() override;
 
@@ -49,13 +49,13 @@ class VstSynth : public AudioEffectX, private instrument::Host {
     VstInt32 getVendorVersion() override { return 1; }
     VstInt32 canDo(const char* text) override;  // 1 or -1
     bool copyProgram(VstInt32 destination) override { return instrument_.copyProgram(destination); }
-    bool keysRequired() override;  // while the editor is typed into
+    bool keysRequired() override;  // while a text field or a menu of the editor is open
 
-    // A turn of the wheel as some hosts pass it on: codes 'stCA' and 'Whee', distance in clicks.
-    // 1 when the editor used it, else 0.
+    // The mouse wheel as some hosts send it: codes 'stCA' and 'Whee', distance in clicks. Returns 1
+    // if the editor used it, else 0.
     virtual VstIntPtr onWheelMessage(VstInt32 lArg, VstIntPtr lArg2, void* ptr, float floatArg);
-    // Audio thread. Plays the pending events that are due up to the frame, the block's first being
-    // 1; returns the index of the next event, -1 when none is pending.
+    // Audio thread. Plays pending events that are due up to the frame; the block's first frame is
+    // 1. Returns the index of the next event, or -1 if none is pending.
     virtual VstInt32 processPendingEvents(VstInt32 frame);
     // Called once after each program push.
     virtual void afterProgramPush() {}

@@ -1,4 +1,4 @@
-// What quarzel's options mean, and what is wrong with those that mean nothing.
+// quarzel's options, and the errors for invalid ones.
 #include "app/command_line.h"
 
 #include <gtest/gtest.h>

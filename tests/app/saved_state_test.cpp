@@ -1,4 +1,4 @@
-// What is kept between two runs, and a file that cannot be used.
+// State saved between runs, and unusable files.
 #include "app/saved_state.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class StandaloneState : public testing::Test {
 
 TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
     app::SavedState state(host_);
-    state.load();  // nothing there
+    state.load();  // no file
     host_.setProgram(2);
     host_.setProgramName("Mine");
     host_.setParameter(0, 0.75f);
@@ -69,7 +69,7 @@ TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
         state.save();
         EXPECT_EQ(platform::readFile(kept, kLargest), "no bank");
         std::filesystem::remove(kept);
-        platform::createFolder(kept);  // in the way of the next one
+        platform::createFolder(kept);  // takes the name of the next one
     }
 }
 

@@ -1,4 +1,4 @@
-// Bank and preset files: their bytes, and that each kind of bad file is refused for its reason.
+// Bank and preset files: their bytes, and the error for each kind of bad file.
 #include "host/fx_file.h"
 
 #include <cstring>
@@ -26,7 +26,7 @@ std::string valueBytes(float value) {
     return bigEndian(bits, 4);
 }
 
-// The name of 28 bytes is in the content, as the reserved bytes of a bank are.
+// content includes a preset's name of 28 bytes or a bank's reserved bytes.
 std::string fileOf(const std::string& form, unsigned formVersion, int count,
                    const std::string& content, uint32_t id = kId) {
     const std::string rest = form + bigEndian(formVersion, 4) + bigEndian(id, 4) + bigEndian(7, 4) +
@@ -83,7 +83,7 @@ TEST(FxFile, ReadsAndWritesTheSameBytesInEveryForm) {
     EXPECT_EQ(std::get<FxChunk>(chunk.content), "abc");
     EXPECT_EQ(host::fxBytes(chunk, kId), chunkBank);
 
-    // Files of the first version name no program; what stands there is reserved.
+    // Version 1 has no current program; those bytes are reserved.
     const std::string oldBank = fileOf("FBCh", 1, 3, std::string(128, '\0') + kChunkContent);
     const FxBank old = host::parseFxBank(oldBank, kOwner, "a.fxb");
     EXPECT_EQ(old.currentProgram, FxBank::kNoProgram);
@@ -187,7 +187,7 @@ TEST(FxFile, SurvivesDamageAnywhere) {
     const int rounds = mutationCount(2000);
     for (int round = 0; round < rounds; ++round) {
         const std::string file = randomlyDamaged(files[round % 4], random);
-        // What is taken is what would be written.
+        // A file that parses is written back identically.
         if (bankErrorOf(file).empty()) {
             const FxBank bank = host::parseFxBank(file, kOwner, "a.fxb");
             EXPECT_EQ(host::fxBytes(bank, kId).size(), file.size());

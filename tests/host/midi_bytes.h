@@ -1,4 +1,4 @@
-// Standard MIDI Files put together byte by byte.
+// Builds Standard MIDI Files byte by byte.
 #pragma once
 
 #include <initializer_list>
@@ -11,7 +11,7 @@ inline std::string bytes(std::initializer_list<int> values) {
     return text;
 }
 
-// The lower count bytes of value, the highest first.
+// The lower count bytes of value, most significant first.
 inline std::string bigEndian(unsigned value, int count) {
     std::string text;
     for (int i = count - 1; i >= 0; --i) text.push_back(static_cast<char>(value >> (8 * i)));
@@ -26,7 +26,7 @@ inline std::string midiHeader(int type, int trackCount, int division) {
     return chunk("MThd", bigEndian(type, 2) + bigEndian(trackCount, 2) + bigEndian(division, 2));
 }
 
-// A whole file. Each track gets its end mark with no time before it.
+// A whole file. Appends an end mark with no delta time to each track.
 inline std::string midiFile(int type, int division, const std::vector<std::string>& tracks) {
     std::string file = midiHeader(type, static_cast<int>(tracks.size()), division);
     for (const auto& track : tracks) file += chunk("MTrk", track + bytes({0, 0xff, 0x2f, 0}));

@@ -1,4 +1,4 @@
-// Reading Standard MIDI Files: what each kind of file means, and that no file does harm.
+// Reading Standard MIDI Files: the meaning of each kind of file, and robustness against any bytes.
 #include "host/midi_song.h"
 
 #include <fstream>
@@ -15,7 +15,7 @@ namespace {
 using host::MidiSong;
 using host::parseMidiSong;
 
-// "FRAME:STATUS DATA1 DATA2" of each event in hexadecimal, then the end, at 48000 Hz.
+// "FRAME:STATUS DATA1 DATA2" of each event, in hexadecimal, then the end, at 48000 Hz.
 std::string told(const MidiSong& song) {
     std::string text;
     for (const auto& event : song.events) {
@@ -83,8 +83,8 @@ TEST(MidiSong, PutsEveryEventInItsFrame) {
 }
 
 TEST(MidiSong, NeverDrifts) {
-    // 100000 notes, each a third of a millisecond after the last in ticks that no frame divides.
-    std::string track = bytes({0, 0xff, 0x51, 3, 0x00, 0x03, 0xe7});  // 999 us a quarter note
+    // 100000 notes, a third of a millisecond apart, in ticks that are not whole frames.
+    std::string track = bytes({0, 0xff, 0x51, 3, 0x00, 0x03, 0xe7});  // 999 us per quarter note
     track += bytes({0, 0x90, 60, 1});
     for (int i = 0; i < 100000; ++i) track += bytes({1, 60, 1});
     const MidiSong song = parseMidiSong(midiFile(0, 3, {track}), "a.mid");
@@ -95,7 +95,8 @@ TEST(MidiSong, NeverDrifts) {
     }
 }
 
-// Of this process, in bytes: VmRSS now, or VmHWM, the most since it was last forgotten.
+// Memory of this process in bytes: VmRSS is the current size, VmHWM the maximum since the last
+// reset.
 std::size_t resident(const std::string& field) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
@@ -110,7 +111,7 @@ TEST(MidiSong, OfManyMessagesInOneTickTakesLittleMoreThanTheirRoom) {
     std::string track = bytes({0, 0x90, 60, 1});
     for (std::size_t i = 1; i < kMessages; ++i) track += bytes({0, 60, 1});
     const std::string file = midiFile(0, 96, {track});
-    std::ofstream("/proc/self/clear_refs") << '5';  // forgets the most so far
+    std::ofstream("/proc/self/clear_refs") << '5';  // resets the maximum
     const std::size_t before = resident("VmRSS");
     const MidiSong song = parseMidiSong(file, "a.mid");
     EXPECT_LT(resident("VmHWM") - before, kMessages * 24);

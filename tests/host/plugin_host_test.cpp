@@ -1,11 +1,11 @@
-// Driving an instrument: names, values, events in their frames, and libraries that are none.
+// Driving an instrument: names, values, event frames, and libraries that are not instruments.
 #include "host/plugin_host.h"
 
 #include <gtest/gtest.h>
 
 #include "host/error.h"
 #include "host/instrument_names.h"
-#include "tests/render/scratch_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ TEST(PluginHost, DeliversEveryEventOfABlockInItsFrame) {
     PluginHost host(TEST_INSTRUMENT, 44100, 4096);
     std::vector<host::BlockEvent> events;
     for (int frame = 0; frame < 4096; ++frame) events.push_back({frame, {0x9f, 60, 64}});
-    events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two in one frame
+    events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two events in one frame
     host.resume();
     host.process(events, 4096);
     for (int frame = 0; frame < 4096; ++frame) {
@@ -61,7 +61,7 @@ TEST(PluginHost, LoadsAnInstrumentThatExportsMainAlone) {
 }
 
 TEST(PluginHost, RefusesWhatIsNoInstrument) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::string text = folder.write("text.so", "This is no library, only text.");
     struct Case {
         std::string path;

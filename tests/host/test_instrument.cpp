@@ -1,11 +1,11 @@
-// An instrument for tests of the host: marks each event in the very frame it is meant for.
+// An instrument for tests of hosts. It marks the frame of each event.
 //
-// Left: "Level" for a note-on. Right: velocity / 128 for a note-on, minus that for a note-off.
-// "Ring" x 10 s after each note-on, both channels hold "Level" / 2. "Fault" makes every sample
-// not a number. A host that breaks the rules of the interface hears kAlarm.
+// Left: "Level" for a note-on. Right: velocity / 128 for a note-on, the negative for a note-off.
+// For "Ring" x 10 s after each note-on, both channels hold "Level" / 2. "Fault" makes every sample
+// NaN. If a host breaks the rules of the interface, the output is kAlarm.
 //
-// Its state travels as parameter lists. "Ring" and "Fault" are in no program: going to one sets
-// them to 0. It refuses banks and programs of version 13.
+// Its state is saved as parameter lists. Programs do not contain "Ring" and "Fault": a program
+// change sets them to 0. It refuses banks and programs of version 13.
 #include <cmath>
 #include <cstdio>
 #include <cstring>

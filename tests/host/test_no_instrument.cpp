@@ -1,4 +1,4 @@
-// A library that loads but has no entry point of a plug-in.
+// A library that loads but has no plug-in entry point.
 extern "C" int answer() {
     return 42;
 }

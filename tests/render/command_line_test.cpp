@@ -1,4 +1,4 @@
-// The command line: what its options mean, and which lines mean nothing.
+// The command line: its options, and lines that make no sense.
 #include "render/command_line.h"
 
 #include <gtest/gtest.h>

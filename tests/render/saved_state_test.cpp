@@ -1,11 +1,11 @@
-// The instrument as a host saves and restores it: the same names, the same values, the same bits.
+// A host saves and restores the instrument: same names, same values, same bits.
 #include <cstring>
 
 #include <gtest/gtest.h>
 
 #include "host/patches.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
 namespace {
@@ -22,12 +22,12 @@ class SavedState : public testing::Test {
     host::PluginHost restored_{QUARZEL_PLUGIN, 44100, kBlock};
 };
 
-// "HP" moves half way to its value each time it is set: after this it has arrived.
+// Each set moves "HP" half way to its value. Repeat until it arrives.
 void settle(host::PluginHost& host) {
     for (int i = 0; i < 30; ++i) host.setParameter(kHighPass, host.parameter(kHighPass));
 }
 
-// A chord over all sections and its release, both channels.
+// Plays a chord over all sections and its release. Returns both channels.
 std::vector<float> phrase(host::PluginHost& host) {
     std::vector<float> samples;
     host.resume();
@@ -66,8 +66,8 @@ void expectSameState(host::PluginHost& one, host::PluginHost& other) {
     }
 }
 
-// Every program gets a name and values of its own. "HP" and "Brigthness" glide from where they
-// were to where they should be, so all programs share them here: what is heard is the state alone.
+// Gives every program its own name and values. All share "HP" and "Brigthness", which glide from
+// their previous values, so the sound depends on the program alone.
 void fillPrograms(host::PluginHost& host) {
     for (int program = 0; program < host.programCount(); ++program) {
         host.setProgram(program);
@@ -103,7 +103,7 @@ TEST_F(SavedState, ComesBackBitForBitFromAProgramChunk) {
 }
 
 TEST_F(SavedState, ComesBackBitForBitFromFiles) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     fillPrograms(saved_);
     saved_.setProgram(98);
     host::saveBank(saved_, folder.path("a.fxb"));
@@ -121,7 +121,7 @@ TEST_F(SavedState, ComesBackBitForBitFromFiles) {
 }
 
 TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::string bank = folder.path("a.fxb"), preset = folder.path("a.fxp");
     const auto save = [&](host::PluginHost& host) {
         host::saveBank(host, bank);
@@ -140,13 +140,13 @@ TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
             EXPECT_TRUE(bankNow == savedBank || bankNow == otherBank);
             EXPECT_TRUE(presetNow == savedPreset || presetNow == otherPreset);
             save(restored_);
-            EXPECT_EQ(folder.fileCount(), 2);
+            EXPECT_EQ(folder.entryCount(), 2);
         });
     EXPECT_GT(killed, 20);
 }
 
 TEST_F(SavedState, TakesListsThoughItHasChunks) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const auto preset = [](const std::string& name, unsigned value) {
         const std::string entry = "FxCk" + bigEndian(1, 4) + "seni" + bigEndian(1, 4) +
                                   bigEndian(2, 4) + name + std::string(28 - name.size(), '\0') +
@@ -164,7 +164,7 @@ TEST_F(SavedState, TakesListsThoughItHasChunks) {
     EXPECT_EQ(restored_.programName(1), "Second");
     EXPECT_EQ(restored_.parameter(0), 0.25f);
     restored_.setProgram(1);
-    EXPECT_EQ(restored_.parameter(0), 1.0f);  // bounded by the instrument
+    EXPECT_EQ(restored_.parameter(0), 1.0f);  // clamped by the instrument
     restored_.setProgram(2);
     host::loadPreset(restored_, folder.write("a.fxp", preset("Third", 0x3F400000)));
     EXPECT_EQ(restored_.programName(2), "Third");
@@ -176,9 +176,9 @@ TEST_F(SavedState, IsTheSameInWhateverOrderAHostGoesThroughIt) {
     saved_.setProgram(98);
     const std::string bank = saved_.chunk(host::Extent::kBank);
 
-    restored_.setProgram(98);  // of the bank that goes
+    restored_.setProgram(98);  // of the bank being replaced
     restored_.setChunk(host::Extent::kBank, bank);
-    restored_.setProgram(98);  // anew, right after
+    restored_.setProgram(98);  // again, right after
     restored_.setChunk(host::Extent::kBank, bank);
     restored_.setProgram(3);
     restored_.setProgram(98);

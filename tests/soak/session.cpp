@@ -1,4 +1,4 @@
-// Random use of one instance, and a watch on what it gives out.
+// Uses one instance at random and checks its output.
 #include "tests/soak/session.h"
 
 #include <algorithm>
@@ -16,12 +16,12 @@ namespace {
 namespace headless = VSTGUI::headless;
 
 constexpr float kRates[] = {22050.0f, 44100.0f, 48000.0f, 88200.0f, 96000.0f};
-constexpr float kLoudest = 64.0f;      // the reverb's bound of 4, twice times 4 behind it
-constexpr double kSlowestSilence = 5;  // seconds: four of watching, the shortest release before
+constexpr float kLoudest = 64.0f;      // the reverb's limit of 4, amplified twice by 4
+constexpr double kSlowestSilence = 5;  // seconds: the shortest release, then four of watching
 constexpr double kPatience = 20;       // seconds
 constexpr int kProbeBlock = 256;
 
-// The host of all sessions: knows its version and nothing else.
+// The host of all sessions. It only answers its version.
 VstIntPtr hostAnswer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
     return opcode == audioMasterVersion ? kVstVersion : 0;
 }
@@ -200,7 +200,7 @@ void Session::fallSilent() {
     record->setParameter(record, state::kEnvRelease, 0.0f);
     queue(0xB0, 123, 0, 0);
     double now = 0.0, lastSound = 0.0;
-    // Silence that lasts: asleep, and a second more.
+    // Wait for lasting silence: asleep, and one more second.
     while (now < kPatience && now - lastSound < 1.0) {
         if (!render(kProbeBlock) || !synth_->instrument().asleep()) lastSound = now;
         now += kProbeBlock / rate_;

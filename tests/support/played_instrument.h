@@ -1,5 +1,4 @@
-// An instrument without a plug-in format around it: messages in, sound and what the host was told
-// out.
+// An instrument without a plug-in format: takes messages, returns sound and the calls to its host.
 #pragma once
 
 #include <memory>
@@ -10,7 +9,7 @@
 #include "engine/engine.h"
 #include "instrument/instrument.h"
 
-// Writes down what it is told.
+// Records the calls that it receives.
 class RecordingHost : public instrument::Host {
   public:
     void gestureBegins(int parameter) override { note("begin " + std::to_string(parameter)); }
@@ -25,7 +24,7 @@ class RecordingHost : public instrument::Host {
         note("size " + std::to_string(width) + ' ' + std::to_string(height));
     }
 
-    // Everything since the last call, separated by semicolons.
+    // All calls since the last query, separated by semicolons.
     std::string calls() { return std::exchange(log_, std::string()); }
 
   private:
@@ -56,7 +55,7 @@ class PlayedInstrument {
     engine::SoundEngine& engine() { return engine_; }
     RecordingHost& host() { return host_; }
 
-    // A message for the next block.
+    // Queues a message for the next block.
     void send(int status, int data1, int data2 = 0, int frame = 0) {
         const std::uint8_t bytes[] = {static_cast<std::uint8_t>(status),
                                       static_cast<std::uint8_t>(data1),
@@ -66,7 +65,7 @@ class PlayedInstrument {
     void noteOn(int key, int velocity = 100) { send(0x90, key, velocity); }
     void noteOff(int key) { send(0x80, key); }
 
-    // One block.
+    // Renders one block.
     PlayedSound render(int frames) {
         PlayedSound sound{std::vector<float>(frames), std::vector<float>(frames)};
         instrument_->render(sound.left.data(), sound.right.data(), frames);

@@ -1,4 +1,4 @@
-// An engine without sound that writes down what it is told.
+// A silent engine that records the calls that it receives.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 #include "engine/sound_engine.h"
 
-// Everything told, in order, separated by spaces: "volume=0.3 reset section-level:2=0.1".
+// All calls in order, separated by spaces: "volume=0.3 reset section-level:2=0.1".
 class EngineLog {
   public:
     void add(const std::string& call) { text_ += (text_.empty() ? "" : " ") + call; }

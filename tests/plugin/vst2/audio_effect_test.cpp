@@ -1,4 +1,4 @@
-// The base classes: the record they fill in, what they keep, and how they call the host.
+// The base classes: their record, their state, and their calls to the host.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,7 +11,7 @@
 namespace vst2 {
 namespace {
 
-// Nothing overridden but what must be.
+// Overrides only the pure virtual functions.
 class PlainEffect : public AudioEffectX {
   public:
     explicit PlainEffect(audioMasterCallback host) : AudioEffectX(host, 128, 42) {}
@@ -140,7 +140,7 @@ struct HostCallRow {
     VstIntPtr value;
     bool withBuffer;
     float opt;
-    VstIntPtr unanswered;  // what the call returns without a host
+    VstIntPtr unanswered;  // the result without a host
 };
 
 TEST(AudioEffect, CallsItsHost) {

@@ -1,5 +1,5 @@
-// The watched functions stand in the program under their own names, in front of the C library's,
-// so that its libraries call them, too; system calls come back from the kernel as a signal.
+// The program defines the watched functions under their own names, in front of the C library's, so
+// its libraries call them, too. The kernel reports system calls by a signal.
 #include "tests/plugin/vst2/call_watch.h"
 
 #include <algorithm>
@@ -21,11 +21,11 @@
 namespace watch {
 namespace {
 
-// The kernel reads the trap at each of the thread's system calls.
+// The kernel reads the trap at every system call of the thread.
 constexpr char kPass = 0;   // SYSCALL_DISPATCH_FILTER_ALLOW
 constexpr char kBlock = 1;  // SYSCALL_DISPATCH_FILTER_BLOCK
 thread_local volatile char trap = kPass;
-thread_local bool trapping = false;  // the kernel was asked to
+thread_local bool trapping = false;  // enabled in the kernel
 thread_local bool noting = false;
 
 class Entry {
@@ -78,7 +78,7 @@ void noteLock(void* mutex, bool waited, std::uint64_t ticks) {
     }
 }
 
-// Carries out what the thread asked for, and lets the rest of this Watch pass.
+// Executes the thread's system call and lets the rest of this Watch pass.
 void onSystemCall(int, siginfo_t* info, void* context) {
     trap = kPass;
     if (info->si_syscall < kSystemCalls) systemCalls[info->si_syscall].fetch_add(1);
@@ -94,7 +94,7 @@ void onSystemCall(int, siginfo_t* info, void* context) {
 bool askForSystemCalls() {
     struct sigaction action = {};
     action.sa_sigaction = onSystemCall;
-    action.sa_flags = SA_SIGINFO | SA_NODEFER;  // or the call would find the signal blocked
+    action.sa_flags = SA_SIGINFO | SA_NODEFER;  // otherwise the call finds the signal blocked
     return sigaction(SIGSYS, &action, nullptr) == 0 &&
            prctl(PR_SET_SYSCALL_USER_DISPATCH, PR_SYS_DISPATCH_ON, 0L, 0L, &trap) == 0;
 }
@@ -164,7 +164,7 @@ std::vector<std::string> names() {
 
 }  // namespace watch
 
-// Headers declare these functions in ways of their own, so the definitions go by other names here.
+// Headers declare these functions differently, so the definitions use other names here.
 #define DEFINE(name, result, parameters)              \
     static watch::Entry entry_##name(#name);          \
     extern "C" __attribute__((visibility("default"))) \
@@ -178,11 +178,10 @@ std::vector<std::string> names() {
         return real(__VA_ARGS__);                                          \
     }
 
-// Of optional arguments those not given arrive as whatever lay in their registers, and are passed
-// on so.
+// Optional arguments that were not given arrive as register garbage and are passed on unchanged.
 using Word = long;
 
-// The heap. The dynamic linker needs it before it can look anything up.
+// Heap. The dynamic linker needs it before it can look up symbols.
 extern "C" {
 void* __libc_malloc(std::size_t);
 void* __libc_calloc(std::size_t, std::size_t);
@@ -288,7 +287,7 @@ WATCH(connect, int, (int file, void* address, unsigned size), file, address, siz
 WATCH(syscall, Word, (Word number, Word a, Word b, Word c, Word d, Word e, Word f), number, a, b, c,
       d, e, f)
 
-// Console and text that follows the locale; the compiler takes the checking twins where it can.
+// Console and locale-dependent text. The compiler uses the checking variants where it can.
 #define WATCH_FORMATTED(name, parameters, call) \
     DEFINE(name, int, parameters) {             \
         entry_##name.note();                    \
@@ -315,7 +314,7 @@ WATCH(fputs, int, (void* text, void* file), text, file)
 WATCH(fwrite, Word, (void* from, Word size, Word count, void* file), from, size, count, file)
 WATCH(strtod, double, (void* text, void* end), text, end)
 
-// Loader, environment, generator of the process, exceptions.
+// Loader, environment, random generator, exceptions.
 WATCH(dlopen, void*, (void* path, int flags), path, flags)
 WATCH(dlclose, int, (void* library), library)
 WATCH(getenv, char*, (void* name), name)

@@ -1,5 +1,5 @@
-// Sees the calls of a thread that have no place on an audio thread: heap, locks, waits, files,
-// console, loader, environment, exceptions, and whatever else enters the system. Linux only.
+// Records calls that an audio thread must not make: heap, locks, waits, files, console, loader,
+// environment, exceptions, and any other system call. Linux only.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace watch {
 
-// The calls of this thread are noted while one of these lives.
+// Records the calls of this thread during its lifetime.
 class Watch {
   public:
     Watch();
@@ -17,26 +17,26 @@ class Watch {
     Watch& operator=(const Watch&) = delete;
 };
 
-// What follows is of all watched threads since the last reset.
+// The functions below report on all watched threads since the last reset.
 void reset();
 
-// "open 2, system call 257 1", empty without any. Plain locks of a mutex are counted apart; of the
-// system calls within one Watch the first is noted.
+// "open 2, system call 257 1", or empty. Uncontended mutex locks are counted separately. Of the
+// system calls within one Watch, only the first is recorded.
 std::string calls();
 
 struct Locks {
     long taken = 0;
-    long awaited = 0;  // found in another thread's hands
-    int mutexes = 0;   // different ones, counted up to 64
+    long awaited = 0;  // held by another thread
+    int mutexes = 0;   // distinct, counted up to 64
     double averageNanoseconds = 0.0;
-    double longestNanoseconds = 0.0;  // with what the scheduler took
+    double longestNanoseconds = 0.0;  // including preemption
 };
 Locks locks();
 
-// The functions that are noted by name.
+// The functions that are recorded by name.
 std::vector<std::string> names();
 
-// False where the system cannot tell of system calls.
+// Returns false if the kernel cannot report system calls.
 bool seesSystemCalls();
 
 }  // namespace watch

@@ -1,9 +1,9 @@
-# Fails unless LIBRARY offers exactly its entry point, under its two names.
+# Fails unless LIBRARY exports exactly its entry point, under both names.
 # Usage: cmake -DLIBRARY=FILE -DNM=nm -DOBJDUMP=objdump -P check_exports.cmake
 if(LIBRARY MATCHES "\\.dll$")
     set(lister "${OBJDUMP}" -p)
     set(heading ".*\\[Ordinal/Name Pointer\\] Table")
-    # Newer versions put the ordinal and a hint before the name.
+    # Newer versions print the ordinal and a hint before the name.
     set(symbol "\n\t\\[ *[0-9]+\\] (\\+base\\[ *[0-9]+\\] +[0-9a-f]+ )?([^\n ]+)")
 else()
     set(lister "${NM}" -D --defined-only)

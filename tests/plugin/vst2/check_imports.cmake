@@ -1,4 +1,4 @@
-# Fails when the DLL needs a library that not every Windows 10 has.
+# Fails if the DLL needs a library that some Windows 10 systems lack.
 cmake_minimum_required(VERSION 3.25)
 set(allowed ADVAPI32.dll GDI32.dll KERNEL32.dll SHELL32.dll USER32.dll msvcrt.dll ole32.dll)
 

@@ -1,5 +1,4 @@
-// Each opcode reaches the operation of its name, with the host's arguments and back with the
-// answer.
+// Each opcode calls its operation with the host's arguments and returns the answer.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -24,7 +23,7 @@ struct Row {
 constexpr VstIntPtr kHuge = VstIntPtr{1} << 32;
 
 constexpr Row kRows[] = {
-    // opcode, index, value, buffer, opt, operation reached, answer
+    // opcode, index, value, buffer, opt, operation called, answer
     {effOpen, 0, 0, false, 0, "open", 0},
     {effSetProgram, 0, 127, false, 0, "setProgram 127", 0},
     {effSetProgram, 0, 128, false, 0, "", 0},
@@ -146,7 +145,7 @@ TEST_F(Dispatcher, LeadsEachOpcodeToItsOperation) {
         EXPECT_EQ(note_.take(), row.reached);
         if (row.opcode >= 0 && row.opcode < kNumEffectOpcodes) covered[row.opcode] = true;
     }
-    covered[effClose] = true;  // its own test
+    covered[effClose] = true;  // has its own test
     for (int opcode = 0; opcode < kNumEffectOpcodes; ++opcode) {
         EXPECT_TRUE(covered[opcode]) << "opcode " << opcode;
     }

@@ -1,4 +1,4 @@
-// The editor through the instance's dispatcher, as a host drives it.
+// The editor through the instance's dispatcher, like a host.
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -22,9 +22,9 @@ namespace {
 
 using VSTGUI::CPoint;
 namespace headless = VSTGUI::headless;
-using namespace vst2;  // the names of keys
+using namespace vst2;  // names of keys
 
-// The library's folder with a skin of one linear knob ("Pan") and a note display.
+// Makes a library folder with a skin of one linear knob ("Pan") and a note display.
 class HostedEditor : public testing::Test {
   protected:
     HostedEditor() {
@@ -61,7 +61,7 @@ class HostedEditor : public testing::Test {
         dispatch(effEditIdle);
     }
     void send(int status, int data1, int data2) { playMessage(*synth_, status, data1, data2); }
-    // The automation calls since the last look.
+    // The automation calls since the last call.
     std::string told() {
         std::string told;
         for (const TestHost::Call& call : host_.calls) {
@@ -94,21 +94,21 @@ class HostedEditor : public testing::Test {
 
 TEST_F(HostedEditor, OpensIdlesAndClosesThroughTheDispatcher) {
     EXPECT_TRUE(record_->flags & effFlagsHasEditor);
-    EXPECT_EQ(rect().right, 300);  // before it was ever open
+    EXPECT_EQ(rect().right, 300);  // before it is first opened
     EXPECT_EQ(rect().bottom, 200);
     dispatch(effEditIdle);
     dispatch(effEditClose);
-    EXPECT_EQ(dispatch(effEditOpen), 0);  // no window to open in
+    EXPECT_EQ(dispatch(effEditOpen), 0);  // no parent window
     EXPECT_EQ(open(), 1);
     idle();
     EXPECT_EQ(rect().right, 300);
     dispatch(effEditClose);
     dispatch(effEditIdle);
     EXPECT_EQ(open(), 1);
-    EXPECT_EQ(messages_.all.size(), 1u);  // the bank, and only once
+    EXPECT_EQ(messages_.all.size(), 1u);  // only one, about the bank
     EXPECT_EQ(messages_.all.front().title, "Missing Bank");
     EXPECT_EQ(messages_.all.front().text, "Missing Bank");
-    // The instance goes with its editor open.
+    // Destroy the instance while its editor is open.
 }
 
 TEST_F(HostedEditor, TellsTheHostOfEveryGesture) {
@@ -151,8 +151,8 @@ TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
     };
     EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);
     ASSERT_EQ(open(), 1);
-    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);  // the host's own: nothing has the focus
-    EXPECT_EQ(dispatch(effKeysRequired), 1);       // which means no
+    EXPECT_EQ(key(effEditKeyDown, 'A', 0, 0), 0);  // the host's: nothing has the focus
+    EXPECT_EQ(dispatch(effKeysRequired), 1);       // means no
     headless::click(frame(), CPoint(150, 60));
     headless::click(frame(), CPoint(150, 60), VSTGUI::kLButton | VSTGUI::kDoubleClick);
     EXPECT_EQ(dispatch(effKeysRequired), 0);
@@ -177,7 +177,7 @@ TEST_F(HostedEditor, TakesKeysThatTheHostPassesOn) {
     told();
     EXPECT_EQ(key(effEditKeyDown, 0, VKEY_UP, 0), 1);
     EXPECT_EQ(told().substr(0, 19), "begin 1 automate 1=");
-    EXPECT_EQ(key(effEditKeyDown, ' ', VKEY_SPACE, 0), 0);  // transport stays the host's
+    EXPECT_EQ(key(effEditKeyDown, ' ', VKEY_SPACE, 0), 0);  // the host keeps its transport key
 }
 
 TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {

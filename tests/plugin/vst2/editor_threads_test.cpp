@@ -1,4 +1,4 @@
-// Editors that come and go while another thread renders; run it under the thread sanitizer, too.
+// Editors open and close while another thread renders. Also run under the thread sanitizer.
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -32,7 +32,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     std::atomic<int> blocks{0};
     std::thread audio([&] {
         while (!finished) {
-            // A controller that is bound: the audio thread sets parameters.
+            // The controller is bound, so the audio thread sets parameters.
             for (const auto& synth : synths) playMessage(*synth, 0xB0, 74, blocks % 128);
             ++blocks;
         }
@@ -54,7 +54,7 @@ TEST_F(Threads, EditorsComeAndGoWhileTheInstrumentsRender) {
     audio.join();
 }
 
-// A chord that grows by a note every 20 blocks.
+// Plays a chord that grows by a note every 20 blocks.
 MidiBlock playChord(vst2::VstSynth& synth, std::size_t block) {
     const int note = static_cast<int>(block / 20);
     const bool begins = block % 20 == 0 && note < 12;

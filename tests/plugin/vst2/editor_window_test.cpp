@@ -1,4 +1,4 @@
-// The built library beside a skin, its editor in a host's window.
+// The built library's editor in a host's window.
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -35,7 +35,7 @@ class EditorWindow : public testing::Test {
 
     PluginEntry entry() { return reinterpret_cast<PluginEntry>(library_->symbol("VSTPluginMain")); }
 
-    // Runs the host's loop until the condition holds; false when it never does.
+    // Runs the host's loop until the condition holds. Returns false on timeout.
     bool waitFor(PluginInstance& plugin, const std::function<bool()>& condition) {
         using namespace std::chrono;
         const auto end = steady_clock::now() + seconds(20);

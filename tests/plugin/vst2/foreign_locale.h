@@ -1,4 +1,4 @@
-// A locale that writes numbers with commas, as a host may have set it for the whole process.
+// A locale with decimal commas, as a host may set for the whole process.
 #pragma once
 
 #include <clocale>
@@ -9,13 +9,13 @@
 
 #include "tests/support/temporary_folder.h"
 
-// In force, for C and for C++, while this object lives.
+// Sets the locale for C and C++ during its lifetime.
 class ForeignLocale {
   public:
     ForeignLocale() : before_(std::locale::global(std::locale(std::locale(), new Commas))) {
         if (setLocale("de_DE.UTF-8") || setLocale("German_Germany.1252")) return;
 #ifndef _WIN32
-        // The old character set: it compiles ten times as fast.
+        // The old character set compiles ten times as fast.
         const std::string compile =
             "localedef -i de_DE -f ISO-8859-1 \"" + folder_.path() + "de_DE\" 2>/dev/null";
         setenv("LOCPATH", folder_.path().c_str(), 1);
@@ -33,7 +33,7 @@ class ForeignLocale {
     bool ofTheCLibrary() const {
         return !name_.empty();
     }
-    // Still the process's locale.
+    // Whether it is still the process's locale.
     bool stands() const {
         return std::has_facet<Commas>(std::locale()) &&
                (name_.empty() || std::setlocale(LC_ALL, nullptr) == name_);
@@ -55,5 +55,5 @@ class ForeignLocale {
 
     TemporaryFolder folder_;
     std::locale before_;
-    std::string name_;  // of the C library's, empty without one
+    std::string name_;  // of the C locale, empty if there is none
 };

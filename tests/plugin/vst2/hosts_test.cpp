@@ -1,5 +1,5 @@
-// Hosts that call in an order or with arguments of their own: whatever they do, the session goes
-// on, the output is finite, and where a note is held there is sound.
+// Hosts with unusual call orders and arguments. Whatever they do, the session continues, the output
+// is finite, and held notes sound.
 #include <algorithm>
 #include <clocale>
 #include <cmath>
@@ -25,7 +25,7 @@ namespace {
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr VstInt32 kNoteOn = 0x90;
 
-// A list of events in memory of its own.
+// An event list in its own memory.
 class EventList {
   public:
     EventList(std::initializer_list<VstInt32> frames, VstInt32 status = kNoteOn) {
@@ -59,7 +59,7 @@ class EventList {
     int used_ = 0;
 };
 
-// One instance in a host's hands.
+// One instance, driven like a host.
 class Session : public PluginInstance {
   public:
     explicit Session(const PluginLibrary& library, audioMasterCallback host = TestHost::callback)
@@ -69,7 +69,7 @@ class Session : public PluginInstance {
     void rate(float hz) { dispatch(effSetSampleRate, 0, 0, nullptr, hz); }
     void mains(bool on) { dispatch(effMainsChanged, 0, on); }
 
-    // The peak of a block; not a number when one of its samples is none.
+    // Renders a block and returns its peak, or NaN if a sample is NaN.
     float render(VstInt32 frames) {
         std::vector<float> left(std::max(frames, 1), NAN);
         std::vector<float> right = left;
@@ -82,7 +82,7 @@ class Session : public PluginInstance {
         }
         return peak;
     }
-    // The peak of so many frames in blocks of 64.
+    // Renders frames in blocks of 64 and returns the peak.
     float listen(int frames = 4096) {
         float peak = 0.0f;
         for (; frames > 0; frames -= 64) {
@@ -92,7 +92,7 @@ class Session : public PluginInstance {
         }
         return peak;
     }
-    // A new note at once; true when it is heard.
+    // Plays a new note. Returns whether it sounds.
     bool sounds(int frames = 4096) {
         (*this)->setParameter(record(), 7, 0.0f);  // attack
         EventList notes({0, 0});
@@ -107,12 +107,12 @@ class Hosts : public testing::Test {
     PluginLibrary library_;
 };
 
-// Every opcode but those that open a window or a box, with a buffer for what needs one.
+// Sends every opcode except those that open a window or a message box, with a buffer where needed.
 void askEverything(Session& session) {
     alignas(16) static char buffer[4096];
     for (VstInt32 opcode = 0; opcode < 100; ++opcode) {
         if (opcode == effClose || opcode == effEditOpen || opcode == effSetChunk) continue;
-        if (opcode == effGetSpeakerArrangement) continue;  // an address as the value, too
+        if (opcode == effGetSpeakerArrangement) continue;  // its value is also an address
         std::memset(buffer, 0, sizeof buffer);
         session.dispatch(opcode, 0, 0, buffer, 0.0f);
     }
@@ -121,7 +121,7 @@ void askEverything(Session& session) {
 TEST_F(Hosts, MayCallInAnyOrder) {
     struct {
         const char* name;
-        std::vector<VstInt32> opcodes;  // those with a state have it on, a negative one off
+        std::vector<VstInt32> opcodes;  // negative: the state of this opcode is switched off
     } const rows[] = {
         {"as usual", {effOpen, effSetSampleRate, effSetBlockSize, effMainsChanged}},
         {"nothing at all", {}},
@@ -188,7 +188,7 @@ TEST_F(Hosts, MayAnswerGarbage) {
     }
 }
 
-// A host that looks at the instance again within each of its calls.
+// A host that calls the instance from within each callback.
 int depth = 0;
 VstIntPtr askBack(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
     if (!effect || depth > 1) return kVstVersion;
@@ -235,7 +235,7 @@ TEST_F(Hosts, MayRenderAnyNumberOfFrames) {
     }
 }
 
-// The notes of a block without frames, or without a place for its sound, come with the next one.
+// Events of a block without frames or without buffers play in the next block.
 TEST_F(Hosts, MayRenderNothingWithoutLosingANote) {
     for (int missing = 0; missing < 5; ++missing) {
         SCOPED_TRACE(missing);
@@ -251,7 +251,7 @@ TEST_F(Hosts, MayRenderNothingWithoutLosingANote) {
             session->processReplacing(session.record(), nullptr, missing == 4 ? nullptr : outputs,
                                       missing == 0 ? 0 : 64);
         }
-        // A channel that is there alone is silent rather than left as it was.
+        // If only one channel is given, it is silenced, not left as it was.
         const std::vector<float> silence(64, 0.0f);
         EXPECT_TRUE(missing != 2 || left == silence);
         EXPECT_TRUE(missing != 1 || right == silence);
@@ -309,7 +309,7 @@ TEST_F(Hosts, MaySendAnyEvents) {
     EXPECT_TRUE(session.sounds());
 }
 
-// What was sent while the mains were off belongs to no block: its memory may be gone.
+// Events sent while the mains are off are dropped, because their memory may be gone.
 TEST_F(Hosts, MaySendEventsWhileTheMainsAreOff) {
     Session session(library_);
     session.mains(true);
@@ -348,7 +348,7 @@ TEST_F(Hosts, MayNameAnyParameterAndProgram) {
     EXPECT_TRUE(std::isfinite(session.listen()));
 }
 
-// The host's arithmetic is the host's: flushing, rounding and trapping stay as they were.
+// The host's floating-point modes (flushing, rounding, trapping) do not change.
 TEST_F(Hosts, MaySetTheProcessorsModes) {
     constexpr unsigned kStatus = 0x3F;
     constexpr unsigned kUsual = 0x1F80;
@@ -373,7 +373,7 @@ TEST_F(Hosts, MaySetTheProcessorsModes) {
             EventList off({0}, 0xB0);
             off[0].midiData[1] = 123;
             session.send(off);
-            sounded &= session.listen(1 << 16) < 16.0f;  // down to sleep, through every tail
+            sounded &= session.listen(1 << 16) < 16.0f;  // through all tails to sleep
             sounded &= session.sounds();
         }
         const unsigned after = _mm_getcsr();
@@ -420,7 +420,7 @@ TEST(HostsOfManySessions, FindTheirMemoryFlat) {
         instance.dispatch(effEditIdle);
     };
 #ifdef __SANITIZE_ADDRESS__
-    constexpr int kSessions = 20;  // it loads libraries ten times as slowly
+    constexpr int kSessions = 20;  // which loads libraries ten times as slowly
 #else
     constexpr int kSessions = 100;
 #endif

@@ -1,5 +1,5 @@
-// A small skin beside the library, whose views look at all that the audio thread writes, in folders
-// and settings of the test's own.
+// Installs a small skin whose views read everything that the audio thread writes, in private
+// folders and settings.
 #pragma once
 
 #include <filesystem>

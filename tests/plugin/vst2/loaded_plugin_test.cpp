@@ -1,4 +1,4 @@
-// The instrument as a host meets it: loaded from its file and asked through its record.
+// The instrument as a host sees it: loaded from its file and called through its record.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -168,7 +168,7 @@ TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithoutPointers) {
         for (const auto& argument : arguments) {
             SCOPED_TRACE(testing::Message() << "opcode " << opcode << ", index " << argument.index
                                             << ", value " << argument.value);
-            // Only here does a host pass an address as the value.
+            // Only for these opcodes is the value an address.
             const bool valueIsAddress =
                 opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement;
             plugin.dispatch(opcode, argument.index, valueIsAddress ? 0 : argument.value, nullptr,

@@ -1,4 +1,4 @@
-// A MIDI message into an instance, and the block of sound that it begins.
+// Plays a MIDI message at the start of a block.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// The built library where there is no display to open an editor on.
+// The built library without a display for its editor.
 #include <cstdlib>
 
 #include <gtest/gtest.h>

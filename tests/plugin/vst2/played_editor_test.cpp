@@ -1,4 +1,4 @@
-// The delivered skins in a host's window, played with the pointer.
+// The shipped skins in a host's window, used with the pointer.
 #include <chrono>
 #include <cmath>
 #include <functional>
@@ -60,7 +60,7 @@ class PlayedEditor : public testing::Test {
         state::settings().write(state::kSkinNameSetting, skin);
         return open();
     }
-    // Runs the host's loop until the condition holds; false when it never does.
+    // Runs the host's loop until the condition holds. Returns false on timeout.
     bool waitFor(const std::function<bool()>& condition) {
         using namespace std::chrono;
         const auto end = steady_clock::now() + seconds(20);
@@ -80,7 +80,7 @@ class PlayedEditor : public testing::Test {
     CFrame& frame() {
         return *static_cast<vst2::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     }
-    // Whether the window shows the frame's pixels at places spread over it.
+    // Compares the window with the frame's pixels at positions spread over it.
     bool showsItsPicture() {
         const PixelBuffer& wanted = headless::picture(frame());
         for (int y = 7; y < wanted.height(); y += 61)
@@ -88,7 +88,7 @@ class PlayedEditor : public testing::Test {
                 if (window_.pixel(x, y) != (wanted.at(x, y) & 0xFFFFFF)) return false;
         return true;
     }
-    // What changes a parameter, by parameter.
+    // The control of each parameter.
     std::map<int, CControl*> controls() {
         std::map<int, CControl*> found;
         frame().forEachChild([&found](CView* view) {
@@ -116,7 +116,7 @@ class PlayedEditor : public testing::Test {
     void click(const CPoint& where, HostWindow::Button button = HostWindow::kLeft) {
         window_.click(static_cast<int>(where.x), static_cast<int>(where.y), button);
     }
-    // Opens the menu under the point and chooses one of its lines, all with the pointer.
+    // Opens the menu under the point and chooses one of its lines with the pointer.
     void choose(const CPoint& where, int line, int lines,
                 HostWindow::Button button = HostWindow::kLeft) {
         click(where, button);
@@ -125,7 +125,7 @@ class PlayedEditor : public testing::Test {
         click({menu.getCenter().x, menu.top + menu.getHeight() * (line + 0.5) / lines});
         ASSERT_TRUE(waitFor([this] { return frame().getModalView() == nullptr; }));
     }
-    // Down to the right: every kind of control then leaves the middle of its range.
+    // Drags down and right, which moves every kind of control away from its middle.
     void play(CControl& control) {
         if (auto* const menu = dynamic_cast<COptionMenu*>(&control))
             return choose(within(control, 0.5), menu->getNbEntries() - 1, menu->getNbEntries());
@@ -135,7 +135,7 @@ class PlayedEditor : public testing::Test {
         window_.drag(static_cast<int>(from.x), static_cast<int>(from.y), static_cast<int>(to.x),
                      static_cast<int>(to.y));
     }
-    // The gesture as the host is told of it: of automations in a row only the last.
+    // The gesture as reported to the host, with only the last of consecutive automations.
     std::string told() {
         std::string told;
         for (const TestHost::Call& call : host_.calls) {
@@ -240,8 +240,9 @@ TEST_F(PlayedEditor, LearnsAControllerForGoodAndForgetsItForGood) {
     ASSERT_TRUE(open());
     choose(within(*controlOf(kPan), 0.5), 0, 1, HostWindow::kRight);
     sendController(kController, 127);
-    EXPECT_EQ(record_->getParameter(record_, kPan), 1.0f);  // the learnt message counts at once
-    EXPECT_EQ(kept(), "no file");                           // nothing is written while it sounds
+    EXPECT_EQ(record_->getParameter(record_, kPan),
+              1.0f);               // the learnt message counts
+    EXPECT_EQ(kept(), "no file");  // nothing is written during playback
     EXPECT_TRUE(knobIs(1.0f));
     EXPECT_EQ(kept(), std::string("\x4A\0\0\0", 4));
     sendController(kController, 0);

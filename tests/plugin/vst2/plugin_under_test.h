@@ -7,7 +7,7 @@
 
 using PluginEntry = AEffect* (*)(audioMasterCallback host);
 
-// The library at QUARZEL_PLUGIN, loaded while this object lives.
+// The library at QUARZEL_PLUGIN, loaded during its lifetime.
 class PluginLibrary {
   public:
     PluginEntry entry(const char* name = "VSTPluginMain") const {
@@ -18,7 +18,7 @@ class PluginLibrary {
     platform::SharedLibrary library_{QUARZEL_PLUGIN};
 };
 
-// One instance of the plug-in, from its creation to effClose.
+// One instance of the plug-in; the destructor sends effClose.
 class PluginInstance {
   public:
     explicit PluginInstance(PluginEntry entry, audioMasterCallback host = TestHost::callback)

@@ -1,5 +1,5 @@
-// What may run on the audio thread allocates nothing, waits for nothing and asks nothing of the
-// system, whatever another thread is doing with the same instance.
+// Code on the audio thread does not allocate, wait or make system calls, whatever another thread
+// does with the same instance.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -47,7 +47,7 @@ std::string callsOf(Action action) {
     return watch::calls();
 }
 
-// Where the program or library begins that a function belongs to.
+// The base address of the program or library that contains a function.
 void* homeOf(void* function) {
     Dl_info info = {};
     return dladdr(function, &info) ? info.dli_fbase : nullptr;
@@ -93,7 +93,7 @@ TEST(CallWatch, SeesWhatTheLibrariesCall) {
 
 TEST(CallWatch, SeesLocksAndHowTheyWereHad) {
     watch::Locks locks = {};
-    // Again where this thread stood still for as long as the lock was held.
+    // Retry if this thread was descheduled for as long as the lock was held.
     for (int tries = 0; tries < 50 && locks.longestNanoseconds <= 1e5; ++tries) {
         std::mutex free;
         std::recursive_mutex held;
@@ -135,7 +135,7 @@ VstIntPtr hostAnswer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, floa
     return opcode == audioMasterVersion ? kVstVersion : 0;
 }
 
-// Everything that a host's audio thread may ask, through the instance's record.
+// All calls of a host's audio thread, through the instance's record.
 class AudioThread : public testing::Test {
   protected:
     AudioThread() {
@@ -167,7 +167,7 @@ class AudioThread : public testing::Test {
         watched([&] { record_->setParameter(record_, index, value); });
         watched([&] { record_->getParameter(record_, index); });
     }
-    // One message in its own block.
+    // Plays one message in its own block.
     void play(int status, int data1, int data2, VstInt32 type = kVstMidiType, VstInt32 size = 32) {
         ++events_;
         VstMidiEvent midi = {};
@@ -241,7 +241,7 @@ class AudioThread : public testing::Test {
         changeProgramsAndRates();
     }
 
-    // What went through the watch, for whoever reads the log.
+    // Prints the totals to the log.
     void report() const {
         const watch::Locks locks = watch::locks();
         std::printf(
@@ -260,8 +260,8 @@ class AudioThread : public testing::Test {
     int events_ = 0;
 };
 
-// What the audio thread may lock: the hand-overs of the tone's steps and of the phaser's sweep,
-// each with the table that belongs to it.
+// The mutexes that the audio thread may lock: those of the tone steps and of the phaser's sweep,
+// each with its table.
 int mutexesOfTheHandOvers() {
     dsp::ShelfTone tone;
     dsp::StereoPhaser phaser;
@@ -288,7 +288,7 @@ TEST_F(AudioThread, LocksTheTwoHandOversOnly) {
     report();
 }
 
-// Between its blocks a host that does nothing else finds the tone's step alone, 90 times a second.
+// If a host only renders, only the tone step takes a lock, 90 times a second.
 TEST_F(AudioThread, TakesOneLockNowAndThenWhileItOnlyRenders) {
     play(0x90, 60, 100);
     watch::reset();

@@ -1,4 +1,4 @@
-// An effect and an editor that note every operation reached, with its arguments.
+// An effect and an editor that record every operation called, with its arguments.
 #pragma once
 
 #include <sstream>
@@ -10,8 +10,8 @@
 
 namespace vst2 {
 
-// The operations since the last look, separated by semicolons: name, then arguments; pointers as
-// "null", as "buffer" when they are the address under test, as "other" otherwise.
+// The operations since the last call, separated by semicolons: name, then arguments. Pointers are
+// "null", "buffer" for the address under test, or "other".
 class CallNote {
   public:
     explicit CallNote(const void* buffer) : buffer_(buffer) {}
@@ -75,7 +75,7 @@ class RecordingEditor : public AEffEditor {
     CallNote& note_;
 };
 
-// Every answer differs from the base class's: true for false, 7 for 0.
+// Every answer differs from the base class's: true instead of false, 7 instead of 0.
 class RecordingEffect : public AudioEffectX {
   public:
     RecordingEffect(audioMasterCallback host, CallNote& note)

@@ -1,4 +1,4 @@
-// A host for tests: answers as told and remembers what it was asked.
+// A host for tests with configurable answers. It records every request.
 #pragma once
 
 #include <map>
@@ -6,7 +6,7 @@
 
 #include "plugin/vst2/vst2.h"
 
-// The published callback carries no host of its own, so there is one at a time.
+// The published callback does not identify the host, so only one may exist at a time.
 class TestHost {
   public:
     struct Call {

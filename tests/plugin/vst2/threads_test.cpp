@@ -1,5 +1,5 @@
-// A host that renders on one thread and changes everything from others; run it under the thread
-// sanitizer, too.
+// A host that renders on one thread and changes everything from others. Also run under the thread
+// sanitizer.
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -23,7 +23,7 @@ constexpr int kPairs = 10000;
 
 class Threads : public testing::Test {
   protected:
-    // Renders blocks while `change` runs again and again on another thread; calls check for each.
+    // Renders blocks while `change` runs repeatedly on another thread. Calls check for each block.
     template <typename Change, typename Check>
     void renderAgainst(int blocks, Change change, Check check) {
         std::atomic<bool> finished{false};
@@ -35,7 +35,7 @@ class Threads : public testing::Test {
                 std::this_thread::yield();
             }
         });
-        // A change that finishes late may need more blocks than were asked for.
+        // A slow change may need more blocks.
         for (int i = 0; i < blocks || changes < 3; ++i) {
             render();
             check();
@@ -68,7 +68,7 @@ TEST_F(Threads, ParametersCostNoBlock) {
     noteOn(60);
     for (int i = 0; i < 20; ++i) render();
     std::mt19937 random(1);
-    // Everything that does not silence the note by its meaning.
+    // All parameters that cannot silence the note.
     const int indices[] = {state::kBrigthness, state::kViola, state::kViolin, state::kDepth_1,
                            state::kEnvDecay,   state::kRate,  state::kAmnt,   state::kMix,
                            state::kSize,       state::kWidth, state::kKSplit, state::kEnvRelease};
@@ -139,7 +139,7 @@ TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
         });
 }
 
-// Tells the volume that it was given last.
+// Remembers the last volume.
 class HeardEngine : public engine::Engine {
   public:
     using Engine::Engine;
@@ -147,7 +147,7 @@ class HeardEngine : public engine::Engine {
     std::atomic<float> volume{0.0f};
 };
 
-// What a host does that restores a session: a chunk or a program, and at once the program meant.
+// A host that restores a session sends a chunk or a program, and immediately the program meant.
 TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     using Clock = std::chrono::steady_clock;
     auto owned = std::make_unique<HeardEngine>(44100.0);
@@ -194,8 +194,7 @@ TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     audio.join();
 }
 
-// Controllers set values on the audio thread while the host reads, copies and saves the programs
-// that hold them.
+// Controllers set values on the audio thread while the host reads, copies and saves their programs.
 TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
     noteOn(60);
     int block = 0;
@@ -223,13 +222,13 @@ TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
     state::controllerMap().clear();
 }
 
-// Instances share the controller map, its file, the tables and the flag of the missing bank.
+// Instances share the controller map, its file, the tables and the missing-bank flag.
 TEST(ThreadsOfManyInstances, ShareTheProcess) {
     std::vector<std::thread> hosts;
     std::atomic<int> heard{0};
     for (int host = 0; host < 8; ++host) {
         hosts.emplace_back([&heard, host] {
-            const int index = state::kVlphs + host;  // of settings that silence nothing
+            const int index = state::kVlphs + host;  // cannot silence the note
             for (int life = 0; life < 4; ++life) {
                 const auto synth = std::make_unique<vst2::VstSynth>(nullptr);
                 synth->setParameter(state::kEnvAttack, 0.0f);

@@ -1,4 +1,4 @@
-// The instrument's own operations, called directly. It is too large for some systems' stacks.
+// VstSynth's own operations, called directly. It is too large for the stack on some systems.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -25,7 +25,7 @@ TEST(VstSynth, PassesWheelMessagesToItsEditor) {
         VstIntPtr answer;
     } const rows[] = {
         {kMessage, kTurn, 1.0f, "onWheel 1", 1},
-        {kMessage, kTurn, -2.0f, "onWheel -2", 0},  // this editor uses upward turns only
+        {kMessage, kTurn, -2.0f, "onWheel -2", 0},  // this editor uses only upward turns
         {kTurn, kMessage, 1.0f, "", 0},
         {kMessage, 0, 1.0f, "", 0},
         {kMessage, kTurn + (VstIntPtr{1} << 32), 1.0f, "", 0},

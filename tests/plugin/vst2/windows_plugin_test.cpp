@@ -1,4 +1,4 @@
-// The built DLL on Windows: its messages, its files, its registry.
+// The built DLL on Windows: messages, files, registry.
 #include <algorithm>
 #include <string>
 #include <thread>
@@ -51,7 +51,7 @@ TEST(WindowsPlugin, WritesTheControllerMapToTheRoamingFolder) {
     EXPECT_EQ(platform::readFile(path, 1000), bindings);
 }
 
-// The blocks in use in all heaps of the process.
+// The number of blocks in use in all heaps of the process.
 int heapBlocks() {
     HANDLE heaps[64];
     const DWORD count = std::min(GetProcessHeaps(64, heaps), DWORD{64});
@@ -81,7 +81,7 @@ DWORD WINAPI renderFirstBlock(void* argument) {
     return 0;
 }
 
-// The C++ library does not know the host's threads: asked about one it would take memory for it.
+// The C++ library does not know the host's threads and would allocate if asked about one.
 TEST(WindowsPlugin, RendersOnAHostsOwnThreadWithoutTheHeap) {
     const TestHost host;
     const PluginLibrary library;
@@ -94,7 +94,7 @@ TEST(WindowsPlugin, RendersOnAHostsOwnThreadWithoutTheHeap) {
     EXPECT_EQ(block.after, block.before);
 }
 
-// Gives the waiting messages of this thread to their windows.
+// Dispatches this thread's pending window messages.
 void pumpMessages() {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
@@ -112,7 +112,7 @@ TEST(WindowsPlugin, OpensItsEditorInTheHostsWindow) {
     const int width = rect->right;
     const int height = rect->bottom;
     for (int i = 0; i < 5; ++i) {
-        // The first time a missing bank may be told of.
+        // Only the first time may a missing bank be reported.
         std::thread user([i] {
             if (i == 0) dismissMessageBox("Missing Bank");
         });
