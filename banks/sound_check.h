@@ -1,0 +1,45 @@
+// What is asked of every sound of the factory bank, and whether it holds.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "banks/listening.h"
+#include "state/bank.h"
+
+namespace banks {
+
+// Loudness of one note and of three at velocity 100 that sounds are set to, in LUFS; the medians
+// of the bank.
+constexpr double kNoteLoudness = -27.0;
+constexpr double kChordLoudness = -22.5;
+
+struct Figures {
+    double note = 0.0;      // loudness of middle C, LUFS
+    double chord = 0.0;     // of C E G, LUFS
+    double hiss = 0.0;      // how far the bow noise lies under that note, dB
+    double full = 0.0;      // peak of ten keys at full velocity, dB of full scale
+    double keys = 0.0;      // loudest against softest key from 48 to 84, dB
+    double steepest = 0.0;  // between keys four semitones apart from 36 to 84, dB
+    double low = 0.0;       // key 36 against middle C, dB
+    double touch = 0.0;     // velocity 120 against 40, dB
+    double before = 0.0;    // most that a half-octave band differs after other sounds, dB
+    double late = 0.0;      // silence after the end of the release, s
+    double lean = 0.0;      // right against left once the keys are let go, dB
+    Edge edge;              // the sharpest in the phrase
+};
+
+// Seconds from letting a key go to a thousandth of its level.
+double releaseSeconds(const state::Bank& bank, int program);
+
+Figures measure(const state::Bank& bank, int program);
+
+// What of the figures is out of bounds, in words.
+std::vector<std::string> faults(const Figures& figures);
+
+// A bass note, a chord and two notes of melody, let go one after another, as a picture that two
+// sounds can be told apart by.
+Picture phrasePicture(const state::Bank& bank, int program);
+constexpr double kLeastDistance = 3.0;
+
+}  // namespace banks
