@@ -115,10 +115,7 @@ void reverb(benchmark::State& state) {
     const auto stage = std::make_unique<engine::SpringReverb>(engine::kHighestRate);
     stage->setRate(kRate);
     stage->setOn(true);
-    stage->setSpring(0.5f);
-    stage->setSpringMix(0.5f);
-    stage->tuneSpring();
-    stage->setLevels(0.5f, 0.5f);
+    stage->set({0.5f, 0.5f, 0.5f, 0.5f});
     timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, kLongestSegment); });
 }
 

@@ -10,6 +10,10 @@ void PhaserStage::setRate(double sampleRate) {
     outputFilter_.setRate(sampleRate, highPassControl_);
 }
 
+void PhaserStage::setDefaults() {
+    phaser_.setSampleRate(static_cast<float>(sampleRate_), false);
+}
+
 void PhaserStage::setStages(float control) {
     stages_ = control;
     phaser_.setStages(control >= 0.25f ? 1.0f : 0.0f);

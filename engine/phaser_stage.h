@@ -14,6 +14,7 @@ class PhaserStage final : public PhaserControl {
     // Clears the output filters; phaser parameters are kept, the sweep starts at its centre.
     void setRate(double sampleRate);
 
+    void setDefaults() override;
     void setOn(bool on) override { on_ = on; }
     void setRateControl(float control) override { phaser_.setRate(control); }
     void setDepthControl(float control) override { phaser_.setDepth(control); }

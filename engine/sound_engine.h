@@ -46,6 +46,9 @@ class ChorusControl {
 class PhaserControl {
   public:
     virtual ~PhaserControl() = default;
+    // Settings and sweep as in a new engine: those that a program leaves alone, and the sweep that
+    // runs until the next sample, are then nobody else's.
+    virtual void setDefaults() = 0;
     virtual void setOn(bool on) = 0;
     virtual void setRateControl(float control) = 0;
     virtual void setDepthControl(float control) = 0;
@@ -54,19 +57,27 @@ class PhaserControl {
     virtual void setStages(float control) = 0;
 };
 
+struct ReverbSettings {
+    float mix = 0.0f;
+    float size = 0.0f;
+    float brite = 0.0f;
+    float spring = 0.0f;  // how much of the side signal enters the spring; out at 0.1 and below
+};
+
+// Levels, damping and room each follow from several settings.
 class ReverbControl {
   public:
     virtual ~ReverbControl() = default;
     // Switches the stage and empties the reverb, also when nothing changes.
     virtual void setOn(bool on) = 0;
-    // 0..1: how much of the side signal enters the spring; at 0.1 and below the spring is out.
+    // All at once: nothing is left of earlier settings.
+    virtual void set(const ReverbSettings& settings) = 0;
+    // One of them, beside the others as they are.
+    virtual void setMix(float mix) = 0;
+    virtual void setSize(float size) = 0;
+    virtual void setBrite(float brite) = 0;
+    // A weak spring leaves the room alone, also one that a strong spring has opened: kept.
     virtual void setSpring(float amount) = 0;
-    virtual float spring() const = 0;
-    virtual void setSpringMix(float mix) = 0;  // 0..1: level of the spring's output
-    virtual void tuneSpring() = 0;  // corner of the spring's loop for its amount, at this rate
-    virtual void setRoom(float size) = 0;
-    virtual void setDamping(float damping) = 0;
-    virtual void setLevels(float wet, float dry) = 0;
 };
 
 // One thread at a time calls anything but the queries; settings take effect with the next sample.

@@ -11,6 +11,12 @@ namespace {
 constexpr double kSpringSeconds = 0.09090909090909091;
 constexpr double kSpringCapacitySeconds = 0.125;
 constexpr float kSpringThreshold = 0.1f;
+constexpr float kLargeRoom = 0.7f;
+
+// Strong enough to act on the room.
+constexpr bool isStrong(float spring) {
+    return spring > 0.3f;
+}
 }  // namespace
 
 SpringReverb::SpringReverb(double highestRate)
@@ -31,25 +37,60 @@ void SpringReverb::setOn(bool on) {
     reverb_.setLengths(true, static_cast<float>(sampleRate_));
 }
 
+void SpringReverb::set(const ReverbSettings& settings) {
+    settings_ = settings;
+    updateLevels();
+    updateDamping();
+    updateRoom();
+    tuneSpring();
+}
+
+void SpringReverb::setMix(float mix) {
+    settings_.mix = mix;
+    updateLevels();
+}
+
+void SpringReverb::setSize(float size) {
+    settings_.size = size;
+    updateRoom();
+}
+
+void SpringReverb::setBrite(float brite) {
+    settings_.brite = brite;
+    updateDamping();
+}
+
+void SpringReverb::setSpring(float amount) {
+    settings_.spring = amount;
+    updateLevels();
+    updateDamping();
+    if (isStrong(amount)) updateRoom();
+    tuneSpring();
+}
+
+void SpringReverb::updateLevels() {
+    reverb_.setWet((2.0f - settings_.spring) * settings_.mix * 3.0f);
+    reverb_.setDry(1.0f - settings_.mix);
+    reverb_.update();
+}
+
+void SpringReverb::updateDamping() {
+    reverb_.setDamp((1.0f - settings_.brite) * 0.4f + settings_.spring * 0.1f);
+    reverb_.update();
+}
+
+// Beside a strong spring the room grows no further than the large one, and is that large as soon
+// as either of them goes beyond it.
+void SpringReverb::updateRoom() {
+    const bool large =
+        isStrong(settings_.spring) && std::max(settings_.spring, settings_.size) > kLargeRoom;
+    reverb_.setRoomSize((large ? kLargeRoom : settings_.size) * 0.28f + 0.7f);
+    reverb_.update();
+}
+
 void SpringReverb::tuneSpring() {
     springFilter_.setCoefficient(
-        static_cast<float>(6.28319 / sampleRate_ * (spring_ * 1200.0 + 2900.0)));
-}
-
-void SpringReverb::setRoom(float size) {
-    reverb_.setRoomSize(size);
-    reverb_.update();
-}
-
-void SpringReverb::setDamping(float damping) {
-    reverb_.setDamp(damping);
-    reverb_.update();
-}
-
-void SpringReverb::setLevels(float wet, float dry) {
-    reverb_.setWet(wet);
-    reverb_.setDry(dry);
-    reverb_.update();
+        static_cast<float>(6.28319 / sampleRate_ * (settings_.spring * 1200.0 + 2900.0)));
 }
 
 void SpringReverb::clear() {
@@ -68,8 +109,8 @@ void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
     Signal spring;
     springLine_.read(spring.data(), frames);
     for (int t = 0; t < frames; ++t) {
-        side[t] = wrappedToUnit((signal.left[t] - signal.right[t]) * spring_);
-        const float added = wrappedToUnit(spring[t] * springMix_) * 0.5f;
+        side[t] = wrappedToUnit((signal.left[t] - signal.right[t]) * settings_.spring);
+        const float added = wrappedToUnit(spring[t] * settings_.mix) * 0.5f;
         signal.left[t] += added;
         signal.right[t] += added;
     }
@@ -81,7 +122,7 @@ void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int fr
     float last = feedback_;
     for (int t = 0; t < frames; ++t) {
         const float low = filter.tickLowPass(last * 0.9f);
-        in[t] = (low * 0.5f + side[t]) * spring_;
+        in[t] = (low * 0.5f + side[t]) * settings_.spring;
         last = feedback[t];
     }
     springFilter_ = filter;
@@ -93,7 +134,7 @@ void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int fr
 void SpringReverb::render(StereoSignal& signal, int frames) {
     static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);
     if (!on_) return;
-    const bool springs = spring_ > kSpringThreshold;
+    const bool springs = settings_.spring > kSpringThreshold;
     Signal side;
     if (springs) addSpring(signal, frames, side);
     const Signal busRight = signal.right;

@@ -19,14 +19,11 @@ class SpringReverb final : public ReverbControl {
     void setRate(double sampleRate);
 
     void setOn(bool on) override;
-    void setSpring(float amount) override { spring_ = amount; }
-    float spring() const override { return spring_; }
-    void setSpringMix(float mix) override { springMix_ = mix; }
-    void tuneSpring() override;
-
-    void setRoom(float size) override;
-    void setDamping(float damping) override;
-    void setLevels(float wet, float dry) override;
+    void set(const ReverbSettings& settings) override;
+    void setMix(float mix) override;
+    void setSize(float size) override;
+    void setBrite(float brite) override;
+    void setSpring(float amount) override;
 
     void clear();
     // All states, also those that a program change leaves to the next sound.
@@ -36,6 +33,10 @@ class SpringReverb final : public ReverbControl {
     void render(StereoSignal& signal, int frames);
 
   private:
+    void updateLevels();
+    void updateDamping();
+    void updateRoom();
+    void tuneSpring();
     // What the spring gives to both sides; nothing when it is out.
     void addSpring(StereoSignal& signal, int frames, Signal& side);
     // What goes into the spring, from the output of the room.
@@ -43,8 +44,7 @@ class SpringReverb final : public ReverbControl {
 
     double sampleRate_ = 44100.0;
     bool on_ = false;
-    float spring_ = 0.0f;
-    float springMix_ = 0.0f;
+    ReverbSettings settings_;
     float feedback_ = 0.0f;
     dsp::OnePole springFilter_;
     dsp::FractionalDelay springLine_;

@@ -17,6 +17,9 @@ namespace state {
 // Any thread may call any operation but render and the chunk access, which belong to the audio
 // thread and the host's user-interface thread. Nothing blocks or allocates after construction,
 // but for the names.
+//
+// A new instrument has sent nothing to its engine: the first setProgram, with the bank and the rate
+// as they are to be, does.
 class Instrument {
   public:
     explicit Instrument(double sampleRate);
@@ -61,6 +64,7 @@ class Instrument {
     void carryOut(std::uint64_t requests);
     void carryOutPending();
     void apply(int index);
+    float valueForEngine(int index) const;
     void pushProgram();
 
     Bank bank_;

@@ -7,105 +7,61 @@
 #include <cmath>
 
 #include "engine/voice_allocator.h"
-#include "state/bank.h"
 
 namespace state {
 
 namespace {
 
 using Engine = engine::SoundEngine;
-using Values = ParameterValues;
 
 template <engine::Section section>
-void applyLevel(Engine& engine, float v, const Values&) {
+void applyLevel(Engine& engine, float v) {
     engine.setSectionLevel(section, v);
 }
 
 // "Violin", "Contrabass" and "Cello" are louder by nature.
 template <engine::Section section>
-void applyReducedLevel(Engine& engine, float v, const Values&) {
+void applyReducedLevel(Engine& engine, float v) {
     engine.setSectionLevel(section, v * 0.4f);
 }
 
 template <engine::Section section>
-void applySwitch(Engine& engine, float v, const Values&) {
+void applySwitch(Engine& engine, float v) {
     engine.setSectionSwitch(section, v);
 }
 
-void applyAttack(Engine& engine, float v, const Values&) {
+void applyAttack(Engine& engine, float v) {
     const float root = v * v + 0.00005f;
     engine.setAttackTime(root * root * 10.0f);
 }
 
-void applyDecay(Engine& engine, float v, const Values&) {
+void applyDecay(Engine& engine, float v) {
     const float root = v * v + 0.1f;
     engine.setDecayTime(root * root * 10.0f);
 }
 
-void applyRelease(Engine& engine, float v, const Values&) {
+void applyRelease(Engine& engine, float v) {
     const float root = v * v + 0.005f;
     engine.setRelease({root * 2000.0 + 15.0});
 }
 
-void applyWaveform(Engine& engine, float v, const Values&) {
+void applyWaveform(Engine& engine, float v) {
     engine.setWaveform(static_cast<engine::Waveform>(static_cast<int>(v + v)));
 }
 
 // The split keys: C, Eb above it, and so on up over four octaves.
-void applyKeySplit(Engine& engine, float v, const Values&) {
+void applyKeySplit(Engine& engine, float v) {
     constexpr std::array<float, 8> kRatios = {3.0f / 11.0f,  5.25f / 11.0f, 6.0f / 11.0f,
                                               8.25f / 11.0f, 9.0f / 11.0f,  11.25f / 11.0f,
                                               12.0f / 11.0f, 14.25f / 11.0f};
     engine.setKeySplit(kRatios[static_cast<int>(v * 7.0f)]);
 }
 
-float roomSize(float size) {
-    return size * 0.28f + 0.7f;
-}
-
-void setReverbLevels(Engine& engine, float mix) {
-    engine.reverb().setLevels((2.0f - engine.reverb().spring()) * mix * 3.0f, 1.0f - mix);
-}
-
-void setReverbDamping(Engine& engine, float brite) {
-    engine.reverb().setDamping((1.0f - brite) * 0.4f + engine.reverb().spring() * 0.1f);
-}
-
-// A strong spring opens the room.
-void followSpring(Engine& engine, float size) {
-    const float spring = engine.reverb().spring();
-    if (spring > 0.3f) {
-        engine.reverb().setRoom(std::max(spring, size) > 0.7f ? roomSize(0.7f) : roomSize(size));
-    }
-    engine.reverb().tuneSpring();
-}
-
-void applyMix(Engine& engine, float v, const Values&) {
-    engine.reverb().setSpringMix(v);
-    setReverbLevels(engine, v);
-}
-
-void applySize(Engine& engine, float v, const Values&) {
-    engine.reverb().setRoom(roomSize(v));
-    followSpring(engine, v);
-}
-
-void applyBrite(Engine& engine, float v, const Values&) {
-    setReverbDamping(engine, v);
-}
-
-void applySpring(Engine& engine, float v, const Values& values) {
-    engine.reverb().setSpring(v);
-    setReverbLevels(engine, values[kMix]);
-    setReverbDamping(engine, values[kBrite]);
-    followSpring(engine, values[kSize]);
-}
-
 // Stored and shown only.
-void applyNothing(Engine&, float, const Values&) {}
+void applyNothing(Engine&, float) {}
 
 // clang-format off
-#define SET(expression) [](Engine& e, float v, const Values&) { expression; }
+#define SET(expression) [](Engine& e, float v) { expression; }
 constexpr Parameter kParameters[] = {
     // index        name            default  effect on the engine
     { kVolume,      "Volume",       0.3f,    SET(e.setVolume(v)) },
@@ -146,10 +102,10 @@ constexpr Parameter kParameters[] = {
     { kStages,      "Stages",       0.5f,    SET(e.phaser().setStages(v)) },
     { kWidth,       "Width",        0.98f,   SET(e.phaser().setDepthControl(v)) },
     { kReverb,      "Reverb",       0.0f,    SET(e.reverb().setOn(engine::isOn(v))) },
-    { kMix,         "Mix",          0.864f,  applyMix },
-    { kSize,        "Size",         0.164f,  applySize },
-    { kBrite,       "Brite",        0.236f,  applyBrite },
-    { kSpring,      "Spring",       0.3f,    applySpring },
+    { kMix,         "Mix",          0.864f,  SET(e.reverb().setMix(v)) },
+    { kSize,        "Size",         0.164f,  SET(e.reverb().setSize(v)) },
+    { kBrite,       "Brite",        0.236f,  SET(e.reverb().setBrite(v)) },
+    { kSpring,      "Spring",       0.3f,    SET(e.reverb().setSpring(v)) },
 };
 #undef SET
 // clang-format on
@@ -170,10 +126,6 @@ const Parameter& parameter(int index) {
 
 float engineValue(float value) {
     return std::isfinite(value) ? std::clamp(value, 0.0f, 1.0f) : 0.0f;
-}
-
-float ParameterValues::operator[](ParamIndex index) const {
-    return engineValue(bank.value(program, index));
 }
 
 std::string valueText(float value) {

@@ -7,8 +7,6 @@
 
 namespace state {
 
-class Bank;
-
 enum ParamIndex {
     kVolume,
     kPan,
@@ -62,20 +60,12 @@ constexpr bool isParameter(int index) {
     return index >= 0 && index < kNumParams;
 }
 
-// What an applied value may depend on beside itself.
-struct ParameterValues {
-    const Bank& bank;
-    int program;
-    // As the engine may use it: finite, 0..1.
-    float operator[](ParamIndex index) const;
-};
-
 struct Parameter {
     ParamIndex index;
     const char* name;
     float defaultValue;
     // Hands the value (finite, 0..1) to the engine.
-    void (*apply)(engine::SoundEngine& engine, float value, const ParameterValues& values);
+    void (*apply)(engine::SoundEngine& engine, float value);
 };
 
 // Throws nothing; `index` must be a parameter.

@@ -48,6 +48,7 @@ std::string label(int program) {
 listening::Take play(int program, int timesChosen) {
     const auto instrument = std::make_unique<state::Instrument>(listening::kSampleRate);
     instrument->bank() = factoryBank().bank;
+    instrument->setProgram(0);
     for (int i = 0; i < timesChosen; ++i) instrument->setProgram(program);
     return listening::playPhrase(*instrument);
 }

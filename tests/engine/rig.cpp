@@ -106,12 +106,7 @@ void Rig::useEffects() {
     phaser.setDepthControl(1.0f);
     engine::SpringReverb& reverb = engine_->reverb();
     reverb.setOn(true);
-    reverb.setSpring(1.0f);
-    reverb.setSpringMix(1.0f);
-    reverb.setLevels(3.0f, 0.5f);
-    reverb.setRoom(0.98f);
-    reverb.setDamping(0.1f);
-    reverb.tuneSpring();
+    reverb.set({0.8f, 1.0f, 1.0f, 1.0f});
 }
 
 void Rig::send(int status, int data1, int data2) {

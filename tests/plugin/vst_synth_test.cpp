@@ -5,7 +5,9 @@
 #include <cmath>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
+#include "engine/engine.h"
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "plugin/vst_synth.h"
@@ -58,6 +60,22 @@ TEST(VstSynth, IsASynthOnlyForAHost) {
     TestHost host;
     const auto hosted = std::make_unique<VstSynth>(TestHost::callback);
     EXPECT_EQ(hosted->getPlugCategory(), kPlugCategSynth);
+}
+
+// "HP" moves half way to each value that is sent.
+class NotesHighPass : public engine::Engine {
+  public:
+    explicit NotesHighPass(std::vector<float>& sent) : Engine(44100.0), sent_(sent) {}
+    void setHighPass(float control) override { sent_.push_back(control); }
+
+  private:
+    std::vector<float>& sent_;
+};
+
+TEST(VstSynth, SendsProgramZeroOnceWhenItIsBuilt) {
+    std::vector<float> sent;
+    const auto synth = std::make_unique<VstSynth>(nullptr, std::make_unique<NotesHighPass>(sent));
+    EXPECT_EQ(sent, std::vector<float>{0.327f});
 }
 
 TEST(VstSynth, AdoptsTheHostsRate) {

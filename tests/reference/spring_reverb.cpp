@@ -30,9 +30,49 @@ void SpringReverb::setOn(bool on) {
     reverb_.setLengths(true, static_cast<float>(sampleRate_));
 }
 
+// The strength of the spring first: what the others come to depends on it.
+void SpringReverb::set(const ReverbSettings& settings) {
+    settings_.spring = settings.spring;
+    setMix(settings.mix);
+    setSize(settings.size);
+    setBrite(settings.brite);
+    setSpring(settings.spring);
+}
+
+void SpringReverb::setMix(float mix) {
+    settings_.mix = mix;
+    setLevels((2.0f - settings_.spring) * mix * 3.0f, 1.0f - mix);
+}
+
+void SpringReverb::setSize(float size) {
+    settings_.size = size;
+    setRoom(size * 0.28f + 0.7f);
+    followSpring();
+}
+
+void SpringReverb::setBrite(float brite) {
+    settings_.brite = brite;
+    setDamping((1.0f - brite) * 0.4f + settings_.spring * 0.1f);
+}
+
+void SpringReverb::setSpring(float amount) {
+    settings_.spring = amount;
+    setLevels((2.0f - amount) * settings_.mix * 3.0f, 1.0f - settings_.mix);
+    setDamping((1.0f - settings_.brite) * 0.4f + amount * 0.1f);
+    followSpring();
+}
+
+void SpringReverb::followSpring() {
+    if (settings_.spring > 0.3f) {
+        const bool large = settings_.spring > 0.7f || settings_.size > 0.7f;
+        setRoom((large ? 0.7f : settings_.size) * 0.28f + 0.7f);
+    }
+    tuneSpring();
+}
+
 void SpringReverb::tuneSpring() {
     springFilter_.setCoefficient(
-        static_cast<float>(6.28319 / sampleRate_ * (spring_ * 1200.0 + 2900.0)));
+        static_cast<float>(6.28319 / sampleRate_ * (settings_.spring * 1200.0 + 2900.0)));
 }
 
 void SpringReverb::setRoom(float size) {
@@ -64,14 +104,14 @@ void SpringReverb::clearFault() {
 }
 
 float SpringReverb::tickSpring(StereoSample in) {
-    const float side = wrappedToUnit((in.left - in.right) * spring_);
+    const float side = wrappedToUnit((in.left - in.right) * settings_.spring);
     const float low = springFilter_.tickLowPass(feedback_ * 0.9f);
-    return wrappedToUnit(springLine_.tick((low * 0.5f + side) * spring_) * springMix_);
+    return wrappedToUnit(springLine_.tick((low * 0.5f + side) * settings_.spring) * settings_.mix);
 }
 
 StereoSample SpringReverb::tick(StereoSample in) {
     if (!on_) return in;
-    if (spring_ > kSpringThreshold) {
+    if (settings_.spring > kSpringThreshold) {
         const float spring = tickSpring(in);
         in.left += spring * 0.5f;
         in.right += spring * 0.5f;

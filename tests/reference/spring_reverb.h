@@ -19,14 +19,11 @@ class SpringReverb final : public ReverbControl {
     void setRate(double sampleRate);
 
     void setOn(bool on) override;
-    void setSpring(float amount) override { spring_ = amount; }
-    float spring() const override { return spring_; }
-    void setSpringMix(float mix) override { springMix_ = mix; }
-    void tuneSpring() override;
-
-    void setRoom(float size) override;
-    void setDamping(float damping) override;
-    void setLevels(float wet, float dry) override;
+    void set(const ReverbSettings& settings) override;
+    void setMix(float mix) override;
+    void setSize(float size) override;
+    void setBrite(float brite) override;
+    void setSpring(float amount) override;
 
     void clear();
     // All states, also those that a program change leaves to the next sound.
@@ -35,12 +32,16 @@ class SpringReverb final : public ReverbControl {
     StereoSample tick(StereoSample in);
 
   private:
+    void setLevels(float wet, float dry);
+    void setDamping(float damping);
+    void setRoom(float size);
+    void followSpring();
+    void tuneSpring();
     float tickSpring(StereoSample in);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;
-    float spring_ = 0.0f;
-    float springMix_ = 0.0f;
+    ReverbSettings settings_;
     float feedback_ = 0.0f;
     dsp::OnePole springFilter_;
     FractionalDelay springLine_;

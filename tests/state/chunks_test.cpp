@@ -214,7 +214,7 @@ TEST(DefaultBank, SurvivesDamageAnywhere) {
         Bank bank;
         state::loadDefaultBank(bank, kId);
         for (int i = 0; i < state::kNumParams; ++i) {
-            const float value = state::ParameterValues{bank, round % 128}[state::ParamIndex(i)];
+            const float value = state::engineValue(bank.value(round % 128, i));
             ASSERT_TRUE(value >= 0.0f && value <= 1.0f);
         }
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <random>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -133,6 +134,36 @@ TEST(Instrument, SendsWhatAChunkHasReplacedMeanwhile) {
     EXPECT_EQ(sent.interruption, nullptr);
     EXPECT_EQ(instrument->program(), 3);
     EXPECT_EQ(sent.volume, 0.75f);
+}
+
+// "HP" and "Brigthness" walk on purpose.
+TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
+    constexpr float kSprings[] = {0.9f, 0.2f, 0.6f, 0.3f, 0.75f, 0.0f};
+    constexpr int kPrograms = 4 * static_cast<int>(std::size(kSprings));
+    state::Bank bank;
+    std::mt19937 random(1);
+    for (int program = 0; program < kPrograms; ++program) {
+        for (int index = 0; index < state::kNumParams; ++index) {
+            if (index == state::kHP || index == state::kBrigthness) continue;
+            bank.setValue(program, index, static_cast<float>(random() % 101) * 0.01f);
+        }
+        bank.setValue(program, state::kReverb, 1.0f);
+        bank.setValue(program, state::kAmnt, program % 2 == 0 ? 0.5f : 0.95f);
+        bank.setValue(program, state::kSpring, kSprings[program % std::size(kSprings)]);
+    }
+    const auto sound = [&](int before, int program) {
+        const auto instrument = std::make_unique<Instrument>(44100.0);
+        instrument->bank() = bank;
+        instrument->setProgram(before);
+        instrument->setProgram(program);
+        return render(*instrument, 6000, [&] {
+            for (const int key : {36, 64, 71}) instrument->engine().noteOn(key, 100);
+        });
+    };
+    for (int program = 1; program < kPrograms; ++program) {
+        SCOPED_TRACE(program);
+        EXPECT_TRUE(sound(program - 1, program) == sound(program, program));
+    }
 }
 
 TEST(Instrument, RefusesProgramsOutOfRange) {
