@@ -122,7 +122,7 @@ double integratedLoudness(const Take& take) {
 }
 
 double silentFrom(const Take& take) {
-    constexpr float kSilence = 1.6e-4f;
+    constexpr float kSilence = 3.16e-4f;
     std::size_t end = take.frames();
     while (end > 0 && std::fabs(take.left[end - 1]) < kSilence &&
            std::fabs(take.right[end - 1]) < kSilence) {

@@ -18,7 +18,7 @@ double peakDb(const Take& take);
 double momentaryLoudness(const Take& take, std::size_t from, std::size_t to);
 double integratedLoudness(const Take& take);
 
-// Seconds after which nothing is above -76 dB of full scale.
+// Seconds after which nothing is above -70 dB of full scale.
 double silentFrom(const Take& take);
 
 // Right against left between two frames, in dB.

@@ -1,7 +1,8 @@
-// Measures the sounds of a bank's source.
+// Measures the sounds of a bank's source, and settles their levels in it.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -13,9 +14,10 @@
 
 namespace {
 
-// Two are left to others on most machines.
+constexpr const char* kUsage = "Usage: measure_bank [--settle] SOURCE [PROGRAM...]\n";
+
 template <typename Work>
-void inParallel(int count, Work work) {
+void onTwoThreads(int count, Work work) {
     std::atomic<int> next{0};
     const auto worker = [&] {
         for (int i = next++; i < count; i = next++) work(i);
@@ -25,54 +27,130 @@ void inParallel(int count, Work work) {
     second.join();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "Usage: measure_bank SOURCE [PROGRAM...]\n");
-        return 2;
+// Writes a value over the one that a program's text states for a parameter.
+void state(std::string& text, std::size_t program, const std::string& name, float value) {
+    const std::size_t end = text.find("\nprogram ", program + 1);
+    char number[16];
+    std::snprintf(number, sizeof number, "%.3f", value);
+    std::string digits = number;
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+    for (const char* before : {" ", "\n"}) {
+        const std::size_t at = text.find(before + name + ' ', text.find('\n', program + 1));
+        if (at >= end) continue;
+        const std::size_t from = at + name.size() + 2;
+        text.replace(from, text.find_first_of(",\n", from) - from, digits);
+        return;
     }
-    std::ifstream in(argv[1]);
-    std::stringstream text;
-    text << in.rdbuf();
-    const auto source = banks::parseBankSource(text.str());
-    std::vector<int> programs;
-    for (int i = 2; i < argc; ++i) programs.push_back(std::stoi(argv[i]));
-    const bool all = programs.empty();
-    for (int i = 0; all && i < source.programs; ++i) programs.push_back(i);
+}
 
-    std::vector<banks::Figures> figures(programs.size());
-    std::vector<banks::Picture> pictures(programs.size());
-    inParallel(static_cast<int>(programs.size()), [&](int i) {
-        figures[i] = banks::measure(source.bank, programs[i]);
-        pictures[i] = banks::phrasePicture(source.bank, programs[i]);
-    });
-    std::printf("%-28s %6s %6s %5s %6s %5s %5s %5s %5s %5s %5s %5s %5s\n", "", "note", "chord",
-                "hiss", "full", "keys", "steep", "low", "touch", "befor", "late", "lean", "edge");
+void writeSettled(std::string& text, const state::Bank& bank, int count) {
+    std::size_t at = text.find("\nprogram ");
+    for (int program = 0; program < count; ++program) {
+        state(text, at, "Volume", bank.value(program, state::kVolume));
+        for (const auto& [level, onOff] : banks::kLevels) {
+            if (bank.value(program, onOff) <= 0.5f) continue;
+            state(text, at, state::parameter(level).name, bank.value(program, level));
+        }
+        at = text.find("\nprogram ", at + 1);
+    }
+}
+
+void printFigures(const state::Bank& bank, const std::vector<int>& programs,
+                  const std::vector<banks::Figures>& figures) {
+    std::printf("%-28s %6s %6s %5s %6s %6s %5s %5s %5s %5s %6s %5s %6s %5s %5s %6s\n", "", "note",
+                "chord", "hiss", "full", "strain", "keys", "step", "low", "touch", "before",
+                "late", "rest", "lean", "edge", "volume");
     for (std::size_t i = 0; i < programs.size(); ++i) {
         const banks::Figures& f = figures[i];
-        const auto wrong = banks::faults(f);
-        std::printf("%3d %-24s %6.1f %6.1f %5.1f %6.1f %5.1f %5.1f %5.1f %5.1f %5.1f %5.1f %5.1f %5.1f %s\n",
-                    programs[i], source.bank.programName(programs[i]).c_str(), f.note, f.chord,
-                    f.hiss, f.full, f.keys, f.steepest, f.low, f.touch, f.before, f.late, f.lean,
-                    f.edge.db, wrong.empty() ? "" : wrong.front().c_str());
+        std::printf(
+            "%3d %-24s %6.1f %6.1f %5.1f %6.1f %6.1f %5.1f %5.1f %5.1f %5.1f %6.1f %5.1f %6.1f "
+            "%5.1f %5.1f@%.2f/%.2f %6.3f",
+            programs[i], bank.programName(programs[i]).c_str(), f.note, f.chord, f.hiss, f.full,
+            f.strain, f.keys, f.steepest, f.low, f.touch, f.before, f.late, f.rest, f.lean,
+            f.edge.db, f.edge.seconds, 2.3 + banks::releaseSeconds(bank, programs[i]), bank.value(programs[i], state::kVolume));
+        if (programs.size() <= 16) {
+            for (const double level : f.levels) std::printf(" %.0f", level);
+        }
+        for (const std::string& fault : banks::faults(f)) std::printf("  %s;", fault.c_str());
+        std::printf("\n");
     }
+}
+
+void printNearest(const state::Bank& bank, const std::vector<int>& programs,
+                  const std::vector<banks::Picture>& pictures) {
     struct Pair {
         double distance;
         int a, b;
     };
     std::vector<Pair> pairs;
-    for (std::size_t a = 0; a < programs.size(); ++a) {
-        for (std::size_t b = 0; b < a; ++b) {
-            pairs.push_back({banks::distanceDb(pictures[a], pictures[b]), programs[b], programs[a]});
+    for (std::size_t b = 0; b < programs.size(); ++b) {
+        for (std::size_t a = 0; a < b; ++a) {
+            pairs.push_back(
+                {banks::distanceDb(pictures[a], pictures[b]), programs[a], programs[b]});
         }
     }
     std::sort(pairs.begin(), pairs.end(),
               [](const Pair& a, const Pair& b) { return a.distance < b.distance; });
-    for (std::size_t i = 0; i < std::min<std::size_t>(20, pairs.size()); ++i) {
+    std::size_t close = 0;
+    while (close < pairs.size() && pairs[close].distance < banks::kLeastDistance) ++close;
+    std::printf("%zu pairs nearer than %.1f dB\n", close, banks::kLeastDistance);
+    for (std::size_t i = 0; i < std::min(std::max<std::size_t>(20, close), pairs.size()); ++i) {
         std::printf("%5.2f dB  %d %s / %d %s\n", pairs[i].distance, pairs[i].a,
-                    source.bank.programName(pairs[i].a).c_str(), pairs[i].b,
-                    source.bank.programName(pairs[i].b).c_str());
+                    bank.programName(pairs[i].a).c_str(), pairs[i].b,
+                    bank.programName(pairs[i].b).c_str());
     }
+}
+
+int run(int argc, char** argv) {
+    const bool settles = argc > 1 && std::strcmp(argv[1], "--settle") == 0;
+    const int first = settles ? 2 : 1;
+    if (argc <= first) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    std::stringstream read;
+    read << std::ifstream(argv[first]).rdbuf();
+    std::string text = read.str();
+    banks::BankSource source = banks::parseBankSource(text);
+    std::vector<int> programs;
+    for (int i = first + 1; i < argc; ++i) programs.push_back(std::stoi(argv[i]));
+    if (programs.empty()) {
+        for (int i = 0; i < source.programs; ++i) programs.push_back(i);
+    }
+    const int count = static_cast<int>(programs.size());
+
+    if (settles) {
+        const state::Bank before = source.bank;
+        std::vector<state::Bank> settled(count, before);
+        onTwoThreads(count, [&](int i) { banks::settle(settled[i], programs[i]); });
+        for (int i = 0; i < count; ++i) {
+            for (int index = 0; index < state::kNumParams; ++index) {
+                source.bank.setValue(programs[i], index, settled[i].value(programs[i], index));
+            }
+        }
+        writeSettled(text, source.bank, source.programs);
+        std::ofstream(argv[first]) << text;
+    }
+
+    std::vector<banks::Figures> figures(count);
+    std::vector<banks::Picture> pictures(count);
+    onTwoThreads(count, [&](int i) {
+        figures[i] = banks::measure(source.bank, programs[i]);
+        pictures[i] = banks::phrasePicture(source.bank, programs[i]);
+    });
+    printFigures(source.bank, programs, figures);
+    printNearest(source.bank, programs, pictures);
     return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "measure_bank: %s\n", error.what());
+        return 1;
+    }
 }

@@ -45,18 +45,49 @@ double loudnessOf(const Take& take) {
 }
 
 void measureKeys(state::Instrument& instrument, double seconds, Figures& figures) {
-    double lowest = 0.0, highest = 0.0, previous = 0.0;
-    for (int key = 36; key <= 84; key += 4) {
-        const double level = loudnessOf(hold(instrument, {key}, kVelocity, seconds));
-        if (key == 36) figures.low = level;
-        if (key == 60) figures.low -= level;
-        if (key > 36) figures.steepest = std::max(figures.steepest, std::fabs(level - previous));
-        if (key <= 48) lowest = highest = level;
-        lowest = std::min(lowest, level);
-        highest = std::max(highest, level);
-        previous = level;
+    constexpr int kFirstKey = 36, kStep = 4, kLastKey = 84;
+    std::vector<double>& levels = figures.levels;
+    for (int key = kFirstKey; key <= kLastKey; key += kStep) {
+        levels.push_back(loudnessOf(hold(instrument, {key}, kVelocity, seconds)));
+        const std::size_t count = levels.size();
+        if (count < 2) continue;
+        figures.steepest =
+            std::max(figures.steepest, std::fabs(levels[count - 1] - levels[count - 2]));
     }
-    figures.keys = highest - lowest;
+    figures.low = levels.front() - levels[(60 - kFirstKey) / kStep];
+    const auto [lowest, highest] =
+        std::minmax_element(levels.begin() + (48 - kFirstKey) / kStep, levels.end());
+    figures.keys = *highest - *lowest;
+}
+
+const std::vector<int> kTenKeys = {36, 43, 48, 52, 55, 60, 64, 67, 72, 76};
+
+Take tenKeys(const state::Bank& bank, int program) {
+    const auto instrument = instrumentOf(bank, program);
+    return hold(*instrument, kTenKeys, 127, attackSeconds(bank, program) + 0.6);
+}
+
+// Scales all levels that sound.
+void scaleLevels(state::Bank& bank, int program, double factor) {
+    for (const auto& [level, onOff] : kLevels) {
+        if (bank.value(program, onOff) <= 0.5f) continue;
+        const double scaled = bank.value(program, level) * factor;
+        bank.setValue(program, level, static_cast<float>(std::min(scaled, 1.0)));
+    }
+}
+
+double strainDb(const state::Bank& bank, int program) {
+    state::Bank halved = bank;
+    scaleLevels(halved, program, 0.5);
+    const Take take = tenKeys(bank, program);
+    const Take half = tenKeys(halved, program);
+    double own = 0.0, other = 0.0;
+    for (std::size_t i = 0; i < take.frames(); ++i) {
+        const double difference = take.left[i] - 2.0 * half.left[i];
+        own += static_cast<double>(take.left[i]) * take.left[i];
+        other += difference * difference;
+    }
+    return decibels(std::sqrt(other / own));
 }
 
 double hissLoudness(const state::Bank& bank, int program) {
@@ -99,9 +130,32 @@ double differenceAfterOthers(const state::Bank& bank, int program, double second
     return most;
 }
 
+// From letting go to the end of the phrase's last voice.
+double voiceSeconds(const state::Bank& bank, int program) {
+    const double amount = bank.value(program, state::kVelocityAmp) * 0.998 + 0.001;
+    const double touch = kVelocity / 127.0;
+    const double level =
+        (touch * touch * amount + 1.0 - amount) * bank.value(program, state::kEnvSustain);
+    return releaseSeconds(bank, program) * std::log(level * 1000.0) / std::log(1000.0);
+}
+
+Take part(const Take& take, double from, double to) {
+    const auto first = static_cast<std::ptrdiff_t>(frameAt(std::max(from, 0.0)));
+    const auto last = static_cast<std::ptrdiff_t>(
+        std::min<double>(static_cast<double>(take.frames()), to * kSampleRate));
+    return {{take.left.begin() + first, take.left.begin() + last},
+            {take.right.begin() + first, take.right.begin() + last}};
+}
+
 Take phrase(state::Instrument& instrument, double seconds) {
     instrument.setProgram(instrument.program());
     return play(instrument, kPhrase, seconds);
+}
+
+double restDb(const state::Bank& bank, int program) {
+    const double end = kPhraseEnd + voiceSeconds(bank, program);
+    const Take take = phrase(*instrumentOf(bank, program), end + 0.5);
+    return peakDb(part(take, end - 0.002, end + 0.5));
 }
 
 }  // namespace
@@ -121,8 +175,8 @@ Figures measure(const state::Bank& bank, int program) {
     figures.note = loudnessOf(hold(*instrument, {60}, kVelocity, held));
     figures.chord = loudnessOf(hold(*instrument, {60, 64, 67}, kVelocity, held));
     figures.hiss = figures.note - hissLoudness(bank, program);
-    figures.full = peakDb(
-        hold(*instrument, {36, 43, 48, 52, 55, 60, 64, 67, 72, 76}, 127, attack + 0.6));
+    figures.full = peakDb(tenKeys(bank, program));
+    figures.strain = strainDb(bank, program);
     measureKeys(*instrument, attack + 0.6, figures);
     figures.touch = loudnessOf(hold(*instrument, {60}, 120, attack + 0.5)) -
                     loudnessOf(hold(*instrument, {60}, 40, attack + 0.5));
@@ -130,10 +184,84 @@ Figures measure(const state::Bank& bank, int program) {
 
     const Take whole = phrase(*instrument, kPhraseEnd + release + 2.5);
     figures.late = silentFrom(whole) - kPhraseEnd - release;
-    figures.edge = sharpestEdge(whole, frameAt(kLastNoteOn + 0.05));
+    const double end = kPhraseEnd + voiceSeconds(bank, program);
+    figures.rest = peakDb(part(whole, end - 0.002, 1e9));
+    figures.edge = sharpestEdge(part(whole, 0.0, end - 0.01), frameAt(kPhraseEnd));
     figures.lean =
         leanDb(whole, frameAt(kPhraseEnd), frameAt(kPhraseEnd + std::max(0.3, 0.5 * release)));
     return figures;
+}
+
+namespace {
+
+bool sounds(const state::Bank& bank, int program, state::ParamIndex onOff) {
+    return bank.value(program, onOff) > 0.5f;
+}
+
+void setRounded(state::Bank& bank, int program, int index, double value) {
+    const double bounded = std::clamp(value, 0.0, 1.0);
+    bank.setValue(program, index, static_cast<float>(std::round(bounded * 1000.0) / 1000.0));
+}
+
+// The first key above the bass.
+int splitKey(const state::Bank& bank, int program) {
+    constexpr int kKeys[] = {36, 45, 48, 57, 60, 69, 72, 81};
+    return kKeys[static_cast<int>(bank.value(program, state::kKSplit) * 7.0f)];
+}
+
+// Makes a note just below the split that much louder than the one above it, dB.
+void settleBass(state::Bank& bank, int program, double held) {
+    constexpr double kStep = 5.0;
+    const bool contrabass = sounds(bank, program, state::kContrabass2);
+    if (!contrabass && !sounds(bank, program, state::kCello2)) return;
+    const int split = splitKey(bank, program);
+    for (int round = 0; round < 4; ++round) {
+        const auto instrument = instrumentOf(bank, program);
+        const auto level = [&](int key) {
+            return loudnessOf(hold(*instrument, {key}, kVelocity, held));
+        };
+        const double step =
+            0.5 * (level(split - 1) + level(split - 3) - level(split) - level(split + 2));
+        const double factor = std::pow(10.0, std::clamp(kStep - step, -12.0, 6.0) / 20.0);
+        for (const auto index : {state::kContrabass, state::kCello}) {
+            setRounded(bank, program, index, bank.value(program, index) * factor);
+        }
+    }
+}
+
+}  // namespace
+
+void settle(state::Bank& bank, int program) {
+    constexpr double kHiss = 25.5;
+    constexpr double kLeastHiss = 19.5;
+    constexpr double kHighestPeak = -1.5;
+    constexpr double kHighestRest = -52.0;
+    const double held = std::max(1.8, attackSeconds(bank, program) + 1.2);
+    settleBass(bank, program, held);
+    double wanted = kHiss;
+    for (int round = 0; round < 6; ++round) {
+        const auto instrument = instrumentOf(bank, program);
+        const double note = loudnessOf(hold(*instrument, {60}, kVelocity, held));
+        const double chord = loudnessOf(hold(*instrument, {60, 64, 67}, kVelocity, held));
+        const double hiss = note - hissLoudness(bank, program);
+        if (restDb(bank, program) > kHighestRest && wanted > kLeastHiss) wanted -= 1.0;
+
+        double highest = 0.0;
+        for (const auto& [level, onOff] : kLevels) {
+            if (!sounds(bank, program, onOff)) continue;
+            highest = std::max<double>(highest, bank.value(program, level));
+        }
+        const double factor = std::min(std::pow(10.0, (wanted - hiss) / 20.0), 1.0 / highest);
+        for (const auto& [level, onOff] : kLevels) {
+            if (!sounds(bank, program, onOff)) continue;
+            setRounded(bank, program, level, bank.value(program, level) * factor);
+        }
+        // Both in their bounds, as near the middle as they go; and room for the loudest chord.
+        double raise = 0.5 * (kNoteLoudness - note + kChordLoudness - chord);
+        raise = std::min(raise, kHighestPeak - peakDb(tenKeys(bank, program)) + decibels(factor));
+        setRounded(bank, program, state::kVolume,
+                   bank.value(program, state::kVolume) * std::pow(10.0, raise / 20.0) / factor);
+    }
 }
 
 std::vector<std::string> faults(const Figures& figures) {
@@ -149,7 +277,8 @@ std::vector<std::string> faults(const Figures& figures) {
         {"range over the keys", figures.keys, 0.0, 10.0},
         {"difference after other sounds", figures.before, 0.0, 2.0},
         {"silence after the release", figures.late, -60.0, 1.0},
-        {"sharpest edge", figures.edge.db, 0.0, 7.0},
+        {"peak after the release", figures.rest, -200.0, -48.0},
+        {"sharpest edge", figures.edge.db, 0.0, 8.0},
     };
     std::vector<std::string> found;
     for (const Bound& bound : bounds) {

@@ -11,20 +11,23 @@ namespace banks {
 
 // Loudness of one note and of three at velocity 100 that sounds are set to, in LUFS; the medians
 // of the bank.
-constexpr double kNoteLoudness = -27.0;
-constexpr double kChordLoudness = -22.5;
+constexpr double kNoteLoudness = -29.5;
+constexpr double kChordLoudness = -24.5;
 
 struct Figures {
     double note = 0.0;      // loudness of middle C, LUFS
     double chord = 0.0;     // of C E G, LUFS
     double hiss = 0.0;      // how far the bow noise lies under that note, dB
     double full = 0.0;      // peak of ten keys at full velocity, dB of full scale
+    double strain = 0.0;    // what the ten keys add that half the levels do not, dB
+    std::vector<double> levels;  // loudness of keys 36, 40, ... 84, LUFS
     double keys = 0.0;      // loudest against softest key from 48 to 84, dB
     double steepest = 0.0;  // between keys four semitones apart from 36 to 84, dB
     double low = 0.0;       // key 36 against middle C, dB
     double touch = 0.0;     // velocity 120 against 40, dB
     double before = 0.0;    // most that a half-octave band differs after other sounds, dB
     double late = 0.0;      // silence after the end of the release, s
+    double rest = 0.0;      // peak after the release, dB of full scale
     double lean = 0.0;      // right against left once the keys are let go, dB
     Edge edge;              // the sharpest in the phrase
 };
@@ -33,6 +36,17 @@ struct Figures {
 double releaseSeconds(const state::Bank& bank, int program);
 
 Figures measure(const state::Bank& bank, int program);
+
+// Sets the section levels and the volume so that hiss and loudness are as they should be; keeps the
+// balance of the levels.
+void settle(state::Bank& bank, int program);
+
+// The level and the switch of each section.
+constexpr state::ParamIndex kLevels[][2] = {
+    {state::kViola, state::kViola2},           {state::kViolin, state::kViolin2},
+    {state::kBrass, state::kBrass2},           {state::kHorn, state::kHorn2},
+    {state::kContrabass, state::kContrabass2}, {state::kCello, state::kCello2},
+};
 
 // What of the figures is out of bounds, in words.
 std::vector<std::string> faults(const Figures& figures);
