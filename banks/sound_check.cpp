@@ -211,7 +211,7 @@ int splitKey(const state::Bank& bank, int program) {
 
 // Makes a note just below the split that much louder than the one above it, dB.
 void settleBass(state::Bank& bank, int program, double held) {
-    constexpr double kStep = 5.0;
+    constexpr double kStep = 3.5;
     const bool contrabass = sounds(bank, program, state::kContrabass2);
     if (!contrabass && !sounds(bank, program, state::kCello2)) return;
     const int split = splitKey(bank, program);
