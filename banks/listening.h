@@ -38,7 +38,7 @@ constexpr int kBands = 16;
 std::array<double, kBands> bandsDb(const Take& take);
 
 // In dB, over time, of both sides, at equal loudness.
-constexpr int kFrames = 30;  // of 0.1 s
+constexpr int kFrames = 48;  // of 0.1 s
 using Picture = std::array<float, 2 * kBands * kFrames>;
 Picture picture(const Take& take);
 

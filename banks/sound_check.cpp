@@ -19,6 +19,9 @@ const std::vector<Note> kPhrase = {
     {0.0, 2.0, 67, kVelocity},        {0.0, 2.0, 71, kVelocity},  {0.25, 0.6, 72, kVelocity},
     {kLastNoteOn, 1.7, 76, kVelocity}};
 
+// What follows it in a picture: a short low note and a soft high one.
+const std::vector<Note> kAfterPhrase = {{3.0, 3.4, 36, kVelocity}, {3.9, 4.1, 79, 40}};
+
 std::unique_ptr<state::Instrument> instrumentOf(const state::Bank& bank, int program) {
     auto instrument = std::make_unique<state::Instrument>(kSampleRate);
     instrument->bank() = bank;
@@ -292,7 +295,9 @@ std::vector<std::string> faults(const Figures& figures) {
 }
 
 Picture phrasePicture(const state::Bank& bank, int program) {
-    return picture(phrase(*instrumentOf(bank, program), 0.1 * kFrames));
+    std::vector<Note> notes = kPhrase;
+    notes.insert(notes.end(), kAfterPhrase.begin(), kAfterPhrase.end());
+    return picture(play(*instrumentOf(bank, program), notes, 0.1 * kFrames));
 }
 
 }  // namespace banks

@@ -51,8 +51,8 @@ constexpr state::ParamIndex kLevels[][2] = {
 // What of the figures is out of bounds, in words.
 std::vector<std::string> faults(const Figures& figures);
 
-// A bass note, a chord and two notes of melody, let go one after another, as a picture that two
-// sounds can be told apart by.
+// A bass note, a chord and two notes of melody, let go one after another, then a short low note and
+// a soft high one: a picture that two sounds can be told apart by.
 Picture phrasePicture(const state::Bank& bank, int program);
 constexpr double kLeastDistance = 3.0;
 
