@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -11,10 +12,15 @@
 
 #include "banks/bank_source.h"
 #include "banks/sound_check.h"
+#include "render/midi_song.h"
 
 namespace {
 
-constexpr const char* kUsage = "Usage: measure_bank [--settle] SOURCE [PROGRAM...]\n";
+constexpr const char* kUsage =
+    "Usage: measure_bank [--settle] SOURCE [PROGRAM...]\n"
+    "       measure_bank --song SONG.mid SOURCE [PROGRAM...]\n"
+    "--settle first writes the levels and volumes of the programs (all when none is named) to the\n"
+    "source. --song plays the notes of all channels, at most two minutes, with each program.\n";
 
 template <typename Work>
 void onTwoThreads(int count, Work work) {
@@ -102,9 +108,49 @@ void printNearest(const state::Bank& bank, const std::vector<int>& programs,
     }
 }
 
+std::vector<banks::Note> notesOf(const render::MidiSong& song, double seconds) {
+    std::vector<banks::Note> notes;
+    for (const render::SongEvent& event : song.events) {
+        const double time = static_cast<double>(event.time) / song.unitsPerSecond;
+        const auto [status, key, velocity] = event.message;
+        const int kind = status & 0xF0;
+        if (time >= seconds || (kind != 0x80 && kind != 0x90)) continue;
+        if (kind == 0x90 && velocity > 0) {
+            notes.push_back({time, seconds, key, velocity});
+            continue;
+        }
+        const auto held = std::find_if(notes.rbegin(), notes.rend(), [&](const banks::Note& note) {
+            return note.key == key && note.off == seconds;
+        });
+        if (held != notes.rend()) held->off = time;
+    }
+    return notes;
+}
+
+void printSong(const state::Bank& bank, const std::vector<int>& programs, const char* path) {
+    const render::MidiSong song = render::readMidiSong(path);
+    const double seconds =
+        std::min(120.0, static_cast<double>(song.endTime) / song.unitsPerSecond);
+    const std::vector<banks::Note> notes = notesOf(song, seconds);
+    std::vector<double> loudness(programs.size()), peaks(programs.size());
+    onTwoThreads(static_cast<int>(programs.size()), [&](int i) {
+        const auto instrument = std::make_unique<state::Instrument>(banks::kSampleRate);
+        instrument->bank() = bank;
+        banks::choose(*instrument, programs[i]);
+        const banks::Take take = banks::play(*instrument, notes, seconds);
+        loudness[i] = banks::integratedLoudness(take);
+        peaks[i] = banks::peakDb(take);
+    });
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+        std::printf("%3d %-24s %6.1f LUFS, peak %6.1f dB\n", programs[i],
+                    bank.programName(programs[i]).c_str(), loudness[i], peaks[i]);
+    }
+}
+
 int run(int argc, char** argv) {
     const bool settles = argc > 1 && std::strcmp(argv[1], "--settle") == 0;
-    const int first = settles ? 2 : 1;
+    const char* const song = argc > 2 && std::strcmp(argv[1], "--song") == 0 ? argv[2] : nullptr;
+    const int first = song ? 3 : settles ? 2 : 1;
     if (argc <= first) {
         std::fputs(kUsage, stderr);
         return 2;
@@ -120,6 +166,10 @@ int run(int argc, char** argv) {
     }
     const int count = static_cast<int>(programs.size());
 
+    if (song) {
+        printSong(source.bank, programs, song);
+        return 0;
+    }
     if (settles) {
         const state::Bank before = source.bank;
         std::vector<state::Bank> settled(count, before);

@@ -226,8 +226,9 @@ void settleBass(state::Bank& bank, int program, double held) {
         const double step =
             0.5 * (level(split - 1) + level(split - 3) - level(split) - level(split + 2));
         const double factor = std::pow(10.0, std::clamp(kStep - step, -12.0, 6.0) / 20.0);
-        for (const auto index : {state::kContrabass, state::kCello}) {
-            setRounded(bank, program, index, bank.value(program, index) * factor);
+        for (const auto& [level, onOff] : {kLevels[4], kLevels[5]}) {
+            if (!sounds(bank, program, onOff)) continue;
+            setRounded(bank, program, level, bank.value(program, level) * factor);
         }
     }
 }
