@@ -206,6 +206,10 @@ void setRounded(state::Bank& bank, int program, int index, double value) {
     bank.setValue(program, index, static_cast<float>(std::round(bounded * 1000.0) / 1000.0));
 }
 
+void scale(state::Bank& bank, int program, int index, double factor) {
+    setRounded(bank, program, index, bank.value(program, index) * factor);
+}
+
 // The first key above the bass.
 int splitKey(const state::Bank& bank, int program) {
     constexpr int kKeys[] = {36, 45, 48, 57, 60, 69, 72, 81};
@@ -216,7 +220,8 @@ int splitKey(const state::Bank& bank, int program) {
 void settleBass(state::Bank& bank, int program, double held) {
     constexpr double kStep = 3.5;
     const bool contrabass = sounds(bank, program, state::kContrabass2);
-    if (!contrabass && !sounds(bank, program, state::kCello2)) return;
+    const bool cello = sounds(bank, program, state::kCello2);
+    if (!contrabass && !cello) return;
     const int split = splitKey(bank, program);
     for (int round = 0; round < 4; ++round) {
         const auto instrument = instrumentOf(bank, program);
@@ -226,10 +231,8 @@ void settleBass(state::Bank& bank, int program, double held) {
         const double step =
             0.5 * (level(split - 1) + level(split - 3) - level(split) - level(split + 2));
         const double factor = std::pow(10.0, std::clamp(kStep - step, -12.0, 6.0) / 20.0);
-        for (const auto& [level, onOff] : {kLevels[4], kLevels[5]}) {
-            if (!sounds(bank, program, onOff)) continue;
-            setRounded(bank, program, level, bank.value(program, level) * factor);
-        }
+        if (contrabass) scale(bank, program, state::kContrabass, factor);
+        if (cello) scale(bank, program, state::kCello, factor);
     }
 }
 
@@ -257,14 +260,12 @@ void settle(state::Bank& bank, int program) {
         }
         const double factor = std::min(std::pow(10.0, (wanted - hiss) / 20.0), 1.0 / highest);
         for (const auto& [level, onOff] : kLevels) {
-            if (!sounds(bank, program, onOff)) continue;
-            setRounded(bank, program, level, bank.value(program, level) * factor);
+            if (sounds(bank, program, onOff)) scale(bank, program, level, factor);
         }
         // Both in their bounds, as near the middle as they go; and room for the loudest chord.
         double raise = 0.5 * (kNoteLoudness - note + kChordLoudness - chord);
         raise = std::min(raise, kHighestPeak - peakDb(tenKeys(bank, program)) + decibels(factor));
-        setRounded(bank, program, state::kVolume,
-                   bank.value(program, state::kVolume) * std::pow(10.0, raise / 20.0) / factor);
+        scale(bank, program, state::kVolume, std::pow(10.0, raise / 20.0) / factor);
     }
 }
 
