@@ -14,10 +14,10 @@ constexpr int kVelocity = 100;
 // The phrase, in seconds.
 constexpr double kLastNoteOn = 0.65;
 constexpr double kPhraseEnd = 2.3;
-const std::vector<Note> kPhrase = {
-    {0.0, kPhraseEnd, 43, kVelocity}, {0.0, 2.0, 60, kVelocity},  {0.0, 2.0, 64, kVelocity},
-    {0.0, 2.0, 67, kVelocity},        {0.0, 2.0, 71, kVelocity},  {0.25, 0.6, 72, kVelocity},
-    {kLastNoteOn, 1.7, 76, kVelocity}};
+const std::vector<Note> kPhrase = {{0.0, kPhraseEnd, 43, kVelocity}, {0.0, 2.0, 60, kVelocity},
+                                   {0.0, 2.0, 64, kVelocity},        {0.0, 2.0, 67, kVelocity},
+                                   {0.0, 2.0, 71, kVelocity},        {0.25, 0.6, 72, kVelocity},
+                                   {kLastNoteOn, 1.7, 76, kVelocity}};
 
 // What follows it in a picture: a short low note and a soft high one.
 const std::vector<Note> kAfterPhrase = {{3.0, 3.4, 36, kVelocity}, {3.9, 4.1, 79, 40}};
@@ -64,6 +64,30 @@ void measureKeys(state::Instrument& instrument, double seconds, Figures& figures
 }
 
 const std::vector<int> kTenKeys = {36, 43, 48, 52, 55, 60, 64, 67, 72, 76};
+
+// Four seconds of busy playing in both hands.
+Take passage(state::Instrument& instrument) {
+    constexpr int kChords[][4] = {
+        {57, 60, 64, 69}, {53, 57, 60, 65}, {55, 59, 62, 67}, {52, 56, 59, 64}};
+    constexpr int kBass[] = {33, 29, 31, 28};
+    constexpr int kMelody[] = {76, 72, 69, 72, 77, 74, 72, 69, 79, 74, 71, 74, 80, 76, 71, 68};
+    constexpr double kBeat = 0.5;  // s
+    std::vector<Note> notes;
+    for (int bar = 0; bar < 4; ++bar) {
+        for (int half = 0; half < 2; ++half) {
+            const double at = (2 * bar + half) * kBeat;
+            for (const int key : kChords[bar]) notes.push_back({at, at + 0.8 * kBeat, key, 85});
+            const int octave = 12 * half;
+            notes.push_back({at, at + 0.9 * kBeat, kBass[bar] + octave, 105});
+            for (int eighth = 0; eighth < 2; ++eighth) {
+                const double on = at + eighth * 0.5 * kBeat;
+                notes.push_back({on, on + 0.45 * kBeat, kMelody[4 * bar + 2 * half + eighth], 100});
+            }
+        }
+    }
+    instrument.setProgram(instrument.program());
+    return play(instrument, notes, 8 * kBeat);
+}
 
 Take tenKeys(const state::Bank& bank, int program) {
     const auto instrument = instrumentOf(bank, program);
@@ -177,6 +201,9 @@ Figures measure(const state::Bank& bank, int program) {
     const double held = std::max(1.8, attack + 1.2);
     figures.note = loudnessOf(hold(*instrument, {60}, kVelocity, held));
     figures.chord = loudnessOf(hold(*instrument, {60, 64, 67}, kVelocity, held));
+    const Take busy = passage(*instrument);
+    figures.passage = integratedLoudness(busy);
+    figures.passagePeak = peakDb(busy);
     figures.hiss = figures.note - hissLoudness(bank, program);
     figures.full = peakDb(tenKeys(bank, program));
     figures.strain = strainDb(bank, program);
@@ -242,6 +269,7 @@ void settle(state::Bank& bank, int program) {
     constexpr double kHiss = 25.5;
     constexpr double kLeastHiss = 19.5;
     constexpr double kHighestPeak = -1.5;
+    constexpr double kMostBend = 2.0;  // of the loudness of note and chord towards the passage's
     constexpr double kHighestRest = -52.0;
     const double held = std::max(1.8, attackSeconds(bank, program) + 1.2);
     settleBass(bank, program, held);
@@ -264,7 +292,14 @@ void settle(state::Bank& bank, int program) {
         }
         // Both in their bounds, as near the middle as they go; and room for the loudest chord.
         double raise = 0.5 * (kNoteLoudness - note + kChordLoudness - chord);
+        const Take busy = passage(*instrument);
+        raise +=
+            std::clamp(kPassageLoudness - integratedLoudness(busy) - raise, -kMostBend, kMostBend);
+        raise =
+            std::clamp(raise, std::max(kNoteLoudness - note - 2.7, kChordLoudness - chord - 2.2),
+                       std::min(kNoteLoudness - note + 2.7, kChordLoudness - chord + 2.2));
         raise = std::min(raise, kHighestPeak - peakDb(tenKeys(bank, program)) + decibels(factor));
+        raise = std::min(raise, kHighestPeak - peakDb(busy));
         scale(bank, program, state::kVolume, std::pow(10.0, raise / 20.0) / factor);
     }
 }
@@ -277,6 +312,8 @@ std::vector<std::string> faults(const Figures& figures) {
     const Bound bounds[] = {
         {"loudness of a note", figures.note, kNoteLoudness - 3.0, kNoteLoudness + 3.0},
         {"loudness of a chord", figures.chord, kChordLoudness - 2.5, kChordLoudness + 2.5},
+        {"loudness of a passage", figures.passage, -60.0, kPassageLoudness + 3.0},
+        {"peak of a passage", figures.passagePeak, -30.0, -1.0},
         {"distance of the hiss", figures.hiss, 18.0, 120.0},
         {"peak of ten keys", figures.full, -30.0, -1.0},
         {"range over the keys", figures.keys, 0.0, 10.0},

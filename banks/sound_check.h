@@ -13,23 +13,27 @@ namespace banks {
 // of the bank.
 constexpr double kNoteLoudness = -29.5;
 constexpr double kChordLoudness = -24.5;
+// The same of a busy passage in both hands, gated.
+constexpr double kPassageLoudness = -21.7;
 
 struct Figures {
-    double note = 0.0;      // loudness of middle C, LUFS
-    double chord = 0.0;     // of C E G, LUFS
-    double hiss = 0.0;      // how far the bow noise lies under that note, dB
-    double full = 0.0;      // peak of ten keys at full velocity, dB of full scale
-    double strain = 0.0;    // what the ten keys add that half the levels do not, dB
+    double note = 0.0;           // loudness of middle C, LUFS
+    double chord = 0.0;          // of C E G, LUFS
+    double passage = 0.0;        // of a busy passage, LUFS
+    double passagePeak = 0.0;    // dB of full scale
+    double hiss = 0.0;           // how far the bow noise lies under that note, dB
+    double full = 0.0;           // peak of ten keys at full velocity, dB of full scale
+    double strain = 0.0;         // what the ten keys add that half the levels do not, dB
     std::vector<double> levels;  // loudness of keys 36, 40, ... 84, LUFS
-    double keys = 0.0;      // loudest against softest key from 48 to 84, dB
-    double steepest = 0.0;  // between keys four semitones apart from 36 to 84, dB
-    double low = 0.0;       // key 36 against middle C, dB
-    double touch = 0.0;     // velocity 120 against 40, dB
-    double before = 0.0;    // most that a half-octave band differs after other sounds, dB
-    double late = 0.0;      // silence after the end of the release, s
-    double rest = 0.0;      // peak after the release, dB of full scale
-    double lean = 0.0;      // right against left once the keys are let go, dB
-    Edge edge;              // the sharpest in the phrase
+    double keys = 0.0;           // loudest against softest key from 48 to 84, dB
+    double steepest = 0.0;       // between keys four semitones apart from 36 to 84, dB
+    double low = 0.0;            // key 36 against middle C, dB
+    double touch = 0.0;          // velocity 120 against 40, dB
+    double before = 0.0;         // most that a half-octave band differs after other sounds, dB
+    double late = 0.0;           // silence after the end of the release, s
+    double rest = 0.0;           // peak after the release, dB of full scale
+    double lean = 0.0;           // right against left once the keys are let go, dB
+    Edge edge;                   // the sharpest in the phrase
 };
 
 // Seconds from letting a key go to a thousandth of its level.
