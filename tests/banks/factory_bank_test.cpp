@@ -66,7 +66,9 @@ TEST(FactoryBank, NamesEverySoundWithWordsUsedTwiceAtMost) {
     for (const auto& [word, count] : uses) {
         const bool joins = word == "of" || word == "and" || word == "at" || word == "in" ||
                            word == "on" || word == "the" || word == "by";
-        if (!joins) EXPECT_LE(count, 2) << word;
+        if (!joins) {
+            EXPECT_LE(count, 2) << word;
+        }
     }
 }
 
