@@ -65,7 +65,7 @@ void measureKeys(state::Instrument& instrument, double seconds, Figures& figures
 
 const std::vector<int> kTenKeys = {36, 43, 48, 52, 55, 60, 64, 67, 72, 76};
 
-// Four seconds of busy playing in both hands.
+// Four seconds of busy playing in both hands, with short low notes on every beat.
 Take passage(state::Instrument& instrument) {
     constexpr int kChords[][4] = {
         {57, 60, 64, 69}, {53, 57, 60, 65}, {55, 59, 62, 67}, {52, 56, 59, 64}};
@@ -79,6 +79,8 @@ Take passage(state::Instrument& instrument) {
             for (const int key : kChords[bar]) notes.push_back({at, at + 0.8 * kBeat, key, 85});
             const int octave = 12 * half;
             notes.push_back({at, at + 0.9 * kBeat, kBass[bar] + octave, 105});
+            notes.push_back({at, at + 0.1, 36, 110});
+            notes.push_back({at + 0.5 * kBeat, at + 0.5 * kBeat + 0.1, 42, 90});
             for (int eighth = 0; eighth < 2; ++eighth) {
                 const double on = at + eighth * 0.5 * kBeat;
                 notes.push_back({on, on + 0.45 * kBeat, kMelody[4 * bar + 2 * half + eighth], 100});
@@ -269,6 +271,7 @@ void settle(state::Bank& bank, int program) {
     constexpr double kHiss = 25.5;
     constexpr double kLeastHiss = 19.5;
     constexpr double kHighestPeak = -1.5;
+    constexpr double kHighestPassagePeak = -4.0;
     constexpr double kMostBend = 2.0;  // of the loudness of note and chord towards the passage's
     constexpr double kHighestRest = -52.0;
     const double held = std::max(1.8, attackSeconds(bank, program) + 1.2);
@@ -299,7 +302,7 @@ void settle(state::Bank& bank, int program) {
             std::clamp(raise, std::max(kNoteLoudness - note - 2.7, kChordLoudness - chord - 2.2),
                        std::min(kNoteLoudness - note + 2.7, kChordLoudness - chord + 2.2));
         raise = std::min(raise, kHighestPeak - peakDb(tenKeys(bank, program)) + decibels(factor));
-        raise = std::min(raise, kHighestPeak - peakDb(busy));
+        raise = std::min(raise, kHighestPassagePeak - peakDb(busy));
         scale(bank, program, state::kVolume, std::pow(10.0, raise / 20.0) / factor);
     }
 }
