@@ -64,21 +64,18 @@ void writeSettled(std::string& text, const state::Bank& bank, int count) {
 
 void printFigures(const state::Bank& bank, const std::vector<int>& programs,
                   const std::vector<banks::Figures>& figures) {
-    std::printf("%-28s %6s %6s %5s %6s %6s %5s %5s %5s %5s %6s %5s %6s %5s %5s %6s %6s\n", "",
-                "note", "chord", "hiss", "full", "strain", "keys", "step", "low", "touch", "before",
-                "late", "rest", "lean", "edge", "volume", "busy");
+    std::printf(
+        "%-28s   note  chord passage hiss   full keys step   low touch before late   rest lean "
+        "edge volume\n",
+        "");
     for (std::size_t i = 0; i < programs.size(); ++i) {
         const banks::Figures& f = figures[i];
         std::printf(
-            "%3d %-24s %6.1f %6.1f %5.1f %6.1f %6.1f %5.1f %5.1f %5.1f %5.1f %6.1f %5.1f %6.1f "
-            "%5.1f %5.1f@%.2f/%.2f %6.3f %6.1f",
-            programs[i], bank.programName(programs[i]).c_str(), f.note, f.chord, f.hiss, f.full,
-            f.strain, f.keys, f.steepest, f.low, f.touch, f.before, f.late, f.rest, f.lean,
-            f.edge.db, f.edge.seconds, 2.3 + banks::releaseSeconds(bank, programs[i]),
-            bank.value(programs[i], state::kVolume), f.passage);
-        if (programs.size() <= 16) {
-            for (const double level : f.levels) std::printf(" %.0f", level);
-        }
+            "%3d %-24s %6.1f %6.1f %6.1f %5.1f %6.1f %4.1f %4.1f %5.1f %5.1f %5.1f %5.1f %6.1f "
+            "%4.1f %4.1f %6.3f",
+            programs[i], bank.programName(programs[i]).c_str(), f.note, f.chord, f.passage, f.hiss,
+            f.full, f.keys, f.steepest, f.low, f.touch, f.before, f.late, f.rest, f.lean, f.edge.db,
+            bank.value(programs[i], state::kVolume));
         for (const std::string& fault : banks::faults(f)) std::printf("  %s;", fault.c_str());
         std::printf("\n");
     }

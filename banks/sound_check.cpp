@@ -96,29 +96,6 @@ Take tenKeys(const state::Bank& bank, int program) {
     return hold(*instrument, kTenKeys, 127, attackSeconds(bank, program) + 0.6);
 }
 
-// Scales all levels that sound.
-void scaleLevels(state::Bank& bank, int program, double factor) {
-    for (const auto& [level, onOff] : kLevels) {
-        if (bank.value(program, onOff) <= 0.5f) continue;
-        const double scaled = bank.value(program, level) * factor;
-        bank.setValue(program, level, static_cast<float>(std::min(scaled, 1.0)));
-    }
-}
-
-double strainDb(const state::Bank& bank, int program) {
-    state::Bank halved = bank;
-    scaleLevels(halved, program, 0.5);
-    const Take take = tenKeys(bank, program);
-    const Take half = tenKeys(halved, program);
-    double own = 0.0, other = 0.0;
-    for (std::size_t i = 0; i < take.frames(); ++i) {
-        const double difference = take.left[i] - 2.0 * half.left[i];
-        own += static_cast<double>(take.left[i]) * take.left[i];
-        other += difference * difference;
-    }
-    return decibels(std::sqrt(other / own));
-}
-
 double hissLoudness(const state::Bank& bank, int program) {
     const auto instrument = std::make_unique<state::Instrument>(kSampleRate);
     instrument->bank() = bank;
@@ -143,10 +120,15 @@ std::vector<int> programsBefore(const state::Bank& bank, int program) {
 
 double differenceAfterOthers(const state::Bank& bank, int program, double seconds) {
     constexpr double kHeard = -30.0;  // dB below the loudest band
+    constexpr double kWalk = 0.3;     // s; the brightness walks so long after a program change
     const auto bandsAfter = [&](int other) {
         const auto instrument = instrumentOf(bank, other);
         instrument->setProgram(program);
-        return bandsDb(hold(*instrument, {60, 64, 67}, kVelocity, seconds));
+        const double end = kWalk + seconds;
+        return bandsDb(play(
+            *instrument,
+            {{kWalk, end, 60, kVelocity}, {kWalk, end, 64, kVelocity}, {kWalk, end, 67, kVelocity}},
+            end));
     };
     const auto own = bandsAfter(program);
     double most = 0.0;
@@ -208,7 +190,6 @@ Figures measure(const state::Bank& bank, int program) {
     figures.passagePeak = peakDb(busy);
     figures.hiss = figures.note - hissLoudness(bank, program);
     figures.full = peakDb(tenKeys(bank, program));
-    figures.strain = strainDb(bank, program);
     measureKeys(*instrument, attack + 0.6, figures);
     figures.touch = loudnessOf(hold(*instrument, {60}, 120, attack + 0.5)) -
                     loudnessOf(hold(*instrument, {60}, 40, attack + 0.5));

@@ -23,7 +23,6 @@ struct Figures {
     double passagePeak = 0.0;    // dB of full scale
     double hiss = 0.0;           // how far the bow noise lies under that note, dB
     double full = 0.0;           // peak of ten keys at full velocity, dB of full scale
-    double strain = 0.0;         // what the ten keys add that half the levels do not, dB
     std::vector<double> levels;  // loudness of keys 36, 40, ... 84, LUFS
     double keys = 0.0;           // loudest against softest key from 48 to 84, dB
     double steepest = 0.0;       // between keys four semitones apart from 36 to 84, dB
