@@ -11,8 +11,8 @@ namespace banks {
 
 // Loudness of one note and of three at velocity 100 that sounds are set to, in LUFS; the medians
 // of the bank.
-constexpr double kNoteLoudness = -29.5;
-constexpr double kChordLoudness = -24.5;
+constexpr double kNoteLoudness = -30.2;
+constexpr double kChordLoudness = -25.3;
 // The same of a busy passage in both hands, gated.
 constexpr double kPassageLoudness = -21.7;
 
