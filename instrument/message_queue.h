@@ -40,7 +40,7 @@ class MessageQueue {
     void postpone();
 
   private:
-    std::array<TimedMessage, kCapacity> messages_{};
+    std::array<TimedMessage, kCapacity> messages_;  // memory is touched only as far as it is used
     int count_ = 0;
     int next_ = 0;
     int postponed_ = 0;  // number of leading messages from earlier blocks
