@@ -1,4 +1,4 @@
-# The front door: thin over the CMake presets.
+# Entry points for everyday tasks, based on the CMake presets.
 JOBS ?= $(shell nproc)
 
 .PHONY: demo test dist package bench fuzz soak coverage format check-format deps clean

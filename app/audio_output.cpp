@@ -1,4 +1,4 @@
-// Opens streams of RtAudio and turns its complaints into sentences.
+// Opens RtAudio streams and turns its errors into sentences.
 #include "app/audio_output.h"
 
 #include <algorithm>
@@ -6,18 +6,19 @@
 
 #include <RtAudio.h>
 
-#include "render/error.h"
+#include "host/error.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 2s;  // with a device that asks for no block
+constexpr auto kPatience = 2s;  // with a device that requests no block
 constexpr int kUsualRate = 48000;
 
-// The servers that mix come first, then what the desktop calls its default. RtAudio's PulseAudio
-// streams have a long latency.
+// Mixing servers come first, then the desktop's default. PulseAudio is last because of RtAudio's
+// long latency there.
 constexpr const char* kApiNames[] = {"jack", "alsa", "pulse"};
 
 std::atomic<bool> streamFailed{false};
@@ -56,7 +57,7 @@ std::vector<Output> stereoOutputs(RtAudio& audio) {
 }
 
 Output chosen(const std::vector<Output>& outputs, const std::string& name) {
-    if (outputs.empty()) throw render::Error("no device");
+    if (outputs.empty()) throw host::Error("no device");
     const auto find = [&](auto matches) {
         return std::find_if(outputs.begin(), outputs.end(), matches);
     };
@@ -68,7 +69,7 @@ Output chosen(const std::vector<Output>& outputs, const std::string& name) {
                 return output.info.name.find(name) != std::string::npos;
             });
         }
-        if (found == outputs.end()) throw render::Error("no device named " + name);
+        if (found == outputs.end()) throw host::Error("no device named " + name);
     }
     return found == outputs.end() ? outputs.front() : *found;
 }
@@ -101,7 +102,7 @@ std::vector<AudioDevices> audioDevices() {
             for (const auto& output : stereoOutputs(*audio)) {
                 found.devices.push_back({output.info.name, output.info.isDefaultOutput});
             }
-        } catch (const RtAudioError&) {  // then it has none
+        } catch (const RtAudioError&) {  // there is none
         }
         all.push_back(std::move(found));
     }
@@ -124,13 +125,13 @@ AudioFormat AudioOutput::open(const AudioWish& wish) {
             return openOn(api, wish);
         } catch (const RtAudioError& error) {
             reason = reasonOf(error);
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             reason = error.what();
         }
         audio_.reset();
         reasons += (reasons.empty() ? "" : "; ") + api + ": " + reason;
     }
-    throw render::Error("No audio (" + reasons + ").");
+    throw host::Error("No audio (" + reasons + ").");
 }
 
 AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
@@ -138,14 +139,15 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     RtAudio::StreamOptions options;
     options.flags = RTAUDIO_NONINTERLEAVED | RTAUDIO_SCHEDULE_REALTIME;
     options.numberOfBuffers = 2;
-    options.streamName = "Quarzel Strings";
+    options.streamName = platform::kProductName;
 
     Output output = {};
     const bool isAlsaDefault = wish.device.empty() && api == "alsa";
     if (isAlsaDefault) {
-        // What the desktop shares; looking at the cards themselves would disturb who plays there.
+        // Use the device that the desktop shares. Probing the cards themselves would disturb other
+        // players.
         options.flags |= RTAUDIO_ALSA_USE_DEFAULT;
-        if (audio_->getDeviceCount() == 0) throw render::Error("no device");
+        if (audio_->getDeviceCount() == 0) throw host::Error("no device");
         output.info.name = "default";
     } else {
         output = chosen(stereoOutputs(*audio_), wish.device);
@@ -167,18 +169,18 @@ void AudioOutput::start() {
     try {
         audio_->startStream();
     } catch (const RtAudioError& error) {
-        throw render::Error("No audio (" + reasonOf(error) + ").");
+        throw host::Error("No audio (" + reasonOf(error) + ").");
     }
     seenAt_ = std::chrono::steady_clock::now();
 }
 
 void AudioOutput::close() {
     if (!audio_) return;
-    // When a server dies, a thread of RtAudio's own closes the stream: let it finish.
+    // When a server dies, one of RtAudio's threads closes the stream: let it finish.
     if (!audio_->isStreamRunning()) std::this_thread::sleep_for(200ms);
     try {
         if (audio_->isStreamOpen()) audio_->closeStream();
-    } catch (const RtAudioError&) {  // it is gone in any case
+    } catch (const RtAudioError&) {  // it is gone anyway
     }
     audio_.reset();
 }

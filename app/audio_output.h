@@ -1,4 +1,4 @@
-// The sound card, or what plays its part, through RtAudio.
+// Audio output through RtAudio.
 #pragma once
 
 #include <atomic>
@@ -14,13 +14,13 @@ class RtAudio;
 namespace app {
 
 struct AudioWish {
-    std::string api;          // as RtAudio names it; empty: the first one that has a device
-    std::string device;       // its name or a part of it; empty: the default one
-    std::optional<int> rate;  // Hz; none: the one the device prefers
+    std::string api;          // RtAudio's name; empty: the first with a device
+    std::string device;       // all or part of its name; empty: the default device
+    std::optional<int> rate;  // Hz; not set: the device's preferred rate
     int blockSize = 256;
 };
 
-// What was opened.
+// The format that was opened.
 struct AudioFormat {
     std::string api;  // for display
     std::string device;
@@ -37,28 +37,28 @@ struct AudioDevices {
     std::vector<Device> devices;
 };
 
-// The names by which --api asks for one, the preferred first.
+// The names that --api accepts, in order of preference.
 std::vector<std::string> audioApis();
 
-// The stereo outputs of every API. Takes a while.
+// The stereo outputs of every API. Slow.
 std::vector<AudioDevices> audioDevices();
 
-// One at a time: RtAudio reports a failure without saying whose.
+// Only one may exist at a time, because RtAudio does not say which stream an error belongs to.
 class AudioOutput {
   public:
-    // Audio thread: fills both channels. late says that the block before was not ready in time.
+    // Audio thread. Fills both channels. late means that the previous block was not ready in time.
     using Render = std::function<void(float* left, float* right, int frames, bool late)>;
 
     explicit AudioOutput(Render render);
     ~AudioOutput();
 
-    // Throws render::Error, with the reason of every API that was tried.
+    // Throws host::Error with the reasons of all APIs tried.
     AudioFormat open(const AudioWish& wish);
-    // Begins to call render. Throws render::Error.
+    // Starts calling render. Throws host::Error.
     void start();
     void close();
     bool isOpen() const { return audio_ != nullptr; }
-    // Whether the device still asks for sound. To be called now and then while it is open.
+    // Whether the device still requests blocks. Call it regularly while the device is open.
     bool isAlive();
 
   private:

@@ -1,4 +1,4 @@
-// Reads the command line with CLI11, and its numbers without the locale.
+// Parses the command line with CLI11.
 #include "app/command_line.h"
 
 #include <algorithm>
@@ -6,13 +6,14 @@
 #include <CLI/CLI.hpp>
 
 #include "app/midi_inputs.h"
-#include "render/error.h"
-#include "render/option_values.h"
+#include "host/error.h"
+#include "host/option_values.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
 
-// The options as they were typed.
+// The options as typed.
 struct Typed {
     std::optional<std::string> rate, block;
     bool noWindow = false;
@@ -25,7 +26,8 @@ std::string joined(const std::vector<std::string>& names) {
 }
 
 void declare(CLI::App& app, CommandLine& line, Typed& typed) {
-    app.set_version_flag("--version", "quarzel " QUARZEL_VERSION, "Print the version and leave");
+    app.set_version_flag("--version", std::string("quarzel ") + platform::productVersion(),
+                         "Print the version and leave");
     app.add_option("SONG.mid", line.song, "Standard MIDI file to play")->type_name("");
     app.add_option("--plugin", line.plugin,
                    "VST 2.4 instrument (default: QuarzelStrings.so beside this program, else in "
@@ -54,7 +56,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
 
 void checkApi(const char* option, const std::string& name, const std::vector<std::string>& known) {
     if (name.empty() || std::find(known.begin(), known.end(), name) != known.end()) return;
-    throw render::UsageError(std::string(option) + ": " + name + " is none of " + joined(known));
+    throw host::UsageError(std::string(option) + ": " + name + " is none of " + joined(known));
 }
 
 }  // namespace
@@ -66,12 +68,12 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
         "Plays the string-ensemble synthesizer from MIDI ports, the computer keyboard and files.",
         "quarzel");
     declare(app, line, typed);
-    line.answer = render::parseWords(app, argc, argv);
+    line.answer = host::parseWords(app, argc, argv);
     if (!line.answer.empty()) return line;
     checkApi("--api", line.audio.api, audioApis());
     checkApi("--midi-api", line.midiApi, midiApis());
-    if (typed.rate) line.audio.rate = render::readInteger("--rate", *typed.rate, 8000, 768000);
-    if (typed.block) line.audio.blockSize = render::readInteger("--block", *typed.block, 16, 8192);
+    if (typed.rate) line.audio.rate = host::readInteger("--rate", *typed.rate, 8000, 768000);
+    if (typed.block) line.audio.blockSize = host::readInteger("--block", *typed.block, 16, 8192);
     line.hasWindow = !typed.noWindow;
     return line;
 }

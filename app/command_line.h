@@ -1,4 +1,4 @@
-// What a command line of quarzel asks for.
+// The command line of quarzel.
 #pragma once
 
 #include <optional>
@@ -9,20 +9,20 @@
 namespace app {
 
 struct CommandLine {
-    std::string song;    // empty: none is played
-    std::string plugin;  // empty: the instrument that is found
+    std::string song;    // empty: none
+    std::string plugin;  // empty: search for it
     AudioWish audio;
-    std::string midiApi;                 // as RtMidi names it; empty: the first one that works
-    std::string midiPort;                // a part of its name; empty: all
+    std::string midiApi;                 // RtMidi's name; empty: the first that works
+    std::string midiPort;                // part of its name; empty: all
     std::optional<std::string> bank;     // path
     std::optional<std::string> program;  // name or index
     bool listsDevices = false;
     bool hasWindow = true;
-    std::string answer;  // when not empty, all there is to do is to print it
+    std::string answer;  // if not empty, print it and do nothing else
 };
 
-// argv[0] is the program. Throws render::UsageError when the line means nothing, and render::Error
-// when one of its values is out of range.
+// argv[0] is the program. Throws host::UsageError if the line makes no sense and host::Error if a
+// value is out of range.
 CommandLine parseCommandLine(int argc, const char* const* argv);
 
 }  // namespace app

@@ -1,4 +1,4 @@
-// Places on the keyboard, and the notes that they play.
+// Maps key positions to notes.
 #include "app/computer_keyboard.h"
 
 #include <iterator>
@@ -12,7 +12,7 @@ constexpr int kPageUp = 112;
 constexpr int kPageDown = 117;
 constexpr int kHighestStep = 31;
 
-// The places from C upwards, named as on an American keyboard.
+// Key codes from C upwards, labelled as on an American keyboard.
 constexpr int kLowerRow[] = {52, 39, 53, 40, 54, 55, 42, 56, 43, 57, 44, 58, 59, 46, 60, 47, 61};
 //                           Z   S   X   D   C   V   G   B   H   N   J   M   ,   L   .   ;   /
 constexpr int kUpperRow[] = {24, 11, 25, 12, 26, 27, 14, 28, 15, 29, 16, 30, 31, 18, 32, 19, 33,

@@ -4,22 +4,21 @@
 #include <array>
 #include <functional>
 
-#include "render/midi_song.h"
+#include "host/midi_song.h"
 
 namespace app {
 
-// Keys are known by their place, whatever the layout prints on them: the lower row of letters
-// begins at C with the black keys in the row above it, the upper row an octave higher with the
-// digits. Page Up and Page Down move all by an octave.
+// Keys are identified by position, independent of the layout. The lower row of letters begins at C,
+// with the black keys in the row above. The upper row, with the digits, begins an octave higher.
+// Page Up and Page Down transpose by an octave.
 class ComputerKeyboard {
   public:
-    using Send = std::function<void(const render::MidiMessage&)>;
+    using Send = std::function<void(const host::MidiMessage&)>;
     explicit ComputerKeyboard(Send send) : send_(std::move(send)) {}
 
-    // code: the X server's, which is that of the Linux input layer plus 8. A key that is down
-    // already repeats itself, and is ignored.
+    // code is the X server's: the Linux input code plus 8. Key repeats are ignored.
     void press(int code);
-    // Lets go the note that the key began, whatever the octave is now.
+    // Releases the note that the key started, even if the octave has changed.
     void release(int code);
     void releaseAll();
 

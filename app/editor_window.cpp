@@ -1,9 +1,7 @@
-// The window through XCB, by the conventions of window managers (ICCCM, EWMH).
+// The window through XCB, following ICCCM and EWMH.
 #include "app/editor_window.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -11,36 +9,36 @@
 #include <unistd.h>
 
 #include "app/computer_keyboard.h"
-#include "render/error.h"
+#include "host/error.h"
+#include "platform/xcb_owners.h"
 
 namespace app {
 namespace {
 
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
+using platform::XcbOwned;
 
 constexpr uint32_t kKeyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
 constexpr uint32_t kEvents =
     kKeyEvents | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr uint16_t kShortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 constexpr std::chrono::milliseconds kRepeatGap{5};  // between the two events of a repeat
-constexpr int kBareWidth = 480;                     // of an instrument without an editor
+constexpr int kBareWidth = 480;                     // if the instrument has no editor
 constexpr int kBareHeight = 120;
 
 xcb_connection_t* connectToDisplay() {
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
     if (xcb_connection_has_error(connection) == 0) return connection;
     xcb_disconnect(connection);
-    throw render::Error("No window: the X display cannot be opened.");
+    throw host::Error("No window: the X display cannot be opened.");
 }
 
-using Event = Reply<xcb_generic_event_t>;
+using Event = XcbOwned<xcb_generic_event_t>;
 
 bool isRelease(const Event& event) {
     return (event->response_type & 0x7f) == XCB_KEY_RELEASE;
 }
 
-// The server lets a held key go and presses it again in one moment.
+// The server repeats a held key by a release and a press at the same time.
 bool isRepeat(const Event& first, const Event& second) {
     const auto& up = reinterpret_cast<const xcb_key_release_event_t&>(*first);
     const auto& down = reinterpret_cast<const xcb_key_press_event_t&>(*second);
@@ -48,25 +46,25 @@ bool isRepeat(const Event& first, const Event& second) {
            up.detail == down.detail && up.time == down.time;
 }
 
-// An editor may send on what it does not use, as hosts like it. Listening below its window has
-// brought that key already.
+// An editor may forward keys that it does not use, as some hosts expect. This window already gets
+// them by listening on the editor's window.
 bool isSentKey(const xcb_generic_event_t& event) {
     constexpr uint8_t kSent = 0x80;
     return event.response_type == (XCB_KEY_PRESS | kSent) ||
            event.response_type == (XCB_KEY_RELEASE | kSent);
 }
 
-// Waits that long at most, then adds what has come.
+// Waits at most that long, then adds the events that have arrived.
 void readEvents(xcb_connection_t* connection, std::chrono::milliseconds patience,
                 std::vector<Event>& events) {
     pollfd state = {xcb_get_file_descriptor(connection), POLLIN, 0};
     poll(&state, 1, static_cast<int>(patience.count()));
-    while (Event event{xcb_poll_for_event(connection), &std::free}) {
+    while (Event event{xcb_poll_for_event(connection)}) {
         if (!isSentKey(*event)) events.push_back(std::move(event));
     }
 }
 
-// The core fonts' coding of names: what is outside ASCII becomes a question mark.
+// For the older window title property. Characters outside ASCII become question marks.
 std::string asciiOf(const std::string& text) {
     std::string ascii;
     for (const char c : text) {
@@ -79,7 +77,7 @@ std::string asciiOf(const std::string& text) {
 
 }  // namespace
 
-EditorWindow::EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard)
+EditorWindow::EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard)
     : host_(host), keyboard_(keyboard), connection_(connectToDisplay()) {
     ERect* rect = nullptr;
     askEditor(effEditGetRect, &rect);
@@ -90,7 +88,7 @@ EditorWindow::EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard)
 
     host_.onSizeWindow([this](int width, int height) { return resize(width, height); });
     askEditor(effEditOpen, reinterpret_cast<void*>(std::uintptr_t{window_}));
-    // An instrument that does not know the question answers 0, which means yes.
+    // An instrument that does not implement the opcode answers 0, which means "keys required".
     tellsWhenItWantsKeys_ = host_.dispatch(effKeysRequired) != 0;
     listenBelow(window_);
     xcb_map_window(connection_, window_);
@@ -125,19 +123,20 @@ void EditorWindow::create(int width, int height) {
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom("_NET_WM_PID"),
                         XCB_ATOM_CARDINAL, 32, 1, &process);
     constexpr uint32_t kInputHint = 1;
-    const uint32_t hints[9] = {kInputHint, 1};  // gives it the keyboard
+    const uint32_t hints[9] = {kInputHint, 1};  // takes keyboard input
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_HINTS,
                         XCB_ATOM_WM_HINTS, 32, 9, hints);
     announce(width, height);
-    // The editor's own connection has to find the window.
-    std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    // Wait until the editor's own connection can find the window.
+    const XcbOwned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
 // Only the editor resizes the window.
 void EditorWindow::announce(int width, int height) {
     constexpr uint32_t kSizeHint = 1 << 3, kLeastHint = 1 << 4, kMostHint = 1 << 5;
     uint32_t hints[18] = {kSizeHint | kLeastHint | kMostHint};
-    for (const int place : {3, 5, 7}) {  // the size, the least and the most
+    for (const int place : {3, 5, 7}) {  // size, minimum and maximum
         hints[place] = static_cast<uint32_t>(width);
         hints[place + 1] = static_cast<uint32_t>(height);
     }
@@ -156,9 +155,8 @@ bool EditorWindow::resize(int width, int height) {
 }
 
 void EditorWindow::listenBelow(xcb_window_t window) {
-    const Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr),
-        &std::free);
+    const XcbOwned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
     if (!tree) return;
     const xcb_window_t* const children = xcb_query_tree_children(tree.get());
     for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
@@ -180,7 +178,8 @@ bool EditorWindow::serve(std::chrono::milliseconds patience) {
     std::vector<Event> events;
     readEvents(connection_, patience, events);
     if (!events.empty() && isRelease(events.back())) readEvents(connection_, kRepeatGap, events);
-    // The editor has its own copy of the keys: what it does with them tells whose they are.
+    // The editor gets the same keys over its own connection. Whether it wants keys before or after
+    // them tells whose they are.
     const bool hadKeys = editorWantsKeys();
     askEditor(effEditIdle);
     const bool editorHasKeys = hadKeys || editorWantsKeys();
@@ -233,8 +232,8 @@ xcb_atom_t EditorWindow::atom(const char* name) const {
     const std::string text = name;
     const auto request =
         xcb_intern_atom(connection_, 0, static_cast<uint16_t>(text.size()), text.data());
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, request, nullptr),
-                                               &std::free);
+    const XcbOwned<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection_, request, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 

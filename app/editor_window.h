@@ -1,4 +1,4 @@
-// A window on X11 that shows an instrument's editor and listens to the keyboard.
+// An X11 window that shows an instrument's editor and listens to the keyboard.
 #pragma once
 
 #include <chrono>
@@ -6,26 +6,26 @@
 
 #include <xcb/xcb.h>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
 class ComputerKeyboard;
 
-// The editor draws in a child window over a connection of its own and takes its keys there; this
-// window listens on the child too. While the instrument requires the keys (effKeysRequired), for a
-// text field or a menu, they play nothing.
+// The editor draws in a child window over its own connection and takes keys there. This window
+// listens on the child, too. Keys play no notes while the instrument requires them
+// (effKeysRequired), for example in a text field or a menu.
 class EditorWindow {
   public:
-    // Opens and shows it. Throws render::Error when there is no display.
-    EditorWindow(render::PluginHost& host, ComputerKeyboard& keyboard);
+    // Opens and shows the window. Throws host::Error if there is no display.
+    EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard);
     ~EditorWindow();
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
 
     void setTitle(const std::string& title);  // UTF-8
-    // Waits that long at most for something to do, does it, and lets the editor work. False once
-    // the window has been closed, or the display is gone.
+    // Waits for events, at most that long, handles them and lets the editor idle. Returns false
+    // once the window is closed or the display is gone.
     bool serve(std::chrono::milliseconds patience);
 
   private:
@@ -39,7 +39,7 @@ class EditorWindow {
     void changeText(xcb_atom_t property, xcb_atom_t type, const std::string& text);
     xcb_atom_t atom(const char* name) const;
 
-    render::PluginHost& host_;
+    host::PluginHost& host_;
     ComputerKeyboard& keyboard_;
     xcb_connection_t* connection_;
     xcb_window_t window_ = 0;

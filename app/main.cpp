@@ -1,4 +1,4 @@
-// quarzel, the standalone application: the instrument with a window, sound and MIDI of its own.
+// quarzel, the standalone application: the instrument with its own window, audio and MIDI.
 #include <csignal>
 #include <iostream>
 
@@ -7,9 +7,9 @@
 namespace {
 
 std::atomic<bool> interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free);  // or a signal could not set it
+static_assert(std::atomic<bool>::is_always_lock_free);  // a signal handler sets it
 
-// The second time ends the program at once.
+// A second signal ends the program at once.
 void interrupt(int number) {
     interrupted = true;
     std::signal(number, SIG_DFL);
@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
     std::signal(SIGHUP, interrupt);
-    std::signal(SIGPIPE, SIG_IGN);  // a server that dies is a device that is gone
+    std::signal(SIGPIPE, SIG_IGN);  // treat a dead server as a lost device
     std::ostream err(std::cerr.rdbuf());
     return app::run(argc, argv, {std::cout, err, interrupted});
 }

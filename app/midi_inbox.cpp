@@ -1,4 +1,4 @@
-// Sorting messages into a block by the time they came.
+// Sorts messages into a block by arrival time.
 #include "app/midi_inbox.h"
 
 #include <algorithm>
@@ -15,12 +15,12 @@ int frameOf(Clock::time_point arrival, const BlockWindow& window) {
 
 }  // namespace
 
-void MidiInbox::takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window) {
-    const auto isBefore = [](int frame, const render::BlockEvent& event) {
+void MidiInbox::takeInto(std::vector<host::BlockEvent>& events, const BlockWindow& window) {
+    const auto isBefore = [](int frame, const host::BlockEvent& event) {
         return frame < event.frame;
     };
     for (auto& lane : lanes_) {
-        // The order within a lane holds even where the clock of its messages does not.
+        // Messages of a lane keep their order even if their timestamps do not.
         int earliest = 0;
         Letter letter;
         while (events.size() < events.capacity() && lane.pop(letter)) {

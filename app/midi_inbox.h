@@ -1,4 +1,4 @@
-// Where MIDI messages wait for the audio thread.
+// Queues MIDI messages for the audio thread.
 #pragma once
 
 #include <array>
@@ -6,43 +6,44 @@
 #include <vector>
 
 #include "app/spsc_ring.h"
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
 using Clock = std::chrono::steady_clock;
 
-// The time in which the messages of a block have arrived, and the block's length.
+// The period in which the messages of a block arrived, and the block's length.
 struct BlockWindow {
     Clock::time_point begin;
     Clock::time_point end;
     int frames;
 };
 
-// Every source has a lane of its own and fills it from one thread; the audio thread empties all.
+// Each source fills its own lane from one thread. The audio thread empties all lanes.
 class MidiInbox {
   public:
     static constexpr int kLanes = 32;
-    static constexpr int kPlayerLane = 0;  // of the user-interface thread
+    static constexpr int kPlayerLane = 0;  // for the user-interface thread
     static constexpr int kMaxMessagesPerBlock = 1024;
 
-    // False when the lane is full: the message is lost.
-    bool post(int lane, const render::MidiMessage& message,
+    // Returns false if the lane is full; the message is lost.
+    bool post(int lane, const host::MidiMessage& message,
               Clock::time_point arrival = Clock::now()) {
         return lanes_[lane].push({arrival, message});
     }
 
-    // Audio thread: adds what has arrived to events, sorted by frame, each message as late in the
-    // block as it came in the window. What events has no room for stays for the next block.
-    void takeInto(std::vector<render::BlockEvent>& events, const BlockWindow& window);
-    // While no audio thread runs: forgets what has arrived.
+    // Audio thread. Adds the messages that have arrived to events, sorted by frame. A message's
+    // position in the block matches its arrival time in the window. Messages that exceed the
+    // capacity of events stay for the next block.
+    void takeInto(std::vector<host::BlockEvent>& events, const BlockWindow& window);
+    // Drops all messages. Call it only while no audio thread runs.
     void clear();
 
   private:
     struct Letter {
         Clock::time_point arrival;
-        render::MidiMessage message;
+        host::MidiMessage message;
     };
     std::array<SpscRing<Letter, 512>, kLanes> lanes_;
 };

@@ -1,4 +1,4 @@
-// Polls RtMidi for ports and hands their channel messages on.
+// Polls RtMidi for ports and forwards their channel messages.
 #include "app/midi_inputs.h"
 
 #include <algorithm>
@@ -24,11 +24,11 @@ std::vector<std::string> portNames(RtMidiIn& input) {
     return names;
 }
 
-// Null when the API does not work here.
+// Returns null if the API does not work here.
 std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
     try {
         auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
-        // JACK without a server only warns, here and whenever it is asked for ports.
+        // Without a server, RtMidi's JACK API only warns: here and on every query of ports.
         bool hasFailed = false;
         input->setErrorCallback([](RtMidiError::Type, const std::string&,
                                    void* flag) { *static_cast<bool*>(flag) = true; },
@@ -41,11 +41,11 @@ std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
     }
 }
 
-// Runs on a thread of RtMidi's.
+// Runs on one of RtMidi's threads.
 void receive(const std::vector<unsigned char>& bytes, MidiInbox& inbox, int lane) {
     const bool isChannelMessage = !bytes.empty() && bytes[0] >= 0x80 && bytes[0] < 0xf0;
     if (!isChannelMessage || bytes.size() > 3) return;
-    render::MidiMessage message = {};
+    host::MidiMessage message = {};
     std::copy(bytes.begin(), bytes.end(), message.begin());
     inbox.post(lane, message);
 }
@@ -84,7 +84,7 @@ void MidiInputs::connect() {
     const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
     for (const auto& api : apis) {
         auto directory = tryApi(api);
-        auto ownPort = directory ? tryApi(api) : nullptr;  // a server may have no room for a second
+        auto ownPort = directory ? tryApi(api) : nullptr;  // the server may refuse a second client
         if (!ownPort) continue;
         api_ = api;
         directory_ = std::move(directory);
@@ -161,7 +161,7 @@ void MidiInputs::dropMissing(const std::vector<std::string>& names) {
         }
         const std::string name = port->name;
         port = ports_.erase(port);
-        // Nobody else will let its keys and its pedal go.
+        // Nobody else will release its keys and its pedal.
         inbox_.post(MidiInbox::kPlayerLane, {0xb0, 64, 0});
         inbox_.post(MidiInbox::kPlayerLane, {0xb0, 123, 0});
         say_("The MIDI port " + name + " is gone.");

@@ -1,4 +1,4 @@
-// MIDI ports as they come and go, through RtMidi.
+// MIDI input ports through RtMidi, opened as they appear.
 #pragma once
 
 #include <functional>
@@ -17,24 +17,24 @@ struct MidiPorts {
     std::vector<std::string> ports;
 };
 
-// The names by which --midi-api asks for one, the preferred first.
+// The names that --midi-api accepts, in order of preference.
 std::vector<std::string> midiApis();
 
 // The inputs of every API.
 std::vector<MidiPorts> midiPorts();
 
-// User-interface thread; what comes in goes to the inbox from threads of RtMidi's own.
+// User-interface thread. RtMidi's own threads post to the inbox.
 class MidiInputs {
   public:
-    // api: empty for the first one that works. portName: a part of the name of the only port to
-    // listen to; empty for all. say is told of ports that come and go.
+    // api may be empty for the first that works. portName limits listening to ports with it in
+    // their names; empty means all. say reports ports that come and go.
     using Say = std::function<void(const std::string& sentence)>;
     MidiInputs(MidiInbox& inbox, std::string api, std::string portName, Say say);
     ~MidiInputs();
 
-    // Opens ports that are new and drops those that are gone. To be called about once a second.
+    // Opens new ports and drops those that are gone. Call it about once a second.
     void poll();
-    // Begins anew where a server stands behind the ports: it may be another one.
+    // Reconnects APIs that depend on a server, which may have been replaced.
     void restart();
 
   private:
@@ -43,7 +43,7 @@ class MidiInputs {
         int lane;
         std::unique_ptr<RtMidiIn> input;
     };
-    // What RtMidi gives back with a message.
+    // Context that RtMidi passes along with a message.
     struct Receiver {
         MidiInbox* inbox;
         int lane;
@@ -59,12 +59,12 @@ class MidiInputs {
     std::string wantedApi_;
     std::string portName_;
     Say say_;
-    std::vector<Receiver> receivers_;      // one a lane
-    std::string api_;                      // that works; empty while none does
-    std::unique_ptr<RtMidiIn> ownPort_;    // for programs that look for a port to send to
-    std::unique_ptr<RtMidiIn> directory_;  // asked for names only
+    std::vector<Receiver> receivers_;      // one per lane
+    std::string api_;                      // the one that works; empty while none does
+    std::unique_ptr<RtMidiIn> ownPort_;    // so that other programs find a port to send to
+    std::unique_ptr<RtMidiIn> directory_;  // only to query names
     std::vector<Port> ports_;
-    std::vector<std::string> refused_;  // could not be opened: said once, tried again
+    std::vector<std::string> refused_;  // failed to open: reported once, retried
 };
 
 }  // namespace app

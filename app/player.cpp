@@ -1,4 +1,4 @@
-// Rendering one block after the other, without allocating or waiting.
+// Renders block after block without allocating or waiting.
 #include "app/player.h"
 
 #include <algorithm>
@@ -9,15 +9,15 @@ namespace app {
 namespace {
 
 constexpr double kFadeSeconds = 0.02;
-constexpr double kLoadSmoothing = 0.05;                                      // of a block's load
-constexpr render::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // pedal and keys up
+constexpr double kLoadSmoothing = 0.05;  // weight of a block's load
+constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // release pedal and keys
 
 }  // namespace
 
-Player::Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song)
+Player::Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song)
     : host_(host), inbox_(inbox), song_(song), songHasEnded_(song == nullptr) {
     const std::size_t songEvents =
-        song ? std::min(song->events.size(), render::SongFeed::kMaxEventsPerBlock) : 0;
+        song ? std::min(song->events.size(), host::SongFeed::kMaxEventsPerBlock) : 0;
     events_.reserve(songEvents + std::size(kSilence) + MidiInbox::kMaxMessagesPerBlock);
     host.reserveEvents(events_.capacity());
 }

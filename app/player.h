@@ -1,4 +1,4 @@
-// What the audio thread does: events in, sound out, and how hard that is.
+// The audio thread's work: feeds events to the instrument, outputs its sound and measures the load.
 #pragma once
 
 #include <atomic>
@@ -7,30 +7,30 @@
 #include <vector>
 
 #include "app/midi_inbox.h"
-#include "render/plugin_host.h"
-#include "render/song_playback.h"
+#include "host/plugin_host.h"
+#include "host/song_playback.h"
 
 namespace app {
 
 class Player {
   public:
-    // song may be null; all of them outlive the player.
-    Player(render::PluginHost& host, MidiInbox& inbox, const render::MidiSong* song);
+    // song may be null. All arguments must outlive the player.
+    Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song);
 
-    // The first before blocks are rendered in the host's format, the second after the last one. A
-    // song goes on where it was; keys that were held or pressed in between are forgotten.
+    // Call start() before the first block and stop() after the last. A song continues where it was.
+    // Keys held before or pressed in between are forgotten.
     void start();
     void stop();
 
-    // Audio thread. frames is at most the host's block size; late says that the block before was
+    // Audio thread. frames is at most the host's block size. late means that the previous block was
     // not ready in time.
     void render(float* left, float* right, int frames, bool late);
 
-    // Any thread. The sound fades out within 20 ms and stays away.
+    // Any thread. Fades out within 20 ms; the output stays silent from then on.
     void fadeOut() { fading_ = true; }
     bool isFaded() const { return faded_; }
-    bool songHasEnded() const { return songHasEnded_; }  // its tail included
-    double load() const { return load_; }  // share of the time there is, 0..1 and above
+    bool songHasEnded() const { return songHasEnded_; }  // including its tail
+    double load() const { return load_; }  // share of the available time; 1 and above is too slow
     int lateBlocks() const { return lateBlocks_; }
 
   private:
@@ -38,16 +38,16 @@ class Player {
     void putOut(float* left, float* right, int frames);
     void followSong(const float* left, const float* right, int frames);
 
-    render::PluginHost& host_;
+    host::PluginHost& host_;
     MidiInbox& inbox_;
-    const render::MidiSong* song_;
+    const host::MidiSong* song_;
 
-    // Audio thread, while it renders.
-    std::optional<render::SongFeed> feed_;
-    std::optional<render::SongEnding> ending_;
+    // Audio thread, while rendering.
+    std::optional<host::SongFeed> feed_;
+    std::optional<host::SongEnding> ending_;
     int64_t songFrame_ = 0;
-    int songRate_ = 0;  // that songFrame_ counts in
-    std::vector<render::BlockEvent> events_;
+    int songRate_ = 0;  // sample rate of songFrame_
+    std::vector<host::BlockEvent> events_;
     Clock::time_point lastBlock_;
     bool wasStopped_ = false;
     float gain_ = 1.0f;

@@ -1,4 +1,4 @@
-// Carries out a command line: lists the devices or plays.
+// Executes a command line: lists the devices or plays.
 #include "app/program.h"
 
 #include <exception>
@@ -8,7 +8,7 @@
 #include "app/midi_inputs.h"
 #include "app/quiet_libraries.h"
 #include "app/session.h"
-#include "render/error.h"
+#include "host/error.h"
 
 namespace app {
 namespace {
@@ -42,16 +42,8 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
 
 int run(int argc, const char* const* argv, const Surroundings& surroundings) {
     const QuietLibraries quiet;
-    try {
-        carryOut(parseCommandLine(argc, argv), surroundings);
-        return 0;
-    } catch (const render::UsageError& error) {
-        surroundings.err << "quarzel: " << error.what() << " (see --help)\n";
-        return 2;
-    } catch (const std::exception& error) {
-        surroundings.err << "quarzel: " << error.what() << '\n';
-        return 1;
-    }
+    return host::exitCodeOf("quarzel", surroundings.err,
+                            [&] { carryOut(parseCommandLine(argc, argv), surroundings); });
 }
 
 }  // namespace app

@@ -8,7 +8,7 @@ namespace app {
 
 struct Surroundings {
     std::ostream& out;
-    std::ostream& err;                     // not std::cerr, which is silent meanwhile
+    std::ostream& err;                     // not std::cerr, which is silenced
     const std::atomic<bool>& interrupted;  // set from outside to end the run
 };
 

@@ -1,4 +1,4 @@
-// The handlers of messages that ALSA and JACK have, replaced.
+// Replaces the message handlers of ALSA and JACK.
 #include "app/quiet_libraries.h"
 
 #include <iostream>

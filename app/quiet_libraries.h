@@ -1,12 +1,12 @@
-// Keeps the sound libraries from writing to standard error: what they have to say, we say.
+// Keeps the sound libraries from writing to standard error; we report their errors ourselves.
 #pragma once
 
 #include <streambuf>
 
 namespace app {
 
-// For the whole run: RtAudio writes to std::cerr from threads of its own, ALSA and JACK to stderr.
-// Who wants to be read meanwhile writes through another stream.
+// Lives for the whole run: RtAudio writes to std::cerr from its own threads, ALSA and JACK to
+// stderr. Use another stream for output meanwhile.
 class QuietLibraries {
   public:
     QuietLibraries();

@@ -1,4 +1,4 @@
-// The state as a bank file beside the settings.
+// Stores the state as a bank file beside the settings.
 #include "app/saved_state.h"
 
 #include <cstdint>
@@ -6,19 +6,20 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "render/error.h"
-#include "render/files.h"
-#include "render/patches.h"
+#include "host/error.h"
+#include "host/files.h"
+#include "host/patches.h"
+#include "platform/product.h"
 
 namespace app {
 namespace {
 
-// Where the settings lie too. Empty when the system has no place for them.
+// The folder of the settings file. Empty if the system has none.
 std::string settingsFolder() {
     const auto base = platform::applicationDataFolder();
     if (!base) return {};
-    const std::string company = *base + "/Tembrilon";
-    const std::string folder = company + "/Quarzel Strings";
+    const std::string company = *base + "/" + platform::kCompanyName;
+    const std::string folder = company + "/" + platform::kProductName;
     platform::createFolder(company);
     platform::createFolder(folder);
     return folder;
@@ -30,8 +31,8 @@ std::string hexadecimal(uint32_t number) {
     return text;
 }
 
-// Renames the file to the first of a few names that is not taken by a folder. Returns that name,
-// nothing when none will do.
+// Renames the file to the first of a few names that is not a folder's. Returns that name, or
+// nothing if all fail.
 std::string setAside(const std::string& path) {
     for (const char* const suffix : {".damaged", ".damaged-2", ".damaged-3", ".damaged-4"}) {
         const std::string aside = path + suffix;
@@ -42,7 +43,7 @@ std::string setAside(const std::string& path) {
 
 }  // namespace
 
-SavedState::SavedState(render::PluginHost& host) : host_(host) {
+SavedState::SavedState(host::PluginHost& host) : host_(host) {
     const std::string folder = settingsFolder();
     if (folder.empty()) return;
     path_ = folder + "/standalone-" + hexadecimal(static_cast<uint32_t>(host.uniqueId())) + ".fxb";
@@ -51,23 +52,23 @@ SavedState::SavedState(render::PluginHost& host) : host_(host) {
 void SavedState::load() {
     if (path_.empty() || !platform::fileExists(path_)) return;
     try {
-        render::loadBank(host_, path_);
-    } catch (const render::Error& error) {
+        host::loadBank(host_, path_);
+    } catch (const host::Error& error) {
         const std::string aside = setAside(path_);
         const std::string place =
             aside.empty() ? "where it is, and nothing is saved" : "as " + aside;
         if (aside.empty()) mayWrite_ = false;
-        throw render::Error(std::string(error.what()) + " It is kept " + place +
-                            "; the default bank is played.");
+        throw host::Error(std::string(error.what()) + " It is kept " + place +
+                          "; the default bank is played.");
     }
-    saved_ = render::bankBytes(host_);
+    saved_ = host::bankBytes(host_);
 }
 
 void SavedState::save() {
-    if (path_.empty()) throw render::Error("There is no folder to keep the state in.");
-    std::string bytes = render::bankBytes(host_);
+    if (path_.empty()) throw host::Error("There is no folder to keep the state in.");
+    std::string bytes = host::bankBytes(host_);
     if (bytes == saved_ || !mayWrite_) return;
-    render::writeWhole(path_, bytes);
+    host::writeWhole(path_, bytes);
     saved_ = std::move(bytes);
 }
 

@@ -1,27 +1,27 @@
-// The bank and the current program, kept between runs.
+// Keeps the bank and the current program between runs.
 #pragma once
 
 #include <string>
 
-#include "render/plugin_host.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
-// A bank file of the user's, one for every instrument.
+// A bank file in the user's settings, one per instrument.
 class SavedState {
   public:
-    explicit SavedState(render::PluginHost& host);
+    explicit SavedState(host::PluginHost& host);
 
-    // Puts the state of the last run in place, if there is one. Throws render::Error, after
-    // setting the file aside, when it cannot be used; where that fails, save leaves it alone.
+    // Restores the state of the last run, if any. If the file cannot be used, renames it and throws
+    // host::Error. If even the renaming fails, save will not overwrite the file.
     void load();
-    // Writes the file if anything has changed since load or the last save. Throws render::Error.
+    // Writes the file if anything changed since load or the last save. Throws host::Error.
     void save();
 
   private:
-    render::PluginHost& host_;
-    std::string path_;   // empty: there is no folder to keep it in
-    std::string saved_;  // bytes of the file
+    host::PluginHost& host_;
+    std::string path_;   // empty if there is no folder for it
+    std::string saved_;  // contents of the file
     bool mayWrite_ = true;
 };
 

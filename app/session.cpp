@@ -1,28 +1,28 @@
-// Holds the parts together and keeps them going.
+// The main loop of quarzel.
 #include "app/session.h"
 
 #include <thread>
 
-#include "render/error.h"
-#include "render/instrument.h"
-#include "render/numbers.h"
-#include "render/patches.h"
+#include "host/error.h"
+#include "host/instrument_names.h"
+#include "host/numbers.h"
+#include "host/patches.h"
 
 namespace app {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kTurn = 33ms;  // of the editor's idle
+constexpr auto kTurn = 33ms;  // between calls of the editor's idle
 constexpr auto kWatchInterval = 500ms;
 constexpr auto kPollInterval = 1s;
 constexpr auto kRetryInterval = 2s;
 constexpr auto kSaveInterval = 30s;
 constexpr auto kFadePatience = 300ms;
 constexpr int kFirstRate = 48000;  // until a device is open
-constexpr render::HostIdentity kIdentity = {"quarzel", true};
+constexpr host::HostIdentity kIdentity = {"quarzel", true};
 
-// Says when something is due that is done again and again.
+// Tells when a periodic task is due.
 class Every {
   public:
     explicit Every(Clock::duration interval) : interval_(interval) {}
@@ -39,9 +39,9 @@ class Every {
     Clock::time_point next_;
 };
 
-std::optional<render::MidiSong> readSong(const std::string& path) {
+std::optional<host::MidiSong> readSong(const std::string& path) {
     if (path.empty()) return std::nullopt;
-    return render::readMidiSong(path);
+    return host::readMidiSong(path);
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ Session::Session(const CommandLine& line, const Surroundings& surroundings)
     : line_(line),
       surroundings_(surroundings),
       song_(readSong(line.song)),
-      host_(render::instrumentPath(line.plugin), line.audio.rate.value_or(kFirstRate),
+      host_(host::instrumentPath(line.plugin), line.audio.rate.value_or(kFirstRate),
             line.audio.blockSize, kIdentity),
       state_(host_),
       player_(host_, inbox_, song_ ? &*song_ : nullptr),
@@ -58,7 +58,7 @@ Session::Session(const CommandLine& line, const Surroundings& surroundings)
           player_.render(left, right, frames, late);
       }),
       midi_(inbox_, line.midiApi, line.midiPort, [this](const std::string& text) { say(text); }),
-      keyboard_([this](const render::MidiMessage& message) {
+      keyboard_([this](const host::MidiMessage& message) {
           inbox_.post(MidiInbox::kPlayerLane, message);
       }) {
     loadState();
@@ -72,19 +72,19 @@ Session::~Session() {
 void Session::loadState() {
     try {
         state_.load();
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         say(error.what());
     }
-    if (line_.bank) render::loadBank(host_, *line_.bank);
+    if (line_.bank) host::loadBank(host_, *line_.bank);
     if (!line_.program) return;
-    const auto names = render::distinctProgramNames(host_);
-    host_.setProgram(render::indexOf(*line_.program, names, "program"));
+    const auto names = host::distinctProgramNames(host_);
+    host_.setProgram(host::indexOf(*line_.program, names, "program"));
 }
 
 void Session::openWindow() {
     try {
         window_.emplace(host_, keyboard_);
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         say(error.what());
     }
 }
@@ -93,7 +93,7 @@ void Session::run() {
     Every watch(kWatchInterval);
     Every poll(kPollInterval);
     Every save(kSaveInterval);
-    save.isDue();  // not before the first interval is over
+    save.isDue();  // the first save is due after one interval
     while (!surroundings_.interrupted) {
         if (watch.isDue()) {
             watchAudio();
@@ -135,7 +135,7 @@ void Session::openAudio() {
         host_.setFormat(format_.rate, format_.blockSize);
         player_.start();
         output_.start();
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         closeAudio();
         if (audioTrouble_ != error.what()) say(error.what());
         audioTrouble_ = error.what();
@@ -161,7 +161,7 @@ void Session::saveState() {
     try {
         state_.save();
         stateTrouble_.clear();
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         if (stateTrouble_ != error.what()) say(error.what());
         stateTrouble_ = error.what();
     }
@@ -175,7 +175,7 @@ std::string Session::title() const {
     const std::string name = host_.name();
     if (!audioTrouble_.empty()) return name + " - " + audioTrouble_;
     return name + " - " + format_.api + ", " + std::to_string(format_.rate) + " Hz - load " +
-           render::fixedText(player_.load() * 100.0, 0) + " % - " +
+           host::fixedText(player_.load() * 100.0, 0) + " % - " +
            std::to_string(player_.lateBlocks()) + " dropouts";
 }
 

@@ -1,4 +1,4 @@
-// One run of quarzel: the instrument, its window, its sound and its MIDI.
+// One run of quarzel: the instrument with its window, audio and MIDI.
 #pragma once
 
 #include <optional>
@@ -13,19 +13,20 @@
 #include "app/player.h"
 #include "app/program.h"
 #include "app/saved_state.h"
-#include "render/midi_song.h"
-#include "render/plugin_host.h"
+#include "host/midi_song.h"
+#include "host/plugin_host.h"
 
 namespace app {
 
-// User-interface thread. What cannot be had is said, and tried again where that makes sense.
+// User-interface thread. Missing devices are reported and retried.
 class Session {
   public:
-    // Throws render::Error for an instrument, song, bank or program that cannot be used.
+    // Throws host::Error if the instrument, song, bank or program cannot be used.
     Session(const CommandLine& line, const Surroundings& surroundings);
     ~Session();
 
-    // Until the window is closed, the run is interrupted, or a song without a window has ended.
+    // Returns when the window is closed, the run is interrupted, or, without a window, the song has
+    // ended.
     void run();
 
   private:
@@ -40,8 +41,8 @@ class Session {
 
     const CommandLine& line_;
     const Surroundings& surroundings_;
-    std::optional<render::MidiSong> song_;
-    render::PluginHost host_;
+    std::optional<host::MidiSong> song_;
+    host::PluginHost host_;
     SavedState state_;
     MidiInbox inbox_;
     Player player_;
@@ -50,7 +51,7 @@ class Session {
     ComputerKeyboard keyboard_;
     std::optional<EditorWindow> window_;
     AudioFormat format_ = {};
-    std::string audioTrouble_;  // why there is no sound; empty when there is
+    std::string audioTrouble_;  // why there is no sound; empty if there is
     std::string stateTrouble_;
     Clock::time_point nextAttempt_;
 };

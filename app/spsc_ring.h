@@ -1,4 +1,4 @@
-// A queue between two threads that never wait for each other.
+// A wait-free queue between two threads.
 #pragma once
 
 #include <array>
@@ -7,11 +7,11 @@
 
 namespace app {
 
-// One thread pushes, one pops. Holds up to kCapacity items, a power of two.
+// One thread pushes, one pops. kCapacity is a power of two.
 template <typename Item, std::size_t kCapacity>
 class SpscRing {
   public:
-    // False when it is full.
+    // Returns false if the queue is full.
     bool push(const Item& item) {
         const std::size_t written = written_.load(std::memory_order_relaxed);
         if (written - read_.load(std::memory_order_acquire) == kCapacity) return false;
@@ -20,7 +20,7 @@ class SpscRing {
         return true;
     }
 
-    // False when it is empty.
+    // Returns false if the queue is empty.
     bool pop(Item& item) {
         const std::size_t read = read_.load(std::memory_order_relaxed);
         if (read == written_.load(std::memory_order_acquire)) return false;

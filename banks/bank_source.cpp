@@ -17,7 +17,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
 }
 
-// Takes what stands before the separator, and the separator, off the front of `text`.
+// Removes the text up to and including the separator from `text`; returns it without the separator.
 std::string_view takeUpTo(char separator, std::string_view& text) {
     const std::size_t end = text.find(separator);
     const std::string_view head = text.substr(0, end);
@@ -74,7 +74,7 @@ class Parser {
 
     void parseValues(std::string_view line) {
         if (source_.programs == 0) fail("a value before the first program");
-        // A comma at the end promises another value.
+        // After a comma another value must follow.
         for (bool more = true; more;) {
             more = line.find(',') != std::string_view::npos;
             parseValue(trimmed(takeUpTo(',', line)));
@@ -112,7 +112,7 @@ class Parser {
     const std::map<std::string, int, std::less<>> indices_ = indicesByName();
     BankSource source_;
     int line_ = 0;
-    std::bitset<state::kNumParams> stated_;  // by the program under way
+    std::bitset<state::kNumParams> stated_;  // by the current program
 };
 
 }  // namespace

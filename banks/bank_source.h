@@ -1,4 +1,4 @@
-// Reads the text that a bank is written in.
+// Parses the text form of a bank.
 #pragma once
 
 #include <stdexcept>
@@ -9,7 +9,7 @@
 
 namespace banks {
 
-// What is wrong and where, as "line 12: ...".
+// The message names the line: "line 12: ...".
 class BankSourceError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -17,16 +17,16 @@ class BankSourceError : public std::runtime_error {
 
 struct BankSource {
     state::Bank bank;
-    int programs = 0;  // those that the text names; the rest stay as a new bank has them
+    int programs = 0;  // named in the text; the rest keep their defaults
 };
 
-// The text is read line by line; "#" at the start of a line's text makes it a comment.
+// A line that starts with "#" is a comment. Every other line is one of
 //
-//     program NAME                  begins the next program; NAME is 1..23 bytes to the line's end
-//     PARAMETER VALUE, ...          values 0..1 of that program, each parameter at most once
+//     program NAME            begins the next program; NAME is the rest of the line, 1..23 bytes
+//     PARAMETER VALUE, ...    sets values 0..1, each parameter at most once per program
 //
-// A parameter goes by its stored name, the second of two with the same name by "NAME#2". What a
-// program does not state keeps its default. Throws BankSourceError at the first fault.
+// PARAMETER is the stored name; "NAME#2" is the second parameter with that name. Values not given
+// keep their defaults. Throws BankSourceError at the first error.
 BankSource parseBankSource(std::string_view text);
 
 }  // namespace banks

@@ -1,20 +1,19 @@
-// Makes a bank file from its source: make_bank SOURCE.bank FILE.fxb
+// Compiles a bank source into a bank file: make_bank SOURCE.bank FILE.fxb
 #include <iostream>
 
 #include "banks/bank_source.h"
 #include "platform/file.h"
-#include "plugin/vst_synth.h"
-#include "render/fx_file.h"
+#include "platform/product.h"
+#include "host/fx_file.h"
 
 namespace {
 
 std::string fileOf(const state::BankChunk& bank) {
     constexpr int kPluginVersion = 1;
     const auto* const bytes = reinterpret_cast<const char*>(&bank);
-    return render::fxBytes(
-        render::FxBank{kPluginVersion, state::kNumPrograms, render::FxBank::kNoProgram,
-                       render::FxChunk(bytes, sizeof bank)},
-        plugin::kUniqueId);
+    return host::fxBytes(host::FxBank{kPluginVersion, state::kNumPrograms, host::FxBank::kNoProgram,
+                                      host::FxChunk(bytes, sizeof bank)},
+                         platform::kProductCode);
 }
 
 }  // namespace

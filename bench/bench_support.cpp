@@ -1,4 +1,4 @@
-// Timing of blocks.
+// Timing and hashing of blocks.
 #include "bench/bench_support.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What all benchmarks share: blocks that are timed one by one, and a hash of what they give out.
+// Shared by all benchmarks: times block by block and hashes the output.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,9 @@ class Hash {
 // Renders `frames` samples to both buffers.
 using Render = std::function<void(float* left, float* right, int frames)>;
 
-// Times blocks of kBlock and reports ns a sample, the realtime factor, and the 99th percentile of
-// a block's time over its median. The hash covers the first second, rendered before.
+// Times blocks of kBlock frames. Reports ns per sample, the realtime factor, and the 99th
+// percentile of the block time over its median. The hash covers a first second rendered before the
+// timing.
 void timeBlocks(benchmark::State& state, const Render& render);
 
 }  // namespace bench

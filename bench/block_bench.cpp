@@ -1,4 +1,4 @@
-// The stages of the chain behind the voices, each alone, fed with noise.
+// The stages after the voices, each alone, fed with noise.
 #include <memory>
 #include <random>
 
@@ -24,7 +24,7 @@ Signal noise(float level) {
     return signal;
 }
 
-// Times stage(StereoSignal&), which turns the left side of a segment of noise into both sides.
+// Times stage(StereoSignal&). The left side holds noise; the stage writes both sides.
 template <typename Stage>
 void timeStage(benchmark::State& state, float level, Stage stage) {
     const Signal input = noise(level);
@@ -45,7 +45,7 @@ engine::Sections everySection() {
     return sections;
 }
 
-// The bass with its operators run alone; beside the voices they cost less.
+// The bass alone. Its operators cost less when they run together with the voices.
 void bass(benchmark::State& state) {
     const engine::Sections sections = everySection();
     const auto voice = std::make_unique<engine::BassVoice>();

@@ -1,10 +1,10 @@
-// A further instance of the plug-in: the time to make one, and the memory it occupies.
+// A further instance of the instrument: creation time and memory.
 #include <array>
 #include <cstdio>
 #include <memory>
 
 #include "bench/bench_support.h"
-#include "plugin/vst_synth.h"
+#include "instrument/instrument.h"
 
 namespace bench {
 namespace {
@@ -12,7 +12,7 @@ namespace {
 constexpr int kInstances = 16;
 constexpr double kPageBytes = 4096.0;
 
-// Resident memory of this process, in bytes; Linux only.
+// Resident memory of this process, in bytes. Linux only.
 double residentBytes() {
     long total = 0, resident = 0;
     std::FILE* const file = std::fopen("/proc/self/statm", "r");
@@ -22,26 +22,32 @@ double residentBytes() {
     return static_cast<double>(resident) * kPageBytes;
 }
 
+std::unique_ptr<instrument::Instrument> makeInstrument() {
+    static instrument::Host host;
+    auto made = std::make_unique<instrument::Instrument>(host);
+    made->start(kRate);
+    return made;
+}
+
 void create(benchmark::State& state) {
-    const plugin::VstSynth first(nullptr);
+    const auto first = makeInstrument();
     for (auto _ : state) {
-        const auto made = std::make_unique<plugin::VstSynth>(nullptr);
+        const auto made = makeInstrument();
         benchmark::DoNotOptimize(made.get());
     }
 }
 
 // Memory of an instance after a second of sound.
 void occupy(benchmark::State& state) {
-    const plugin::VstSynth first(nullptr);
-    std::array<std::unique_ptr<plugin::VstSynth>, kInstances> made;
+    const auto first = makeInstrument();
+    std::array<std::unique_ptr<instrument::Instrument>, kInstances> made;
     std::array<float, kBlock> left, right;
-    float* outputs[] = {left.data(), right.data()};
     const double before = residentBytes();
     for (auto _ : state) {
-        for (auto& synth : made) {
-            synth = std::make_unique<plugin::VstSynth>(nullptr);
+        for (auto& instrument : made) {
+            instrument = makeInstrument();
             for (int frame = 0; frame < kRate; frame += kBlock) {
-                synth->processReplacing(nullptr, outputs, kBlock);
+                instrument->render(left.data(), right.data(), kBlock);
             }
         }
     }

@@ -1,5 +1,4 @@
-// The whole instrument through the plug-in interface, with the engine that ships and the literal
-// one.
+// The whole instrument, with the shipped engine and with the literal one.
 #include <fstream>
 #include <memory>
 #include <sstream>
@@ -7,122 +6,115 @@
 
 #include "banks/bank_source.h"
 #include "bench/bench_support.h"
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/engine.h"
-#include "plugin/vst_synth.h"
+#include "instrument/instrument.h"
 #include "tests/reference/engine.h"
 
 namespace bench {
 namespace {
 
-// One instance as a host plays it.
-class Host {
+// One instance, played as by a host.
+class Player {
   public:
-    explicit Host(std::unique_ptr<engine::SoundEngine> engine)
-        : synth_(std::make_unique<plugin::VstSynth>(nullptr, std::move(engine))) {
-        synth_->resume();
+    explicit Player(std::unique_ptr<engine::SoundEngine> engine)
+        : instrument_(std::make_unique<instrument::Instrument>(host_, std::move(engine))) {
+        instrument_->start(kRate);
+        instrument_->resume();
     }
 
-    void set(int index, float value) { synth_->setParameter(index, value); }
+    void set(int index, float value) { instrument_->setParameter(index, value); }
 
     void noteOn(int key) { send(0x90, key, 100); }
     void noteOff(int key) { send(0x80, key, 0); }
 
-    void render(float* left, float* right, int frames) {
-        float* outputs[] = {left, right};
-        synth_->processReplacing(nullptr, outputs, frames);
-    }
+    void render(float* left, float* right, int frames) { instrument_->render(left, right, frames); }
 
   private:
     void send(int status, int key, int velocity) {
-        VstMidiEvent midi{};
-        midi.type = kVstMidiType;
-        midi.byteSize = sizeof midi;
-        midi.midiData[0] = static_cast<char>(status);
-        midi.midiData[1] = static_cast<char>(key);
-        midi.midiData[2] = static_cast<char>(velocity);
-        VstEvents list{};
-        list.numEvents = 1;
-        list.events[0] = reinterpret_cast<VstEvent*>(&midi);
-        synth_->processEvents(&list);
+        const std::uint8_t message[] = {static_cast<std::uint8_t>(status),
+                                        static_cast<std::uint8_t>(key),
+                                        static_cast<std::uint8_t>(velocity)};
+        instrument_->addMessage(0, message);
         float left[1], right[1];
         render(left, right, 1);
     }
 
-    std::unique_ptr<plugin::VstSynth> synth_;
+    instrument::Host host_;
+    std::unique_ptr<instrument::Instrument> instrument_;
 };
 
-// Every section and effect on, short attack, slow release.
-void useEverything(Host& host) {
+// Switches on every section and effect, with a short attack and a slow release.
+void useEverything(Player& player) {
     using namespace state;
-    for (int index = kViola; index <= kCello; ++index) host.set(index, 0.5f);
-    for (int index = kViola2; index <= kCello2; ++index) host.set(index, 1.0f);
-    host.set(kVoiceCountParam, 1.0f);
-    host.set(kConfigs, 1.0f);
-    host.set(kEnvAttack, 0.1f);
-    host.set(kChorus, 1.0f);
-    host.set(kPhaser, 1.0f);
-    host.set(kStages, 0.8f);
-    host.set(kReverb, 1.0f);
-    host.set(kSpring, 0.5f);
+    for (int index = kViola; index <= kCello; ++index) player.set(index, 0.5f);
+    for (int index = kViola2; index <= kCello2; ++index) player.set(index, 1.0f);
+    player.set(kVoiceCountParam, 1.0f);
+    player.set(kConfigs, 1.0f);
+    player.set(kEnvAttack, 0.1f);
+    player.set(kChorus, 1.0f);
+    player.set(kPhaser, 1.0f);
+    player.set(kStages, 0.8f);
+    player.set(kReverb, 1.0f);
+    player.set(kSpring, 0.5f);
 }
 
 template <typename Engine>
 void held(benchmark::State& state) {
-    Host host(std::make_unique<Engine>(kRate));
-    useEverything(host);
-    for (int i = 0; i < state.range(0); ++i) host.noteOn(40 + i);
-    timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
+    Player player(std::make_unique<Engine>(kRate));
+    useEverything(player);
+    for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
+    timeBlocks(state, [&](float* l, float* r, int n) { player.render(l, r, n); });
 }
 
-// As on a processor without AVX2.
+// Measures the baseline kernels, as used on a processor without AVX2.
 void heldOnBaseline(benchmark::State& state) {
     dsp::useInstructionSet(dsp::InstructionSet::kBaseline);
     held<engine::Engine>(state);
     dsp::useInstructionSet(dsp::widestInstructionSet());
 }
 
-// All voices in their release, which lasts 40 s.
+// All voices in a release that lasts 40 s.
 template <typename Engine>
 void decaying(benchmark::State& state) {
-    Host host(std::make_unique<Engine>(kRate));
-    useEverything(host);
-    host.set(state::kEnvRelease, 1.0f);
-    for (int i = 0; i < state.range(0); ++i) host.noteOn(40 + i);
-    for (int i = 0; i < state.range(0); ++i) host.noteOff(40 + i);
+    Player player(std::make_unique<Engine>(kRate));
+    useEverything(player);
+    player.set(state::kEnvRelease, 1.0f);
+    for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
+    for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
-        // Struck again before the first of them ends.
+        // Restrikes the voices before the first release ends.
         if (++blocks % 4096 == 0) {
-            for (int i = 0; i < state.range(0); ++i) host.noteOn(40 + i);
-            for (int i = 0; i < state.range(0); ++i) host.noteOff(40 + i);
+            for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
+            for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
         }
-        host.render(l, r, n);
+        player.render(l, r, n);
     });
 }
 
-// The effects behind the last voice.
+// The effect tails after the last voice.
 template <typename Engine>
 void tail(benchmark::State& state) {
-    Host host(std::make_unique<Engine>(kRate));
-    useEverything(host);
-    host.set(state::kEnvRelease, 0.0f);
+    Player player(std::make_unique<Engine>(kRate));
+    useEverything(player);
+    player.set(state::kEnvRelease, 0.0f);
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
         if (blocks++ % 1024 == 0) {
-            host.noteOn(60);
-            host.noteOff(60);
+            player.noteOn(60);
+            player.noteOff(60);
         }
-        host.render(l, r, n);
+        player.render(l, r, n);
     });
 }
 
 template <typename Engine>
 void asleep(benchmark::State& state) {
-    Host host(std::make_unique<Engine>(kRate));
+    Player player(std::make_unique<Engine>(kRate));
     float left[kBlock], right[kBlock];
-    for (int frame = 0; frame < 20 * kRate; frame += kBlock) host.render(left, right, kBlock);
-    timeBlocks(state, [&](float* l, float* r, int n) { host.render(l, r, n); });
+    for (int frame = 0; frame < 20 * kRate; frame += kBlock) player.render(left, right, kBlock);
+    timeBlocks(state, [&](float* l, float* r, int n) { player.render(l, r, n); });
 }
 
 banks::BankSource factoryBank() {
@@ -132,22 +124,22 @@ banks::BankSource factoryBank() {
     return banks::parseBankSource(text.str());
 }
 
-// Every factory program in turn, a chord of eight keys from the bass up; a run of blocks each.
+// Every factory program in turn, with a chord of eight keys that reaches into the bass.
 void programs(benchmark::State& state) {
     const banks::BankSource source = factoryBank();
-    Host host(std::make_unique<engine::Engine>(kRate));
+    Player player(std::make_unique<engine::Engine>(kRate));
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
         if (blocks % 64 == 0) {
             const int program = blocks / 64 % source.programs;
-            for (int i = 0; i < 8; ++i) host.noteOff(38 + 5 * i);
+            for (int i = 0; i < 8; ++i) player.noteOff(38 + 5 * i);
             for (int index = 0; index < state::kNumParams; ++index) {
-                host.set(index, source.bank.value(program, index));
+                player.set(index, source.bank.value(program, index));
             }
-            for (int i = 0; i < 8; ++i) host.noteOn(38 + 5 * i);
+            for (int i = 0; i < 8; ++i) player.noteOn(38 + 5 * i);
         }
         ++blocks;
-        host.render(l, r, n);
+        player.render(l, r, n);
     });
 }
 

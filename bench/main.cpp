@@ -1,4 +1,4 @@
-// Runs the benchmarks: medians of five unless told otherwise, aggregates only.
+// Runs the benchmarks. By default prints medians of five repetitions, aggregates only.
 #include <cstring>
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-// The voice bank alone, for each waveform.
+// The voices alone, for each waveform.
 #include <memory>
 
 #include "bench/bench_support.h"

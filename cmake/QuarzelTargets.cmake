@@ -1,4 +1,4 @@
-# How every target of the tree is compiled, and the two kinds of target that a folder declares.
+# Compile options for all targets, and the two kinds of target that a folder declares.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -11,28 +11,28 @@ set(QUARZEL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,u
 
 add_library(quarzel_options INTERFACE)
 target_include_directories(quarzel_options INTERFACE "${CMAKE_SOURCE_DIR}")
-# No contraction into fused operations: it changes the output of the feedback operators.
+# No contraction into fused operations, which would change the output of the feedback operators.
 target_compile_options(quarzel_options INTERFACE -Wall -Wextra -Werror -ffp-contract=off)
-# For what computes sound. Neither changes a bit of it: nobody reads the exception flags, and
-# recursive filters wait longer when their states are packed in pairs.
+# For code that computes sound. Neither option changes a bit of the output: nobody reads the
+# exception flags, and packing their states in pairs makes recursive filters slower.
 set(QUARZEL_SOUND_OPTIONS -fno-trapping-math -fno-tree-slp-vectorize)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
-    # Several plug-ins of one process must not share our inline statics.
+    # Several plug-ins in one process must not share our inline statics.
     target_compile_options(quarzel_options INTERFACE -fno-gnu-unique)
 endif()
 if(WIN32)
-    # The compiler's run-time libraries are on no musician's machine.
+    # Musicians' machines lack the compiler's run-time libraries.
     target_link_options(quarzel_options INTERFACE -static)
 endif()
-if(NOT QUARZEL_SANITIZE)  # a sanitizer sees more, and checks the same functions itself
+if(NOT QUARZEL_SANITIZE)  # sanitizers check the same functions, and more
     target_compile_options(quarzel_options INTERFACE -fstack-protector-strong)
-    # Only optimised code can be checked. Distributions set other levels.
+    # Fortification needs optimised code. Distributions set other levels.
     set(optimised "$<NOT:$<CONFIG:Debug>>")
     target_compile_options(quarzel_options INTERFACE
         "$<${optimised}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
     if(WIN32)
         target_link_options(quarzel_options INTERFACE
-            -fstack-protector-strong  # for the library that it takes here
+            -fstack-protector-strong  # for the library that it needs here
             LINKER:--nxcompat,--dynamicbase,--high-entropy-va)
     else()
         target_link_options(quarzel_options INTERFACE LINKER:-z,relro,-z,now)
@@ -52,15 +52,15 @@ function(quarzel_library name)
     target_link_libraries(${name} PUBLIC quarzel_options ${ARG_LINK})
 endfunction()
 
-# quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program whose cases
-# ctest runs one by one, those with the same lock one after the other; the Windows build runs them
-# through Wine.
+# quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program. ctest runs
+# its cases one by one; those with the same lock do not overlap. The Windows build runs the whole
+# program through Wine.
 function(quarzel_test name)
     cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES} $<TARGET_OBJECTS:quarzel_own_settings>)
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
     if(WIN32)
-        # Starting a program under Wine costs more than most cases: one test for all of them.
+        # Starting a program under Wine costs more than most cases, so one test runs all of them.
         add_test(NAME ${name} COMMAND ${name})
     else()
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120

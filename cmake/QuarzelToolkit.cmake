@@ -1,5 +1,5 @@
-# The view library that the editor is built against, as the target quarzel_toolkit: gui/, or an
-# installed VSTGUI 4.12 or newer.
+# The target quarzel_toolkit, the view library of the editor: gui/, or an installed VSTGUI 4.12 or
+# newer.
 set(QUARZEL_VSTGUI "" CACHE PATH
     "Folder of a VSTGUI to use instead of gui/: headers in vstgui/, library in lib/ or itself")
 
@@ -14,7 +14,7 @@ find_path(QUARZEL_VSTGUI_HEADERS vstgui/vstgui.h REQUIRED NO_DEFAULT_PATH
 find_library(QUARZEL_VSTGUI_LIBRARY vstgui REQUIRED NO_DEFAULT_PATH
              PATHS "${QUARZEL_VSTGUI}" "${QUARZEL_VSTGUI}/lib" NO_CMAKE_FIND_ROOT_PATH)
 target_include_directories(quarzel_toolkit SYSTEM INTERFACE "${QUARZEL_VSTGUI_HEADERS}")
-# Class layouts depend on both: as the library itself was built.
+# Class layouts depend on both, so they must match the library's build.
 target_compile_definitions(quarzel_toolkit INTERFACE VSTGUI_ENABLE_DEPRECATED_METHODS=1
                                                      $<IF:$<CONFIG:Debug>,DEBUG,RELEASE>)
 target_link_libraries(quarzel_toolkit INTERFACE "${QUARZEL_VSTGUI_LIBRARY}")

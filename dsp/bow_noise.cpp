@@ -9,8 +9,8 @@
 namespace dsp {
 namespace {
 
-constexpr std::size_t kLastCopied = 41000;
-constexpr double kTableRate = 44100.0;  // the table is the same at every engine rate
+constexpr std::size_t kLastCopied = 41000;  // the table runs from here down to 8001
+constexpr double kTableRate = 44100.0;      // the same table serves every engine rate
 
 // radians = 2 pi x corner in Hz
 float passCoefficient(double radians) {
@@ -27,15 +27,16 @@ float bounded(float value) {
 
 void buildBowNoise(Random& random, BowNoiseTable& table) {
     std::vector<float> scratch(kBowNoiseDraws);
+    // 0..32767 becomes -0.16..0.16: 9.765625e-6 = 0.32 / 32768
     for (float& x : scratch) x = static_cast<float>(random.next()) * 9.765625e-6f - 0.16f;
 
-    // One filter, whose state runs through all four passes.
+    // One filter runs all four passes; its state carries over.
     OnePole filter;
     filter.setCoefficient(passCoefficient(28274.355));  // low-pass, 4500 Hz
     for (float& x : scratch) x = filter.tickLowPass(x);
     filter.setCoefficient(passCoefficient(3958.4097));  // high-pass, 630 Hz
     for (float& x : scratch) x -= filter.tickLowPass(x);
-    // Backwards, so that the phase shifts of the two directions nearly cancel.
+    // Filtering backwards nearly cancels the phase shift of the forward passes.
     filter.setCoefficient(passCoefficient(21991.165));  // low-pass, 3500 Hz
     for (auto x = scratch.rbegin(); x != scratch.rend(); ++x) *x = filter.tickLowPass(*x);
     filter.setCoefficient(passCoefficient(1570.7975));  // high-pass, 250 Hz

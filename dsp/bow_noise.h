@@ -1,4 +1,4 @@
-// Table of band-limited noise for the sound of the bow, shared by all instances of the process.
+// Table of band-limited bow noise, shared by all instances in the process.
 #pragma once
 
 #include <array>
@@ -14,11 +14,10 @@ constexpr int kBowNoiseDraws = 44000;
 
 using BowNoiseTable = std::array<float, kBowNoiseSize>;  // within -1 .. 1
 
-// Fills the table from kBowNoiseDraws numbers of the generator.
+// Draws kBowNoiseDraws numbers from the generator and fills the table.
 void buildBowNoise(Random& random, BowNoiseTable& table);
 
-// The table that a fresh generator gives. Built at the first call, which therefore belongs on a
-// control thread; read-only afterwards.
+// The table of a fresh generator. The first call builds it, so make that call on a control thread.
 const BowNoiseTable& bowNoise();
 
 constexpr std::uint32_t stateAfterBowNoise() {
@@ -27,7 +26,7 @@ constexpr std::uint32_t stateAfterBowNoise() {
     return random.state();
 }
 
-// State of a fresh generator after the draws for the table: where an instance goes on.
+// An instance continues the random sequence from where the table left it.
 constexpr std::uint32_t kStateAfterTable = stateAfterBowNoise();
 
 }  // namespace dsp

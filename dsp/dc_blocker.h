@@ -6,7 +6,9 @@
 
 namespace dsp {
 
-// Value is float, or StereoFloat for signals side by side.
+// y[n] = x[n] - x[n-1] + pole y[n-1],  pole = 1 - 2 pi x 40 Hz / sampleRate
+//
+// Value is float, or StereoFloat for several signals side by side.
 template <typename Value>
 class DcBlockerOf {
   public:
@@ -23,7 +25,7 @@ class DcBlockerOf {
         y1_ = y;
         return y;
     }
-    // Takes the states of the lanes whose mask is set.
+    // Copies the states of the lanes whose mask is set.
     template <typename Mask>
     void keep(const DcBlockerOf& from, Mask on) {
         x1_ = select(on, from.x1_, x1_);

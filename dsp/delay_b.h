@@ -1,4 +1,4 @@
-// Ring of samples with a fixed memory and a working length, for whole-sample delays.
+// Ring buffer for whole-sample delays, with a working length that can change.
 #pragma once
 
 #include "dsp/zeroed_samples.h"
@@ -9,13 +9,13 @@ class DelayB {
   public:
     static constexpr int kCapacity = 192000;
 
-    // Capacity in samples, 1..kCapacity. Allocates here only.
+    // `capacity` is in samples, 1..kCapacity. Only the constructor allocates.
     explicit DelayB(int capacity = kCapacity);
     virtual ~DelayB() = default;
 
     void setLength(int samples);  // limited to 1..capacity
     int length() const { return length_; }
-    void clear();  // all that was in use, and the index; the length stays
+    void clear();  // contents and position; the length stays
 
     // Delays by exactly `length` samples.
     float readThenWrite(float x) {
@@ -25,7 +25,7 @@ class DelayB {
         return y;
     }
 
-    // The same for many in place.
+    // readThenWrite for `count` samples in place.
     void exchange(float* signal, int count);
 
   private:
@@ -35,7 +35,7 @@ class DelayB {
 
     int index_ = 0;
     int length_;
-    int used_;  // the longest length since the last clear
+    int used_;  // the longest length since the last clear: what clear has to empty
     ZeroedSamples buffer_;
 };
 

@@ -6,13 +6,14 @@
 
 namespace dsp {
 
-// Subtracted before and added after a one-pole, so that its state never decays into denormals.
+// A one-pole subtracts this from its input and adds it to its output. Its state then settles on a
+// normal number instead of decaying into denormals.
 constexpr float kSmallestNormal = 1.1754944e-38f;
 
-// Content of an empty delay line: inaudible, yet a normal number (bits 0x10FD87B6).
+// Fills an empty delay line: inaudible, yet a normal number (bits 0x10FD87B6).
 constexpr float kDelayFill = 1e-28f;
 
-// Zero for a value whose exponent bits are all zero (zero or denormal), else the value itself.
+// Replaces a denormal by zero.
 inline float flushed(float value) {
     std::uint32_t bits;
     std::memcpy(&bits, &value, sizeof bits);

@@ -1,4 +1,4 @@
-// How setters meet values that are no numbers: the field keeps what it has.
+// How setters treat values that are not finite: the field keeps its value.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ inline void assignFinite(float& field, float value) {
     if (std::isfinite(value)) field = value;
 }
 
-// A rate that can be divided by: finite and above zero.
+// Whether the rate can be divided by: finite and above zero.
 inline bool isUsableRate(double sampleRate) {
     return std::isfinite(sampleRate) && sampleRate > 0.0;
 }

@@ -32,7 +32,7 @@ void FractionalDelay::setDelay(float delaySamples) {
     readIndex_ = static_cast<int>(position);
     frac_ = position - static_cast<float>(readIndex_);
     oneMinusFrac_ = 1.0f - frac_;
-    // A delay next to nothing rounds up to the end of the ring.
+    // For a tiny delay the sum above rounds up to the ring's size.
     if (readIndex_ >= size_) readIndex_ -= size_;
 }
 
@@ -73,7 +73,8 @@ void FractionalDelay::removeOffsets(float* out, int count) {
     for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
 }
 
-// Whether nothing of this run is read before it is written, and nothing that it overwrites.
+// Whether a run can be written as a whole before it is read: no frame reads a sample that the run
+// has yet to write or has already overwritten.
 bool FractionalDelay::keepsClear(const float* delays, int count) const {
     const float longest = static_cast<float>(size_ - count - 2);
     int others = 0;

@@ -3,50 +3,52 @@
 
 #include <cmath>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/zeroed_samples.h"
 
 namespace dsp {
 
-// Allocates in the constructor only.
+// y[n] = (1 - f) x[n-d] + f x[n-d+1],  delay = d - f,  0 <= f < 1
+//
+// Only the constructor allocates.
 class FractionalDelay {
   public:
-    // Delay in samples; capacity in samples (from 0) is the longest delay. With a third argument
-    // there is memory for setCapacity to go further.
+    // Both arguments are in samples; `capacity` (0 or more) is the longest delay. `highestCapacity`
+    // reserves memory for setCapacity to grow into.
     FractionalDelay(float delaySamples, int capacity);
     FractionalDelay(float delaySamples, int capacity, int highestCapacity);
 
-    // Works with another part of the memory from now on, all of it at most; empties the line. The
-    // delay keeps its value if it still fits.
+    // Changes the longest delay, up to what the constructor reserved, and empties the line. The
+    // delay is shortened only if it no longer fits.
     void setCapacity(int samples);
 
-    // Refused outside 0..capacity + 1 and for NaN: the line then keeps its read position.
-    // Above capacity it is taken as capacity.
+    // Outside 0..capacity + 1, and for NaN, the call is ignored. Delays above capacity count as
+    // capacity.
     void setDelay(float delaySamples);
-    float delay() const { return delay_; }  // samples, as last accepted
+    float delay() const { return delay_; }  // samples
 
-    void clear();  // the memory in use only; positions stay
-    void reset();  // memory and write position; the accepted delay is derived anew
+    void clear();  // contents only; positions stay
+    void reset();  // contents and positions; the delay stays
 
-    // The delay stays fixed between calls of setDelay. An offset of 1e-38 is added on the way
-    // in and removed on the way out, so a silent line gives -1e-38.
+    // The input gains an offset of 1e-38 against denormals and the output loses it again, so a
+    // silent line gives -1e-38.
     float tick(float x) {
         put(x);
         return take();
     }
 
-    // The same apart, in runs that are shorter than the delay: first the outputs, then the inputs
-    // that belong to them.
+    // tick in two halves, for runs shorter than the delay: read all outputs of a run, then write
+    // its inputs.
     void read(float* out, int count);
     void write(const float* in, int count);
 
-    // Ticks in place, at most kMostFrames, each with a delay of its own set before; there is room
-    // to read 7 delays more.
+    // setDelay and tick for each frame, in place. `count` is at most kMostFrames; `delays` must be
+    // readable for 7 values past its end.
     void sweep(const float* delays, float* signal, int count);
 
   private:
     static constexpr double kOffset = 1e-38;
-    // From here on a float does not notice the offset.
+    // At and above this level adding the offset does not change a float.
     static constexpr float kInsensitive = 1e-29f;
 
     void put(float x) {

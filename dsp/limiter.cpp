@@ -1,4 +1,4 @@
-// Peak limiter of the stereo output.
+// Follower and gain of the peak limiter.
 #include "dsp/limiter.h"
 
 #include <algorithm>
@@ -14,12 +14,12 @@ namespace {
 constexpr double kAttackShare = 0.202885692337;
 constexpr double kReleaseShare = 0.01085387128;
 constexpr double kMakeUp = 4.0;
-// Far enough above DBL_MIN for a run of frames.
+// A follower above this stays normal for a whole run.
 constexpr double kSurelyNormal = 1e-290;
 
 }  // namespace
 
-// The follower after one more frame; `level` is finite.
+// The follower after one more frame. `level` must be finite.
 double PeakLimiter::followed(double follower, float level) {
     typedef double Two __attribute__((vector_size(16)));
     typedef long long Bits __attribute__((vector_size(16)));
@@ -27,7 +27,7 @@ double PeakLimiter::followed(double follower, float level) {
     const Two l = {level, 0.0};
     const Two rising = f + (l - f) * kAttackShare;
     const Two falling = f - f * kReleaseShare;
-    // A branch here would be guessed wrong half of the time.
+    // A branch would be mispredicted half of the time.
     const Bits rises = l > f;
     return ((Two)(((Bits)rising & rises) | ((Bits)falling & ~rises)))[0];
 }
@@ -46,7 +46,7 @@ int PeakLimiter::render(float* left, float* right, int frames, double quiet) {
 
 int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) {
     std::array<double, kRun> followers{};
-    int others = 0;  // whether any level is not finite
+    int others = 0;  // nonzero if a level is not finite
     double highest = 0.0;
     for (int t = 0; t < frames; ++t) {
         const float level = std::fabs(left[t] + right[t]) * 0.5f;
@@ -80,7 +80,7 @@ int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) 
     return quietFrames;
 }
 
-// An infinite level must not stick in the follower, nor one that is no number.
+// Keeps an infinite or NaN level out of the follower, and flushes denormals.
 double PeakLimiter::followedWithCare(double follower, float level) {
     if (!(level <= FLT_MAX)) {
         return level > follower ? follower : follower - follower * kReleaseShare;

@@ -1,24 +1,32 @@
-// Peak limiter of the stereo output: follows the mid level and holds it near -1 dB.
+// Peak limiter of the stereo output; holds the mid level near -1 dB.
 #pragma once
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 
 namespace dsp {
 
+// Per frame:
+//
+//     level     = |left + right| / 2
+//     follower += (level - follower) x 0.2029          if level > follower
+//     follower -= follower x 0.0109                    otherwise
+//     gain      = 4                                    if follower < kLimiterThreshold
+//     gain      = 4 x kLimiterHeld x follower^-0.99    otherwise
+//
+// The follower's shares are per sample, whatever the rate.
 class PeakLimiter {
   public:
-    // Applies the limiter's gain and the fixed make-up of x 4 to both sides, in place.
+    // Limits one frame in place.
     void process(float& left, float& right);
 
-    // Frames in place, the same as one by one. Returns in how many the follower ends up below
+    // Limits `frames` frames in place. Returns the number of frames that leave the follower below
     // `quiet`.
     int render(float* left, float* right, int frames, double quiet);
-    // The same for frames of silence: the output is zero.
+    // Limits silence: the follower falls and the output is zero.
     void renderSilence(float* left, float* right, int frames);
 
-    // |left + right| / 2 of the last input frame.
+    // Level of the last input frame.
     float level() const { return level_; }
-    // Smoothed peak of the level. Rises and falls by fixed shares a sample, whatever the rate.
     double follower() const { return follower_; }
 
     void clear() {

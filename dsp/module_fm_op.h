@@ -6,14 +6,20 @@
 
 namespace dsp {
 
-// The caller keeps the phase (in cycles) and passes it once a sample. Non-finite or negative
-// frequencies and rates of 0 or less are ignored.
+// With s[n] = sine(feedback gain x s[n-1] / (2 pi) + phase - 0.001) and two low-passes in series,
+//
+//     low  += (s - low) x 4 pi f / sampleRate
+//     high += (low - high) x 1.0053
+//     out   = 0.9 (s - low) + 0.1 (s - high)
+//
+// The caller keeps the phase (in turns) and passes it once per sample. Non-finite or negative
+// frequencies are ignored, and so are rates of 0 or less.
 class ModuleFMop {
   public:
     virtual ~ModuleFMop() = default;
 
     void setRate(float sampleRate);  // Hz
-    void setFrequency(float hz);     // sets the feedback gain and the high-pass corner
+    void setFrequency(float hz);     // also sets feedback gain and high-pass corner
     float frequency() const { return frequency_; }
     void clear();  // feedback and filter states; frequency and rate stay
 
@@ -26,7 +32,8 @@ class ModuleFMop {
         return (y - lowState_) * 0.9f + (y - highState_) * 0.1f;
     }
 
-    // The other tone: feedback by the square of the previous output and a one-pole high-pass.
+    // The other tone: the square of the previous output feeds back, and the high-pass is a
+    // one-pole.
     float processSquared(float phase) {
         const float y =
             sine(previousOut_ * previousOut_ * kTurnsPerRadian + (phase - kPhaseOffset));
@@ -36,22 +43,24 @@ class ModuleFMop {
         return y - lowState_;
     }
 
-    // What the operator shares with its twin in lanes.
-    static constexpr float kInitialInverseRate = 2.2675736e-05f;  // s
+    // Shared with the operator's lane kernel (dsp/lanes/voice_kernel.inc).
+    static constexpr float kInitialInverseRate = 2.2675736e-05f;  // seconds: 1 / 44100
     static constexpr float feedbackGain(float hz) { return hz >= 2100.0f ? 0.8963f : 1.11f; }
-    static constexpr float kTurnsPerRadian = 0.15915507f;
+    static constexpr float kTurnsPerRadian = 0.15915507f;  // 1 / 6.28318
     static constexpr float kPhaseOffset = 0.001f;
-    static constexpr float kTwoPole = 12.56636f;  // low-pass coefficient per cycle a sample
-    static constexpr float kOnePole = 9.42477f;
-    // Both coefficients stay at or below 1.9; from 2 on low rates would blow up for good.
+    // Low-pass coefficient over (frequency / sampleRate).
+    static constexpr float kTwoPole = 12.56636f;  // 2 x 6.28318
+    static constexpr float kOnePole = 9.42477f;   // 1.5 x 6.28318
+    // Limits both coefficients to 1.9. At 2 and above, which low rates would reach, the state grows
+    // without end.
     static constexpr float kMaxIncrement = 1.9f / kTwoPole;
     static constexpr float kMaxIncrementSquared = 1.9f / kOnePole;
-    static constexpr float kSecondPole = 1.0053087f;  // above 1 on purpose
+    static constexpr float kSecondPole = 1.0053087f;  // 0.16 x 6.28318; intentional: above 1
 
   private:
-    // sin(2 pi turns) as a polynomial on one period, to within 0.012. The wrap truncates toward
-    // zero, so below -0.5 up to one cycle too many is left: part of the sound. A phase too large
-    // to hold a fraction, or no number, reads as 0.
+    // sin(2 pi turns) to within 0.012, as a polynomial on one period. intentional: the wrap
+    // truncates toward zero, so phases below -0.5 keep up to one turn too many. A phase from 2^23
+    // on has no fraction and reads as 0, and so does NaN.
     static float sine(float turns) {
         const float p = std::fabs(turns) < 8388608.0f
                             ? turns - static_cast<float>(static_cast<int>(turns + 0.5f))

@@ -5,10 +5,12 @@
 
 namespace dsp {
 
-// Per-sample coefficient of a one-pole or Chamberlin filter: 2 pi hz / sampleRate, with 2 pi
-// rounded to 6.28319. Design in double, stored as float.
+// Coefficient of a one-pole or Chamberlin filter: 2 pi hz / sampleRate, with 2 pi rounded to
+// 6.28319. Computed in double, stored as float.
 float cornerCoefficient(double hz, double sampleRate);
 
+// low += (x - low) x coefficient;  the high-pass is x minus the previous low
+//
 // The coefficient is limited to 0..1.9: from 2 on the state would grow without end.
 // Non-finite settings and rates of 0 or less are ignored.
 class OnePole {
@@ -17,7 +19,7 @@ class OnePole {
 
     void reset();                    // state 0, coefficient 1, 44100 Hz; the mode stays
     void clear() { state_ = 0.0f; }  // state only; settings stay
-    void setRate(float sampleRate);  // Hz, for the next setFrequency
+    void setRate(float sampleRate);  // Hz; takes effect with the next setFrequency
     void setFrequency(float hz);
     void setCoefficient(float coefficient);
     void setMode(Mode mode) { mode_ = mode; }
@@ -25,8 +27,7 @@ class OnePole {
     float coefficient() const { return coefficient_; }
     float state() const { return state_; }
 
-    // One sample through the output that the mode selects. The high-pass subtracts the state
-    // as it was before this sample.
+    // One sample through the output that the mode selects.
     float tick(float x) {
         const float before = state_;
         const float low = tickLowPass(x);

@@ -9,17 +9,18 @@
 namespace dsp {
 namespace {
 
-// Above these the stages would blow up; no rate from 41.5 kHz reaches them.
+// Above these the stages are unstable. Rates from 41.5 kHz on never get there.
 constexpr double kMaxFrequency1 = 1.6;
 constexpr double kMaxFrequency2 = 1.2;
 
-// Corner of the first stage in Hz, 98 .. 8198.
+// Corner of the first stage, 98..8198 Hz.
 float cornerHz(float x) {
     return x * x * x * 8100.0f + 98.0f;
 }
 
 }  // namespace
 
+// intentional: 6.22 takes the place of 2 pi in both setters
 template <typename Value>
 void OutputFilterOf<Value>::setHighPass(float x, double sampleRate) {
     if (!isUsableRate(sampleRate) || !std::isfinite(x)) return;

@@ -1,29 +1,34 @@
-// Two-stage double-precision high-pass with a saturated low band, after the mix and the phaser.
+// Two-stage double-precision high-pass with a saturated low band; follows the mix and the phaser.
 #pragma once
 
 #include "dsp/stereo.h"
 
 namespace dsp {
 
-// Two Chamberlin state-variable filters in series. The first stage's low-pass is saturated and
-// mixed with its high-pass and the input to feed the second stage, whose high-pass is the output.
+// Two Chamberlin state-variable filters in series. Each stage computes
+//
+//     high  = x - low - damping x band
+//     band += f x high
+//     low  += f x band
+//
+// The second stage takes (high + x) / 2 + saturated(low / 4) of the first; its high is the output.
 // Value is double, or StereoDouble for two sides.
 template <typename Value>
 class OutputFilterOf {
   public:
-    // Sets both corners for the high-pass amount x (0 .. 1) at the rate. States stay. Both setters
-    // ignore what is not finite and rates of 0 or less.
+    // Sets both corners for the high-pass amount x (0..1); states stay. Both setters ignore
+    // non-finite values and rates of 0 or less.
     void setHighPass(float x, double sampleRate);
 
-    // The set-up of a rate change: clears the states and sets both corners with coefficients
-    // that are rounded to float at every step. The sound differs in the last bits only, but it
-    // is what an instrument has until the high-pass amount is set again.
+    // Clears the states and sets both corners for a new rate. intentional: the coefficients are
+    // rounded to float at every step. They differ from setHighPass in the last bits and hold until
+    // its next call.
     void setRate(double sampleRate, float x);
 
     void clear() { band1_ = low1_ = band2_ = low2_ = Value{}; }
 
     Value tick(Value x) { return tickSecond(joined(tickFirst(x))); }
-    // The same in three steps, of which each may lag behind the one before.
+    // tick in three steps. Each may run a frame later than the one before it.
     struct Between {
         Value sum;
         Value low;
@@ -44,7 +49,8 @@ class OutputFilterOf {
         return high;
     }
 
-    // Odd-symmetric, within -1 .. 1, slope 1 at 0.
+    // sign(u) (1 - 1 / (1 + a + a^2 + 0.664 a^3 + 0.365 a^4)) with a = |u|: a soft clip to -1..1 of
+    // slope 1 at 0.
     static Value saturated(Value u) {
         const Value a = magnitude(u);
         const Value square = a * a;
@@ -57,8 +63,8 @@ class OutputFilterOf {
     static constexpr double kDamping1 = 0.3949155109067489;
     static constexpr double kDamping2 = 0.6284230349905618;
 
-    double frequency1_ = 3725.78 / 44100.0;
-    double frequency2_ = 534.92 / 44100.0;
+    double frequency1_ = 3725.78 / 44100.0;  // 6.22 x 599 Hz
+    double frequency2_ = 534.92 / 44100.0;   // 6.22 x 86 Hz
     Value band1_{};
     Value low1_{};
     Value band2_{};

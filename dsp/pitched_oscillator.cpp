@@ -5,16 +5,16 @@
 #include <cmath>
 
 #include "dsp/finite.h"
+#include "dsp/one_pole.h"
 
 namespace dsp {
 namespace {
 
-// The high-pass lies at half the fundamental, and no higher than this: it only takes off what
-// moves slower than the note.
+// The high-pass corner is half the fundamental, up to this limit: it removes only what lies below
+// the note.
 constexpr double kMaxHighPassHz = 250.0;
 
-// A column further up for every semitone, begun or whole, by which the rate is below the one the
-// columns are made for.
+// Moves up one column for each semitone, rounded up, by which the rate is below the design rate.
 int columnFor(int note, double sampleRate) {
     if (sampleRate >= StringWavetable::kDesignRate) return note;
     const double semitones = 12.0 * std::log2(StringWavetable::kDesignRate / sampleRate);
@@ -43,7 +43,7 @@ void PitchedOscillator::update() {
     column_ = table_->column(columnFor(note_, sampleRate_)).data();
     step_ = kCyclePoints * hz / sampleRate_;
     const double highPassHz = std::min(0.5 * hz, kMaxHighPassHz);
-    coefficient_ = static_cast<float>(std::min(6.28319 / sampleRate_ * highPassHz, 1.0));
+    coefficient_ = std::min(cornerCoefficient(highPassHz, sampleRate_), 1.0f);
 }
 
 }  // namespace dsp

@@ -1,25 +1,25 @@
-// Pitched wavetable oscillator: plays a note from the bowed-string columns.
+// Wavetable oscillator that plays a note from the bowed-string columns.
 #pragma once
 
 #include "dsp/string_wavetable.h"
 
 namespace dsp {
 
-// Construct it on a control thread: the first one of the process builds the columns.
+// Construct on a control thread: the first one in the process builds the columns.
 class PitchedOscillator {
   public:
     PitchedOscillator();
 
     void setRate(double sampleRate);
-    // MIDI note, bounded to 0 .. 127. Phase and states stay.
+    // MIDI note, limited to 0..127. Phase and filter state stay.
     void setNote(int midiNote);
     void clear() {
         position_ = 0.0;
         low_ = 0.0f;
     }
 
-    // One sample; bendRatio multiplies the frequency. A pitch that is not below half the rate
-    // (or not a number) stands still, and the high-pass lets it fade.
+    // One sample; bendRatio multiplies the frequency. At half the rate and above, and for NaN, the
+    // phase stops and the high-pass fades the output.
     float tick(double bendRatio) {
         const int row = static_cast<int>(position_);
         const float fraction = static_cast<float>(position_ - row);
@@ -37,8 +37,8 @@ class PitchedOscillator {
 
     const StringWavetable* table_;
     const float* column_;
-    double position_ = 0.0;  // rows, 0 up to below 400
-    double step_ = 0.0;      // rows a sample without bend
+    double position_ = 0.0;  // rows, 0 <= position < 400
+    double step_ = 0.0;      // rows per sample, without bend
     float low_ = 0.0f;
     float coefficient_ = 0.0f;
     double sampleRate_ = 44100.0;

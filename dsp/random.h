@@ -1,21 +1,22 @@
-// Linear congruential random generator, private to its owner so that a render repeats bit for bit.
+// Linear congruential generator. Each owner has its own, so that a render repeats bit for bit.
 #pragma once
 
 #include <cstdint>
 
 namespace dsp {
 
+// state = state x 214013 + 2531011 (mod 2^32); a draw is bits 16..30
 class Random {
   public:
     constexpr explicit Random(std::uint32_t state = 1) : state_(state) {}
 
-    // The next number, 0 .. 32767.
+    // 0..32767.
     constexpr int next() {
         state_ = state_ * kFactor + kOffset;
         return static_cast<int>((state_ >> 16) & 0x7FFF);
     }
 
-    // Draws so many numbers unseen, in a few steps: the powers of the affine map are squared.
+    // Skips `count` draws in O(log count) by squaring the affine map.
     constexpr void skip(std::uint32_t count) {
         std::uint32_t factor = kFactor;
         std::uint32_t offset = kOffset;

@@ -1,4 +1,4 @@
-// Memory, settings and runs of the reverb's lines.
+// Memory, settings and rendering of the reverb's lines.
 #include "dsp/reverb_lines.h"
 
 namespace dsp {
@@ -34,7 +34,7 @@ void ReverbCombs::clear() {
     lanes_.offset.fill(0.0f);
 }
 
-// The kernel works in the rings themselves, but for those that wrap around within the run.
+// The kernel works in the rings themselves. A ring that wraps within the run goes through a copy.
 void ReverbCombs::render(const float* in, int frames, float* left, float* right) {
     constexpr int kStride = kMostFrames + 8;
     alignas(32) std::array<float, CombLanes::kCount * kStride> copies;

@@ -1,21 +1,22 @@
-// The delay lines of the reverb: combs side by side as lanes, and an allpass.
+// The delay lines of the reverb: combs in lanes, and an allpass.
 #pragma once
 
 #include <algorithm>
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 
 namespace dsp {
 
-// Ring of a fixed number of samples, worked on in runs shorter than itself.
+// Ring of a fixed number of samples. Runs must be shorter than the ring.
 template <int kCapacity>
 class ReverbRing {
   public:
     void setSize(int samples) { size_ = std::clamp(samples, kMostFrames, kCapacity); }
     void clear() { std::fill_n(buffer_.begin(), size_, 0.0f); }
 
-    // The oldest samples up to the end of the memory, at most `most`; they may be replaced.
+    // The oldest samples, for replacing in place: `count` of them, at most `most`, up to where the
+    // memory wraps. Call advance(count) afterwards.
     float* run(int most, int& count) {
         count = std::min(most, size_ - index_);
         return &buffer_[index_];
@@ -25,7 +26,7 @@ class ReverbRing {
         if (index_ == size_) index_ = 0;
     }
 
-    // The same in any case, through a copy.
+    // The oldest `count` samples through a copy, across the wrap. write replaces them and advances.
     void read(float* out, int count) const;
     void write(const float* in, int count);
 
@@ -35,8 +36,14 @@ class ReverbRing {
     std::array<float, kCapacity> buffer_{};
 };
 
-// Sixteen combs with a low-pass (damping) and a 21 Hz high-pass in their feedback loops: the first
-// half on the left, the second on the right.
+// Sixteen combs, eight for the left and then eight for the right. A low-pass (damping) and a 21 Hz
+// high-pass sit in each feedback loop:
+//
+//     y       = ring.read()
+//     low     = y (1 - damp) + store x damp
+//     offset += (low - offset) x 21 x 2 pi / 44100
+//     store   = low - offset
+//     ring.write(in + store x feedback)
 class ReverbCombs {
   public:
     static constexpr int kPerSide = CombLanes::kCount / 2;
@@ -45,10 +52,10 @@ class ReverbCombs {
     void setSize(int comb, int samples) { rings_[comb].setSize(samples); }  // up to kLongest
     void setFeedback(float feedback) { lanes_.feedback = feedback; }
     void setDamp(float damp);  // 0..1
-    void mute();               // memory only; the loops' filters keep their state
+    void mute();               // rings only; the loops' filters keep their state
     void clear();
 
-    // At most kMostFrames of the same input to all; the sums of either side.
+    // Feeds `in` to all combs, up to kMostFrames at a time; writes the sum of each side.
     void render(const float* in, int frames, float* left, float* right);
 
   private:
@@ -57,6 +64,7 @@ class ReverbCombs {
     std::array<ReverbRing<kLongest>, CombLanes::kCount> rings_;
 };
 
+// d = ring.read(), out = d - gain x in, ring.write(in + gain x d)
 class ReverbAllpass {
   public:
     static constexpr int kLongest = 580;

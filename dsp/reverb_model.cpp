@@ -19,7 +19,7 @@ constexpr std::array<int, ReverbModel::kCombs> kCombLengths = {1116, 1188, 1277,
                                                                1422, 1491, 1557, 1617};
 constexpr std::array<int, ReverbModel::kAllpasses> kAllpassLengths = {556, 441, 341, 225};
 
-// The first left combs are shortened by a fixed number of samples, the right ones are not.
+// In samples. Only the first three left combs are shortened.
 constexpr std::array<int, ReverbModel::kCombs> kLeftShortening = {450, 250, 156};
 
 int lineLength(int designLength, double sampleRate, int offset) {
@@ -111,13 +111,13 @@ void ReverbModel::renderRun(float* left, float* right, int frames) {
     for (ReverbAllpass& allpass : rightAllpasses_) allpass.render(roomRight.data(), frames);
     for (int t = 0; t < frames; ++t) {
         left[t] = roomLeft[t] * wet1_ + roomRight[t] * wet2_ + left[t] * dry_;
-        // The right side takes the finished left output, dry part included: part of the sound.
+        // intentional: the right side takes the finished left output, dry part included
         right[t] = roomRight[t] * wet1_ + left[t] * wet2_ + right[t] * dry_;
     }
     countSilence(in.data(), left, frames);
 }
 
-// Backwards to the last frame that was not silent: mostly the last of all.
+// Searches backwards, because the last frame is usually the last one heard.
 void ReverbModel::countSilence(const float* in, const float* out, int frames) {
     std::int32_t silent = 0;
     for (int t = frames - 1; t >= 0; --t) {

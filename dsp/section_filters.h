@@ -1,5 +1,4 @@
-// The filters of four sections side by side: the formants of brass and horn, and what the basses go
-// through.
+// The filters of four sections in lanes: the formants of brass and horn, and the basses' path.
 #pragma once
 
 #include "dsp/dc_blocker.h"
@@ -8,16 +7,17 @@
 
 namespace dsp {
 
-// A lane a section: contrabass, cello, brass, horn. The type of two sides, which blocks know.
+// One lane per section: contrabass, cello, brass, horn. This is the stereo type, so every block
+// template accepts it.
 using SectionFloat = StereoFloat;
 using SectionMask = StereoMask;
 
-// State-variable filters as they are constructed, whatever the rate. The band of the first stage is
-// what brass and horn take; the basses go on through a second one and a DC blocker, where the lanes
-// of the other two stay at 0.
+// Brass and horn take the band of a first state-variable stage. The basses take its low-pass, which
+// continues through a second stage and a DC blocker; the other two lanes stay at 0 there.
+// Coefficient and damping are those of a new StateVariableFilter at every rate.
 class SectionFilters {
   public:
-    // Clears the DC blockers.
+    // Also clears the DC blockers.
     void setRate(double sampleRate) {
         dcBlocker_.clear();
         dcBlocker_.setRate(sampleRate);
@@ -27,7 +27,7 @@ class SectionFilters {
         dcBlocker_.clear();
     }
     void clearFormants() { first_.keep(Stage(), SectionMask{0, 0, -1, -1}); }
-    // Takes the states of the sections whose mask is set.
+    // Copies the states of the sections whose mask is set.
     void keep(const SectionFilters& from, SectionMask on) {
         first_.keep(from.first_, on);
         second_.keep(from.second_, on);
@@ -38,7 +38,7 @@ class SectionFilters {
         first_.tick(x, kCoefficient, kDamping);
         return first_.band;
     }
-    // What the first stage hands on to the basses' second.
+    // Input of the basses' second stage.
     SectionFloat low() const { return masked(first_.low, SectionMask{-1, -1, 0, 0}); }
     SectionFloat tickBass(SectionFloat low) {
         second_.tick(low, kCoefficient, kDamping);
@@ -55,15 +55,15 @@ class SectionFilters {
     DcBlockerOf<SectionFloat> dcBlocker_;
 };
 
-// A run of them. The basses come in as their operators leave them and go out in the first two lanes
-// of `bass`; the bus of the other two leaves the bands of brass and horn. A section whose mask is 0
-// keeps its state and gives +0 to `bass`.
+// Arguments of the runSections kernel. `tone` is the output of the bass operators; the filtered
+// basses come back in the first two lanes of `bass`. `bus` feeds brass and horn. A section whose
+// mask is 0 keeps its state and writes +0 to `bass`.
 struct SectionRun {
     SectionFilters& filters;
     SectionMask on;
-    SectionFloat levels;     // of the basses
-    const float* tone;       // kBassLanes a frame
-    const float* amplitude;  // of both basses
+    SectionFloat levels;     // gains of the basses
+    const float* tone;       // kBassLanes per frame
+    const float* amplitude;  // shared by both basses
     const float* bus;
     SectionFloat* bass;
     float* brassBand;

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <mutex>
 
 #include "dsp/finite.h"
 
@@ -11,7 +10,7 @@ namespace dsp {
 
 namespace {
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 int stepFor(float control) {
     const int step = static_cast<int>(control * 24.0f + 0.5f);
@@ -32,7 +31,7 @@ void ShelfTone::shelfCoefficients(ShelfCoefficients& out, float sampleRate, floa
     const double beta = sn * std::sqrt(a) * 1.4142135623730951;
 
     const double inverseA0 = 1.0 / ((a + 1.0) - (a - 1.0) * cs + beta);
-    // Rounded to single precision before the division too: part of the sound.
+    // intentional: rounded to float before the division as well
     const auto stored = [inverseA0](double numerator) {
         return static_cast<float>(static_cast<float>(numerator) * inverseA0);
     };
@@ -64,7 +63,7 @@ void ShelfTone::setControl(float value) {
     assignLimited(control_, value, 0.0f, 1.0f);
     const Lock step(stepLock_);
     target_ = stepFor(control_);
-    // A walk that finds its target moved to where it stands goes on for a step: kept so.
+    // intentional: a walk whose target moves to the current step still takes one more step
     if (target_ != current_) walking_ = true;
 }
 

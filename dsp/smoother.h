@@ -1,15 +1,17 @@
-// One-pole set by a -60 dB time, with a fixed 21 Hz high-pass (the reverb's DC blocker).
+// One-pole set by its -60 dB time, with a fixed 21 Hz high-pass (the reverb's DC blocker).
 #pragma once
 
 namespace dsp {
 
+// coefficient = 1 - 0.001^(1 / (time x 44100 Hz))
+// high-pass: state += (x - state) x 21 x 2 pi / 44100,  y = x - state
 class Smoother {
   public:
     virtual ~Smoother() = default;
 
-    // Time in which a step has settled to -60 dB, in milliseconds at 44100 Hz, from 0 up
-    // (0: at once, coefficient 1). Other values are ignored. Also switches the high-pass on,
-    // which passes everything until then.
+    // Time for a step to settle to -60 dB, in milliseconds at 44100 Hz; 0 settles at once. Negative
+    // and non-finite values are ignored. Also switches the high-pass on: until the first call it
+    // passes everything.
     void setTime(float milliseconds);
     float coefficient() const { return coefficient_; }
 
@@ -18,7 +20,7 @@ class Smoother {
     static constexpr float kHighPassCoefficient = 0.00014247595f;  // 2 pi / 44100
     static constexpr float kHighPassHertz = 21.0f;
 
-    // The corner is 21 Hz at 44100 Hz and moves with the actual rate.
+    // The corner is 21 Hz at 44100 Hz and scales with the actual rate.
     float highPass(float x) {
         state_ = state_ + (x - state_) * highPassCoefficient_ * kHighPassHertz;
         return x - state_;

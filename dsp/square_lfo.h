@@ -7,10 +7,12 @@
 
 namespace dsp {
 
-// Counts samples; a one-pole at about a tenth of the frequency rounds the square. Starts high.
+// A sample counter makes the square, which starts high. A one-pole rounds it:
+//
+//     out += (square - out) x 2 pi / 10 x frequency / sampleRate
 class SquareLfo {
   public:
-    // 0 Hz (also given for a negative frequency or NaN) holds the output.
+    // At 0 Hz the output holds. Negative frequencies and NaN count as 0.
     void setFrequency(double hz) {
         hz_ = hz > 0.0 ? hz : 0.0;
         update();

@@ -1,4 +1,4 @@
-// Chamberlin state-variable filter: low-pass of 12 or 24 dB an octave, or one band-pass stage.
+// Chamberlin state-variable filter: low-pass of 12 or 24 dB per octave, or one band-pass stage.
 #pragma once
 
 #include "dsp/finite.h"
@@ -6,8 +6,12 @@
 
 namespace dsp {
 
-// One stage, with coefficient g and damping k. Value is float, or StereoFloat for filters side by
-// side.
+// One stage:
+//
+//     band += g (x - k band - low)
+//     low  += g band
+//
+// Value is float, or StereoFloat for several filters side by side.
 template <typename Value>
 struct StateVariableStage {
     Value band{};
@@ -19,7 +23,7 @@ struct StateVariableStage {
         band = flushed(newBand);
         low = flushed(newLow);
     }
-    // Takes the states of the lanes whose mask is set.
+    // Copies the states of the lanes whose mask is set.
     template <typename Mask>
     void keep(const StateVariableStage& from, Mask on) {
         band = select(on, from.band, band);
@@ -33,20 +37,20 @@ class StateVariableFilter {
     static constexpr float kInitialCoefficient = 0.926f;
     static constexpr float kInitialDamping = 1.0f;
 
-    void reset();                             // everything as constructed
+    void reset();                             // back to the constructed state
     void clear();                             // state only; settings stay
-    void setRate(float sampleRate);           // Hz, for the next setCutoff
+    void setRate(float sampleRate);           // Hz; takes effect with the next setCutoff
     void setCutoff(float hz);                 // coefficient limited to 0.03..0.998
     void setCoefficient(float coefficient) {  // the same limits
         assignLimited(g_, coefficient, 0.03f, 0.998f);
     }
-    void setResonance(float resonance);  // limited to 0.3..0.93
-    void setShape(float makeUp, float damping);
-    void setPoles(int poles) { poles_ = poles; }  // 2: one stage; any other value: both
+    void setResonance(float resonance);           // limited to 0.3..0.93
+    void setShape(float makeUp, float damping);   // both unlimited
+    void setPoles(int poles) { poles_ = poles; }  // 2 runs one stage, any other value both
 
     float coefficient() const { return g_; }
     float damping() const { return k_; }
-    float makeUp() const { return makeUp_; }  // gain a caller may apply; the filter does not
+    float makeUp() const { return makeUp_; }  // for the caller to apply; the filter does not
 
     float process(float x) {
         first_.tick(x, g_, k_);

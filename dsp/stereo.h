@@ -1,5 +1,5 @@
-// Left and right side by side in one register, so that both cost as much as one; blocks that are
-// templates of their sample type take it in place of a number.
+// Left and right in one vector register: both sides cost as much as one. Blocks that are templates
+// of their sample type accept these types in place of a number.
 #pragma once
 
 #include <cmath>
@@ -33,7 +33,7 @@ inline StereoDouble magnitude(StereoDouble x) {
     return (StereoDouble)((Words)x & 0x7FFFFFFFFFFFFFFF);
 }
 
-// `size`, which is not negative, with the sign of `sign`.
+// `size` (0 or more) with the sign of `sign`.
 inline double withSign(double size, double sign) {
     return std::copysign(size, sign);
 }

@@ -1,19 +1,19 @@
-// Table, sweep and parameter hand-over of the phaser.
+// Table, sweep and parameters of the phaser.
 #include "dsp/stereo_phaser.h"
 
 #include <cmath>
-#include <mutex>
 
 namespace dsp {
 
 namespace {
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 constexpr double kPi = 3.141592653589793;
-constexpr double kSweepCenter = 0.5 * 1152.0 + 768.0;  // table steps
+// In table steps: 5.25 octaves above 20 Hz, or 761 Hz.
+constexpr double kSweepCenter = 0.5 * 1152.0 + 768.0;
 
-// The fraction is scaled by 2^32 - 1: kept so.
+// To 32.32 fixed point. intentional: the fraction is scaled by 2^32 - 1.
 std::int64_t toFixed(double value) {
     const double whole = std::floor(value);
     return static_cast<std::int64_t>(whole) * 4294967296 +
@@ -38,7 +38,7 @@ bool StereoPhaser::setSampleRate(float sampleRate, bool keepParams) {
     buildTable(sampleRate);
     if (!keepParams) {
         feedback_ = 0.0f;
-        stageCount_ = 0;  // neither count: the states are cleared
+        stageCount_ = 0;  // forces setStages to clear the states
         setStages(0.0f);
     }
 
@@ -61,7 +61,7 @@ bool StereoPhaser::setStages(float value) {
     if (count == stageCount_) return true;
     stageCount_ = count;
     std::fill_n(stages_.begin(), count, Allpass());
-    lastOut_[0] = 0.0f;  // the right word stays: kept so
+    lastOut_[0] = 0.0f;  // intentional: the right side stays
     return true;
 }
 
@@ -93,7 +93,7 @@ bool StereoPhaser::setSweepParam(float& param, float value) {
     return true;
 }
 
-// A sweep that stands still counts as rising.
+// Keeps the direction; a sweep at rest counts as rising.
 void StereoPhaser::takePendingSweep() {
     const Lock sweep(sweepLock_);
     const bool falling = sweep_.increment < 0;
@@ -109,7 +109,7 @@ StereoPhaser::Sweep StereoPhaser::computeSweep() const {
             toFixed(speed * spread / sampleRate_)};
 }
 
-// First-order allpass coefficients, bilinear with the frequency unwarped.
+// a = (1 - w) / (1 + w) with w = pi f / sampleRate: the bilinear transform without prewarping.
 void StereoPhaser::buildTable(double sampleRate) {
     if (sampleRate == tableRate_) return;
     tableRate_ = sampleRate;

@@ -1,36 +1,42 @@
-// Stereo phaser: 2 or 4 first-order allpasses a channel, swept by a triangle over a table.
+// Stereo phaser: 2 or 4 first-order allpasses per channel, swept by a triangle over a table.
 #pragma once
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 
 #include "dsp/stereo.h"
-#include "platform/critical_section.h"
 
 namespace dsp {
 
-// Threads: `process` and `clear` on the audio thread; setDepth, setRate and setFeedback on any
-// thread at any time, their values reach `process` with its next sample. setSampleRate and
-// setStages must not run during `process`. A refused setter (false) changes nothing.
+// Per sample and side, with allpass coefficient a:
+//
+//     x    = in + feedback x previous chain output
+//     y    = a (x + y[n-1]) - x[n-1], once per stage in series
+//     out  = in + chain output
+//
+// Threads: `process` and `clear` belong to the audio thread. setDepth, setRate and setFeedback may
+// be called from any thread at any time and take effect with the next sample. setSampleRate and
+// setStages must not run during `process`. A setter that returns false changed nothing.
 class StereoPhaser {
   public:
     StereoPhaser();
 
-    // 8000..384000 Hz. The sweep starts at its centre, rising; parameters go back to their
-    // defaults (2 stages, depth 0.5, rate 0.1, feedback 0) unless they are kept.
+    // 8000..384000 Hz. Restarts the sweep at its centre, rising. Unless `keepParams` is set, resets
+    // the parameters to 2 stages, depth 0.5, rate 0.1 and feedback 0.
     bool setSampleRate(float sampleRate, bool keepParams);
     bool setStages(float value);       // 0..1: 2 stages below 0.5, else 4
-    bool setDepth(float depth);        // 0..1: half the sweep's width in two octaves
-    bool setRate(float rate);          // 0..1: speed of the sweep
+    bool setDepth(float depth);        // 0..1: sweeps 2 x depth octaves up and down
+    bool setRate(float rate);          // 0..1: sweep speed
     bool setFeedback(float feedback);  // 0..0.9
     void clear();                      // allpass states and feedback words; settings stay
 
     int stageCount() const { return stageCount_; }
 
-    // The allpasses to be run on their own, for no more than steadySamples() samples; they are then
-    // handed back. `kStages` is stageCount().
+    // The allpasses as a value for inner loops. Tick a Run for at most steadySamples() samples,
+    // then hand it back to advance(). `kStages` must equal stageCount().
     template <int kStages>
     class Run;
     int steadySamples(int wanted) const {
@@ -44,7 +50,7 @@ class StereoPhaser {
         lastOut_ = run.lastOut_;
         sweep_ = run.sweep_;
         sweepPosition_ = run.position_;
-        // A new sweep takes over behind a run that began with it pending.
+        // A pending sweep takes over after the run that saw it.
         if (run.pending_) takePendingSweep();
     }
 
@@ -60,10 +66,9 @@ class StereoPhaser {
     static constexpr int kStepsPerOctave = 256;
     static constexpr int kTableSize = 11 * kStepsPerOctave;
     static constexpr int kMaxStages = 4;
-    static constexpr int kUpperOffset = 233;  // of the stages behind the first two
+    static constexpr int kUpperOffset = 233;  // table steps from stages 1, 2 up to stages 3, 4
     static constexpr float kAntiDenormal = 1e-18f;
 
-    // y = a (x + y1) - x1
     struct Allpass {
         StereoFloat previousIn{};
         StereoFloat previousOut{};
@@ -81,7 +86,7 @@ class StereoPhaser {
         return table_[bounded < kTableSize ? bounded : kTableSize - 1];
     }
 
-    // At a turn the position holds for one sample.
+    // The position holds for one sample when the sweep turns.
     static void move(Sweep& sweep, std::int64_t& position) {
         const std::int64_t next = position + sweep.increment;
         const bool turns = sweep.increment > 0 ? next >= sweep.high : next <= sweep.low;
@@ -108,8 +113,9 @@ class StereoPhaser {
     std::atomic<float> feedback_{0.0f};
     StereoFloat lastOut_{};
 
-    platform::CriticalSection setupLock_;  // table and stages
-    platform::CriticalSection sweepLock_;  // the fields below
+    // The constructor takes both once, because on Windows the first lock allocates.
+    std::recursive_mutex setupLock_;  // table and stages
+    std::recursive_mutex sweepLock_;  // the fields below
     float sampleRate_ = 44100.0f;
     float depth_ = 0.5f;
     float rate_ = 0.1f;
@@ -136,7 +142,7 @@ class StereoPhaser::Run {
         const float coefficients[] = {phaser_.coefficientAt(step),
                                       phaser_.coefficientAt(step + kUpperOffset)};
         StereoFloat x = feedback_ * lastOut_ + in + kAntiDenormal;
-        StereoFloat before = previousIn_;  // what entered the stage a sample ago
+        StereoFloat before = previousIn_;  // the stage's input one sample ago
         previousIn_ = x;
         for (int k = 0; k < kStages; ++k) {
             const StereoFloat y = (x + outs_[k]) * coefficients[k / 2] - before;
@@ -155,7 +161,7 @@ class StereoPhaser::Run {
     const bool pending_;
     const float feedback_;
     StereoFloat previousIn_;     // of the first stage
-    StereoFloat outs_[kStages];  // each enters the next stage a sample later
+    StereoFloat outs_[kStages];  // also the next stage's previous input
     StereoFloat lastOut_;
     Sweep sweep_;
     std::int64_t position_;

@@ -1,4 +1,4 @@
-// Builds the bowed-string cycle from its knots, and the columns from its Fourier series.
+// Builds the bowed-string cycle from knots, and the columns from its Fourier series.
 #include "dsp/string_wavetable.h"
 
 #include <algorithm>
@@ -12,12 +12,12 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 constexpr int kNumHarmonics = kCyclePoints / 2 - 1;
 
-// The slip: the string leaves the bow and flies back within eight points.
+// The slip: the string leaves the bow and flies back in eight steps.
 constexpr double kSlip[] = {-0.004425, -0.420515, -0.709494, -0.853633, -0.926786,
                             -0.970244, -0.989959, -0.996399, -0.994385};
 constexpr double kLastPoint = 0.017762;
 
-// The rest of the cycle, carried along by the bow: a monotone run up, a rounded top, and the
+// The rest of the cycle, where the bow carries the string: a monotone rise, a rounded top, and the
 // start of the next slip.
 struct Knot {
     double row;
@@ -26,8 +26,8 @@ struct Knot {
 };
 constexpr Knot kStick[] = {
     {8.0, -0.994385, 0.003},         // the last point of the slip
-    {40.0, -0.84, 0.0056},           // from here on the string moves with the bow
-    {330.0, 0.88, 0.0056},           // to here
+    {40.0, -0.84, 0.0056},           // the string now moves with the bow
+    {330.0, 0.88, 0.0056},           // up to here
     {374.0, 0.995, 0.0},             // top
     {399.0, kLastPoint, -0.022187},  // meets the repeat of the first point
 };
@@ -41,19 +41,19 @@ double hermite(const Knot& from, const Knot& to, double row) {
            (3.0 * t2 - 2.0 * t3) * to.value + (t3 - t2) * width * to.slope;
 }
 
-// Largest level of one folded-back image below StringWavetable::kCleanHz, against a fundamental
-// of amplitude 1.
+// Loudest allowed image that folds back below kCleanHz, against a fundamental of amplitude 1.
 constexpr double kImageLevel = 8e-5;
 constexpr double kBend = 1.122462048309373;  // two semitones
 
-// How much of a harmonic of the given amplitude a column of a fundamental (Hz) keeps.
+// The share (0..1) of a harmonic that the column of a fundamental `hz` keeps. `amplitude` is that
+// of the harmonic.
 double keptShare(int harmonic, double amplitude, double hz) {
     constexpr double kRate = StringWavetable::kDesignRate;
     constexpr double kClean = StringWavetable::kCleanHz;
-    // From here on a partial folds back below kClean.
+    // A partial from here on folds back below kClean.
     const double foldHz = kRate - kClean;
     const double bentHz = hz * kBend;
-    // Nothing above the fold, everything below kClean, a cosine between.
+    // Full below kClean, nothing above the fold, a raised cosine in between.
     const double t = (harmonic * hz - kClean) / (foldHz / kBend - kClean);
     if (t >= 1.0) return 0.0;
     const double share = t <= 0.0 ? 1.0 : 0.5 + 0.5 * std::cos(kPi * t);
@@ -99,7 +99,7 @@ const StringWavetable& StringWavetable::shared() {
 }
 
 StringWavetable::StringWavetable() {
-    // cos and sin of one turn in 400 steps; every angle below is a multiple of one step.
+    // One turn in 400 steps; every angle below is a multiple of one step.
     std::array<std::complex<double>, kCyclePoints> turn;
     for (std::size_t i = 0; i < turn.size(); ++i) {
         turn[i] = std::polar(1.0, 2.0 * kPi * static_cast<double>(i) / kCyclePoints);

@@ -86,10 +86,10 @@ void VoiceEnvelope::computeRates() {
 }
 
 void VoiceEnvelope::noteOn(int velocity, int note) {
-    // 1 / 127^2 in single precision: the highest velocity peaks just below 1.
+    // 1 / 127^2 rounded to seven digits: velocity 127 peaks just below 1.
     constexpr float kVelocityScale = 6.200012e-5f;
     const float v = static_cast<float>(std::clamp(velocity, 0, 127));
-    trigger(v * v * kVelocityScale * velocityAmount_ + (1.0f - velocityAmount_), note);
+    trigger(v * v * velocityAmount_ * kVelocityScale + (1.0f - velocityAmount_), note);
 }
 
 void VoiceEnvelope::trigger(float velocityPeak, int note) {
@@ -127,7 +127,7 @@ void VoiceEnvelope::render(float* levels, int samples) {
     } else if (ramp.stands()) {
         std::fill_n(levels, samples, level_);
     } else {
-        // One of the two does nothing; a level waits for the other only.
+        // A ramp either scales or adds, so each level waits for one operation.
         float level = level_;
         for (int i = 0; i < samples && ramp.step == 0.0f; ++i) levels[i] = level *= ramp.factor;
         for (int i = 0; i < samples && ramp.step != 0.0f; ++i) levels[i] = level += ramp.step;
@@ -136,7 +136,7 @@ void VoiceEnvelope::render(float* levels, int samples) {
 }
 
 bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {
-    // More than what rounding adds up to in any run of steps that fits a block.
+    // Exceeds the rounding error that a run of steps can build up within a block.
     constexpr float kMargin = 0.001f;
     const float n = static_cast<float>(samples);
     switch (stage_) {
@@ -153,7 +153,7 @@ bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {
             return !glideOn_;
         case kRelease:
             ramp = {releaseFactor_, 0.0f};
-            // Bernoulli's bound of the power.
+            // Bernoulli: factor^n >= 1 - n (1 - factor).
             return level_ * (1.0f - n * (1.0f - releaseFactor_)) > kFloor * (1.0f + kMargin);
         case kIdle:
         case kQuickFade:

@@ -1,13 +1,18 @@
-// Amplitude envelope of one voice: a state machine that gives one level a sample.
+// Amplitude envelope of one voice: a state machine that gives one level per sample.
 #pragma once
 
 #include "dsp/one_pole.h"
 
 namespace dsp {
 
-// Levels are linear, times in seconds. Setters of times, sustain, velocity and key tracking, and
-// setRate, take effect at the next computeRates (which every note-on runs). Non-finite settings
-// are ignored; others are limited to the ranges given.
+// Levels are linear, times in seconds. Times, sustain, velocity amount, key tracking and the rate
+// take effect at the next computeRates; every note-on calls it. Non-finite settings are ignored;
+// others are limited to the ranges given.
+//
+//     peak    = velocity^2 x amount / 127^2 + (1 - amount)
+//     attack  : level += peak / (attackSeconds x sampleRate), up to peak x peakScale
+//     decay   : level -= peak / (decaySeconds x sampleRate), down to peak x sustain
+//     release : level *= releaseFactor
 class VoiceEnvelope {
   public:
     enum Stage { kAttack, kDecay, kSustain, kRelease, kIdle, kQuickFade };
@@ -17,33 +22,34 @@ class VoiceEnvelope {
     void setRate(double sampleRate);
     void setAttackTime(float seconds);  // 0 or less: the peak in one sample
     void setDecayTime(float seconds);
-    void setReleaseFactor(float factor);   // multiplier a sample of the release, 0..1
-    void setSustain(float fraction);       // of the peak; below 0.001 stored as 0, see below
-    void setVelocityAmount(float amount);  // 0..1: how much the velocity sets the peak
+    void setReleaseFactor(float factor);   // per-sample multiplier, 0..1
+    void setSustain(float fraction);       // of the peak; below 0.001 it is stored as 0
+    void setVelocityAmount(float amount);  // 0..1: how far velocity sets the peak
     void setPeakScale(float scale);        // 0..100: multiplies the top of the attack
 
-    // Key tracking, amounts -1..1: the peak and the times are scaled by the square of
-    // 1 - |amount| x distance / range, the distance being the note's from the low end of the
-    // range, or with a negative amount from the high end. An empty range is ignored.
+    // Key tracking scales the peak or the times by (1 - |amount| x distance / range)^2. `distance`
+    // is measured from the low end of the key range, or from the high end when the amount (-1..1)
+    // is negative. An empty range is ignored.
     void setLevelKeyTrack(float amount);
     void setTimeKeyTrack(float amount);
     void setKeyRange(int low, int high);  // MIDI keys
 
-    void setHoldToSustain(bool on) { holdToSustain_ = on; }    // releases wait for the sustain
-    void setSustainForever(bool on) { sustainForever_ = on; }  // releases are refused
-    // Decay to a sustain of exactly 0 attacks again; setSustain then stores small values as given.
+    void setHoldToSustain(bool on) { holdToSustain_ = on; }    // a release waits for the sustain
+    void setSustainForever(bool on) { sustainForever_ = on; }  // note-offs are ignored
+    // A decay to a sustain of exactly 0 attacks again. While this is on, setSustain stores values
+    // below 0.001 as given.
     void setLoopOnZeroSustain(bool on) { loopOnZeroSustain_ = on; }
-    // The sustain level goes through a one-pole with its corner for 44100 Hz (initially 20 Hz),
-    // and the release ends without going idle: the caller decides when the voice is free.
+    // Smooths the sustain level with a one-pole designed for 44100 Hz (initially 20 Hz). The
+    // release then ends without going idle: the caller decides when the voice is free.
     void setGlide(bool on) { glideOn_ = on; }
     void setGlideHz(float hz) { glide_.setFrequency(hz); }
 
     void computeRates();
 
-    // Attacks from the present level, whatever it is.
-    void noteOn(int velocity, int note);         // velocity 0..127 sets the peak
-    void trigger(float velocityPeak, int note);  // the same with the peak given
-    void quickFade() { stage_ = kQuickFade; }    // down by 0.01 a sample, then attacks
+    // Attack starts from the current level.
+    void noteOn(int velocity, int note);         // velocity is limited to 0..127
+    void trigger(float velocityPeak, int note);  // sets the peak directly
+    void quickFade() { stage_ = kQuickFade; }    // falls 0.01 per sample, then attacks
     void noteOff();
     void kill();  // idle at level 0
 
@@ -65,23 +71,23 @@ class VoiceEnvelope {
         return level_;
     }
 
-    // So many ticks.
+    // Writes the next `samples` levels.
     void render(float* levels, int samples);
 
-    // The level of the samples to come as level x factor + step, sample by sample.
+    // The coming samples obey level[n] = level[n-1] x factor + step.
     struct Ramp {
         float factor = 1.0f;
         float step = 0.0f;
         bool stands() const { return factor == 1.0f && step == 0.0f; }
     };
-    // True, and the ramp, when no stage ends within so many samples; false also when one might.
+    // Fills in `ramp` and returns true if no stage can end within the next `samples`. May return
+    // false when none would.
     bool movesEvenly(int samples, Ramp& ramp) const;
-    // Takes the level over that such a ramp has reached.
+    // Sets the level that a ramp has reached.
     void moveTo(float level) { level_ = level; }
 
     Stage stage() const { return stage_; }
     float level() const { return level_; }
-    float velocityAmount() const { return velocityAmount_; }
     double sampleRate() const { return sampleRate_; }
 
   private:
@@ -106,7 +112,7 @@ class VoiceEnvelope {
         return level_;
     }
 
-    // An ended release keeps its last level.
+    // A release that ends keeps its last level.
     float tickRelease() {
         if (level_ > kFloor) {
             level_ *= releaseFactor_;
@@ -138,7 +144,7 @@ class VoiceEnvelope {
     float peakScale_ = 1.0f;
     float sustain_ = 1.0f;
     float sustainLevel_ = 1.0f;
-    bool releasePending_ = false;  // a release came before the sustain
+    bool releasePending_ = false;  // a note-off came before the sustain
     bool holdToSustain_ = false;
     bool sustainForever_ = false;
     bool loopOnZeroSustain_ = false;

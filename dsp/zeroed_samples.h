@@ -1,4 +1,4 @@
-// Memory for delay lines: all zero, and a large one occupies no more than what has been touched.
+// Zeroed memory for delay lines. Pages that nobody has touched occupy no memory.
 #pragma once
 
 #include <cstdlib>
@@ -7,7 +7,7 @@
 
 namespace dsp {
 
-// Sized once, on a control thread.
+// Construct on a control thread.
 class ZeroedSamples {
   public:
     explicit ZeroedSamples(int size)

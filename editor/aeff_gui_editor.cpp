@@ -1,4 +1,4 @@
-// The life of the frame.
+// Opens and closes the frame, and passes edits and keys on.
 #include "editor/aeff_gui_editor.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ void AEffGUIEditor::setRect(double width, double height) {
 }
 
 void AEffGUIEditor::close() {
-    // A text entry that ends now may call back: it finds the frame gone already.
+    // Closing ends a text entry, which may call back. By then the frame must look closed.
     if (CFrame* const closing = std::exchange(frame, nullptr)) closing->close();
     toolkit_.reset();
 }

@@ -1,4 +1,4 @@
-// The editor as the plug-in drives it: owns a frame of the view library.
+// The base of the editor, as a plug-in drives it. It owns the frame of the view library.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace editor {
 
-// What is reported to the host, in pixels of the window.
+// The editor's size as reported to the host, in window pixels.
 struct EditorRect {
     std::int16_t top = 0;
     std::int16_t left = 0;
@@ -19,7 +19,7 @@ struct EditorRect {
     std::int16_t right = 0;
 };
 
-// User-interface thread, unless said otherwise.
+// Call everything on the user-interface thread.
 class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
   public:
     explicit AEffGUIEditor(EditorHost& host) : host_(host) {}
@@ -27,19 +27,17 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     AEffGUIEditor(const AEffGUIEditor&) = delete;
     AEffGUIEditor& operator=(const AEffGUIEditor&) = delete;
 
-    // The size it has, or will have when it is opened.
+    // The current size or, while closed, the size that opening will give.
     virtual EditorRect getRect() { return rect_; }
-    // False when nothing can be shown in the parent window; the editor is then closed.
+    // Returns false and stays closed when nothing can be shown in the parent window.
     virtual bool open(void* parentWindow) = 0;
     virtual void close();
     bool isOpen() const { return frame != nullptr; }
     virtual void idle();
-    // Whether keys are being typed into a text field or a menu.
+    // True while a text field or a menu receives the keys.
     bool wantsKeys() const;
-    // A parameter has a new value. Any thread.
-    virtual void setParameter(int index) = 0;
 
-    // A key that the host passes on; true when something in the editor used it.
+    // Handles a key that the host passes on. Returns true if the editor used it.
     bool onKey(VSTGUI::KeyboardEvent& event);
 
     void setKnobMode(int mode) { knobMode_ = mode; }
@@ -48,7 +46,7 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     void endEdit(std::int32_t tag) override;
 
   protected:
-    // Makes the frame, of that size at 100 percent, and opens it.
+    // Creates and opens the frame. The size is that at 100 percent.
     bool openFrame(int width, int height, double zoom, void* parentWindow);
     void setRect(double width, double height);
 
@@ -57,7 +55,7 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
   private:
     EditorRect rect_;
     std::int32_t knobMode_ = VSTGUI::kCircularMode;
-    std::optional<Toolkit> toolkit_;  // while there is a frame
+    std::optional<Toolkit> toolkit_;  // set while there is a frame
 };
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// One function for each kind of control, and the table that finds it.
+// One function for each kind of control, and a table to look them up.
 #include "editor/control_factory.h"
 
 #include <algorithm>
@@ -6,12 +6,12 @@
 #include <iterator>
 #include <string>
 
-#include "editor/about_view.h"
-#include "editor/param_display_link.h"
+#include "editor/views/about_view.h"
+#include "editor/views/param_display_link.h"
 #include "editor/skin_shapes.h"
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 
 namespace editor {
 
@@ -28,7 +28,7 @@ CBitmap* picture(const ControlPlan& plan, std::string_view name, CBitmap* instea
     return fileName ? plan.pictures.find(*fileName) : instead;
 }
 
-// Which part of the background shows: by default what lies under the control.
+// The part of the background to show. The default is the part under the control.
 CPoint backgroundOffset(const ControlPlan& plan) {
     return {CCoord(truncateToInt32(plan.values.number("xoff").value_or(cornerOf(plan.values).x))),
             CCoord(truncateToInt32(plan.values.number("yoff").value_or(cornerOf(plan.values).y)))};
@@ -44,7 +44,7 @@ CControl* makeSlider(const ControlPlan& plan) {
     const CPoint at = cornerOf(plan.values);
     int32_t style = integer(plan, "style");
     const bool vertical = (style & CSlider::kVertical) != 0;
-    // The two bits exclude each other.
+    // A slider has exactly one direction; vertical wins.
     style = vertical ? style & ~CSlider::kHorizontal : style | CSlider::kHorizontal;
     const CRect area(
         at, vertical ? CPoint(handle->getWidth(), length) : CPoint(length, handle->getHeight()));
@@ -115,7 +115,8 @@ void applyTextAttributes(const ControlPlan& plan, CParamDisplay& display) {
     }
     if (const auto face = values.number("txtface")) {
         const auto font = makeOwned<CFontDesc>(*display.getFont());
-        // Skins number bold 1, italic 2, underline 4; the library's bits lie one higher.
+        // Skins use 1 for bold, 2 for italic and 4 for underline. The library's bits are one
+        // place higher.
         constexpr int32_t kFaces = kBoldFace | kItalicFace | kUnderlineFace;
         font->setStyle(static_cast<int32_t>(static_cast<uint32_t>(truncateToInt32(*face)) << 1) &
                        kFaces);
@@ -152,7 +153,7 @@ CControl* makeReadOut(const ControlPlan& plan) {
 
 CControl* makeLinkedDisplay(const ControlPlan& plan) {
     const int link = integer(plan, "link");
-    // The index one past the last parameter is let through: kept.
+    // Intentional: existing skins depend on the index one past the last parameter being accepted.
     if (link < 0 || link > plan.host.parameterCount()) {
         plan.report("Skin Error", "Error attempting to link a display to an invalid parameter id",
                     platform::MessageIcon::kNone);
@@ -174,7 +175,7 @@ COptionMenu* newMenu(const ControlPlan& plan, int tag) {
 
 CControl* makeOptionMenu(const ControlPlan& plan) {
     const auto& children = plan.attributes.node().children;
-    // Only the first child is looked at.
+    // Only the first child is checked.
     if (!children.empty() && !equalIgnoringCase(children.front().name, "list")) return nullptr;
 
     COptionMenu* const menu = newMenu(plan, integer(plan, "id"));
@@ -193,7 +194,7 @@ CControl* makeSkinSelector(const ControlPlan& plan) {
 
 CControl* makeAbout(const ControlPlan& plan) {
     CBitmap* const shown = picture(plan, "bitmap_pop");
-    // In the middle of the picture that it covers.
+    // Centred on the background.
     CRect area(CPoint(), shown->getSize());
     if (plan.background) {
         area.centerInside(CRect(CPoint(), plan.background->getSize())).makeIntegral();
@@ -209,7 +210,7 @@ CControl* makeMeter(const ControlPlan& plan) {
     const CRect area(cornerOf(plan.values), on->getSize());
     auto* const meter = new CVuMeter(area, on, picture(plan, "bitmap_off"),
                                      std::max(integer(plan, "leds"), 1), integer(plan, "style"));
-    meter->setTag(kNoTag);  // its id is no parameter
+    meter->setTag(kNoTag);  // a meter's id does not name a parameter
     return meter;
 }
 

@@ -1,22 +1,22 @@
-// Makes the controls that the elements of a skin describe.
+// Creates the controls that the elements of a skin describe.
 #pragma once
 
 #include <string_view>
 
 #include "editor/editor_host.h"
 #include "editor/picture_cache.h"
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 #include "platform/message_box.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
-// What a control is made from.
+// Everything needed to create one control.
 struct ControlPlan {
     const SkinValues& values;
     const SkinAttributes& attributes;
     PictureCache& pictures;
-    VSTGUI::CBitmap* background;  // the frame's picture, or null
+    VSTGUI::CBitmap* background;  // the frame's picture; may be null
     VSTGUI::IControlListener* listener;
     const EditorHost& host;
     const platform::MessageHandler& report;
@@ -24,13 +24,13 @@ struct ControlPlan {
 
 struct ControlRule {
     std::string_view element;
-    // A new control with its tag and look, without a value; null when the element has to be
-    // abandoned, the user having been told.
+    // Creates the control with its tag and look but no value. Returns null after telling the user
+    // when the element cannot be built.
     VSTGUI::CControl* (*make)(const ControlPlan& plan);
-    bool hasDefault;  // takes the element's default, or else its first value, for reset
+    bool hasDefault;  // resets to the element's default or, without one, to its first value
 };
 
-// Found without regard to case; null for an element that makes no control.
+// Ignores case. Returns null for an element that creates no control.
 const ControlRule* findControlRule(std::string_view element);
 
 }  // namespace editor

@@ -1,4 +1,4 @@
-// Leaves it to the opening of a frame to find out whether there is a display.
+// Does not look for a display: opening a frame reports a missing one.
 #include "editor/toolkit.h"
 
 namespace editor {

@@ -1,4 +1,4 @@
-// Looks for a display, which VSTGUI takes for granted on X11.
+// Checks for a display, because VSTGUI on X11 assumes that there is one.
 #include <xcb/xcb.h>
 
 #include "editor/toolkit.h"

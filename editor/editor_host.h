@@ -1,14 +1,15 @@
-// What the editor asks of its instrument and of the program that the instrument runs in.
+// What the editor needs from its instrument and from the host around it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "state/controller_map.h"
 
 namespace editor {
 
-// Called on the host's user-interface thread. Parameter and program indices are in range, values
-// are 0..1, texts are UTF-8.
+// The editor calls all of this on the host's user-interface thread. It passes only parameter and
+// program indices in range. Values are 0..1 and texts are UTF-8.
 class EditorHost {
   public:
     virtual ~EditorHost() = default;
@@ -16,13 +17,15 @@ class EditorHost {
     virtual int parameterCount() const = 0;
     virtual float parameter(int index) const = 0;
     virtual void setParameter(int index, float value) = 0;
-    virtual void setParameterAutomated(int index, float value) = 0;  // and tells the host
-    // Around everything that one gesture sets.
+    virtual void setParameterAutomated(int index, float value) = 0;  // also tells the host
+    // These enclose every value that one gesture sets.
     virtual void beginEdit(int index) = 0;
     virtual void endEdit(int index) = 0;
     virtual std::string parameterName(int index) const = 0;
     virtual std::string parameterDisplay(int index) const = 0;
     virtual std::string parameterLabel(int index) const = 0;
+    // One bit per parameter, set if its value has changed since the last call.
+    virtual std::uint64_t takeChangedParameters() = 0;
 
     virtual int programCount() const = 0;
     virtual int program() const = 0;
@@ -31,13 +34,13 @@ class EditorHost {
     virtual void renameProgram(int program, const std::string& name) = 0;
 
     virtual int heldNotes() const = 0;
-    virtual int lastKey() const = 0;  // MIDI key of the last note, -1 before the first
+    virtual int lastKey() const = 0;  // MIDI key of the latest note; -1 before the first
     virtual float outputLevel() const = 0;
     virtual int chorusTapCount() const = 0;
-    virtual float chorusTap(int tap) const = 0;  // 0..1 within its range, or beyond
+    virtual float chorusTap(int tap) const = 0;  // 0..1 is the usual range; may go beyond
 
     virtual state::LearnSlot& learnSlot() = 0;
-    virtual void sizeWindow(int width, int height) = 0;  // asks for another size, in pixels
+    virtual void sizeWindow(int width, int height) = 0;  // requests a window size in pixels
 
     bool isParameter(int tag) const { return tag >= 0 && tag < parameterCount(); }
 };

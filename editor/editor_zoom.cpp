@@ -1,4 +1,4 @@
-// Keeps the zoom in the settings.
+// Stores the zoom in the settings.
 #include "editor/editor_zoom.h"
 
 #include <algorithm>

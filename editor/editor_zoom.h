@@ -1,4 +1,4 @@
-// The sizes at which the editor can be shown, and the one the user has chosen.
+// The zoom steps of the editor, and the one the user has chosen.
 #pragma once
 
 #include <array>
@@ -9,12 +9,12 @@ namespace editor {
 
 constexpr std::array<int, 5> kZoomSteps = {100, 125, 150, 200, 300};  // percent
 
-// One of the steps; 100 when nothing that can be used was kept.
+// Returns the stored step, or 100 if the settings hold no valid one.
 int readZoom();
 void keepZoom(int percent);
 
-// A window of this size, in pixels at 100 percent, is shown at the zoom or, where that would take
-// too much memory or more than the 16 bits of a window's side, at the largest that does not.
+// Returns `zoom`, or the largest factor at which the window still fits: its pixels have a memory
+// limit, and each side must fit into 16 bits. `size` is in pixels at 100 percent.
 double boundedZoom(double zoom, const VSTGUI::CPoint& size);
 
 }  // namespace editor

@@ -1,13 +1,13 @@
-// What is particular to this instrument.
+// The elements, menus and preset switches of this instrument.
 #include "editor/my_editor.h"
 
 #include <iterator>
 
-#include "editor/note_display.h"
-#include "editor/presets_display.h"
+#include "editor/views/note_display.h"
+#include "editor/views/presets_display.h"
 #include "editor/skin_shapes.h"
-#include "editor/skin_text.h"
-#include "editor/tap_view.h"
+#include "editor/skin/skin_text.h"
+#include "editor/views/tap_view.h"
 #include "state/parameters.h"
 
 namespace editor {
@@ -16,8 +16,11 @@ using namespace VSTGUI;
 
 namespace {
 
-// Switches for whole groups: 0 the upper sections (strings, winds, all), 1 the bass sections (off,
-// on), 2 the ensemble (off, on), 3 the effects (none, reverb, phaser, both).
+// One row per value sent: switch, position, parameter, value. The switches and their positions:
+//   0  upper sections  strings, winds, all
+//   1  bass sections   off, on
+//   2  ensemble        off, on
+//   3  effects         none, reverb, phaser, both
 constexpr SwitchPreset kSwitchPresets[] = {
     {0, 0, state::kViola2, 1.0f}, {0, 0, state::kViolin2, 1.0f},
     {0, 0, state::kBrass2, 0.0f}, {0, 0, state::kHorn2, 0.0f},

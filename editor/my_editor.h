@@ -1,4 +1,5 @@
-// The editor of this instrument: its own elements, menus, meter and preset switches.
+// The editor of this instrument. It adds the instrument's own elements, menus, meter and preset
+// switches.
 #pragma once
 
 #include <vector>
@@ -15,9 +16,9 @@ class myEditor : public xmlGuiEditor {
     void idle() override;
 
   protected:
-    // Knows NoteDisplay, PresetsDisplay and ViewTaps beside the common elements.
+    // Adds NoteDisplay, PresetsDisplay and ViewTaps to the common elements.
     bool buildElement(const std::string& element, const SkinAttributes& attributes) override;
-    // Switched parameters get "Off" and "On", "Waveform" its choices.
+    // Gives switch parameters "Off" and "On", and Waveform its choices.
     void fillMenu(VSTGUI::COptionMenu& menu, int tag) override;
     // Every meter shows the output level.
     void meterMade(VSTGUI::CVuMeter* meter, int number) override;

@@ -22,7 +22,8 @@ std::string doubleName(const std::string& fileName) {
 
 }  // namespace
 
-// The header says what the pixels will take, before they do. A damaged picture costs as much.
+// The file header tells the pixel count before the pixels take memory. A damaged picture is charged
+// the same.
 VSTGUI::PlatformBitmapPtr PictureCache::read(const std::string& fileName,
                                              const std::optional<VSTGUI::CPoint>& wanted) {
     const auto path = files_.find(fileName);
@@ -37,7 +38,7 @@ VSTGUI::PlatformBitmapPtr PictureCache::read(const std::string& fileName,
     return VSTGUI::getPlatformFactory().createBitmapFromPath(utf8.c_str());
 }
 
-// One that is damaged or has another size is as good as none.
+// Ignores a double-size picture that is damaged or has the wrong size.
 void PictureCache::addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) {
     const VSTGUI::CPoint size = picture.getSize();
     const auto pixels =

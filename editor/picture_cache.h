@@ -1,5 +1,5 @@
-// The pictures of one skin, each read once however many elements name it. Beside NAME.png,
-// NAME#2.0x.png may hold the same picture in double size, for larger views.
+// The pictures of one skin. Each file is read once, however many elements use it. An optional
+// NAME#2.0x.png beside NAME.png holds the same picture in double size, for larger zooms.
 #pragma once
 
 #include <cstdint>
@@ -7,13 +7,13 @@
 #include <optional>
 #include <string>
 
-#include "editor/picture_files.h"
-#include "editor/skin_text.h"
+#include "editor/skin/picture_files.h"
+#include "editor/skin/skin_text.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
-// Of all pictures of a skin together, double ones included: 128 MiB.
+// Limit for all pictures of a skin together, double-size ones included: 128 MiB.
 constexpr std::int64_t kMostSkinPixels = std::int64_t{32} << 20;
 
 class PictureCache {
@@ -22,15 +22,15 @@ class PictureCache {
     explicit PictureCache(const std::string& skinFolder, std::int64_t mostPixels = kMostSkinPixels)
         : files_(skinFolder), pixelsLeft_(mostPixels) {}
 
-    // The picture of this file, names compared without regard to case, or null, also when it would
-    // take more pixels than are left. It stays valid for as long as the cache or somebody else
-    // holds it.
+    // Returns the picture, or null if it cannot be read or needs more pixels than are left. Ignores
+    // the case of the name. The cache keeps a reference, so the pointer lives as long as the cache.
     VSTGUI::CBitmap* find(const std::string& fileName);
-    // Gives every picture found so far its double one, as far as the pixels left suffice.
+    // Loads the double-size versions of all pictures found so far, as far as the pixels last. Only
+    // the first call has an effect.
     void readDoubles();
 
   private:
-    // Null also when it is not of the wanted size.
+    // Returns null if the file cannot be read or does not have the wanted size.
     VSTGUI::PlatformBitmapPtr read(const std::string& fileName,
                                    const std::optional<VSTGUI::CPoint>& wanted = std::nullopt);
     void addDouble(VSTGUI::CBitmap& picture, const std::string& fileName);

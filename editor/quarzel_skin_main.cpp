@@ -1,11 +1,12 @@
-// quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists a skin and everything wrong with it,
-// and draws it.
+// quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists the elements and faults of a skin, and
+// draws it.
 #include <iostream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "editor/skin_preview.h"
+#include "platform/product.h"
 
 int main(int argc, char** argv) {
     constexpr int kComplaints = 1;
@@ -15,7 +16,7 @@ int main(int argc, char** argv) {
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",
         "quarzel-skin");
-    app.set_version_flag("--version", "quarzel-skin " QUARZEL_VERSION,
+    app.set_version_flag("--version", std::string("quarzel-skin ") + platform::productVersion(),
                          "Print the version and leave");
     std::string folder;
     std::string picture;

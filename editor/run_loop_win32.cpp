@@ -1,4 +1,4 @@
-// The system's own message loop serves the windows; VSTGUI wants OLE on the thread that opens them.
+// The system's message loop serves the windows. VSTGUI needs OLE on the thread that opens them.
 #include "editor/toolkit.h"
 
 #include <windows.h>

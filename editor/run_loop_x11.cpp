@@ -1,4 +1,5 @@
-// The loop that serves the windows of all editors of the module on X11: a host calls only idle.
+// The event loop for all editor windows of this module on X11. Hosts only call idle, so pump() runs
+// it from there.
 #include <algorithm>
 #include <chrono>
 #include <vector>
@@ -15,7 +16,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Handlers may unregister themselves or others while they are called.
+// A handler may unregister itself or another one while it runs.
 class RunLoop final : public VSTGUI::X11::IRunLoop, public VSTGUI::AtomicReferenceCounted {
   public:
     bool registerEventHandler(int fd, VSTGUI::X11::IEventHandler* handler) override {
@@ -35,7 +36,7 @@ class RunLoop final : public VSTGUI::X11::IRunLoop, public VSTGUI::AtomicReferen
     }
 
     void pump() {
-        // Events may be queued already, so a handler is called also when nothing can be read.
+        // Call the handler even when nothing can be read: events may already be queued.
         const auto events = events_;
         for (const Event& event : events) {
             pollfd state = {event.fd, POLLIN, 0};
@@ -87,7 +88,7 @@ class RunLoop final : public VSTGUI::X11::IRunLoop, public VSTGUI::AtomicReferen
     std::vector<Timer> timers_;
 };
 
-// The first frame's loop serves all others, so there is one for the module.
+// VSTGUI uses the first frame's loop for all frames, so the module has only one.
 RunLoop& runLoop() {
     static const VSTGUI::SharedPointer<RunLoop> loop = VSTGUI::makeOwned<RunLoop>();
     return *loop.get();
@@ -96,8 +97,8 @@ RunLoop& runLoop() {
 }  // namespace
 
 void Toolkit::setUp() {
-    // Without the module's handle: VSTGUI would look for a bundle around the library, and fall over
-    // one that lies but two folders below the root.
+    // Do not pass the module handle. With it, VSTGUI looks for a bundle around the library and
+    // crashes if the library is only two folders below the root.
     VSTGUI::init(nullptr);
 }
 

@@ -1,4 +1,4 @@
-// State of the process; hosts may open editors on several threads.
+// State of the whole process. Any thread may use it, because hosts may open editors on several.
 #include "editor/skin_missing.h"
 
 #include <atomic>

@@ -1,4 +1,4 @@
-// An editor on an instrument that only remembers.
+// Draws the editor of an instrument that only stores values.
 #include "editor/skin_preview.h"
 
 #include <array>
@@ -18,7 +18,7 @@
 #pragma GCC diagnostic pop
 
 #include "editor/my_editor.h"
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 #include "gui/headless.h"
 #include "platform/file.h"
 #include "platform/message_box.h"
@@ -33,6 +33,7 @@ class PreviewHost final : public EditorHost {
     int parameterCount() const override { return state::kNumParams; }
     float parameter(int index) const override { return state::parameter(index).defaultValue; }
     void setParameter(int, float) override {}
+    std::uint64_t takeChangedParameters() override { return 0; }
     void setParameterAutomated(int, float) override {}
     void beginEdit(int) override {}
     void endEdit(int) override {}
@@ -78,7 +79,7 @@ class PreviewEditor final : public myEditor {
     SkinChoice choice_;
 };
 
-// From premultiplied BGRA words to the bytes red, green, blue, alpha.
+// Converts premultiplied BGRA words to the bytes red, green, blue, alpha.
 std::vector<std::uint8_t> bytesOf(const VSTGUI::PixelBuffer& picture) {
     std::vector<std::uint8_t> bytes;
     for (int y = 0; y < picture.height(); ++y) {
@@ -103,7 +104,7 @@ std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int z
     PreviewHost host;
     PreviewEditor editor(host, skinFolder);
     if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
-    editor.showAt(zoom / 100.0);  // not at the zoom in the settings
+    editor.showAt(zoom / 100.0);  // overrides the zoom in the settings
     editor.idle();
     return VSTGUI::headless::picture(*editor.getFrame());
 }

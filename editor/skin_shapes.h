@@ -1,14 +1,14 @@
-// Rectangles and colours as skins write them.
+// Converts skin values to numbers, rectangles and colours.
 #pragma once
 
 #include <cstdint>
 
-#include "editor/skin_values.h"
+#include "editor/skin/skin_values.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
-// The number truncated, 0 when there is none.
+// Returns the truncated number, or 0 if there is none.
 inline int integerOf(const SkinValues& values, std::string_view name) {
     return truncateToInt32(values.number(name).value_or(0));
 }
@@ -21,7 +21,7 @@ inline VSTGUI::CRect rectangleOf(const SkinValues& values) {
     return {cornerOf(values), VSTGUI::CPoint(integerOf(values, "w"), integerOf(values, "h"))};
 }
 
-// From 0xRRGGBB, opaque.
+// Converts 0xRRGGBB to an opaque colour.
 inline VSTGUI::CColor colorOf(std::uint32_t rgb) {
     return VSTGUI::CColor(static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
                           static_cast<std::uint8_t>(rgb));

@@ -1,4 +1,4 @@
-// Sets the view library up for as long as anybody of this module uses it.
+// Keeps the view library set up while this module uses it.
 #pragma once
 
 namespace VSTGUI {
@@ -7,7 +7,8 @@ class IPlatformFrameConfig;
 
 namespace editor {
 
-// Lives before the first picture, font or view and until after the last. User-interface thread.
+// Create one before the first picture, font or view, and destroy it after the last. Use it on the
+// user-interface thread only.
 class Toolkit {
   public:
     Toolkit();
@@ -15,11 +16,11 @@ class Toolkit {
     Toolkit(const Toolkit&) = delete;
     Toolkit& operator=(const Toolkit&) = delete;
 
-    // False where opening a frame is sure to fail, and may end the process.
+    // False if opening a frame would fail and might end the process.
     static bool hasDisplay();
-    // What a frame is opened with; null where the system drives the windows by itself.
+    // The configuration for opening a frame; null where the system drives the windows itself.
     static VSTGUI::IPlatformFrameConfig* frameConfig();
-    // Serves the windows of all editors of the module where the system does not.
+    // Serves the windows of all editors of the module, where the system does not.
     static void pump();
 
   private:

@@ -1,13 +1,13 @@
-// Building a skin, opening and closing.
+// Builds a skin, and opens and closes the editor.
 #include "editor/xml_gui_editor.h"
 
 #include <algorithm>
 
 #include "editor/control_factory.h"
 #include "editor/editor_zoom.h"
-#include "editor/path_fill.h"
+#include "editor/views/path_fill.h"
 #include "editor/skin_missing.h"
-#include "editor/skin_text.h"
+#include "editor/skin/skin_text.h"
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "state/chunks.h"
@@ -21,7 +21,7 @@ namespace {
 
 constexpr const char* kMissingBank = "Missing Bank";
 
-// Puts the pointer back when a build ends, in whatever way.
+// Restores the build pointer however a build ends.
 template <class Build>
 class CurrentBuild {
   public:
@@ -44,7 +44,7 @@ EditorRect xmlGuiEditor::getRect() {
     if (isOpen() || build_) return AEffGUIEditor::getRect();
     size_ = CPoint();
     if (!isSkinMissing()) {
-        // Opening says what is wrong.
+        // Stay silent here: open() reports the faults.
         const platform::ScopedMessageHandler silence(
             [](const std::string&, const std::string&, platform::MessageIcon) {});
         const Toolkit toolkit;
@@ -59,19 +59,20 @@ EditorRect xmlGuiEditor::getRect() {
     return AEffGUIEditor::getRect();
 }
 
-// A message may stand for minutes, and the host may call anything meanwhile.
+// A message box may stay open for minutes. Meanwhile the host may call anything.
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
-    changed_ = 0;
-    const Toolkit toolkit;  // the pictures come before the frame
+    host_.takeChangedParameters();  // new controls start with current values
+    released_ = 0;
+    const Toolkit toolkit;  // pictures are loaded before there is a frame
     if (!openSkin(parentWindow)) return false;
     if (!isOpen() && !openDataFolderScreen(parentWindow)) return false;
     sayMissingBank();
     return isOpen();
 }
 
-// False when no window can be had. A skin that makes no frame leaves the editor closed.
+// Returns false if no window can be opened. A skin without a frame leaves the editor closed.
 bool xmlGuiEditor::openSkin(void* parentWindow) {
     if (isSkinMissing()) return true;
     skins_ = skinChoice();
@@ -94,8 +95,8 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
     return !build.abandoned;
 }
 
-// The screen that comes instead has no menu of skins: a chosen skin that cannot be opened would be
-// chosen for ever.
+// Goes back to the default skin. The data-folder screen has no skin menu, so the user could never
+// leave a chosen skin that cannot be opened.
 void xmlGuiEditor::giveUpSkin() {
     if (!skins_.isStored || skins_.name == kDefaultSkin) return;
     std::string reason =
@@ -136,8 +137,8 @@ void xmlGuiEditor::close() {
         build_->abandoned = true;
         return;
     }
-    // These refer to views, which go with the frame. A text entry that ends on the way may still
-    // report its change.
+    // Clear what refers to views: they go with the frame. Closing ends a text entry, which may
+    // still report its change.
     if (frame) {
         frame->unregisterMouseObserver(this);
         host_.learnSlot().disarm();
@@ -195,7 +196,7 @@ bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes
     return true;
 }
 
-// Only the first one counts.
+// Only the first background element counts.
 bool xmlGuiEditor::makeBackground(const SkinValues& values) {
     if (build_->background) return true;
     build_->background = build_->pictures.find(*values.picture("filename"));

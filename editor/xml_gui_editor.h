@@ -1,7 +1,6 @@
-// The editor that a skin describes: builds its controls and binds them to the parameters.
+// Builds the editor that a skin describes, and binds its controls to the parameters.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -11,20 +10,20 @@
 #include <vector>
 
 #include "editor/aeff_gui_editor.h"
-#include "editor/midi_learn.h"
+#include "editor/views/midi_learn.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
-#include "editor/skin_loader.h"
-#include "editor/skin_messages.h"
-#include "editor/skin_values.h"
+#include "editor/skin/skin_loader.h"
+#include "editor/skin/skin_messages.h"
+#include "editor/skin/skin_values.h"
 #include "editor/tags.h"
-#include "editor/text_display.h"
+#include "editor/views/text_display.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
-// A value that a preset switch sends when it comes to a position.
+// One value that a preset switch sends when it reaches a position.
 struct SwitchPreset {
     std::int16_t switchNumber;
     std::int16_t position;
@@ -41,16 +40,14 @@ class xmlGuiEditor : public AEffGUIEditor,
 
     EditorRect getRect() override;
     bool open(void* parentWindow) override;
-    // Open, and not with the data-folder screen in place of a skin.
+    // True if the editor is open and shows a skin, not the data-folder screen.
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
-    // While open: at this zoom, 1 to 3, or the largest possible, whatever the settings say.
+    // Sets the zoom of the open editor, 1..3, limited to what is possible. The settings stay.
     void showAt(double zoom);
     void close() override;
     void idle() override;
-    // Any thread; nobody waits.
-    void setParameter(int index) override;
-    // A turn of the wheel that the host passes on, upwards positive; true when the control under
-    // the pointer used it.
+    // Handles a wheel turn that the host passes on; up is positive. Returns true if the control
+    // under the pointer used it.
     bool onWheel(double notches);
     void endEdit(std::int32_t tag) override;
     void valueChanged(VSTGUI::CControl* control) override;
@@ -59,25 +56,25 @@ class xmlGuiEditor : public AEffGUIEditor,
 
   protected:
     virtual SkinChoice skinChoice() const { return findSkins(); }
-    // Of one build; what goes beyond is counted.
+    // Most messages shown per build. Further ones are only counted.
     virtual int mostMessages() const { return SkinMessages::kMostShown; }
-    // Makes what one element says. False when it had to be abandoned; the user was told.
+    // Builds one element. Returns false, after telling the user, if that fails.
     virtual bool buildElement(const std::string& element, const SkinAttributes& attributes);
-    // The items of a menu whose element lists none.
+    // Adds the items of a menu whose element lists none.
     virtual void fillMenu(VSTGUI::COptionMenu&, int /*tag*/) {}
     virtual void meterMade(VSTGUI::CVuMeter*, int /*number*/) {}
-    // A control has changed whose tag means nothing here.
+    // Called when a control with an unknown tag changes.
     virtual void otherControlChanged(VSTGUI::CControl*) {}
 
-    // For buildElement. Nothing when the element has to be abandoned.
+    // Helpers for buildElement. readValues returns nothing if the element cannot be built.
     std::optional<SkinValues> readValues(const std::string& element,
                                          const SkinAttributes& attributes);
-    void addView(VSTGUI::CView* view);  // takes over the reference
+    void addView(VSTGUI::CView* view);  // takes over the caller's reference
 
     std::vector<SwitchPreset> switchPresets_;
 
   private:
-    // What belongs to one load of a skin.
+    // State of one skin build.
     struct SkinBuild {
         SkinBuild(const std::string& folder, int mostMessages)
             : skinFolder(folder), messages(mostMessages), pictures(folder) {}
@@ -89,11 +86,11 @@ class xmlGuiEditor : public AEffGUIEditor,
             };
         SkinConstantTable constants;
         PictureCache pictures;
-        VSTGUI::CBitmap* background = nullptr;  // once its element was met
-        void* parentWindow = nullptr;           // null: only the size is asked for
-        // No window could be made, or the host closed the editor while a message stood.
+        VSTGUI::CBitmap* background = nullptr;  // set by its element
+        void* parentWindow = nullptr;           // null if only the size is wanted
+        // True if no window could be opened, or if the host closed the editor during a message.
         bool abandoned = false;
-        // Made before the frame.
+        // Views created before the frame.
         std::vector<VSTGUI::SharedPointer<VSTGUI::CView>> waiting;
     };
 
@@ -110,7 +107,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     void sendSwitch(int number, float value);
     void selectSkin(int index);
     void redrawLinked(int source);
-    void followChanged();
+    void followChanges();
     void followParameter(int index);
     void showValue(VSTGUI::CControl& control);
     void writeReadOut();
@@ -124,17 +121,17 @@ class xmlGuiEditor : public AEffGUIEditor,
     void readDoublePictures();
 
     SkinChoice skins_;
-    SkinBuild* build_ = nullptr;            // while a skin is being built
-    std::optional<PictureCache> pictures_;  // of the open skin, when it is built
-    VSTGUI::CPoint size_;                   // of the picture, at 100 percent
+    SkinBuild* build_ = nullptr;            // set while a skin is being built
+    std::optional<PictureCache> pictures_;  // set once the open skin has been built
+    VSTGUI::CPoint size_;                   // of the background, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
-    std::multimap<int, VSTGUI::CControl*> controls_;   // of the frame, by tag
+    std::multimap<int, VSTGUI::CControl*> controls_;   // by tag
     std::vector<std::unique_ptr<CMidiLearn>> learners_;
     std::vector<CDisplay*> readOuts_;
 
-    std::atomic<std::uint64_t> changed_{0};       // one bit a parameter, since the last look
-    const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; compared only
+    std::uint64_t released_ = 0;                  // one bit per parameter whose gesture has ended
+    const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; only compared
     int currentTag_ = kNoTag;
     bool skinChanged_ = false;
     bool inIdle_ = false;

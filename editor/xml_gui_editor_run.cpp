@@ -1,11 +1,12 @@
-// The open editor: what its controls send, and how it follows the instrument.
+// The open editor: sends what its controls do, and follows the instrument.
 #include "editor/xml_gui_editor.h"
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "editor/editor_zoom.h"
-#include "editor/pop_up_menu.h"
+#include "editor/views/pop_up_menu.h"
 #include "state/controller_map.h"
 
 namespace editor {
@@ -33,7 +34,7 @@ void xmlGuiEditor::valueChanged(CControl* control) {
     redrawLinked(tag);
 }
 
-// A press with Control resets a control; a menu would change unseen.
+// Control-click resets a control. It does nothing on a menu, which would change unseen.
 std::int32_t xmlGuiEditor::controlModifierClicked(CControl* control, CButtonState buttons) {
     const bool resets = buttons.isLeftButton() && buttons.getModifierState() == kControl;
     return resets && dynamic_cast<COptionMenu*>(control) ? 1 : 0;
@@ -79,22 +80,16 @@ void xmlGuiEditor::idle() {
         inIdle_ = false;
     }
     state::controllerMap().saveIfChanged();
-    if (!isOpen()) return;  // an event may have closed it
-    followChanged();
+    if (!isOpen()) return;  // an event may have closed the editor
+    followChanges();
     writeReadOut();
     showSkinNotice();
 }
 
-void xmlGuiEditor::setParameter(int index) {
-    static_assert(state::kNumParams <= 64);
-    if (!state::isParameter(index)) return;
-    changed_.fetch_or(std::uint64_t{1} << index, std::memory_order_release);
-}
-
-// All that has changed since the last time: a program change must not show bit by bit.
-void xmlGuiEditor::followChanged() {
-    const std::uint64_t changed = changed_.exchange(0, std::memory_order_acquire);
-    for (int index = 0; index < state::kNumParams; ++index) {
+// Shows all changes since the last call at once, so a program change does not appear bit by bit.
+void xmlGuiEditor::followChanges() {
+    const std::uint64_t changed = host_.takeChangedParameters() | std::exchange(released_, 0);
+    for (int index = 0; index < host_.parameterCount(); ++index) {
         if (changed >> index & 1) followParameter(index);
     }
 }
@@ -103,7 +98,7 @@ void xmlGuiEditor::followParameter(int index) {
     const auto range = controls_.equal_range(index);
     for (auto it = range.first; it != range.second; ++it) {
         CControl& control = *it->second;
-        if (control.isEditing()) continue;  // the gesture's end comes back here
+        if (control.isEditing()) continue;  // updated when the gesture ends
         showValue(control);
         control.setDirty();
     }
@@ -119,7 +114,7 @@ void xmlGuiEditor::showValue(CControl& control) {
         display->setText(host_.parameterDisplay(index));
         control.setValue(value);
     } else if (dynamic_cast<COnOffButton*>(&control)) {
-        // It lights at exactly 1 only, the engine switches in the middle.
+        // The button lights only at exactly 1, but the engine switches at the middle.
         control.setValue(value > 0.5f ? 1.0f : 0.0f);
     } else {
         control.setValue(value);
@@ -128,7 +123,7 @@ void xmlGuiEditor::showValue(CControl& control) {
 
 void xmlGuiEditor::endEdit(std::int32_t tag) {
     AEffGUIEditor::endEdit(tag);
-    setParameter(tag);
+    if (host_.isParameter(tag)) released_ |= std::uint64_t{1} << tag;
 }
 
 void xmlGuiEditor::writeReadOut() {
@@ -147,7 +142,7 @@ void xmlGuiEditor::showSkinNotice() {
     if (!skinChanged_) return;
     skinChanged_ = false;
     auto* const notice = new CDisplay(CRect(CPoint(), size_));
-    notice->setStyle(CParamDisplay::kNoFrame);  // VSTGUI fills within the frame's middle
+    notice->setStyle(CParamDisplay::kNoFrame);  // VSTGUI fills only to the middle of a frame
     notice->setText(kSkinNotice);
     frame->addView(notice);
 }
@@ -173,7 +168,7 @@ bool xmlGuiEditor::onWheel(double notches) {
     return event.consumed;
 }
 
-// A right press where no view is, that is on the picture itself.
+// A right press on the background, where no view is, opens the zoom menu.
 void xmlGuiEditor::onMouseEvent(MouseEvent& event, CFrame* in) {
     if (event.type != EventType::MouseDown || event.consumed || !event.buttonState.isRight())
         return;
@@ -209,8 +204,8 @@ void xmlGuiEditor::showAt(double wanted) {
     readDoublePictures();
 }
 
-// They take memory and time that only larger views repay. Those that are part of the skin as such
-// come first.
+// Double-size pictures take memory and time, so they are read only when zoomed, and after all plain
+// ones.
 void xmlGuiEditor::readDoublePictures() {
     if (!pictures_ || frame->getZoom() <= 1) return;
     pictures_->readDoubles();

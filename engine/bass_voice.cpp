@@ -7,8 +7,8 @@ namespace engine {
 
 namespace {
 constexpr int kEnvelopeKey = 60;
-constexpr float kPhaseOffset = 0.001f;  // the operators take it off again
-constexpr float kFadeStep = 0.01f;
+constexpr float kPhaseOffset = 0.001f;  // the operators subtract it again
+constexpr float kFadeStep = 0.01f;      // per sample
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
 
@@ -25,8 +25,7 @@ void BassVoice::setRate(double sampleRate) {
 
 void BassVoice::noteOn(int key, int velocity) {
     if (stack_.push(key, velocity)) {
-        envelope_.trigger(velocityPeak(stack_.topVelocity(), envelope_.velocityAmount()),
-                          kEnvelopeKey);
+        envelope_.noteOn(stack_.topVelocity(), kEnvelopeKey);
     }
     setPitch(key);
 }

@@ -1,12 +1,12 @@
 // The monophonic bass voice below the keyboard split: "Contrabass" and "Cello" with legato
-// glide-in, up to their filters.
+// glide-in. Their filters follow in ToneStages.
 #pragma once
 
 #include <array>
 
 #include "dsp/delay_b.h"
 #include "dsp/voice_envelope.h"
-#include "dsp/voice_lanes.h"
+#include "dsp/lanes/voice_lanes.h"
 #include "engine/envelope_settings.h"
 #include "engine/note_stack.h"
 #include "engine/pitch.h"
@@ -14,18 +14,19 @@
 
 namespace engine {
 
-// The operators of the bass over a segment, before gain and filters.
+// One segment of the bass operators, before gain and filters.
 struct BassRows {
     using Lanes = std::array<float, kLongestSegment * dsp::kBassLanes>;
-    alignas(32) Lanes phases{};  // frame by frame: contrabass, cello, and idle lanes; in turns
+    // Per frame: contrabass, cello, idle lanes; phases in turns.
+    alignas(32) Lanes phases{};
     alignas(32) Lanes tone{};
     Signal amplitude;
-    int sounding = 0;  // frames, from the first on
+    int sounding = 0;  // number of leading frames that sound
 
     dsp::OperatorLanesOf<dsp::kBassLanes>* operators = nullptr;
-    std::array<int, dsp::kBassLanes> on{};  // as dsp::LaneMasks
+    std::array<int, dsp::kBassLanes> on{};  // masks, as in dsp::LaneMasks
 
-    // What fills `tone` from a frame on.
+    // Arguments that make the voice kernels fill `tone` from a frame on.
     dsp::BassRun run(int from) {
         const int at = from * dsp::kBassLanes;
         return {operators, on.data(), &phases[at], &tone[at]};
@@ -39,20 +40,20 @@ class BassVoice {
     dsp::VoiceEnvelope& envelope() { return envelope_; }
     void setRelease(const ReleaseTime& release) { release.applyTo(envelope_, sampleRate_); }
 
-    // `key` is a playable raw MIDI key, sounding an octave above the upper reading before the
-    // sections halve it.
+    // `key` is a playable MIDI key (see isPlayableKey). Taken as semitones above C0 it sounds an
+    // octave above the upper voices, before the sections halve it.
     void noteOn(int key, int velocity);
     void noteOff(int key);
     void setPedal(bool down);
-    // Releases the envelope; no key is held any more.
+    // Releases the envelope and forgets all held keys.
     void allNotesOff();
 
-    // Envelope idle at level 0, operators cleared; held keys stay.
+    // Idles the envelope at level 0 and clears the operators; held keys stay.
     void silence();
-    // The same, nothing held, no glide under way.
+    // silence(), and also forgets held keys and ends the glide.
     void reset();
 
-    // A segment, all but the tone; stands still once its envelope is idle.
+    // Fills in a segment except for `tone`. Once the envelope is idle, nothing advances.
     void render(const PhaseRows& phases, const Sections& sections, int frames, BassRows& rows);
 
   private:
@@ -61,7 +62,7 @@ class BassVoice {
 
     void setPitch(int key);
     float tickFade();
-    // Returns how many frames sound.
+    // Returns the number of leading frames that sound.
     int renderAmplitude(int frames, Signal& amplitude);
 
     dsp::VoiceEnvelope envelope_;

@@ -12,8 +12,12 @@ namespace engine {
 namespace {
 constexpr double kSemitoneRatio = 1.0594630943593;
 constexpr float kSleepSeconds = 4.0f;
-constexpr double kAudible = 1e-07;  // of the limiter's follower
+constexpr double kAudible = 1e-07;  // limiter follower
 constexpr double kExpressionSeconds = 0.005;
+constexpr float kVoiceGain = 0.23f;     // of the mix while each voice has its own envelope
+constexpr float kSharedGain = 2.5f;     // of the mix with a shared envelope, over the polyphony
+constexpr float kSharedFloor = 1e-10f;  // below it the shared gain counts as 0
+constexpr float kOutputGain = 4.0f;
 
 bool allFinite(const float* samples, int count) {
     int others = 0;
@@ -98,7 +102,7 @@ void Engine::bend(float semitones) {
 }
 
 void Engine::setExpression(float gain) {
-    if (gain == expressionTarget_) return;  // the way there goes on
+    if (gain == expressionTarget_) return;  // the ramp continues
     expressionTarget_ = gain;
     expressionStep_ = static_cast<float>((gain - expression_) / (kExpressionSeconds * sampleRate_));
 }
@@ -153,7 +157,7 @@ void Engine::setDecayTime(float seconds) {
     });
 }
 
-// Reaches a note with its next note-on only.
+// Without computeRates: sounding notes keep their sustain level.
 void Engine::setSustain(float level) {
     changeNoteEnvelopes([level](dsp::VoiceEnvelope& envelope) { envelope.setSustain(level); });
 }
@@ -168,22 +172,24 @@ void Engine::setKeySplit(float ratio) {
     bass_.allNotesOff();
 }
 
-void Engine::render(float* left, float* right, int frames, EventSource& events) {
+void Engine::beginBlock() {
     tone_.beginBlock();
     shared_ = isOn(sharedEnvelope_);
     envelopeSum_ = 0.0f;
-    for (int start = 0; start < frames;) {
-        const int due = events.dispatchUpTo(start + 1);
-        int count = std::max(std::min(frames, due - 1) - start, 1);
-        if (asleep_) {
-            random_.skip(count);
-            limiter_.renderSilence(left + start, right + start, count);
-        } else {
-            count = std::min({count, kLongestSegment, framesToSleep()});
-            renderAwake(left + start, right + start, count);
-        }
-        start += count;
+}
+
+int Engine::render(float* left, float* right, int frames) {
+    if (asleep_) {
+        random_.skip(frames);
+        limiter_.renderSilence(left, right, frames);
+        return frames;
     }
+    const int count = std::min({frames, kLongestSegment, framesToSleep()});
+    renderAwake(left, right, count);
+    return count;
+}
+
+void Engine::endBlock(float* left, float* right, int frames) {
     if (!allFinite(left, frames) || !allFinite(right, frames)) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
@@ -197,7 +203,7 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
 
 void Engine::renderAwake(float* left, float* right, int frames) {
     const int sounding = renderMono(frames);
-    // What is not finite goes out at once, before a clamp can hide it from the guard.
+    // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
     if (!allFinite(mono_.data(), frames)) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
@@ -214,6 +220,7 @@ void Engine::renderAwake(float* left, float* right, int frames) {
 }
 
 int Engine::renderMono(int frames) {
+    // 0..32767 becomes -5e-11..5e-11: 3.05e-15 = 1e-10 / 32768
     for (int t = 0; t < frames; ++t) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
@@ -227,34 +234,34 @@ int Engine::renderMono(int frames) {
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
-// What scales the mix of the upper sections: with a shared envelope the sum of all levels, which
-// keeps its last value behind the last voice.
+// Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels
+// and holds its last value after the last voice.
 void Engine::setVoiceGains(int sounding, int frames) {
     if (!shared_) {
-        voiceGains_.fill(0.23f);
+        voiceGains_.fill(kVoiceGain);
         return;
     }
     upper_.envelopeSum(voiceGains_.data(), sounding);
     if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
     std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
-    const float scale = 2.5f / static_cast<float>(upper_.polyphony());
+    const float scale = kSharedGain / static_cast<float>(upper_.polyphony());
     for (int t = 0; t < frames; ++t) {
         const float gain = scale * voiceGains_[t];
-        voiceGains_[t] = gain < 1e-10f ? 0.0f : std::min(gain, 1.0f);
+        voiceGains_[t] = gain < kSharedFloor ? 0.0f : std::min(gain, 1.0f);
     }
 }
 
 void Engine::applyGain(int sounding, int frames) {
     Signal gains;
-    // The volume does not reach the tails behind the last voice: kept.
+    // intentional: the volume does not scale the tails after the last voice
     std::fill_n(gains.begin(), sounding, volume_);
     std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
     if (expression_ != expressionTarget_ || expression_ != 1.0f) {
         for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
     }
     for (int t = 0; t < frames; ++t) {
-        stereo_.left[t] = stereo_.left[t] * 4.0f * gains[t];
-        stereo_.right[t] = stereo_.right[t] * 4.0f * gains[t];
+        stereo_.left[t] = stereo_.left[t] * kOutputGain * gains[t];
+        stereo_.right[t] = stereo_.right[t] * kOutputGain * gains[t];
     }
 }
 
@@ -267,7 +274,8 @@ float Engine::tickExpression() {
     return expression_;
 }
 
-// A frame counts twice at most; the engine falls asleep behind the last frame of a segment only.
+// A frame counts at most twice, and the engine can only fall asleep at the end of a segment. So a
+// segment gets at most half of what is left.
 int Engine::framesToSleep() const {
     const float left = kSleepSeconds * static_cast<float>(sampleRate_) - silentSamples_;
     return std::max(static_cast<int>(left * 0.5f), 1);

@@ -1,4 +1,4 @@
-// The sound engine: notes and settings in, stereo samples out. Knows no host, file or window.
+// The sound engine: notes and settings in, stereo samples out. It knows no host, file or window.
 #pragma once
 
 #include <array>
@@ -17,6 +17,7 @@
 
 namespace engine {
 
+// Comments marked "intentional" in this folder name oddities that saved sessions depend on.
 class Engine : public SoundEngine {
   public:
     explicit Engine(double sampleRate);
@@ -24,7 +25,9 @@ class Engine : public SoundEngine {
     void setSampleRate(double sampleRate) override;
     double sampleRate() const override { return sampleRate_; }
 
-    void render(float* left, float* right, int frames, EventSource& events) override;
+    void beginBlock() override;
+    int render(float* left, float* right, int frames) override;
+    void endBlock(float* left, float* right, int frames) override;
 
     void reset() override;
 
@@ -76,7 +79,8 @@ class Engine : public SoundEngine {
 
   private:
     void renderAwake(float* left, float* right, int frames);
-    // The mono part of the chain; returns in how many frames, from the first on, something sounds.
+    // Renders the mono part of the chain; returns the number of leading frames in which a voice
+    // sounds.
     int renderMono(int frames);
     void setVoiceGains(int sounding, int frames);
     void applyGain(int sounding, int frames);
@@ -86,7 +90,7 @@ class Engine : public SoundEngine {
     void bend(float semitones);
     void silence();
     void clearFault();
-    // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
+    // Calls change(dsp::VoiceEnvelope&) for every note envelope, upper and bass.
     template <typename Change>
     void changeNoteEnvelopes(Change change);
 
@@ -109,10 +113,10 @@ class Engine : public SoundEngine {
     float smoothedHighPass_ = 0.0f;
     float volume_ = 0.0f;
     float sharedEnvelope_ = 0.0f;
-    bool shared_ = false;       // as latched at the start of the block
-    float envelopeSum_ = 0.0f;  // last value computed in this block
+    bool shared_ = false;       // latched at the start of the block
+    float envelopeSum_ = 0.0f;  // last value in this block
 
-    // The segment under way.
+    // Signals of the current segment.
     PhaseRows phaseRows_;
     SectionSums sums_{};
     Signal voiceGains_{};

@@ -11,13 +11,17 @@
 
 namespace engine {
 
+// Each tap delays by shortest + (longest - shortest) (u + 1) / 2 and scales by 1 - 0.4 u. With the
+// modulators s (slow) and f (fast), and s', f' delayed by a third of their period, the taps take
+//
+//     u1 = s + f,  u2 = s' + f',  u3 = -s - f'
 class EnsembleChorus final : public ChorusControl {
   public:
     static constexpr int kTaps = 3;
 
     EnsembleChorus();
 
-    // Empties all lines and rings; the modulators start anew.
+    // Empties all lines and rings and restarts the modulators.
     void setRate(double sampleRate);
 
     void setOn(bool on) override { on_ = on; }
@@ -29,17 +33,17 @@ class EnsembleChorus final : public ChorusControl {
 
     void clearModulators();
 
-    // Where in the range of the delays a tap stands, 0 the shortest to 1 the longest. A strong
-    // modulation leaves the range.
+    // Delay of a tap within its range: 0 is the shortest, 1 the longest. Strong modulation exceeds
+    // both.
     float tapPosition(int tap) const;
 
-    // A segment.
+    // Renders one segment.
     void render(const Signal& in, int frames, StereoSignal& out);
 
   private:
     float shortestDelay() const;  // samples
     float longestDelay() const;
-    // One line for a segment, in place.
+    // Renders one tap in place.
     void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 
     double sampleRate_ = 44100.0;

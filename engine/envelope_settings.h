@@ -1,11 +1,13 @@
-// What the engine's envelopes share: release times and the velocity curve.
+// The release time that all envelopes of the engine share.
 #pragma once
 
 #include "dsp/voice_envelope.h"
 
 namespace engine {
 
-// Release as the parameter gives it: the factor of one sample is 1 - 1000 / (span x rate).
+// Release as the parameter sets it.
+//
+//     level[n] = level[n-1] x (1 - 1000 / (span x sampleRate))
 struct ReleaseTime {
     double span = 25.0;
 
@@ -17,11 +19,5 @@ struct ReleaseTime {
         envelope.computeRates();
     }
 };
-
-// Peak of an envelope for a velocity of 1..127; `amount` is 0..1.
-inline float velocityPeak(int velocity, float amount) {
-    const float v = static_cast<float>(velocity);
-    return v * v * amount * 6.200012e-05f + (1.0f - amount);
-}
 
 }  // namespace engine

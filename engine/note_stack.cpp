@@ -1,4 +1,4 @@
-// Keys pushed, removed and held by the pedal.
+// Pushing, removing and sustaining keys.
 #include "engine/note_stack.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The keys held by the monophonic bass voice, latest on top.
+// The keys that hold the monophonic bass voice, latest on top.
 #pragma once
 
 #include <array>
@@ -13,16 +13,16 @@ class NoteStack {
     int topKey() const { return notes_[size_ - 1].key; }
     int topVelocity() const { return notes_[size_ - 1].velocity; }
 
-    // True when this is the only key, so that the envelope is to start anew. A full stack forgets
-    // its oldest key.
+    // Returns true if this is the only key, which retriggers the envelope. A full stack forgets its
+    // oldest key.
     bool push(int key, int velocity);
-    // Removes the lowest entry of the key, if there is one; while the pedal is down it stays,
-    // marked.
+    // Removes the oldest entry of the key. While the pedal is down, entries of the key stay and are
+    // marked as sustained.
     void remove(int key);
 
     void setPedal(bool down) { pedalDown_ = down; }
     bool pedalDown() const { return pedalDown_; }
-    // Takes the mark off one key that the pedal holds and returns it, or -1 when there is none.
+    // Unmarks one sustained key and returns it, or -1 if there is none.
     int takeSustainedKey();
 
   private:

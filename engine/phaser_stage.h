@@ -1,4 +1,4 @@
-// The phaser with its optional low-pass ahead and the output filters behind, left and right.
+// The stereo phaser between an optional input low-pass and the output filters.
 #pragma once
 
 #include "dsp/biquad.h"
@@ -11,7 +11,7 @@ namespace engine {
 
 class PhaserStage final : public PhaserControl {
   public:
-    // Clears the output filters; phaser parameters are kept, the sweep starts at its centre.
+    // Clears the output filters and restarts the sweep at its centre; phaser parameters stay.
     void setRate(double sampleRate);
 
     void setDefaults() override;
@@ -20,12 +20,12 @@ class PhaserStage final : public PhaserControl {
     void setDepthControl(float control) override { phaser_.setDepth(control); }
     void setFeedback(float amount) override { phaser_.setFeedback(amount); }
     void setStages(float control) override;
-    // As for ToneStages.
+    // See ToneStages::setHighPass.
     void setHighPass(float control, float smoothed);
 
     void clear();
 
-    // A segment.
+    // Renders one segment in place.
     void render(StereoSignal& signal, int frames);
 
   private:

@@ -1,4 +1,4 @@
-// The six sections of the ensemble: their levels and switches as parameters set them.
+// The six sections of the ensemble, with the levels and switches that parameters set.
 #pragma once
 
 #include <array>
@@ -7,13 +7,13 @@ namespace engine {
 
 enum Section { kViola, kViolin, kBrass, kHorn, kContrabass, kCello, kNumSections };
 
-// A switch parameter is on above one half.
+// Switch parameters are on above one half.
 constexpr bool isOn(float control) {
     return control > 0.5f;
 }
 
 struct Sections {
-    std::array<float, kNumSections> level{};  // gain, as the chain uses it
+    std::array<float, kNumSections> level{};  // gain
     std::array<bool, kNumSections> on{};
 };
 

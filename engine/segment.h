@@ -1,16 +1,16 @@
-// The rows of samples that the stages of the chain pass to one another: a segment between events.
+// The signals that the stages of the chain pass on, one segment between events at a time.
 #pragma once
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/sound_engine.h"
 
 namespace engine {
 
 static_assert(kLongestSegment <= dsp::kMostFrames);
 
-// Room for whole vectors: what stands behind a segment's frames means nothing.
+// Room for whole vectors. Values after the last frame of a segment are meaningless.
 constexpr int kRowStride = kLongestSegment + 8;
 struct alignas(32) Signal : std::array<float, kRowStride> {};
 

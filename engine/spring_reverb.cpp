@@ -8,12 +8,12 @@
 namespace engine {
 
 namespace {
-constexpr double kSpringSeconds = 0.09090909090909091;
+constexpr double kSpringSeconds = 0.09090909090909091;  // 1 / 11
 constexpr double kSpringCapacitySeconds = 0.125;
 constexpr float kSpringThreshold = 0.1f;
 constexpr float kLargeRoom = 0.7f;
 
-// Strong enough to act on the room.
+// A strong spring also controls the room.
 constexpr bool isStrong(float spring) {
     return spring > 0.3f;
 }
@@ -79,8 +79,8 @@ void SpringReverb::updateDamping() {
     reverb_.update();
 }
 
-// Beside a strong spring the room grows no further than the large one, and is that large as soon
-// as either of them goes beyond it.
+// With a strong spring the room never exceeds kLargeRoom, and it takes that size as soon as spring
+// or size exceed it.
 void SpringReverb::updateRoom() {
     const bool large =
         isStrong(settings_.spring) && std::max(settings_.spring, settings_.size) > kLargeRoom;
@@ -90,7 +90,7 @@ void SpringReverb::updateRoom() {
 
 void SpringReverb::tuneSpring() {
     springFilter_.setCoefficient(
-        static_cast<float>(6.28319 / sampleRate_ * (settings_.spring * 1200.0 + 2900.0)));
+        dsp::cornerCoefficient(settings_.spring * 1200.0 + 2900.0, sampleRate_));
 }
 
 void SpringReverb::clear() {
@@ -129,7 +129,7 @@ void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int fr
     springLine_.write(in.data(), frames);
 }
 
-// The spring's line is longer than any segment: what leaves it can be had before what enters it is
+// The spring's line is longer than any segment, so its output can be read before its input is
 // known.
 void SpringReverb::render(StereoSignal& signal, int frames) {
     static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);

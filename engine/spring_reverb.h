@@ -1,18 +1,18 @@
-// The spring path and the room reverb behind it, with the feedback from one into the other.
+// The spring, the room reverb that follows it, and the feedback from the room into the spring.
 #pragma once
 
 #include "dsp/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "dsp/reverb_model.h"
 #include "engine/segment.h"
-#include "engine/signal.h"
+#include "engine/wrapped_to_unit.h"
 #include "engine/sound_engine.h"
 
 namespace engine {
 
 class SpringReverb final : public ReverbControl {
   public:
-    // `highestRate` in Hz sizes the spring's line once and for all.
+    // Allocates the spring's line for `highestRate` (Hz).
     explicit SpringReverb(double highestRate);
 
     // Empties the line and the reverb.
@@ -26,10 +26,10 @@ class SpringReverb final : public ReverbControl {
     void setSpring(float amount) override;
 
     void clear();
-    // All states, also those that a program change leaves to the next sound.
+    // Clears all states, including those that a program change leaves alone.
     void clearFault();
 
-    // A segment.
+    // Renders one segment in place.
     void render(StereoSignal& signal, int frames);
 
   private:
@@ -37,9 +37,9 @@ class SpringReverb final : public ReverbControl {
     void updateDamping();
     void updateRoom();
     void tuneSpring();
-    // What the spring gives to both sides; nothing when it is out.
+    // Adds the spring's output to both sides and writes the side signal for feedSpring.
     void addSpring(StereoSignal& signal, int frames, Signal& side);
-    // What goes into the spring, from the output of the room.
+    // Writes the spring's input; `feedback` comes from the output of the room.
     void feedSpring(const Signal& side, const Signal& feedback, int frames);
 
     double sampleRate_ = 44100.0;

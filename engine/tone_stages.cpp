@@ -11,13 +11,12 @@ constexpr double kBreathHertz = 2100.0;
 constexpr double kBreathCoefficientScale = 13194.699;  // 6.28319 x 2100
 constexpr double kBreathRateChangeScale = 28274.355;   // 6.28319 x 4500
 constexpr float kBreathMakeUp = 0.553f;
-constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath filter runs
+constexpr float kBreathBelow = 0.01f;  // the breath filter runs while "HP" is below
 constexpr float kBreathDamping = 1.14f;
-// The top cut's corner is near 5640 Hz at high rates and near 6450 Hz at the usual ones.
-constexpr double kTopCutScale = 40526.5755;
-constexpr double kTopCutScaleHighRate = 35437.1916;
+constexpr double kTopCutScale = 40526.5755;          // 6.28319 x 6450
+constexpr double kTopCutScaleHighRate = 35437.1916;  // 6.28319 x 5640
 constexpr double kHighRate = 88200.0;
-// Corner at a 7.35th of the rate, whatever the rate.
+// The corner is the rate / 7.35, or 6000 Hz at 44100 Hz.
 constexpr double kShelfCoefficient = kTwoPi * 0.1360544235340355;
 
 float limitedCoefficient(double c) {
@@ -33,7 +32,7 @@ ToneStages::ToneStages() : bowNoise_(dsp::bowNoise()) {
 void ToneStages::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     shelf_.setSampleRate(static_cast<float>(sampleRate));
-    // Heard for one sample, when a program is pushed within a block: kept.
+    // intentional: lasts for one sample when a program is pushed within a block
     breath_.setCoefficient(limitedCoefficient(kBreathRateChangeScale / sampleRate));
     output_.setRate(sampleRate, highPassControl_);
     sectionFilters_.setRate(sampleRate);
@@ -48,7 +47,7 @@ void ToneStages::beginBlock() {
 void ToneStages::setHighPass(float control, float smoothed) {
     highPassControl_ = control;
     output_.setHighPass(smoothed, sampleRate_);
-    lowCut_.setCoefficient(static_cast<float>(kTwoPi / sampleRate_ * (smoothed * 615.0 + 20.0)));
+    lowCut_.setCoefficient(dsp::cornerCoefficient(smoothed * 615.0 + 20.0, sampleRate_));
 }
 
 void ToneStages::setBrightness(float control) {
@@ -95,7 +94,7 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
                           &brassBand_[from], &hornBand_[from], until - from});
 }
 
-// A section that is off adds 0.
+// A section that is off still adds 0.
 void ToneStages::mixSections(const ToneSources& sources, const Sections& sections, int frames,
                              Signal& mix) {
     const auto levelOf = [&](Section section) {
@@ -130,7 +129,7 @@ void ToneStages::renderNoise(const ToneSources& sources, int frames) {
     }
 }
 
-// The noise also moves the breath filter's corner, each frame that of the next.
+// The noise also modulates the corner of the breath filter, one frame ahead.
 void ToneStages::breathe(int frames, Signal& mix) {
     Signal coefficients;
     for (int t = 0; t < frames; ++t) {

@@ -13,12 +13,12 @@
 
 namespace engine {
 
-// What the tone path takes in over a segment.
+// Inputs of the tone path for one segment.
 struct ToneSources {
     const SectionSums& voices;
     const BassRows& bass;
-    const Signal& gains;          // scale the mix of the upper sections
-    const Signal& sectionLevels;  // scale the bow's noise
+    const Signal& gains;          // of the mix of the upper sections
+    const Signal& sectionLevels;  // scale the bow noise
     const Signal& dither;
 };
 
@@ -27,33 +27,33 @@ class ToneStages {
     ToneStages();
 
     void setRate(double sampleRate);
-    // What is derived anew from the rate at the start of each block.
+    // Recomputes the coefficients that each block starts with.
     void beginBlock();
 
-    // `control` 0..1 as the parameter is stored, `smoothed` the value that walks towards it.
+    // `control` is the stored parameter (0..1); `smoothed` moves halfway to it with each setting.
     void setHighPass(float control, float smoothed);
     void setBrightness(float control);
 
-    // Formant filters of "Brass" and "Horn" forget their state.
+    // Clears the formant filters of "Brass" and "Horn".
     void clearFormants() { sectionFilters_.clearFormants(); }
-    // All states but the shelf's, which a rate change clears.
+    // Clears all states except the shelf, which a rate change clears.
     void clear();
     void clearShelf() { shelf_.clear(); }
 
-    // A segment, in this order: the sections mixed and scaled; the bow's noise and breath; then
-    // shelves, low cut, the basses, top cut and output filter.
+    // Renders one segment: mix of the sections, bow noise, breath, shelf, low cut, brightness
+    // shelf, basses, top cut, output filter.
     void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
 
   private:
-    // The basses over a segment, in the first two lanes.
+    // The basses of a segment, in the first two lanes.
     using BassSignal = std::array<dsp::SectionFloat, kLongestSegment>;
-    // Runs the section filters over frames in which the bass sounds, or not.
+    // Runs the section filters over frames that all have, or all lack, a sounding bass.
     void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
                         int from, int until, BassSignal& bass);
     void mixSections(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
     void renderNoise(const ToneSources& sources, int frames);
     void breathe(int frames, Signal& mix);
-    // What comes behind the breath, over frames in which the shelf stands.
+    // Everything after the breath, over frames in which the shelf keeps its step.
     void shape(const BassSignal& bass, const Signal& dither, int from, int until, Signal& mix);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
@@ -63,7 +63,7 @@ class ToneStages {
     dsp::SectionFilters sectionFilters_;
     const dsp::BowNoiseTable& bowNoise_;
     std::size_t noiseIndex_ = 0;
-    // Of the segment under way.
+    // Signals of the current segment.
     Signal noise_{};
     Signal brassBand_{};
     Signal hornBand_{};

@@ -7,8 +7,8 @@ namespace engine {
 
 namespace {
 constexpr int kSectionKey = 60;
-constexpr float kSectionPeak = 0.6200012f;  // velocity 100
-// Table oscillators take MIDI notes; a key index counts from C0, which is note 12.
+constexpr float kSectionPeak = 0.6200012f;  // 100^2 / 127^2: as velocity 100
+// Table oscillators take MIDI notes. A key index counts from C0, which is note 12.
 constexpr int kNoteOfIndexZero = 12;
 }  // namespace
 
@@ -66,8 +66,8 @@ void UpperVoices::setRelease(const ReleaseTime& release) {
 void UpperVoices::noteOn(int key, int velocity) {
     const int slot = allocator_.noteOn(key, velocity);
     dsp::VoiceEnvelope& envelope = envelopes_[slot];
-    // The key field takes the stored velocity: kept.
-    envelope.trigger(velocityPeak(velocity, envelope.velocityAmount()), allocator_.velocity(slot));
+    // intentional: the envelope takes the stored velocity for its key
+    envelope.noteOn(velocity, allocator_.velocity(slot));
     sectionEnvelope_.trigger(kSectionPeak, kSectionKey);
 
     const int index = upperKeyIndex(key);
@@ -85,7 +85,8 @@ void UpperVoices::noteOn(int key, int velocity) {
 
 void UpperVoices::noteOff(int key) {
     const int slot = allocator_.noteOff(key);
-    // An unheld key is given to the slot past the last one in use; at full polyphony there is none.
+    // For a key that no slot holds, noteOff returns the slot after the last one in use. At full
+    // polyphony there is no such slot.
     if (slot != VoiceAllocator::kSustained && slot < kMaxVoices) releaseSlot(slot);
 }
 
@@ -160,8 +161,8 @@ void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double off
     }
 }
 
-// In runs between the frames at which a voice or the bass falls idle: within a run the same lanes
-// are on.
+// Splits the segment where a voice or the bass falls idle, so that every run has a fixed set of
+// lanes.
 void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
                                   BassRows& bass, SectionSums& sums) {
     const bool squared = waveform_ == Waveform::kSquaredFeedback;
@@ -207,7 +208,7 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         if (useB) add(scratch_.b.data(), &sums.violin[from]);
         from = until;
     }
-    // Whole vectors were written.
+    // The kernels wrote whole vectors; clear what they left after the last frame.
     std::fill(sums.viola.begin() + sums.sounding, sums.viola.end(), 0.0f);
     std::fill(sums.violin.begin() + sums.sounding, sums.violin.end(), 0.0f);
 }

@@ -1,10 +1,10 @@
-// The polyphonic pool: up to 44 voices reading the shared master phases for the four upper
+// The polyphonic pool: up to 44 voices that read the shared master phases, for the four upper
 // sections.
 #pragma once
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/pitched_oscillator.h"
 #include "dsp/voice_envelope.h"
 #include "engine/bass_voice.h"
@@ -17,24 +17,24 @@
 
 namespace engine {
 
-// What the pool adds up over a segment.
+// The voices of one segment, added up.
 struct SectionSums {
     Signal viola;
     Signal violin;
-    int sounding;  // frames, from the first on, in which some voice sounds
+    int sounding;  // number of leading frames in which a voice sounds
 };
 
 class UpperVoices {
   public:
     UpperVoices();
 
-    // Releases all voices and clears their oscillators and filters; release factors are rebuilt.
+    // Releases all voices, clears their oscillators and filters, recomputes the release factors.
     void setRate(double sampleRate);
 
     void setPolyphony(int count);
     int polyphony() const { return allocator_.polyphony(); }
     void setWaveform(Waveform waveform) { waveform_ = waveform; }
-    // Turns added to the violin operators, as the parameter stores it (0..0.5).
+    // Phase offset of the violin operators, 0..0.5 turns.
     void setViolinPhase(float turns) { violinPhase_ = turns; }
 
     // Calls change(dsp::VoiceEnvelope&) for every slot, in order.
@@ -42,7 +42,7 @@ class UpperVoices {
     void forEachEnvelope(Change change) {
         for (dsp::VoiceEnvelope& envelope : envelopes_) change(envelope);
     }
-    // Also reaches the section envelope.
+    // Also applies to the section envelope.
     void setRelease(const ReleaseTime& release);
 
     // `key` is playable (isPlayableKey), `velocity` 1..127.
@@ -52,18 +52,18 @@ class UpperVoices {
     // Releases every voice and the section envelope; the allocator forgets its notes.
     void allNotesOff();
 
-    // All envelopes idle at level 0, oscillators and key high-passes cleared; notes stay allocated.
+    // Idles all envelopes at level 0, clears oscillators and key high-passes; notes stay allocated.
     void silence();
-    // The same, and no note is held.
+    // silence(), and also forgets all notes.
     void reset();
 
-    // A segment, in which the operators of the bass run along. With `shared` the voices are summed
-    // bare, to be scaled by envelopeSum() later.
+    // Renders one segment, together with the bass operators. With `shared` the voices are added
+    // without their levels; scale the sums by envelopeSum().
     void render(const PhaseRows& phases, double bendRatio, const Sections& sections, bool shared,
                 int frames, BassRows& bass, SectionSums& sums);
-    // Sum of the levels of all 44 envelopes over the segment, idle ones included.
+    // Sum of the levels of all 44 envelopes, idle ones included, for each frame of the segment.
     void envelopeSum(float* sum, int frames) { levels_.sum(sum, frames); }
-    // Scales the bow noise; runs also while no voice sounds.
+    // Scales the bow noise. It also runs while no voice sounds.
     dsp::VoiceEnvelope& sectionEnvelope() { return sectionEnvelope_; }
 
   private:
@@ -74,17 +74,17 @@ class UpperVoices {
     void renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
                          BassRows& bass, SectionSums& sums);
     void renderTables(double bendRatio, bool shared, SectionSums& sums);
-    // Phases of all lanes that sound: the pitch's own times `octaves`, plus `offset` turns.
+    // Writes `octaves` x phase + `offset` turns for every lane.
     void lanePhases(const PhaseRows& phases, double octaves, double offset, float* out) const;
     void clearLane(int slot);
     void releaseSlot(int slot);
-    dsp::BiquadCoefficients keyHighPass() const;  // for the last note
+    dsp::BiquadCoefficients keyHighPass() const;  // of the last note
 
     const dsp::Kernels& kernels_ = dsp::kernels();
     VoiceEnvelopes envelopes_;
     VoiceLevels levels_;
     dsp::VoiceLanes lanes_;
-    // Signals of all lanes over a segment, frame by frame, with room for whole vectors.
+    // Signals of all lanes over one segment, with room for whole vectors.
     struct alignas(32) Scratch {
         using Rows = std::array<float, (kLongestSegment + 8) * dsp::kVoiceLanes>;
         Rows a, b, phasesA, phasesB;

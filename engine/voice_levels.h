@@ -1,9 +1,9 @@
-// The levels of all upper voices over a segment, one row a slot.
+// The levels of all upper voices over a segment, one row per slot.
 #pragma once
 
 #include <array>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/voice_envelope.h"
 #include "engine/segment.h"
 #include "engine/voice_allocator.h"
@@ -16,16 +16,16 @@ class VoiceLevels {
   public:
     VoiceLevels();
 
-    // Moves the envelopes of the first `count` slots on by so many frames. The other slots are
+    // Advances the envelopes of the first `count` slots by `frames` frames. The other slots must be
     // idle.
     void render(VoiceEnvelopes& envelopes, int count, int frames);
 
-    // In how many frames of the segment the slot sounds; once it is idle it stays so.
+    // Number of leading frames in which the slot sounds.
     int framesOf(int slot) const { return frames_[slot]; }
     int longest() const { return longest_; }
     const float* row(int slot) const { return rows_[slot].data(); }
 
-    // Of all slots, idle ones included, in their order.
+    // Adds up all slots in order, idle ones included.
     void sum(float* out, int frames);
 
   private:
@@ -34,11 +34,11 @@ class VoiceLevels {
 
     const dsp::Kernels& kernels_ = dsp::kernels();
     std::array<Signal, dsp::kVoiceLanes> rows_{};
-    std::array<float, dsp::kVoiceLanes> held_{};  // the level that fills the row, or NaN
+    std::array<float, dsp::kVoiceLanes> held_{};  // the level that fills the whole row, or NaN
     std::array<int, dsp::kVoiceLanes> frames_{};
     int longest_ = 0;
     Signal sum_{};
-    bool summed_ = false;  // whether `sum_` is that of the rows as they are
+    bool summed_ = false;  // whether `sum_` is up to date
     dsp::LevelRamps ramps_;
 };
 

@@ -1,4 +1,4 @@
-// Bank chunks of a host: a good one with damage anywhere, and of any size.
+// Bank chunks from a host: a good one with damage anywhere, of any size.
 #include "fuzz/support/instance.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
@@ -22,7 +22,7 @@ void run(std::string_view bytes) {
     fuzz::require(world.messages.all.size() == (fits ? 0 : 1), "a bank of another size is refused");
     instance.requireBank(fits ? fuzz::asSent(chunk, program) : before);
 
-    // What was got can be set again, and sounds the same.
+    // Set in another instance, the saved chunk sounds the same.
     fuzz::Instance other;
     other.dispatch(effSetProgram, 0, program);
     other.setChunk(instance.chunk(false), false);

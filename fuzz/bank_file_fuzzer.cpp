@@ -1,9 +1,9 @@
-// The default bank's file: any bytes, or a good file with damage anywhere.
+// The default bank file: any bytes, or a good file with damage anywhere.
 #include "fuzz/support/input.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
-#include "render/error.h"
-#include "render/fx_file.h"
+#include "host/error.h"
+#include "host/fx_file.h"
 #include "state/chunks.h"
 
 #include <optional>
@@ -11,17 +11,17 @@
 namespace {
 
 constexpr std::uint32_t kId = 0x73656E69;
-constexpr render::FxOwner kOwner = {kId, state::kNumPrograms, state::kNumParams};
+constexpr host::FxOwner kOwner = {kId, state::kNumPrograms, state::kNumParams};
 
 std::string bytesOf(state::Bank& bank) {
     return {reinterpret_cast<const char*>(&bank.chunk()), sizeof(state::BankChunk)};
 }
 
 std::string fileOf(state::Bank& bank) {
-    return render::fxBytes(render::FxBank{1, state::kNumPrograms, 0, bytesOf(bank)}, kId);
+    return host::fxBytes(host::FxBank{1, state::kNumPrograms, 0, bytesOf(bank)}, kId);
 }
 
-// How many messages loading the file brings up.
+// The number of messages that loading the file shows.
 std::size_t load(const fuzz::World& world, const std::string& file, state::Bank& bank) {
     world.module.write("default.fxb", file);
     const std::size_t before = world.messages.all.size();
@@ -30,12 +30,12 @@ std::size_t load(const fuzz::World& world, const std::string& file, state::Bank&
     return world.messages.all.size() - before;
 }
 
-// The chunk that a strict reader finds in the file.
+// The chunk in the file, if a strict reader accepts it.
 std::optional<std::string> strictlyRead(const std::string& file) {
     try {
-        const auto bank = render::parseFxBank(file, kOwner, "");
-        if (const auto* const chunk = std::get_if<render::FxChunk>(&bank.content)) return *chunk;
-    } catch (const render::Error&) {
+        const auto bank = host::parseFxBank(file, kOwner, "");
+        if (const auto* const chunk = std::get_if<host::FxChunk>(&bank.content)) return *chunk;
+    } catch (const host::Error&) {
     }
     return std::nullopt;
 }

@@ -1,8 +1,9 @@
-// The controller map's file, in either of its places.
+// The controller map file, in either of its places.
 #include "fuzz/support/input.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
 #include "platform/file.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 
 namespace {
@@ -23,7 +24,7 @@ void run(std::string_view bytes) {
     const int bound = input.below(state::kNumParams);
     const int controller = input.byte();
     const std::string file(input.rest());
-    const std::string folder = state::findDataFolder(state::kProductName).value_or("");
+    const std::string folder = state::findDataFolder(platform::kProductName).value_or("");
     const std::string path = folder + state::kControllerMapFile;
     platform::writeFile(besideLibrary ? world.module.path() + state::kControllerMapFile : path,
                         file);

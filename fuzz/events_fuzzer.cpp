@@ -1,9 +1,9 @@
-// Lists of events in blocks of odd sizes, with any settings: the shipped engine on either
-// instruction set against the literal one.
+// Event lists in blocks of odd sizes, with any settings. Compares the shipped engine on both
+// instruction sets with the literal one.
 #include <algorithm>
 #include <cmath>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "engine/engine.h"
 #include "fuzz/support/instance.h"
 #include "fuzz/support/target.h"
@@ -16,7 +16,7 @@ constexpr float kRates[] = {44100.0f, 22050.0f, 48000.0f, 96000.0f, 192000.0f};
 constexpr int kBlocks[] = {1, 2, 7, 16, 31, 32, 33, 64, 65, 99, 128};
 constexpr int kMostFrames = 2000;
 constexpr float kLoudest = 63.1f;      // +36 dBFS
-constexpr double kNeighbour = 1.2e-7;  // relative, as the proof of the engine has it
+constexpr double kNeighbour = 1.2e-7;  // relative, as in the engine's own comparison test
 
 std::vector<fuzz::Sound> play(std::string_view bytes, fuzz::Instance& instance) {
     fuzz::Input input(bytes);

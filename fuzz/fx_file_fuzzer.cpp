@@ -1,7 +1,7 @@
-// Bank and preset files of the renderer, for an instrument of three programs.
+// The renderer's bank and preset files, for an instrument with three programs.
 #include "fuzz/support/target.h"
-#include "render/error.h"
-#include "render/fx_file.h"
+#include "host/error.h"
+#include "host/fx_file.h"
 
 #include <cmath>
 #include <optional>
@@ -9,34 +9,34 @@
 
 namespace {
 
-constexpr render::FxOwner kOwner = {0x54737449, 3, 2};  // 'TstI'
+constexpr host::FxOwner kOwner = {0x54737449, 3, 2};  // 'TstI'
 
 template <typename Parse>
 auto readWith(Parse parse, std::string_view bytes)
     -> std::optional<decltype(parse(bytes, kOwner, ""))> {
     try {
         return parse(bytes, kOwner, "a.fx");
-    } catch (const render::Error& error) {
+    } catch (const host::Error& error) {
         fuzz::require(std::string_view(error.what()).substr(0, 5) == "a.fx ", "a sentence");
         return std::nullopt;
     }
 }
 
-// A file that is read is written to as many bytes, which are read as what they were.
+// A file that parses is written with the same size and parses to the same values.
 template <typename Parse>
 auto requireRoundTrip(Parse parse, std::string_view bytes) {
     const auto file = readWith(parse, bytes);
     if (!file) return file;
-    const std::string written = render::fxBytes(*file, kOwner.id);
+    const std::string written = host::fxBytes(*file, kOwner.id);
     fuzz::require(written.size() == bytes.size(), "as much is written as was read");
     const auto again = readWith(parse, written);
-    fuzz::require(again && render::fxBytes(*again, kOwner.id) == written, "and read the same");
+    fuzz::require(again && host::fxBytes(*again, kOwner.id) == written, "and read the same");
     return file;
 }
 
 void run(std::string_view bytes) {
-    const auto bank = requireRoundTrip(render::parseFxBank, bytes);
-    const auto preset = requireRoundTrip(render::parseFxPreset, bytes);
+    const auto bank = requireRoundTrip(host::parseFxBank, bytes);
+    const auto preset = requireRoundTrip(host::parseFxPreset, bytes);
     fuzz::require(!bank || !preset, "no file is both");
     if (bank) {
         fuzz::require(bank->programs >= 0 && bank->programs <= kOwner.programs, "programs fit");

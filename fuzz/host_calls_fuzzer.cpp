@@ -1,4 +1,4 @@
-// Any order of a host's calls on one to four instances of one process.
+// Host calls in any order on one to four instances in one process.
 #include <memory>
 #include <vector>
 
@@ -6,7 +6,7 @@
 #include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ bitmap_handle="10x10.png"/><skinselector x="120" y="80" w="80" h="20" style="0"/
 <PresetsDisplay x="0" y="140" w="200" h="20" id="0"/><vumeter x="220" y="0" id="0" leds="9"
 style="2" bitmap_on="20x40.png" bitmap_off="20x40.png"/></GUI>)";
 
-// Bytes that the opcode may fill, or has to be given; 0 for one that takes no pointer.
+// Size of the buffer that the opcode reads or fills; 0 if it takes no pointer.
 std::size_t bufferSize(VstInt32 opcode) {
     switch (opcode) {
         case effGetProgramName:
@@ -81,7 +81,7 @@ class Host {
         for (auto& instance : instances_) instance = std::make_unique<fuzz::Instance>();
     }
 
-    // What is done to one instance changes no other.
+    // An action on one instance must not change another.
     void act() {
         const std::vector<std::string> before = chunks();
         const int action = input_.byte();
@@ -130,7 +130,7 @@ class Host {
                 instances_[which] = std::make_unique<fuzz::Instance>();
                 return;
             case 10:
-                instance.synth().learnSlot().arm(input_.below(state::kNumParams + 1));
+                instance.synth().instrument().learnSlot().arm(input_.below(state::kNumParams + 1));
                 return;
             case 11:
                 return selectProgram(instance);
@@ -151,7 +151,7 @@ class Host {
         instance.render(frames, events);
     }
 
-    // What one instance gives, another takes and gives again.
+    // A chunk from one instance must come back unchanged from another.
     void passChunk(fuzz::Instance& from) {
         taker_ = input_.below(4) % instances_.size();
         fuzz::Instance& to = *instances_[taker_];
@@ -161,8 +161,8 @@ class Host {
         fuzz::require(to.chunk(isPreset) == chunk, "a chunk travels whole");
     }
 
-    // The entry points that offer nothing leave the host's memory alone, and so does a block that
-    // is none.
+    // Unsupported entry points must not write to the host's memory, nor must a block without frames
+    // or outputs.
     void callEntries(fuzz::Instance& instance) {
         constexpr int kFrames = 4;
         float left[kFrames] = {1.0f, 2.0f, 3.0f, 4.0f};
@@ -205,7 +205,7 @@ class Host {
     void useEditor(fuzz::Instance& instance) {
         const int step = input_.byte();
         const VSTGUI::CPoint where(input_.byte(), input_.byte());
-        auto& editor = static_cast<plugin::EditorAdapter*>(instance.synth().getEditor())->editor();
+        auto& editor = static_cast<vst2::EditorAdapter*>(instance.synth().getEditor())->editor();
         ERect* rect = nullptr;
         switch (step % 8) {
             case 0:
@@ -237,7 +237,7 @@ class Host {
 
     void dispatchAny(fuzz::Instance& instance) {
         const VstInt32 opcode = input_.byte() < 0xF0 ? input_.byte() % 90 : input_.integer();
-        // These take pointers of other kinds, or end the instance.
+        // These take other kinds of pointers, or destroy the instance.
         if (opcode == effClose || opcode == effSetChunk || opcode == effProcessEvents) return;
         if (opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement) return;
         const int how = input_.byte();
@@ -253,7 +253,7 @@ class Host {
 
     fuzz::World& world_;
     fuzz::Input& input_;
-    std::size_t taker_ = 0;  // of the chunk passed last
+    std::size_t taker_ = 0;  // of the last chunk
     std::vector<std::unique_ptr<fuzz::Instance>> instances_;
 };
 

@@ -1,4 +1,4 @@
-// Hands the inputs of libFuzzer to the one target of this program.
+// Passes libFuzzer's inputs to the program's single target.
 #include <cstddef>
 #include <cstdint>
 

@@ -1,7 +1,7 @@
-// MIDI files of the renderer.
+// The renderer's MIDI files.
 #include "fuzz/support/target.h"
-#include "render/error.h"
-#include "render/midi_song.h"
+#include "host/error.h"
+#include "host/midi_song.h"
 
 #include <algorithm>
 #include <optional>
@@ -10,18 +10,18 @@
 namespace {
 
 constexpr int kRate = 768000;
-constexpr std::size_t kHeaderSize = 14;  // of a header chunk of the usual size
+constexpr std::size_t kHeaderSize = 14;  // of a usual header chunk
 
-std::optional<render::MidiSong> read(std::string_view bytes) {
+std::optional<host::MidiSong> read(std::string_view bytes) {
     try {
-        return render::parseMidiSong(bytes, "a.mid");
-    } catch (const render::Error& error) {
+        return host::parseMidiSong(bytes, "a.mid");
+    } catch (const host::Error& error) {
         fuzz::require(std::string_view(error.what()).substr(0, 6) == "a.mid ", "a sentence");
         return std::nullopt;
     }
 }
 
-void requireSound(const render::MidiSong& song) {
+void requireSound(const host::MidiSong& song) {
     uint64_t time = 0;
     int64_t frame = 0;
     for (const auto& [eventTime, message] : song.events) {
@@ -37,11 +37,11 @@ void requireSound(const render::MidiSong& song) {
     fuzz::require(song.frameAt(song.endTime, kRate) <= int64_t{86400} * kRate, "a day at most");
 }
 
-bool sameSong(const std::optional<render::MidiSong>& a, const std::optional<render::MidiSong>& b) {
+bool sameSong(const std::optional<host::MidiSong>& a, const std::optional<host::MidiSong>& b) {
     if (!a || !b) return !a && !b;
     return a->unitsPerSecond == b->unitsPerSecond && a->endTime == b->endTime &&
            std::equal(a->events.begin(), a->events.end(), b->events.begin(), b->events.end(),
-                      [](const render::SongEvent& x, const render::SongEvent& y) {
+                      [](const host::SongEvent& x, const host::SongEvent& y) {
                           return x.time == y.time && x.message == y.message;
                       });
 }
@@ -49,7 +49,7 @@ bool sameSong(const std::optional<render::MidiSong>& a, const std::optional<rend
 void run(std::string_view bytes) {
     const auto song = read(bytes);
     if (song) requireSound(*song);
-    // What follows the tracks is not read, and chunks of other kinds are passed over.
+    // Data after the tracks and chunks of other kinds are ignored.
     std::string file(bytes);
     if (song) fuzz::require(sameSong(song, read(file + "and more")), "the rest is not read");
     if (file.substr(0, 8) != std::string("MThd\0\0\0\6", 8)) return;

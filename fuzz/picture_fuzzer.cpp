@@ -1,4 +1,4 @@
-// Pictures of skins.
+// Skin pictures.
 #include "fuzz/support/target.h"
 #include "gui/graphics/picture_reader.h"
 

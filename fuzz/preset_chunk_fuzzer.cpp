@@ -1,4 +1,4 @@
-// Chunks of one program: any bytes of any length, into any program.
+// Program chunks: any bytes of any length, set in any program.
 #include "fuzz/support/instance.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
@@ -24,7 +24,7 @@ void run(std::string_view bytes) {
     fuzz::require(instance.chunk(true) == expected.substr(place, sizeof(state::ProgramRecord)),
                   "a program is got as it lies in the bank");
 
-    // What was got can be set again, and sounds the same.
+    // Set in another instance, the saved chunk sounds the same.
     if (!fits) return;
     fuzz::Instance other;
     other.dispatch(effSetProgram, 0, program);

@@ -1,4 +1,4 @@
-// The settings' text file, and what the editor makes of what stands there.
+// The settings file, and the editor's reading of it.
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -15,7 +15,7 @@
 
 namespace {
 
-// Whatever could be a name in the file.
+// All settings, by every possible name in the file.
 std::map<std::string, std::optional<std::string>> allSettings(std::string_view file) {
     std::map<std::string, std::optional<std::string>> all;
     fuzz::Input lines(file);

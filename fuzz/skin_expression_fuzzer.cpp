@@ -1,5 +1,5 @@
-// Expressions of skins: any bytes as the text of CONSTANTS and as one statement.
-#include "editor/skin_expression.h"
+// Skin expressions: any bytes as the text of CONSTANTS and as a statement.
+#include "editor/skin/skin_expression.h"
 #include "fuzz/support/target.h"
 
 namespace {

@@ -1,7 +1,7 @@
-// Whole skins, then what a user and a host do with the open editor. An input that begins with '<'
-// is skin.xml itself up to a zero byte; another says what to write there.
+// Whole skins, then actions of a user and a host on the open editor. An input that begins with '<'
+// is skin.xml itself up to a zero byte. Any other input describes what to write there.
 #include "editor/my_editor.h"
-#include "editor/param_display_link.h"
+#include "editor/views/param_display_link.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/skin_folder.h"
 #include "fuzz/support/target.h"
@@ -14,7 +14,7 @@ namespace headless = VSTGUI::headless;
 using VSTGUI::CPoint;
 using VSTGUI::VirtualKey;
 
-// Notes what an editor must not do; it is looked at when the editor is done.
+// Records forbidden calls of the editor, to be checked at the end.
 class Instrument : public FakeInstrument {
   public:
     void setParameter(int index, float value) override {
@@ -62,16 +62,13 @@ constexpr int kNoticed = 200;  // milliseconds
 class Session {
   public:
     Session(fuzz::World& world, Instrument& instrument)
-        : world_(world), instrument_(instrument), edit_(instrument) {
-        instrument.listener = &edit_;
-    }
-    ~Session() { instrument_.listener = nullptr; }
+        : world_(world), instrument_(instrument), edit_(instrument) {}
 
     bool open() { return edit_.open(&world_); }
     void close() { edit_.close(); }
     bool showsSkin() const { return edit_.showsSkin(); }
 
-    // One thing that a user or the host does.
+    // One action of the user or the host.
     void act(fuzz::Input& input) {
         const int action = input.below(16);
         if (action >= 10) return actOfHost(action, input);
@@ -104,7 +101,7 @@ class Session {
         }
     }
 
-    // Once all has been noticed, the screen shows what drawing everything anew would show.
+    // After all updates, the screen shows what a full redraw would show.
     void requirePicture() {
         for (int i = 0; i < 2; ++i) {
             world_.clock.skip(kNoticed);
@@ -114,9 +111,9 @@ class Session {
         VSTGUI::CFrame& frame = *edit_.getFrame();
         for (unsigned i = 0; i < frame.getNbViews(); ++i) {
             const VSTGUI::CView* const view = frame.getView(i);
-            // Shows the newest value in whatever part of it is drawn.
+            // This view shows the newest value in the part that is redrawn.
             if (dynamic_cast<const editor::CParamDisplayLink*>(view)) return;
-            // Falls on with each drawing.
+            // The meter falls with each drawing.
             const auto* const meter = dynamic_cast<const VSTGUI::CVuMeter*>(view);
             if (meter && meter->getOldValue() != meter->getValue()) return;
         }

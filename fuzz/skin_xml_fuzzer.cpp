@@ -1,10 +1,11 @@
-// Parses any bytes as a skin; what parses must read the same once written out, and is then built.
+// Parses any bytes as a skin. If they parse, the skin must read back the same once written, and is
+// then built.
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "editor/skin_values.h"
-#include "editor/skin_xml.h"
+#include "editor/skin/skin_values.h"
+#include "editor/skin/skin_xml.h"
 #include "fuzz/support/target.h"
 #include "platform/message_box.h"
 

@@ -1,4 +1,4 @@
-// Frames without a window: for tests and for programs that draw a frame to a picture.
+// Frames without a window, for tests and for programs that draw a frame to a picture.
 #include "gui/headless.h"
 #include "gui/base/clock.h"
 

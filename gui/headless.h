@@ -1,4 +1,4 @@
-// Frames without a window: for tests and for programs that draw a frame to a picture.
+// Frames without a window, for tests and for programs that draw a frame to a picture.
 #pragma once
 
 #include "gui/views/frame.h"
@@ -7,7 +7,7 @@
 
 namespace VSTGUI::headless {
 
-// While one of these lives, CFrame::open makes no window whatever the parent.
+// While a Scope exists, CFrame::open creates no window, whatever the parent.
 class Scope {
   public:
     Scope();
@@ -20,13 +20,14 @@ bool isActive();
 
 bool open(CFrame& frame);
 
-// What a window shows, redrawn where that is due.
+// Redraws dirty areas and returns what a window would show.
 const PixelBuffer& picture(CFrame& frame);
 
 // FNV-1a (64 bits) of the size and the pixels.
 uint64_t hashOf(const PixelBuffer& pixels);
 
-// The pointer; positions are pixels of the window. State: the button, with modifiers.
+// These move and press the pointer. Positions are in window pixels. The state holds the button and
+// modifiers.
 void press(CFrame& frame, CPoint where, CButtonState state = kLButton);
 void move(CFrame& frame, CPoint where, CButtonState held = kLButton);
 void release(CFrame& frame, CPoint where, CButtonState state = kLButton);
@@ -34,11 +35,11 @@ void click(CFrame& frame, CPoint where, CButtonState state = kLButton);
 void leave(CFrame& frame);
 void wheel(CFrame& frame, CPoint where, double up, CButtonState modifiers = 0, double right = 0);
 
-// A key going down; the answer tells whether somebody used it.
+// These press keys. They return true if a key was used.
 bool key(CFrame& frame, VirtualKey key, CButtonState modifiers = 0);
 bool type(CFrame& frame, const char* utf8, CButtonState modifiers = 0);
 
-// Holds the layer's clock from construction on.
+// Stops the layer's clock while it exists.
 class HeldClock {
   public:
     HeldClock();
@@ -46,9 +47,9 @@ class HeldClock {
     HeldClock(const HeldClock&) = delete;
     HeldClock& operator=(const HeldClock&) = delete;
 
-    // Steps through the time in short idle calls of the frame.
+    // Advances the clock in short steps, and calls the frame's idle at each.
     void run(CFrame& frame, uint64_t milliseconds);
-    // Time passes and nobody notices.
+    // Advances the clock without calling idle.
     void skip(uint64_t milliseconds);
 
   private:

@@ -1,4 +1,4 @@
-// The TrueType files that are built into the module. The build hands in their folder.
+// The TrueType files built into the module. The build passes in their folder.
 #include "platform/embedded_fonts.h"
 
 #ifdef __ELF__
@@ -7,7 +7,7 @@
 #define QUARZEL_READ_ONLY ".section .rdata,\"dr\"\n"
 #endif
 
-// The assembler reads the file; a C++ array of its bytes would take many times as long to compile.
+// The assembler includes the file: a C++ array of its bytes takes many times as long to compile.
 #define QUARZEL_EMBED(symbol, file)                                          \
     extern "C" __attribute__((visibility("hidden"))) const uint8_t symbol[]; \
     __asm__(QUARZEL_READ_ONLY ".balign 16\n" #symbol                         \

@@ -1,11 +1,12 @@
-// The TrueType files that are built into the module.
+// The TrueType files built into the module.
 #pragma once
 
 #include <cstdint>
 
 namespace platform {
 
-// A sans-serif face with Latin, Greek, Cyrillic and Hebrew letters; lives as long as the module.
+// A sans-serif face with Latin, Greek, Cyrillic and Hebrew letters. Valid as long as the module is
+// loaded.
 const uint8_t* embeddedFont(bool bold, bool italic);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Whole files, read and put in place.
+// Reads and replaces whole files.
 #include "platform/file.h"
 
 #include "platform/system_replacement.h"
@@ -17,7 +17,7 @@ bool writeFile(const std::string& path, const std::string& contents) {
 bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit, Links links) {
     return replaceSystemFile(path, links, [&]() -> std::optional<std::string> {
         const auto present = readFile(path, maxBytes, links);
-        // What is there and cannot be read must not be lost.
+        // Do not replace a file that exists but cannot be read.
         if (!present && fileExists(path)) return std::nullopt;
         return edit(present);
     });

@@ -1,5 +1,5 @@
-// Files and folders, the same way on every system. Paths are UTF-8 with '/' on Linux, 8-bit with
-// '\' on Windows.
+// Files and folders, with the same behaviour on every system. Paths are UTF-8 with '/' on Linux,
+// 8-bit with '\' on Windows.
 #pragma once
 
 #include <cstddef>
@@ -16,40 +16,41 @@ constexpr char kSeparator = '\\';
 constexpr char kSeparator = '/';
 #endif
 
-// What becomes of a link in the place of a file.
+// How a link in place of a file is treated.
 enum class Links { kFollow, kRefuse };
 
-// The whole of a regular file. Nothing when it is missing, unreadable, not a regular file (a pipe
-// or a folder would block or never end) or longer than maxBytes.
+// Reads a whole regular file. Returns nothing if it is missing, unreadable, longer than maxBytes,
+// or not a regular file (a pipe could block, a folder never ends).
 std::optional<std::string> readFile(const std::string& path, std::size_t maxBytes,
                                     Links links = Links::kFollow);
-// The same, but only the first `bytes` of a longer one.
+// The same, but of a longer file only the first `bytes`.
 std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes,
                                          Links links = Links::kFollow);
 
-// Puts `contents` in place of the file, or creates it, so that any moment shows the old file or the
-// new one, whole, and so does a loss of power. A link stays and what it leads to is replaced; the
-// permissions stay. False leaves the old one: also when it is write-protected, no regular file, or
-// was being written by others for too long.
+// Creates or replaces the file atomically: at any moment, and after a loss of power, it is either
+// the old or the new one, whole. Permissions are kept. A link is kept and its target replaced.
+// Returns false and leaves the old file if it is write-protected, not a regular file, or locked by
+// other writers for too long.
 bool writeFile(const std::string& path, const std::string& contents);
 
-// The same with contents made from the present ones (nothing: there is no file), which no other
-// updateFile or writeFile changes meanwhile. False also when the file is there but cannot be read.
+// The same, with new contents computed from the present ones (nothing if there is no file). No
+// other updateFile or writeFile changes the file in between. Also returns false if the file exists
+// but cannot be read.
 using FileEdit = std::function<std::string(const std::optional<std::string>& present)>;
 bool updateFile(const std::string& path, std::size_t maxBytes, const FileEdit& edit,
                 Links links = Links::kFollow);
 
-// Whether path names a regular file, links followed.
+// Whether path names a regular file. Follows links.
 bool fileExists(const std::string& path);
 
-// Whether a folder can be read and has any entry; the entries "." and ".." count.
+// Whether a folder can be read and has any entry. The entries "." and ".." count.
 bool folderHasEntry(const std::string& folder);
 
-// The names of a folder's entries but "." and "..", in the order of the file system; none when it
-// cannot be read.
+// The names in a folder except "." and "..", in the order of the file system. Empty if it cannot be
+// read.
 std::vector<std::string> folderEntries(const std::string& folder);
 
-// False when it could not be made, also when it is there already.
+// Returns false if the folder cannot be made or already exists.
 bool createFolder(const std::string& folder);
 
 }  // namespace platform

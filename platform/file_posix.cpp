@@ -27,7 +27,7 @@ std::optional<std::string> readStart(int descriptor, std::size_t bytes) {
         const ssize_t count = read(descriptor, &contents[filled], contents.size() - filled);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return std::nullopt;
-        if (count == 0) break;  // the file shrank while it was read
+        if (count == 0) break;  // the file has shrunk since
         filled += static_cast<std::size_t>(count);
     }
     contents.resize(filled);
@@ -38,7 +38,7 @@ std::optional<std::string> readStart(int descriptor, std::size_t bytes) {
 
 std::optional<std::string> readFileStart(const std::string& path, std::size_t bytes, Links links) {
     const int noLink = links == Links::kRefuse ? O_NOFOLLOW : 0;
-    // Opening a pipe must not wait for its other end.
+    // Do not wait for the other end of a pipe.
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | noLink);
     if (descriptor < 0) return std::nullopt;
     auto contents = readStart(descriptor, bytes);

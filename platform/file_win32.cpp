@@ -1,4 +1,4 @@
-// Files through the Windows interface; paths are 8-bit.
+// Files through the Windows API. Paths are 8-bit.
 #include "platform/file.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ std::optional<std::string> readStart(HANDLE file, std::size_t bytes) {
             static_cast<DWORD>(std::min<std::size_t>(contents.size() - filled, 1u << 30));
         DWORD count = 0;
         if (!ReadFile(file, &contents[filled], wanted, &count, nullptr)) return std::nullopt;
-        if (count == 0) break;  // the file shrank while it was read
+        if (count == 0) break;  // the file has shrunk since
         filled += count;
     }
     contents.resize(filled);

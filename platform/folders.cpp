@@ -1,4 +1,4 @@
-// Chooses between the system's folders and those that a test put in place.
+// Chooses between the system's folders and a test's.
 #include "platform/folders.h"
 
 #include <utility>

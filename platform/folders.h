@@ -1,4 +1,4 @@
-// The two folders that the instrument finds its files in.
+// The two folders in which the instrument finds its files.
 #pragma once
 
 #include <optional>
@@ -6,16 +6,16 @@
 
 namespace platform {
 
-// Folder of the library or program that this code is linked into, links resolved, ending in a
-// separator; nothing when the system does not tell.
+// Folder of the library or program that contains this code, links resolved, ending in a separator.
+// Nothing if the system does not tell.
 std::optional<std::string> moduleFolder();
 
-// The user's folder for application data, created with its parents if need be, without a closing
-// separator; nothing when there is none. Windows: the roaming one. Linux: $XDG_CONFIG_HOME if set
-// and absolute, else $HOME/.config.
+// The user's folder for application data, without a trailing separator. Creates it and its parents
+// if necessary. Nothing if there is none. Windows: the roaming folder. Linux: $XDG_CONFIG_HOME if
+// set and absolute, else $HOME/.config.
 std::optional<std::string> applicationDataFolder();
 
-// Puts other folders in place for a scope; an empty one stands for none. For tests.
+// Substitutes other folders within a scope; an empty path means there is none. For tests.
 class ScopedFolders {
   public:
     ScopedFolders(std::string module, std::string applicationData);

@@ -16,13 +16,13 @@ std::string systemModulePath() {
     void* const place = &loaded;
     const void* const inside = reinterpret_cast<const void*>(&systemModulePath);
     if (!dladdr1(inside, &info, static_cast<void**>(place), RTLD_DL_LINKMAP)) return {};
-    // The program itself has no name here; a library's may lead nowhere by now.
+    // The main program has no name here. A library's path may no longer exist.
     const char* const name = loaded->l_name[0] ? loaded->l_name : "/proc/self/exe";
     char path[PATH_MAX];
     return realpath(name, path) ? path : std::string();
 }
 
-// All of its parents, too; for the user alone, as desktops have it.
+// Also makes the parents. Only the user gets access, as desktops require.
 void makeFolders(const std::string& folder) {
     for (std::size_t end = 0; end != std::string::npos;) {
         end = folder.find('/', end + 1);

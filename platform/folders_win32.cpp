@@ -1,4 +1,4 @@
-// Folders as Windows names them, in 8-bit paths.
+// Folders from the Windows shell, as 8-bit paths.
 #include "platform/system_folders.h"
 
 #include <windows.h>
@@ -8,7 +8,8 @@
 namespace platform {
 namespace {
 
-// A character outside the 8-bit code page comes as a question mark, which no path can hold.
+// Windows replaces a character outside the 8-bit code page by a question mark, which no path can
+// contain.
 bool isRepresented(const char* path) {
     return std::string(path).find('?') == std::string::npos;
 }

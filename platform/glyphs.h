@@ -1,4 +1,4 @@
-// Measures and rasterises the glyphs of the embedded faces, alike on every system.
+// Measures and rasterises glyphs of the embedded faces, with the same result on every system.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ struct stbtt_fontinfo;
 
 namespace platform {
 
-// Where a glyph's pixels come to lie; right and bottom are outside.
+// The pixels a glyph covers; right and bottom are exclusive.
 struct GlyphPlace {
     int left = 0;
     int top = 0;
@@ -23,7 +23,7 @@ struct GlyphPlace {
     int height() const { return bottom - top; }
 };
 
-// One embedded face at one size, the em height in pixels. Any thread.
+// One embedded face at one size. The size is the em height in pixels. Any thread.
 class SizedFace {
   public:
     SizedFace(bool bold, bool italic, double size);
@@ -35,17 +35,17 @@ class SizedFace {
     }
 
     int glyphOf(char32_t character) const;
-    // Both in units of the font.
+    // Both in font units.
     int advance(int glyph) const;
     int capitalHeight() const;
 
-    // With the glyph's origin at x, y: glyphs stand on whole rows and on quarters of a column.
+    // Places the glyph's origin at x, y. Rows are whole; columns are rounded to quarters.
     GlyphPlace place(int glyph, double x, int y) const;
-    // 0..255 a pixel of the place, row by row from the top.
+    // Coverage of each pixel, 0..255, row by row from the top.
     std::vector<uint8_t> coverage(int glyph, const GlyphPlace& place) const;
 
-    // Calls use(glyph, units) for each glyph of the text, `units` being the sum of the advance
-    // widths before it, without kerning; returns the sum of all. Control characters are left out.
+    // Calls use(glyph, units) for each glyph of the text. `units` is the sum of the advance widths
+    // before it, without kerning. Skips control characters. Returns the sum of all advance widths.
     template <typename Use>
     int64_t forEachGlyph(const std::string& text, Use use) const {
         int64_t units = 0;

@@ -1,4 +1,4 @@
-// Chooses between the handler of the process and the system's message.
+// Chooses between the process's handler and the system's message box.
 #include "platform/message_box.h"
 
 #include <mutex>
@@ -14,7 +14,7 @@ MessageHandler currentHandler;
 }  // namespace
 
 void showMessage(const std::string& title, const std::string& text, MessageIcon icon) {
-    // Called outside the lock: a modal message may stand for minutes.
+    // Called outside the lock: a modal message may stay open for minutes.
     MessageHandler handler;
     {
         const std::lock_guard<std::mutex> lock(handlerMutex);

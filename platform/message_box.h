@@ -1,4 +1,4 @@
-// Messages to the musician, shown by the system or by a handler put in its place.
+// Messages to the musician, shown by the system or by a handler that replaces it.
 #pragma once
 
 #include <functional>
@@ -13,15 +13,15 @@ using MessageHandler =
     std::function<void(const std::string& title, const std::string& text, MessageIcon icon)>;
 
 // Shows one message with an OK button and no owner window, and waits until it is dismissed. Any
-// thread but the audio thread. Linux: where no display can be opened, one line "TITLE: TEXT" on
-// standard error instead, and returns at once; programs that may run unattended clear DISPLAY.
+// thread but the audio thread. If no display can be opened on Linux, it prints the line "TITLE:
+// TEXT" to standard error and returns at once. Programs that may run unattended clear DISPLAY.
 void showMessage(const std::string& title, const std::string& text, MessageIcon icon);
 
-// Puts a handler in place of the system's for the whole process, and returns the one it replaces.
-// An empty handler stands for the system's.
+// Replaces the system's message box for the whole process and returns the previous handler. An
+// empty handler stands for the system's.
 MessageHandler setMessageHandler(MessageHandler handler);
 
-// Keeps a handler in place for a scope.
+// Sets a handler within a scope.
 class ScopedMessageHandler {
   public:
     explicit ScopedMessageHandler(MessageHandler handler)

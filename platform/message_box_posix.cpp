@@ -1,4 +1,4 @@
-// Messages in a window, or on standard error where no display can be had.
+// Messages in a window, or on standard error without a display.
 #include "platform/system_message.h"
 
 #include <cstdio>

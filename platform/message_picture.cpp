@@ -1,4 +1,4 @@
-// Sets and draws a message with the embedded faces.
+// Lays out and draws a message with the embedded faces.
 #include "platform/message_picture.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 constexpr int kMargin = 24;
 constexpr int kIconSize = 40;
 constexpr int kIconGap = 18;
-constexpr int kNarrowest = 220;  // of the column of text, in pixels
+constexpr int kNarrowest = 220;  // of the text column, pixels
 constexpr int kWidest = 440;
 constexpr double kHeadingSize = 16;
 constexpr int kHeadingLine = 21;
@@ -40,7 +40,7 @@ void trimEnd(std::string& line) {
     line.erase(line.find_last_not_of(' ') + 1);
 }
 
-// Breaks at line ends, before words that would pass the width, and within words wider than that.
+// Breaks at line ends, before words that exceed the width, and within words wider than a line.
 Lines wrapped(const std::string& text, const SizedFace& face, size_t mostLines) {
     Lines lines;
     std::string line;
@@ -101,8 +101,9 @@ class Canvas {
         picture.pixels.assign(count, kGround);
     }
 
-    // Every pixel of the area whose middle lies inside, that is at a negative distance (pixels) in
-    // the shape's own coordinates, which count from the middle of the area.
+    // Fills the part of the area inside a shape, with smooth edges. distance(x, y) is the signed
+    // distance in pixels from the shape's outline, negative inside; x and y count from the centre
+    // of the area.
     template <typename Distance>
     void fill(const PixelArea& area, uint32_t colour, Distance distance) {
         const double middleX = 0.5 * (area.left + area.right - 1);
@@ -128,7 +129,7 @@ class Canvas {
         });
     }
 
-    // Returns where the next line's top is.
+    // Returns the top of the next line.
     int write(const Lines& lines, const SizedFace& face, int x, int top, int lineHeight,
               uint32_t ink) {
         const int capitals = static_cast<int>(std::lround(face.toPixels(face.capitalHeight())));

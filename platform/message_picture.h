@@ -1,4 +1,4 @@
-// What a message window shows: a heading, the text in lines, an icon and the OK button.
+// The contents of a message window: heading, lines of text, icon and OK button.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace platform {
 
-// Whole pixels; right and bottom are outside.
+// Whole pixels; right and bottom are exclusive.
 struct PixelArea {
     int left = 0;
     int top = 0;
@@ -27,8 +27,8 @@ struct MessagePicture {
     PixelArea button;
 };
 
-// Long lines are wrapped; what does not fit into the largest height (pixels) ends in an ellipsis.
-// Letters that the embedded faces lack show as a box.
+// Wraps long lines. Text that exceeds the largest height (pixels) ends in an ellipsis. Letters that
+// the embedded faces lack show as a box.
 MessagePicture drawMessage(const std::string& title, const std::string& text, MessageIcon icon,
                            bool buttonPressed, int largestHeight);
 

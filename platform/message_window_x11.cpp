@@ -1,4 +1,4 @@
-// A modal window on a connection of its own, drawn in memory.
+// A modal window with its own connection, drawn in memory.
 #include "platform/message_window_x11.h"
 
 #include <pthread.h>
@@ -7,18 +7,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 #include "platform/message_picture.h"
 #include "platform/utf8.h"
 #include "platform/x11_pixels.h"
+#include "platform/xcb_owners.h"
 
 namespace platform {
 namespace {
 
-// Writing to a server that has gone raises a signal that would end the host.
+// Writing to a server that is gone raises SIGPIPE, which would end the host.
 class BrokenPipeGuard {
   public:
     BrokenPipeGuard() {
@@ -42,14 +41,6 @@ class BrokenPipeGuard {
     sigset_t previous_;
     bool wasPending_;
 };
-
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
 
 enum Atom {
     kProtocols,
@@ -83,7 +74,7 @@ class MessageWindow {
           graphics_(xcb_generate_id(connection)) {}
 
     void open(const std::string& title, const std::string& text, MessageIcon icon);
-    // False when the display is lost first.
+    // Returns false if the display is lost first.
     bool waitUntilDismissed();
 
   private:
@@ -122,14 +113,14 @@ void MessageWindow::internAtoms() {
         requests[i] = xcb_intern_atom(connection_, 0, length, kAtomNames[i]);
     }
     for (size_t i = 0; i < kNumAtoms; ++i) {
-        const Reply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection_, requests[i], nullptr), &std::free);
+        const XcbOwned<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(connection_, requests[i], nullptr));
         if (reply) atoms_[i] = reply->atom;
     }
 }
 
 void MessageWindow::setProperties(const std::string& title) {
-    // Well-formed whatever comes in, and short enough for one request.
+    // Make the caption well-formed, and short enough for one request.
     std::string caption;
     for (size_t position = 0; position < title.size() && caption.size() < 200;)
         caption += utf8::encode(utf8::next(title, position));
@@ -139,7 +130,7 @@ void MessageWindow::setProperties(const std::string& title) {
     setProperty(atoms_[kProtocols], XCB_ATOM_ATOM, protocols);
     const xcb_atom_t type[] = {atoms_[kDialogType]};
     setProperty(atoms_[kWindowType], XCB_ATOM_ATOM, type);
-    // Behind the window of the host that waits for it, nobody would find it.
+    // Stay above the host, which waits for the message; behind its window nobody would find it.
     const xcb_atom_t state[] = {atoms_[kAboveState]};
     setProperty(atoms_[kState], XCB_ATOM_ATOM, state);
 
@@ -176,7 +167,7 @@ void MessageWindow::open(const std::string& title, const std::string& text, Mess
 
 bool MessageWindow::waitUntilDismissed() {
     for (;;) {
-        const Reply<xcb_generic_event_t> event(xcb_wait_for_event(connection_), &std::free);
+        const XcbOwned<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
         if (!event) return false;
         if (dismisses(*event)) return true;
     }
@@ -200,7 +191,7 @@ void MessageWindow::setPressed(bool pressed) {
 bool MessageWindow::dismisses(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7F) {
         case XCB_EXPOSE:
-            if (!hasAskedForKeys_) {  // only a window that can be seen may have them
+            if (!hasAskedForKeys_) {  // only a visible window can take them
                 hasAskedForKeys_ = true;
                 xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
             }
@@ -233,10 +224,8 @@ bool MessageWindow::dismisses(const xcb_generic_event_t& event) {
 }
 
 bool MessageWindow::isDismissingKey(xcb_keycode_t code) const {
-    const Reply<xcb_get_keyboard_mapping_reply_t> reply(
-        xcb_get_keyboard_mapping_reply(connection_, xcb_get_keyboard_mapping(connection_, code, 1),
-                                       nullptr),
-        &std::free);
+    const XcbOwned<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, code, 1), nullptr));
     if (!reply || reply->keysyms_per_keycode == 0) return false;
     constexpr xcb_keysym_t kKeys[] = {0xFF0D, 0xFF8D, 0xFF1B, 0x20};  // Return Enter Escape Space
     const xcb_keysym_t symbol = *xcb_get_keyboard_mapping_keysyms(reply.get());
@@ -248,7 +237,7 @@ bool MessageWindow::isDismissingKey(xcb_keycode_t code) const {
 bool showMessageWindow(const std::string& title, const std::string& text, MessageIcon icon) {
     const BrokenPipeGuard guard;
     int screenNumber = 0;
-    const Connection connection(xcb_connect(nullptr, &screenNumber));
+    const XcbConnection connection(xcb_connect(nullptr, &screenNumber));
     if (xcb_connection_has_error(connection.get())) return false;
     const xcb_screen_t* const screen = screenOf(connection.get(), screenNumber);
     if (!screen) return false;

@@ -1,4 +1,4 @@
-// A message in a window of its own on X11.
+// A message in an X11 window.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace platform {
 
-// Shows the message and waits until it is dismissed: by its button, Return, Enter, Space, Escape or
-// the window manager. Any thread, several at once; the host's own windows are not served meanwhile.
-// False when no display can be opened, and when it is lost before that.
+// Shows the message and waits until its button, Return, Enter, Space, Escape or the window manager
+// dismisses it. Any thread, several at once. The host's own windows are not served meanwhile.
+// Returns false if no display can be opened or the display is lost first.
 bool showMessageWindow(const std::string& title, const std::string& text, MessageIcon icon);
 
 }  // namespace platform

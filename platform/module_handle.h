@@ -1,10 +1,10 @@
-// The handle of our own code, which Windows wants of whoever makes windows.
+// The handle of our own code, which Windows needs to create windows.
 #pragma once
 
 namespace platform {
 
-// The HINSTANCE of the library or program that this code is linked into; null when the system does
-// not tell. Nothing needs to be released. Windows only.
+// The HINSTANCE of the library or program that contains this code, or null if the system does not
+// tell. It must not be released. Windows only.
 void* moduleHandle();
 
 }  // namespace platform

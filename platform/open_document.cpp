@@ -1,4 +1,4 @@
-// Chooses between the system's opener and one that a test put in place.
+// Chooses between the system's opener and a test's.
 #include "platform/open_document.h"
 
 #include <utility>

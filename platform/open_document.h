@@ -1,4 +1,4 @@
-// Opens a document for the musician to read, in a program of its own.
+// Opens a document in another program, for the musician to read.
 #pragma once
 
 #include <functional>
@@ -6,12 +6,12 @@
 
 namespace platform {
 
-// False when no program could be started. Windows: the word processor that comes with the system,
-// or what the user has chosen for such files. Linux: xdg-open.
+// Returns false if no program could be started. Windows: the word processor that comes with the
+// system, or the user's choice for such files. Linux: xdg-open.
 using DocumentOpener = std::function<bool(const std::string& path)>;
 bool openDocument(const std::string& path);
 
-// Puts another opener in place for a scope. For tests.
+// Substitutes another opener within a scope. For tests.
 class ScopedDocumentOpener {
   public:
     explicit ScopedDocumentOpener(DocumentOpener opener);

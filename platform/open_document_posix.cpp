@@ -1,4 +1,4 @@
-// Documents through the desktop's own opener.
+// Documents through the desktop's opener.
 #include "platform/system_document.h"
 
 #include <cerrno>
@@ -11,8 +11,8 @@ extern char** environ;
 namespace platform {
 
 bool openSystemDocument(const std::string& path) {
-    // The shell goes at once and leaves the opener to the system: no dead child stays behind in a
-    // host that does not expect any.
+    // The shell exits at once and init adopts the opener, so the host gets no zombie process that
+    // it does not expect.
     const char* const arguments[] = {
         "sh",
         "-c",
@@ -30,7 +30,7 @@ bool openSystemDocument(const std::string& path) {
     do {
         ended = waitpid(shell, &status, 0);
     } while (ended < 0 && errno == EINTR);
-    // A host may have collected the shell before us.
+    // The host may have waited for the shell before us.
     return ended < 0 || status == 0;
 }
 

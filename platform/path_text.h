@@ -1,11 +1,11 @@
-// Paths as texts to show and to keep: between the system's 8-bit form and UTF-8.
+// Converts paths between the system's 8-bit form and UTF-8, for display and storage.
 #pragma once
 
 #include <string>
 
 namespace platform {
 
-// The same text on Linux. On Windows characters outside the code page become question marks.
+// The same text on Linux. On Windows, characters outside the code page become question marks.
 std::string utf8FromPath(const std::string& path);
 std::string pathFromUtf8(const std::string& text);
 

@@ -1,4 +1,4 @@
-// Paths are texts in the code page of the system.
+// Paths are in the system's code page.
 #include "platform/path_text.h"
 
 #include <windows.h>

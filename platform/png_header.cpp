@@ -1,4 +1,4 @@
-// The signature, then the header chunk: length, name, width, height.
+// A PNG file begins with the signature and the header chunk: length, name, width, height.
 #include "platform/png_header.h"
 
 namespace platform {

@@ -15,7 +15,7 @@ struct PngSize {
     std::uint32_t height;
 };
 
-// Nothing for what does not begin as a PNG file does.
+// Returns nothing if the bytes do not begin like a PNG file.
 std::optional<PngSize> readPngSize(std::string_view start);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Puts a file in another's place by a locked file beside it and a rename.
+// Replaces a file: writes a locked temporary file beside it, then renames that.
 #include "platform/system_replacement.h"
 
 #include <cerrno>
@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-constexpr int kMostLinks = 40;  // as many as the system itself follows
+constexpr int kMostLinks = 40;  // the kernel's own limit
 constexpr std::chrono::milliseconds kPause{1};
 constexpr mode_t kPermissions = 07777;
 
@@ -36,7 +36,7 @@ std::string folderOf(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
 }
 
-// Where the links at path lead in the end, whether anything is there or not.
+// The final target of the links at path. The target need not exist.
 std::string withoutLinks(std::string path) {
     char target[PATH_MAX];
     for (int i = 0; i < kMostLinks; ++i) {
@@ -54,21 +54,22 @@ bool isStillAt(const std::string& path, int descriptor) {
            S_ISREG(held.st_mode) && named.st_dev == held.st_dev && named.st_ino == held.st_ino;
 }
 
-// The file at path, made if need be and locked, or -1.
+// Opens the file at path, creating it if necessary, and locks it. Returns -1 on failure.
 int openAlone(const std::string& path) {
     const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
     do {
-        // A pipe in the way must not be waited for, a link not be followed.
+        // Neither wait for a pipe nor follow a link.
         const int descriptor =
             open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
         if (descriptor < 0) {
-            // What a crash left may belong to another user; the folder decides who may remove it.
+            // A leftover of a crash may belong to another user. The folder's permissions decide who
+            // may remove it.
             if (errno == EACCES && unlink(path.c_str()) == 0) continue;
             return -1;
         }
-        // Where the file system has no locks, nothing keeps writers apart.
+        // On a file system without locks, writers are not kept apart.
         const bool busy = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-        // The one who held it may have renamed or removed it since it was opened here.
+        // The previous holder may have renamed or removed the file since we opened it.
         if (!busy && isStillAt(path, descriptor)) return descriptor;
         close(descriptor);
         std::this_thread::sleep_for(kPause);
@@ -89,7 +90,7 @@ bool writeAll(int descriptor, const std::string& contents) {
     return fsync(descriptor) == 0;
 }
 
-// The new name itself has to reach the disk.
+// Makes the new name reach the disk.
 void flushFolder(const std::string& folder) {
     const Descriptor descriptor(
         open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -103,7 +104,7 @@ bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker
     struct stat old = {};
     const bool exists = lstat(target.c_str(), &old) == 0;
     if (!exists && errno != ENOENT) return false;
-    // A rename would replace devices and write-protected files, too.
+    // A rename would even replace devices and write-protected files.
     if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;
 
     const std::string temporary = target + kReplacementEnding;

@@ -1,4 +1,4 @@
-// Puts a file in another's place by a file beside it that nobody else can open, and a rename.
+// Replaces a file: writes a temporary file beside it that nobody else can open, then renames that.
 #include "platform/system_replacement.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr DWORD kPauseMilliseconds = 2;
 
-// Tries again while somebody else has the file open, which the system says in two ways.
+// Retries while somebody else has the file open, for which the system has two error codes.
 template <typename Attempt>
 bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
     const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
@@ -24,7 +24,7 @@ bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
     return true;
 }
 
-// Never a folder, and nothing that is write-protected.
+// Folders and write-protected files are never replaced.
 bool mayReplace(const std::string& path, Links links) {
     const DWORD link = links == Links::kRefuse ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
     const DWORD attributes = GetFileAttributesA(path.c_str());
@@ -50,7 +50,7 @@ bool writeAll(HANDLE file, const std::string& contents) {
     return FlushFileBuffers(file) != 0;
 }
 
-// Renames what is held open, so that no other writer can come between.
+// Renames the file while it is open, so that no other writer can intervene.
 bool renameTo(HANDLE file, const std::string& path) {
     wchar_t name[MAX_PATH + 1];
     const int length = MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, name, MAX_PATH + 1);

@@ -1,4 +1,4 @@
-// Chooses between the system's settings and those that a test put in place.
+// Chooses between the system's settings and a test's.
 #include "platform/settings_store.h"
 
 #include <map>

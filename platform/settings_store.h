@@ -1,4 +1,4 @@
-// Named texts kept per user.
+// Named texts, stored per user.
 #pragma once
 
 #include <memory>
@@ -7,15 +7,15 @@
 
 namespace platform {
 
-// Texts are UTF-8. Windows: values of the registry key Software\COMPANY\PRODUCT of the current
-// user. Linux: lines of the file COMPANY/PRODUCT/settings under the application-data folder.
+// Texts are UTF-8. Windows: values of the current user's registry key Software\COMPANY\PRODUCT.
+// Linux: lines of the file COMPANY/PRODUCT/settings in the application-data folder.
 class SettingsStore {
   public:
     SettingsStore(std::string company, std::string product);
 
-    // Nothing when it was never written or cannot be read.
+    // Returns nothing if it was never written or cannot be read.
     std::optional<std::string> read(const std::string& name) const;
-    // False when it could not be kept; a name holds no '=' and no line break.
+    // Returns false if it could not be stored. A name contains neither '=' nor a line break.
     bool write(const std::string& name, const std::string& value) const;
 
   private:
@@ -26,8 +26,8 @@ class SettingsStore {
     std::string product_;
 };
 
-// Keeps settings in memory for a scope, none at first, in place of all stores; or refuses to keep
-// any. For tests.
+// Replaces all stores by one in memory within a scope, empty at first, or by one that refuses to
+// store anything. For tests.
 class ScopedSettings {
   public:
     enum Kind { kWritable, kReadOnly };

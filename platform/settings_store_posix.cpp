@@ -1,4 +1,4 @@
-// Settings in a small text file: one NAME=VALUE a line, backslash and line breaks escaped.
+// Settings in a small text file: one NAME=VALUE per line, with backslashes and line breaks escaped.
 #include "platform/settings_store.h"
 
 #include <algorithm>

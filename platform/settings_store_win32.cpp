@@ -1,4 +1,4 @@
-// Settings in the registry of the current user, as wide texts.
+// Settings in the current user's registry, as UTF-16.
 #include "platform/settings_store.h"
 
 #include <utility>

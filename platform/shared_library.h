@@ -1,4 +1,4 @@
-// A library of code, loaded by its path while the program runs.
+// A shared library, loaded by path at run time.
 #pragma once
 
 #include <string>
@@ -7,15 +7,15 @@ namespace platform {
 
 class SharedLibrary {
   public:
-    // Loads the file at path, never one that the system's search path would find. Throws
-    // std::runtime_error with the system's own reason.
+    // Loads exactly the file at path, without the system's search path. Throws std::runtime_error
+    // with the system's reason.
     explicit SharedLibrary(const std::string& path);
-    // Unloads: nothing that came from the library may be used any more.
+    // Unloads the library. Pointers into it become invalid.
     ~SharedLibrary();
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;
 
-    // The address of an exported name, or null.
+    // The address of an exported symbol, or null.
     void* symbol(const char* name) const;
 
   private:

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-// The loader's last error, without the path that it may begin with.
+// The loader's last error, without a leading path.
 std::string loaderError(const std::string& path) {
     const char* text = dlerror();
     const std::string error = text ? text : "unknown error";
@@ -19,7 +19,7 @@ std::string loaderError(const std::string& path) {
 }  // namespace
 
 SharedLibrary::SharedLibrary(const std::string& path) {
-    // A name without a slash would be looked up in the system's folders.
+    // dlopen searches the system's folders for a name without a slash.
     const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
     handle_ = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle_) throw std::runtime_error(loaderError(file));

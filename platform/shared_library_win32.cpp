@@ -9,7 +9,7 @@
 namespace platform {
 
 SharedLibrary::SharedLibrary(const std::string& path) {
-    // A full path keeps the system from searching, and lets the library find its neighbours.
+    // With a full path the system does not search, and the library finds its neighbours.
     char file[MAX_PATH] = {};
     const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, file, nullptr);
     if (length == 0 || length >= MAX_PATH) throw std::runtime_error("the path is not valid");

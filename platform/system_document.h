@@ -1,4 +1,4 @@
-// The system's own way to open a document: one definition per system, called by openDocument alone.
+// Opens a document through the system. One definition per system; only openDocument calls it.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What the system itself says about the two folders.
+// The system's answers about the two folders. One definition per system.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// Full path of the library or program that this code is linked into, or empty.
+// Full path of the library or program that contains this code, or empty.
 std::string systemModulePath();
 std::optional<std::string> systemApplicationDataFolder();
 

@@ -1,4 +1,4 @@
-// The system's own way to show a message: one definition per system, called by showMessage alone.
+// Shows a message through the system. One definition per system; only showMessage calls it.
 #pragma once
 
 #include <string>

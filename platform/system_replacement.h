@@ -1,5 +1,5 @@
-// The system's own way to put a file in another's place: one definition per system, called by
-// writeFile and updateFile alone.
+// Replaces a file through the system. One definition per system; only writeFile and updateFile call
+// it.
 #pragma once
 
 #include <chrono>
@@ -11,17 +11,19 @@
 
 namespace platform {
 
-// What is added to a path for the file that will take its place. There is one at a time: whoever
-// holds it open has it to himself, and what a crash left there is taken over by the next writer.
+// Suffix of the temporary file that replaces the file at a path. There is one per path: opening it
+// gives exclusive access, and the next writer takes over what a crash left there.
 constexpr const char* kReplacementEnding = ".writing";
 
-// How long a writer waits for another one of the same file.
+// How long a writer waits for another writer of the same file.
 constexpr std::chrono::seconds kReplacementPatience{2};
 
-// Asks for the contents once no other writer can come between; nothing leaves the file as it is.
+// Called for the contents once no other writer can intervene. If it returns nothing, the file stays
+// as it is.
 using ContentsMaker = std::function<std::optional<std::string>()>;
 
-// True: the contents are in place, also after a loss of power. False: the old file is.
+// Returns true once the contents are in place, even after a loss of power; false if the old file
+// stays.
 bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker& contents);
 
 }  // namespace platform

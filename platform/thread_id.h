@@ -1,12 +1,12 @@
-// Tells threads apart, at no cost.
+// Tells threads apart without any cost.
 #pragma once
 
 #include <cstdint>
 
 namespace platform {
 
-// Of the calling thread, never 0; another thread may get it when this one has ended. Unlike
-// std::this_thread::get_id it takes no memory, not even for the first call of a foreign thread.
+// The calling thread's ID, never 0. It may be reused after the thread has ended. Unlike
+// std::this_thread::get_id, this allocates nothing, not even on the first call by a foreign thread.
 std::uintptr_t currentThreadId();
 
 }  // namespace platform

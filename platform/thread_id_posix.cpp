@@ -1,4 +1,4 @@
-// The thread's own record in the C library.
+// The address of the thread's record in the C library.
 #include "platform/thread_id.h"
 
 #include <pthread.h>

@@ -1,4 +1,4 @@
-// The system's number of the thread.
+// The system's thread ID.
 #include "platform/thread_id.h"
 
 #include <windows.h>

@@ -1,16 +1,16 @@
-// Stepping through text in UTF-8 by characters.
+// Wraps utfcpp, which reports malformed text instead of replacing it.
 #include "platform/utf8.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <iterator>
+
+#include <utf8.h>
 
 namespace platform::utf8 {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-
-bool isContinuation(unsigned char byte) {
-    return (byte & 0xC0) == 0x80;
-}
+constexpr size_t kLongest = 4;  // bytes of a character
 
 bool isCharacter(char32_t code) {
     return code <= 0x10FFFF && !(code >= 0xD800 && code <= 0xDFFF);
@@ -20,23 +20,15 @@ bool isCharacter(char32_t code) {
 
 char32_t next(const std::string& text, size_t& position) {
     if (position >= text.size()) return 0;
-    const auto lead = static_cast<unsigned char>(text[position++]);
-    if (lead < 0x80) return lead;
-
-    const int following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-    constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-    if (lead < 0xC2 || lead > 0xF4) return kReplacement;
-
-    char32_t code = lead & (0x3F >> following);
-    for (int i = 0; i < following; ++i) {
-        if (position + i >= text.size()) return kReplacement;
-        const auto byte = static_cast<unsigned char>(text[position + i]);
-        if (!isContinuation(byte)) return kReplacement;
-        code = code << 6 | (byte & 0x3F);
+    const char* at = text.data() + position;
+    const char* const end = at + std::min(kLongest, text.size() - position);
+    if (::utf8::find_invalid(at, end) == at) {
+        ++position;
+        return kReplacement;
     }
-    if (code < kSmallest[following] || !isCharacter(code)) return kReplacement;
-    position += following;
-    return code;
+    const char32_t character = ::utf8::unchecked::next(at);
+    position = static_cast<size_t>(at - text.data());
+    return character;
 }
 
 size_t after(const std::string& text, size_t position) {
@@ -45,22 +37,17 @@ size_t after(const std::string& text, size_t position) {
 }
 
 size_t before(const std::string& text, size_t position) {
-    // At most four bytes back: the longest character that ends exactly here.
-    for (size_t length = 4; length > 1; --length)
+    // Find the longest character that ends exactly here.
+    for (size_t length = kLongest; length > 1; --length)
         if (position >= length && after(text, position - length) == position)
             return position - length;
     return position > 0 ? position - 1 : 0;
 }
 
 std::string encode(char32_t character) {
-    const uint32_t code = isCharacter(character) ? character : kReplacement;
-    if (code < 0x80) return {static_cast<char>(code)};
-    const auto tail = [code](int shift) {
-        return static_cast<char>(0x80 | (code >> shift & 0x3F));
-    };
-    if (code < 0x800) return {static_cast<char>(0xC0 | code >> 6), tail(0)};
-    if (code < 0x10000) return {static_cast<char>(0xE0 | code >> 12), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | code >> 18), tail(12), tail(6), tail(0)};
+    std::string bytes;
+    ::utf8::append(isCharacter(character) ? character : kReplacement, std::back_inserter(bytes));
+    return bytes;
 }
 
 }  // namespace platform::utf8

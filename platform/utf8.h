@@ -1,4 +1,4 @@
-// Stepping through text in UTF-8 by characters.
+// Steps through UTF-8 text by characters.
 #pragma once
 
 #include <cstddef>
@@ -6,15 +6,15 @@
 
 namespace platform::utf8 {
 
-// The character at `position`, which moves behind it. A malformed byte counts as one character
-// U+FFFD. The end of the text gives 0 and stays.
+// Returns the character at `position` and moves `position` past it. A malformed byte counts as one
+// character, U+FFFD. At the end of the text it returns 0 and does not move.
 char32_t next(const std::string& text, size_t& position);
 
-// Byte positions of the neighbouring characters; the ends of the text stay.
+// Byte positions of the neighbouring characters. Both stop at the ends of the text.
 size_t after(const std::string& text, size_t position);
 size_t before(const std::string& text, size_t position);
 
-// Surrogates and what lies beyond U+10FFFF become U+FFFD.
+// Surrogates and codes beyond U+10FFFF become U+FFFD.
 std::string encode(char32_t character);
 
 }  // namespace platform::utf8

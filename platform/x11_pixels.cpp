@@ -1,4 +1,4 @@
-// Sends pixels to an X server the way the visual of its screen wants them.
+// Sends pixels to an X server in the format of the screen's visual.
 #include "platform/x11_pixels.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ const xcb_visualtype_t* rootVisual(const xcb_screen_t& screen) {
     return nullptr;
 }
 
-// The upper bits of a byte, moved to where the mask lies.
+// The upper bits of a byte, shifted to the mask's position.
 uint32_t underMask(uint32_t byte, uint32_t mask) {
     const int lowest = __builtin_ctz(mask);
     const int bits = 32 - __builtin_clz(mask) - lowest;
@@ -60,7 +60,7 @@ uint32_t X11PixelFormat::packed(uint32_t pixel) const {
            underMask(pixel & 255, masks_[2]);
 }
 
-// Each row is padded as the server demands.
+// Each row is padded as the server requires.
 void X11PixelFormat::pack(const PixelRows& rows, std::vector<uint8_t>& packedRows) const {
     const size_t rowBytes = bytesPerRow(rows.width);
     packedRows.assign(rowBytes * rows.height, 0);

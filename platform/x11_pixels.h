@@ -1,4 +1,4 @@
-// Sends pixels to an X server the way the visual of its screen wants them.
+// Sends pixels to an X server in the format of the screen's visual.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -10,22 +10,22 @@
 
 namespace platform {
 
-// Rows of 32-bit words, red, green and blue in the lower three bytes from the highest down.
+// Rows of 32-bit words, 0xRRGGBB; the upper byte is ignored.
 struct PixelRows {
     const uint32_t* first;
-    size_t stride;  // words from one row to the next
+    size_t stride;  // in words
     int width;
     int height;
 };
 
-// The format of windows that have the visual of the screen's root.
+// The pixel format of windows with the root window's visual.
 class X11PixelFormat {
   public:
-    // Nothing for visuals without three colour masks and 2, 3 or 4 bytes a pixel.
+    // Returns nothing for visuals without three colour masks and 2, 3 or 4 bytes per pixel.
     static std::optional<X11PixelFormat> of(const xcb_setup_t& setup, const xcb_screen_t& screen);
 
-    // Puts the rows into the window with their corner at `left`, `top`, in requests that the server
-    // takes. Does not flush.
+    // Draws the rows into the window with their corner at `left`, `top`, split into requests no
+    // larger than the server accepts. Does not flush.
     void put(xcb_connection_t* connection, xcb_window_t window, xcb_gcontext_t graphics,
              const PixelRows& rows, int left, int top) const;
 
@@ -39,7 +39,7 @@ class X11PixelFormat {
     int rowPadding_ = 4;  // bytes
     uint8_t depth_ = 24;
     bool highByteFirst_ = false;
-    bool asStored_ = false;  // the same layout as our own
+    bool asStored_ = false;  // the window uses our own layout
 };
 
 }  // namespace platform

@@ -1,15 +1,16 @@
-// Reads the command line with CLI11, and its numbers without the locale.
+// Parses the command line with CLI11.
 #include "render/command_line.h"
 
 #include <CLI/CLI.hpp>
 
-#include "render/error.h"
-#include "render/option_values.h"
+#include "host/error.h"
+#include "host/option_values.h"
+#include "platform/product.h"
 
 namespace render {
 namespace {
 
-// The options as they were typed.
+// The options as typed.
 struct Typed {
     std::optional<std::string> rate, block, bits, gain, tail;
     std::vector<std::string> settings;
@@ -19,20 +20,20 @@ SampleFormat formatOf(const std::string& bits) {
     if (bits == "16") return SampleFormat::kInt16;
     if (bits == "24") return SampleFormat::kInt24;
     if (bits == "32f") return SampleFormat::kFloat32;
-    throw UsageError("--bits: " + bits + " is none of 16, 24 and 32f");
+    throw host::UsageError("--bits: " + bits + " is none of 16, 24 and 32f");
 }
 
 ParameterSetting settingOf(const std::string& text) {
-    const auto equals = text.rfind('=');  // a name may hold the sign, a value cannot
+    const auto equals = text.rfind('=');  // a name may contain '=', a value cannot
     if (equals == std::string::npos || equals == 0) {
-        throw UsageError("--set: " + text + " is not NAME=VALUE or INDEX=VALUE");
+        throw host::UsageError("--set: " + text + " is not NAME=VALUE or INDEX=VALUE");
     }
-    const double value = readDouble("--set " + text, text.substr(equals + 1), 0.0, 1.0);
+    const double value = host::readDouble("--set " + text, text.substr(equals + 1), 0.0, 1.0);
     return {text.substr(0, equals), static_cast<float>(value)};
 }
 
 void declare(CLI::App& app, CommandLine& line, Typed& typed) {
-    app.set_version_flag("--version", "quarzel-render " QUARZEL_VERSION,
+    app.set_version_flag("--version", std::string("quarzel-render ") + platform::productVersion(),
                          "Print the version and leave");
     app.add_option("SONG.mid", line.song, "Standard MIDI file of type 0 or 1")->type_name("");
     app.add_option("OUT.wav", line.output, "File to write")->type_name("");
@@ -69,20 +70,20 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
 }
 
 void readTyped(const Typed& typed, CommandLine& line) {
-    if (typed.rate) line.sampleRate = readInteger("--rate", *typed.rate, 8000, 768000);
-    if (typed.block) line.blockSize = readInteger("--block", *typed.block, 1, 65536);
+    if (typed.rate) line.sampleRate = host::readInteger("--rate", *typed.rate, 8000, 768000);
+    if (typed.block) line.blockSize = host::readInteger("--block", *typed.block, 1, 65536);
     if (typed.bits) line.format = formatOf(*typed.bits);
-    if (typed.gain) line.render.gainDb = readDouble("--gain", *typed.gain, -60.0, 60.0);
-    if (typed.tail) line.render.tailSeconds = readDouble("--tail", *typed.tail, 0.0, 600.0);
+    if (typed.gain) line.render.gainDb = host::readDouble("--gain", *typed.gain, -60.0, 60.0);
+    if (typed.tail) line.render.tailSeconds = host::readDouble("--tail", *typed.tail, 0.0, 600.0);
     for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
 }
 
 void checkFiles(const CommandLine& line) {
-    if (line.list && !line.song.empty()) throw UsageError("--list takes no files");
+    if (line.list && !line.song.empty()) throw host::UsageError("--list takes no files");
     const bool hasOtherWork = line.list || line.savedBank || line.savedPreset;
     if (hasOtherWork && line.song.empty() && line.output.empty()) return;
     if (line.song.empty() || line.output.empty()) {
-        throw UsageError("SONG.mid and OUT.wav are needed");
+        throw host::UsageError("SONG.mid and OUT.wav are needed");
     }
 }
 
@@ -94,7 +95,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     CLI::App app("Renders a MIDI file through a VST 2.4 instrument into a WAV file.",
                  "quarzel-render");
     declare(app, line, typed);
-    line.answer = parseWords(app, argc, argv);
+    line.answer = host::parseWords(app, argc, argv);
     if (!line.answer.empty()) return line;
     readTyped(typed, line);
     checkFiles(line);

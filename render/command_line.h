@@ -1,4 +1,4 @@
-// What a command line of quarzel-render asks for.
+// The command line of quarzel-render.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,7 @@ struct ParameterSetting {
 };
 
 struct CommandLine {
-    std::string song;  // empty: nothing is rendered
+    std::string song;  // empty: render nothing
     std::string output;
     std::string plugin;  // empty: the instrument beside the program
     int sampleRate = 44100;
@@ -28,16 +28,16 @@ struct CommandLine {
     std::optional<std::string> program;  // name or index
     std::optional<std::string> preset;
     std::vector<ParameterSetting> settings;
-    // Paths, written after these are applied and before the song is played.
+    // Paths, written after the above are applied and before the song is played.
     std::optional<std::string> savedBank;
     std::optional<std::string> savedPreset;
     bool list = false;
     bool quiet = false;
-    std::string answer;  // when not empty, all there is to do is to print it
+    std::string answer;  // if not empty, print it and do nothing else
 };
 
-// argv[0] is the program. Throws UsageError when the line means nothing, and Error when one of its
-// values is out of range.
+// argv[0] is the program. Throws UsageError if the line makes no sense and Error if a value is out
+// of range.
 CommandLine parseCommandLine(int argc, const char* const* argv);
 
 }  // namespace render

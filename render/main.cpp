@@ -1,15 +1,16 @@
-// quarzel-render, the offline host: plays a MIDI file on an instrument into a WAV file.
+// quarzel-render, the offline host: renders a MIDI file through an instrument into a WAV file.
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/terminal.h"
+#include <unistd.h>
+
 #include "render/program.h"
 
 namespace {
 
 std::atomic<bool> interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free);  // or a signal could not set it
+static_assert(std::atomic<bool>::is_always_lock_free);  // a signal handler sets it
 
 void interrupt(int) {
     interrupted = true;
@@ -18,12 +19,12 @@ void interrupt(int) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // What an instrument has to say goes to standard error: nobody may be there to close a window.
+    // An instrument's messages go to standard error: there may be nobody to close a window.
     unsetenv("DISPLAY");
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
     std::signal(SIGHUP, interrupt);
-    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error, not the end
-    return render::run(argc, argv,
-                       {std::cout, std::cerr, platform::errorStreamIsTerminal(), interrupted});
+    std::signal(SIGXFSZ, SIG_IGN);  // exceeding a file size limit is an error, not the end
+    const bool watched = isatty(STDERR_FILENO) == 1;
+    return render::run(argc, argv, {std::cout, std::cerr, watched, interrupted});
 }

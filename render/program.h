@@ -10,7 +10,7 @@ struct Surroundings {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal;
-    const std::atomic<bool>& interrupted;  // set from outside to end the run early
+    const std::atomic<bool>& interrupted;  // set from outside to stop early
 };
 
 // Runs one command line and returns the exit code: 0 done, 1 bad input, 2 wrong usage.

@@ -1,4 +1,4 @@
-// A progress bar on one line of a terminal, for work that takes longer than a moment.
+// A progress bar on one terminal line. It appears only if the work takes a while.
 #pragma once
 
 #include <chrono>

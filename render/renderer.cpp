@@ -1,17 +1,17 @@
-// The offline render loop: blocks of events in, measured frames out, and where to stop.
+// The offline render loop: feeds events, measures frames and decides where to stop.
 #include "render/renderer.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "render/error.h"
-#include "render/song_playback.h"
+#include "host/error.h"
+#include "host/song_playback.h"
 
 namespace render {
 namespace {
 
-// Applies the gain, and measures.
+// Applies the gain and measures the result.
 class Meter {
   public:
     explicit Meter(double gainDb) : gain_(std::pow(10.0, gainDb / 20.0)) {}
@@ -44,14 +44,14 @@ class Meter {
 
 }  // namespace
 
-int channelsOf(const PluginHost& host) {
+int channelsOf(const host::PluginHost& host) {
     return std::min(host.outputCount(), 2);
 }
 
-RenderStatistics renderSong(const MidiSong& song, PluginHost& host, WavWriter& writer,
+RenderStatistics renderSong(const host::MidiSong& song, host::PluginHost& host, WavWriter& writer,
                             const RenderSettings& settings, const Progress& progress) {
-    SongEnding ending(song, host.sampleRate(), settings.tailSeconds);
-    SongFeed feed(song, host.sampleRate());
+    host::SongEnding ending(song, host.sampleRate(), settings.tailSeconds);
+    host::SongFeed feed(song, host.sampleRate());
     Meter meter(settings.gainDb);
     RenderStatistics statistics;
     std::vector<float> interleaved;
@@ -74,7 +74,7 @@ RenderStatistics renderSong(const MidiSong& song, PluginHost& host, WavWriter& w
 
         const double songShare =
             static_cast<double>(statistics.frames) / std::max<int64_t>(ending.songFrames(), 1);
-        if (!progress(std::min(songShare, 1.0))) throw Error("The render was interrupted.");
+        if (!progress(std::min(songShare, 1.0))) throw host::Error("The render was interrupted.");
     }
     host.suspend();
     writer.commit();

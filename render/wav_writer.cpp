@@ -9,14 +9,14 @@
 
 #include <sndfile.h>
 
-#include "render/error.h"
-#include "render/files.h"
+#include "host/error.h"
+#include "host/files.h"
 
 namespace render {
 namespace {
 
 constexpr std::size_t kBufferedSamples = 16384;
-constexpr int64_t kMaxWavBytes = 0xffff0000;  // the sizes in the file have 32 bits
+constexpr int64_t kMaxWavBytes = 0xffff0000;  // sizes in the file have 32 bits
 
 int bytesOf(SampleFormat format) {
     switch (format) {
@@ -50,7 +50,7 @@ SF_INFO fileInfo(const WavSettings& settings) {
     return info;
 }
 
-// The reason of the last failure, without the frame that libsndfile puts around the system's text.
+// The reason for the last failure, without libsndfile's words around the system's text.
 std::string libraryError(SNDFILE* file) {
     std::string text = sf_strerror(file);
     const std::string prefix = "System error : ";
@@ -62,7 +62,7 @@ std::string libraryError(SNDFILE* file) {
 }  // namespace
 
 WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
-    : path_(writablePath(path)),
+    : path_(host::writablePath(path)),
       channels_(settings.channels),
       format_(settings.format),
       bits_(8 * bytesOf(settings.format)),
@@ -74,7 +74,7 @@ WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
         std::remove(temporaryPath_.c_str());
         fail(libraryError(nullptr));
     }
-    // A peak chunk would carry the date, and equal renders would differ.
+    // A peak chunk would contain the date, so equal renders would differ.
     sf_command(file_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     sf_command(file_, SFC_RF64_AUTO_DOWNGRADE, nullptr, SF_TRUE);
 }
@@ -84,7 +84,7 @@ WavWriter::~WavWriter() {
     if (!temporaryPath_.empty()) std::remove(temporaryPath_.c_str());
 }
 
-// Creates an empty file beside the final one, under a name that nobody uses.
+// Creates an empty file beside the final one, under an unused name.
 void WavWriter::createTemporary() {
     for (int attempt = 1;; ++attempt) {
         temporaryPath_ = path_ + ".part" + std::to_string(attempt);
@@ -111,7 +111,7 @@ void WavWriter::write(const std::vector<float>& samples) {
     if (floats_.size() + integers_.size() >= kBufferedSamples) flush();
 }
 
-// Small blocks gather, for libsndfile asks the system for every one that it gets.
+// Small blocks are collected, because libsndfile makes a system call for each.
 void WavWriter::flush() {
     const auto floats = static_cast<sf_count_t>(floats_.size());
     const auto integers = static_cast<sf_count_t>(integers_.size());
@@ -122,10 +122,10 @@ void WavWriter::flush() {
     integers_.clear();
 }
 
-// The sample as the upper bits of a 32-bit integer, which is how libsndfile takes it.
+// The sample in the upper bits of a 32-bit integer, as libsndfile expects it.
 int WavWriter::quantized(float sample) {
     const double exact = sample * fullScale_;
-    double value = exact + (exact < 0.0 ? -0.5 : 0.5);  // the conversion below drops the fraction
+    double value = exact + (exact < 0.0 ? -0.5 : 0.5);  // the conversion below truncates
     if (value <= -fullScale_ - 1.0 || value >= fullScale_) {
         ++clippedSamples_;
         value = value < 0.0 ? -fullScale_ : fullScale_ - 1.0;
@@ -146,7 +146,7 @@ void WavWriter::commit() {
 }
 
 void WavWriter::fail(const std::string& reason) const {
-    throw Error(path_ + " cannot be written: " + reason + ".");
+    throw host::Error(path_ + " cannot be written: " + reason + ".");
 }
 
 }  // namespace render

@@ -1,4 +1,4 @@
-// Writes a WAV file under a temporary name and gives it its own name when it is whole.
+// Writes a WAV file under a temporary name and renames it when it is complete.
 #pragma once
 
 #include <cstdint>
@@ -15,25 +15,25 @@ struct WavSettings {
     int sampleRate;  // Hz
     int channels;
     SampleFormat format;
-    int64_t maxFrames;  // how long the file can get; beyond 4 GB it is an RF64 file
+    int64_t maxFrames;  // largest length; beyond 4 GB the file is RF64
 };
 
 class WavWriter {
   public:
-    // Throws Error when the file cannot be created.
+    // Throws Error if the file cannot be created.
     WavWriter(const std::string& path, const WavSettings& settings);
-    // Removes what was written, unless commit() came before.
+    // Removes the file unless commit() was called.
     ~WavWriter();
     WavWriter(const WavWriter&) = delete;
     WavWriter& operator=(const WavWriter&) = delete;
 
     int channels() const { return channels_; }
 
-    // Appends interleaved finite samples, 1.0 being full scale. Integer formats round to the
-    // nearest step and limit what does not fit. Throws Error when the disk refuses.
+    // Appends interleaved finite samples; 1.0 is full scale. Integer formats round to the nearest
+    // step and limit what does not fit. Throws Error if writing fails.
     void write(const std::vector<float>& samples);
 
-    // Ends the file and moves it to its name. Throws Error.
+    // Finishes the file and moves it to its final name. Throws Error.
     void commit();
 
     int64_t clippedSamples() const { return clippedSamples_; }

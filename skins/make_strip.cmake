@@ -1,9 +1,10 @@
-# Writes the SVG of a strip: the frames of a control one above the other, from the picture of one.
+# Turns the drawing of a control into the SVG of a strip, with all frames one above the other.
 # cmake -DPICTURE=knob.svg -DFRAMES=101 -DSTRIP=knob_strip.svg -P make_strip.cmake
 #
-# PICTURE shows the control at its start, its sides even numbers of pixels. Of its groups, `still`
-# is the same in every frame, `growing` holds paths 100 units long that are drawn as far as the
-# frame has come, and `turning` goes round the middle, by 270 degrees from first to last frame.
+# PICTURE shows the control at its lowest value. Its sides are even numbers of pixels. Its groups:
+#   still    is the same in every frame
+#   growing  holds paths of length 100; each frame draws the share that matches its value
+#   turning  turns about the centre, by 270 degrees from the first frame to the last
 cmake_minimum_required(VERSION 3.25)
 
 set(kSweep 270)
@@ -19,7 +20,7 @@ math(EXPR middle_y "${height} / 2")
 math(EXPR strip_height "${height} * ${FRAMES}")
 math(EXPR twice_last "(${FRAMES} - 1) * 2")
 
-# VARIABLE becomes WHOLE * INDEX / (FRAMES - 1) with three decimals; WHOLE is an integer.
+# Sets VARIABLE to WHOLE * INDEX / (FRAMES - 1), with three decimals. WHOLE is an integer.
 function(share variable whole index)
     math(EXPR thousandths "(2000 * ${whole} * ${index} + ${twice_last} / 2) / ${twice_last}")
     math(EXPR units "${thousandths} / 1000")

@@ -1,4 +1,4 @@
-// Copies between plain bytes and words that two threads may touch.
+// Copies between plain bytes and shared words.
 #include "state/atomic_word.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// Relaxed atomic access to plain words of records that two threads may touch.
+// Relaxed atomic access to the plain words of records that two threads share.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace state {
 
-// The records are file formats, so their fields are plain; every access from code that may run
-// beside another thread goes through these.
+// The records are file formats, so their fields are not std::atomic. Access them through these
+// functions whenever another thread may be running.
 template <typename Word>
 Word loadWord(const Word& word) {
     Word value;
@@ -20,14 +20,14 @@ void storeWord(Word& word, Word value) {
     __atomic_store(&word, &value, __ATOMIC_RELAXED);
 }
 
-// Unless the word has become another than `was`.
+// Stores `value` only if the word still equals `was`.
 template <typename Word>
 void exchangeWord(Word& word, Word was, Word value) {
     __atomic_compare_exchange(&word, &was, &value, false, __ATOMIC_RELAXED, __ATOMIC_RELAXED);
 }
 
-// Copy `size` bytes. What other threads may touch, the source or the target, is aligned for 32-bit
-// words; the other side need not be.
+// Copy `size` bytes. The shared side (the source of loadBytes, the target of storeBytes) must be
+// aligned for 32-bit words.
 void loadBytes(void* to, const void* from, std::size_t size);
 void storeBytes(void* to, const void* from, std::size_t size);
 

@@ -1,4 +1,4 @@
-// Values and names of the bank, bounded however the chunk came.
+// Values and names of the bank. Any bytes may have come in with a chunk.
 #include "state/bank.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The parameter table and the 128 programs, laid out as the bank chunk that hosts save.
+// The parameter table and 128 programs, laid out as the bank chunk that hosts save.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,9 @@ constexpr bool isProgram(int index) {
     return index >= 0 && index < kNumPrograms;
 }
 
-// One parameter's flags, name, and its value while no program holds it.
+// A parameter's flags and name, and its value if programs do not hold it.
 struct ParameterRecord {
-    unsigned char programHeld;  // 1: the value lives in the current program
+    unsigned char programHeld;  // 1: each program has its own value
     unsigned char unclamped;    // 1: values are stored as given
     unsigned char reserved[2];
     float value;
@@ -32,34 +32,37 @@ struct ProgramRecord {
     char name[kNameSize];
     float values[kNumParams];
 };
-static_assert(sizeof(ProgramRecord) == 192 && std::is_trivially_copyable_v<ProgramRecord>);
 static_assert(offsetof(ProgramRecord, values) == 24);
+static_assert(sizeof(ProgramRecord) == 24 + 4 * kNumParams &&  // 192
+              std::is_trivially_copyable_v<ProgramRecord>);
 
 struct BankChunk {
     ParameterRecord parameters[kNumParams];
     ProgramRecord programs[kNumPrograms];
 };
-static_assert(sizeof(BankChunk) == 26088 && std::is_trivially_copyable_v<BankChunk>);
-static_assert(offsetof(BankChunk, programs) == 1512);
+static_assert(offsetof(BankChunk, programs) == 36 * kNumParams);  // 1512
+static_assert(sizeof(BankChunk) == 36 * kNumParams + kNumPrograms * (24 + 4 * kNumParams) &&
+              std::is_trivially_copyable_v<BankChunk>);  // 26088
 
-// May be read and written by several threads at once, each word whole; a name that is read while it
-// is written may come half old, half new. What a chunk brought is kept as it came until a program
-// is sent: readers check.
+// Comments marked "intentional" in this folder name oddities that saved sessions depend on.
+//
+// Several threads may read and write at once. Each word is read whole; a name read during a write
+// may mix old and new text. Bytes from a chunk are stored unchecked, so readers check them.
 class Bank {
   public:
-    // Defaults everywhere, every program named "Init".
+    // Every value at its default, every program named "Init".
     Bank();
 
-    // The value that the program, or the table for a parameter that programs do not hold, has now.
-    // `program` and `index` are in range.
+    // The value in the program, or in the table if programs do not hold this parameter. `program`
+    // and `index` must be in range.
     float value(int program, int index) const;
-    // Stores a value, limited to 0..1 unless the record says otherwise; one that is not finite in
-    // any case.
+    // Limits the value to 0..1 unless the record is marked unclamped; a non-finite value is always
+    // limited.
     void setValue(int program, int index, float value);
-    // Stores what the program has anew, so that it is limited however it came.
+    // Limits every value that the program uses, as setValue does.
     void limitValues(int program);
-    // What lies where a 43rd record would: the first program's name read as a record. Any float
-    // that is finite; one that is not comes limited.
+    // The value of a 43rd record, which overlaps the first program's name. intentional: saved
+    // sessions may read it. Finite, but of any size.
     float valuePastTable(int program) const;
 
     std::string parameterName(int index) const;
@@ -68,7 +71,7 @@ class Bank {
     void setProgramName(int program, const char* name);
     void copyProgram(int from, int to);
 
-    // The live bytes.
+    // The live bytes, not a copy.
     BankChunk& chunk() { return chunk_; }
 
   private:

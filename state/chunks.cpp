@@ -1,4 +1,4 @@
-// Sizes, messages and the two forms of the default bank.
+// Checks and copies chunks; parses both forms of the default bank.
 #include "state/chunks.h"
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/four_char_code.h"
 #include "platform/message_box.h"
 #include "state/atomic_word.h"
 #include "state/data_folder.h"
@@ -15,6 +16,8 @@
 namespace state {
 
 namespace {
+
+using platform::fourCharCode;
 
 constexpr std::size_t kLargestFile = 64 << 20;
 
@@ -24,14 +27,8 @@ void say(const char* title, const char* text) {
     platform::showMessage(title, text, platform::MessageIcon::kNone);
 }
 
-constexpr std::uint32_t code(const char (&text)[5]) {
-    std::uint32_t value = 0;
-    for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(text[i]);
-    return value;
-}
-
-// The bytes of a bank file: words are big-endian, but for the fields that the list form keeps in
-// the order of the machine.
+// Reads fields of a bank file. They are big-endian, except for the machine-order fields of the list
+// form.
 class BankFile {
   public:
     static constexpr std::size_t kFirstProgram = 156;
@@ -42,7 +39,7 @@ class BankFile {
     bool holds(std::size_t at, std::size_t size) const {
         return at <= bytes_.size() && size <= bytes_.size() - at;
     }
-    // 0 where the file has ended.
+    // 0 past the end of the file.
     std::uint32_t bigEndian(std::size_t at) const {
         if (!holds(at, 4)) return 0;
         std::uint32_t value = 0;
@@ -63,7 +60,7 @@ class BankFile {
     std::uint32_t fxId() const { return bigEndian(16); }
     std::int32_t numPrograms() const { return static_cast<std::int32_t>(bigEndian(24)); }
     std::int32_t chunkSize() const { return static_cast<std::int32_t>(bigEndian(kFirstProgram)); }
-    // Null unless a whole bank follows.
+    // Null unless the file holds a whole bank.
     const void* chunk() const {
         return holds(kChunk, sizeof(BankChunk)) ? bytes_.data() + kChunk : nullptr;
     }
@@ -72,8 +69,8 @@ class BankFile {
     const std::string& bytes_;
 };
 
-// The list form is read as it always was: values in the order of the machine, entries four bytes
-// further apart than the standard puts them, names passed over. A file that runs out ends the list.
+// intentional: this list form differs from the standard one. Values are in machine order, entries
+// are four bytes further apart, and names are skipped. The end of the file ends the list.
 void takeProgramList(Bank& bank, const BankFile& file) {
     constexpr std::size_t kNumParamsAt = 24;
     constexpr std::size_t kValuesAt = 56;
@@ -120,8 +117,9 @@ void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     if (!bytes) return;
 
     const BankFile file(*bytes);
-    const bool list = file.fxMagic() == code("FxBk");
-    if (file.chunkMagic() != code("CcnK") || (!list && file.fxMagic() != code("FBCh"))) {
+    const bool list = file.fxMagic() == fourCharCode("FxBk");
+    if (file.chunkMagic() != fourCharCode("CcnK") ||
+        (!list && file.fxMagic() != fourCharCode("FBCh"))) {
         return say(kTitle, "Default bank error: not an fxb file");
     }
     if (file.fxId() != uniqueId) return say(kTitle, "Default bank error: wrong unique ID");

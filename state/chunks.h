@@ -1,4 +1,4 @@
-// Takes the chunks of hosts into the bank, and the default bank from its file.
+// Loads chunks from the host, and the default bank from its file.
 #pragma once
 
 #include <cstdint>
@@ -7,20 +7,20 @@
 
 namespace state {
 
-// Puts the chunk in place of the start of the program: up to a whole record. False, with a message
-// and nothing changed, when the size lies outside that.
+// Overwrites the beginning of the program, up to a whole record. For any other size, shows a
+// message, changes nothing and returns false.
 bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t size);
 
-// Puts the chunk in place of the bank. False, with a message and nothing changed, unless the size
-// is that of a bank.
+// Replaces the bank. Unless the size is that of a bank, shows a message, changes nothing and
+// returns false.
 bool takeBankChunk(Bank& bank, const void* data, std::int32_t size);
 
-// Loads the default bank that lies beside the library into `bank`. A file that cannot be used gets
-// its message and changes nothing; a missing one is only remembered, and so is a library whose
-// folder is unknown.
+// Loads the default bank from the library's folder. An invalid file shows a message and changes
+// nothing. A missing or unreadable file, or an unknown folder, shows no message:
+// defaultBankMissing() reports it.
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId);
 
-// Whether the last instance of the process that looked for the default bank could not open it.
+// Whether the last loadDefaultBank in this process found no file.
 bool defaultBankMissing();
 
 }  // namespace state

@@ -2,11 +2,11 @@
 #include "state/controller_map.h"
 
 #include <algorithm>
-#include <mutex>
 #include <string>
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 
 namespace state {
@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kEntrySize = 4;  // bytes, little-endian
 constexpr std::size_t kFileSize = kNumParams * kEntrySize;
 
-using Lock = std::lock_guard<platform::CriticalSection>;
+using Lock = std::lock_guard<std::mutex>;
 
 constexpr std::size_t kLargestFile = 64 << 20;
 
@@ -29,15 +29,15 @@ std::int32_t wordAt(const std::string& bytes, int index) {
     return static_cast<std::int32_t>(word);
 }
 
-// Anybody may have laid a link in the current folder, which stands for a data folder that is not
-// there.
+// Without a data folder the map is in the current folder, where anybody may have planted a link.
+// Links are refused there.
 struct Place {
     std::string path;
     platform::Links links;
 };
 
 Place ownPlace() {
-    const auto folder = findDataFolder(kProductName);
+    const auto folder = findDataFolder(platform::kProductName);
     return {folder.value_or("") + kControllerMapFile,
             folder ? platform::Links::kFollow : platform::Links::kRefuse};
 }

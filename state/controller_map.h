@@ -1,20 +1,20 @@
-// Which MIDI controller drives which parameter, shared by all instances of the process and kept in
-// a file.
+// Maps MIDI controllers to parameters. All instances in the process share the map; it is saved to a
+// file.
 #pragma once
 
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 
-#include "platform/critical_section.h"
 #include "state/parameters.h"
 
 namespace state {
 
-// One word a parameter: a controller number 0..127, or kUnbound. Several parameters may follow one
-// controller. Any thread reads and binds; any but an audio thread loads and saves.
+// Holds a controller number (0..127) or kUnbound for each parameter. Several parameters may follow
+// one controller. Any thread may read and bind; audio threads must not load or save.
 class ControllerMap {
   public:
     static constexpr std::int32_t kUnbound = -1;
@@ -31,34 +31,34 @@ class ControllerMap {
     }
     void clear();
 
-    // Reads the map from the data folder, or from beside the library when it is not there. A short
-    // file leaves the rest bound to controller 0: kept. Without a file nothing is bound.
+    // Reads the map from the data folder, else from the library's folder. Without a file nothing is
+    // bound. intentional: a short file binds the remaining parameters to controller 0.
     void load();
-    // Puts what was bound here since the last load into the file as it is by now, in the data
-    // folder or in the current folder when there is none; without a file the whole map. Failures
-    // are not reported: the next save tries again.
+    // Merges the bindings made since the last load into the file, or writes the whole map if there
+    // is no file. The file is in the data folder, or in the current folder if there is no data
+    // folder. Failures are not reported; the next save tries again.
     void save();
-    // Does that if anything was bound since the last load, save or saveIfChanged.
+    // Saves if anything was bound since the last load or save.
     void saveIfChanged();
 
   private:
     void store(int parameter, std::int32_t controller) {
         controllers_[parameter].store(controller, std::memory_order_relaxed);
     }
-    // The bytes that belong into the file.
+    // The new content of the file, given its current content and the changed parameters.
     std::string savedOnto(const std::optional<std::string>& file, std::uint64_t changed) const;
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
-    std::atomic<std::uint64_t> unsaved_{0};  // one bit a parameter
+    std::atomic<std::uint64_t> unsaved_{0};  // one bit per parameter
     std::atomic<bool> due_{false};
-    platform::CriticalSection fileLock_;  // load and save
+    std::mutex fileLock_;  // load and save
 };
 
 // The map of the process.
 ControllerMap& controllerMap();
 
-// The parameter that waits for the next controller to be bound to it, at most one an instance.
-// Armed by the editor, taken by whichever thread meets a controller first.
+// The parameter that the next controller will be bound to; one slot per instance. The editor arms
+// it, and the first thread to receive a controller takes it.
 class LearnSlot {
   public:
     static constexpr int kNone = -1;
@@ -66,7 +66,7 @@ class LearnSlot {
     void arm(int parameter) { parameter_.store(parameter, std::memory_order_relaxed); }
     void disarm() { arm(kNone); }
     int armed() const { return parameter_.load(std::memory_order_relaxed); }
-    // The armed parameter, disarmed by this call, or kNone.
+    // Disarms and returns the armed parameter, or kNone.
     int take() { return parameter_.exchange(kNone, std::memory_order_relaxed); }
 
   private:

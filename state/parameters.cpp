@@ -1,4 +1,4 @@
-// The parameter table with the mapping of each value.
+// The parameter table, and the mapping of each value to the engine.
 #include "state/parameters.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ void applyLevel(Engine& engine, float v) {
     engine.setSectionLevel(section, v);
 }
 
-// "Violin", "Contrabass" and "Cello" are louder by nature.
+// Level of "Violin", "Contrabass" and "Cello", whose sources are louder.
 template <engine::Section section>
 void applyReducedLevel(Engine& engine, float v) {
     engine.setSectionLevel(section, v * 0.4f);
@@ -49,7 +49,7 @@ void applyWaveform(Engine& engine, float v) {
     engine.setWaveform(static_cast<engine::Waveform>(static_cast<int>(v + v)));
 }
 
-// The split keys: C, Eb above it, and so on up over four octaves.
+// Split keys 36, 45, 48, 57, 60, 69, 72 and 81.
 void applyKeySplit(Engine& engine, float v) {
     constexpr std::array<float, 8> kRatios = {3.0f / 11.0f,  5.25f / 11.0f, 6.0f / 11.0f,
                                               8.25f / 11.0f, 9.0f / 11.0f,  11.25f / 11.0f,
@@ -57,7 +57,7 @@ void applyKeySplit(Engine& engine, float v) {
     engine.setKeySplit(kRatios[static_cast<int>(v * 7.0f)]);
 }
 
-// Stored and shown only.
+// The parameter is stored and shown, but has no effect.
 void applyNothing(Engine&, float) {}
 
 // clang-format off

@@ -1,4 +1,4 @@
-// The 42 parameters: indices, names, defaults, and the mapping of each onto the engine.
+// The 42 parameters: index, name, default, and effect on the engine.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ enum ParamIndex {
     kMasterP,
     kVelocityAmp,
     kHP,
-    kBrigthness,  // stored so
+    kBrigthness,  // intentional: stored with this spelling
     kWaveform,
     kEnvAttack,
     kEnvDecay,
@@ -53,7 +53,7 @@ enum ParamIndex {
     kNumParams
 };
 
-// Hidden: polyphony as 0..1 for 6..44 voices; no record, no name, in no program.
+// Hidden: sets the polyphony, 0..1 for 6..44 voices. It has no name and no program stores it.
 constexpr int kVoiceCountParam = 99999;
 
 constexpr bool isParameter(int index) {
@@ -68,16 +68,16 @@ struct Parameter {
     void (*apply)(engine::SoundEngine& engine, float value);
 };
 
-// Throws nothing; `index` must be a parameter.
+// Never throws. `index` must be a parameter.
 const Parameter& parameter(int index);
 
-// The value limited to 0..1; 0 for one that is no number.
+// Limits the value to 0..1; NaN becomes 0.
 float engineValue(float value);
 
-// The value with three decimals and a point, in at most 7 characters whatever the value.
+// The value with a decimal point and three decimals. Never longer than 7 characters.
 std::string valueText(float value);
 
-// Voices for a value of kVoiceCountParam, limited to what the engine has.
+// Number of voices for a value of kVoiceCountParam.
 int voiceCount(float value);
 
 }  // namespace state

@@ -1,4 +1,4 @@
-// Takes the bytes of an input apart into numbers and texts.
+// Splits the bytes of an input into numbers and texts.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-// Numbers are little-endian; behind the end everything reads as zero.
+// Numbers are little-endian. Past the end, everything reads as zero.
 class Input {
   public:
     explicit Input(std::string_view bytes) : bytes_(bytes) {}
@@ -22,13 +22,13 @@ class Input {
     // 0..1 in steps of a 255th.
     float share() { return static_cast<float>(byte()) / 255.0f; }
     int below(int limit) { return byte() % limit; }
-    // As many as there are, at most count.
+    // Takes at most count bytes.
     std::string_view take(std::size_t count) {
         const std::string_view taken = bytes_.substr(0, count);
         bytes_.remove_prefix(taken.size());
         return taken;
     }
-    // Up to the terminator, which is passed over, or to the end.
+    // Takes everything up to the terminator, which is skipped, or to the end.
     std::string_view takeUntil(char terminator) {
         const std::string_view taken = bytes_.substr(0, bytes_.find(terminator));
         bytes_.remove_prefix(std::min(taken.size() + 1, bytes_.size()));
@@ -48,7 +48,7 @@ class Input {
     std::string_view bytes_;
 };
 
-// Writes the runs of bytes that the rest of the input lists (place, count, bytes) over the text, so
+// Overwrites the text with the runs of bytes in the rest of the input (position, count, bytes), so
 // that a small input can damage a large file anywhere.
 inline void damage(std::string& text, Input& input) {
     while (!input.empty()) {

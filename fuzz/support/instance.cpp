@@ -1,4 +1,4 @@
-// Calls through the record, as a host makes them, each answer looked at.
+// Calls through the record like a host and checks each answer.
 #include "fuzz/support/instance.h"
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "fuzz/support/target.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/test_host.h"
 
 namespace fuzz {
 
@@ -18,7 +18,7 @@ bool sameBits(float a, float b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-// A host's buffer of just the size that an operation may fill.
+// A host's buffer of exactly the size that an operation may fill.
 template <typename Fill>
 std::string textFrom(std::size_t size, Fill fill) {
     const auto buffer = std::make_unique<char[]>(size);
@@ -33,7 +33,7 @@ std::string fieldText(const char (&field)[state::kNameSize]) {
     return {field, std::find(field, field + state::kNameSize - 1, '\0')};
 }
 
-// As the host is told it: the record's flags decide whose value counts.
+// The stored value as the host sees it. The record's flags decide which one counts.
 float storedValue(const state::BankChunk& bank, int program, int index) {
     return bank.parameters[index].programHeld ? bank.programs[program].values[index]
                                               : bank.parameters[index].value;
@@ -55,7 +55,7 @@ void EventList::add(int frame, VstInt32 type, const unsigned char (&message)[3])
     std::copy_n(message, 3, event.midiData);
     events_.push_back(type == 0 ? nullptr : std::make_unique<char[]>(size));
     if (type != 0) std::memcpy(events_.back().get(), &event, size);
-    // Two events have room in the list itself.
+    // The list itself has room for two events.
     const std::size_t count = events_.size();
     if (count > 2) memory_.push_back(0);
     list()->numEvents = static_cast<VstInt32>(count);
@@ -69,7 +69,7 @@ void EventList::add(Input& input, int frames) {
     int frame = 0;
     for (int count = input.below(9); count > 0; --count) {
         const int how = input.byte();
-        // Mostly in order, as hosts send them.
+        // Mostly sorted, as from a host.
         frame = how & 0x80 ? input.integer() : frame + (how >> 3) % (frames / 4 + 2);
         const unsigned char message[] = {input.byte(), input.byte(), input.byte()};
         add(frame, kTypes[how & 7], message);
@@ -78,8 +78,8 @@ void EventList::add(Input& input, int frames) {
 }
 
 Instance::Instance(std::unique_ptr<engine::SoundEngine> engine)
-    : synth_(engine ? new plugin::VstSynth(TestHost::callback, std::move(engine))
-                    : new plugin::VstSynth(TestHost::callback)),
+    : synth_(engine ? new vst2::VstSynth(TestHost::callback, std::move(engine))
+                    : new vst2::VstSynth(TestHost::callback)),
       record_(synth_->getAeffect()) {
     dispatch(effMainsChanged, 0, 1);
 }

@@ -1,4 +1,4 @@
-// One instance of the instrument as a host holds it, and what has to hold for each.
+// One instance as a host holds it, with the conditions that every instance must meet.
 #pragma once
 
 #include <cstring>
@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "fuzz/support/input.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 #include "state/bank.h"
 
 namespace fuzz {
 
-// A bank's bytes once the program was sent, which limits its values.
+// A bank's bytes after the program was pushed, which clamps its values.
 inline std::string asSent(const std::string& bytes, int program) {
     state::Bank bank;
     std::memcpy(&bank.chunk(), bytes.data(), sizeof(state::BankChunk));
@@ -21,14 +21,15 @@ inline std::string asSent(const std::string& bytes, int program) {
     return {reinterpret_cast<const char*>(&bank.chunk()), sizeof(state::BankChunk)};
 }
 
-// The block's list of events, each in memory of its own and of just its size.
+// A block's event list. Each event has its own memory of exactly its size.
 class EventList {
   public:
     EventList() { clear(); }
     void clear();
-    // A MIDI message, or for another type the head of an event; a null event for type 0.
+    // Adds a MIDI message, for another type just the header of an event, or a null event for type
+    // 0.
     void add(int frame, VstInt32 type, const unsigned char (&message)[3]);
-    // Up to eight events of the input, their frames below `frames` or a little beyond.
+    // Adds up to eight events from the input with frames up to `frames` or slightly beyond.
     void add(Input& input, int frames);
     VstEvents* list() { return reinterpret_cast<VstEvents*>(memory_.data()); }
 
@@ -42,7 +43,7 @@ struct Sound {
     std::vector<float> right;
 };
 
-// From VSTPluginMain's work to effClose, its mains on. A World and its host must be there.
+// Lives from VSTPluginMain to effClose, with the mains on. Needs a World and its host.
 class Instance {
   public:
     Instance() : Instance(nullptr) {}
@@ -57,30 +58,31 @@ class Instance {
     }
     AEffect* operator->() { return record_; }
     AEffect* record() { return record_; }
-    plugin::VstSynth& synth() { return *synth_; }
+    vst2::VstSynth& synth() { return *synth_; }
 
     // The live bytes, and a copy of them.
     const state::BankChunk& bank();
     std::string chunk(bool isPreset);
-    // Hands the chunk over in memory of just its size.
+    // Sets the chunk from memory of exactly its size.
     void setChunk(std::string_view chunk, bool isPreset);
 
-    // Sets the parameter, requires it to read back as stored, and nothing else to have changed.
+    // Sets the parameter and requires that it reads back as stored and that nothing else changed.
     void setParameter(int index, float value);
 
-    // A block. Requires every sample to be finite, and written; and nothing else to be.
+    // Renders a block. Requires every sample to be written and finite, and nothing else to be
+    // written.
     Sound render(int frames, EventList& events);
     Sound render(int frames);
 
-    // Requires that the bank's bytes are these, and that every value, name and text read so.
+    // Requires that the bank has these bytes and that every value, name and text matches them.
     void requireBank(const std::string& expected);
 
   private:
-    plugin::VstSynth* synth_;
+    vst2::VstSynth* synth_;
     AEffect* record_;
 };
 
-// Three keys in a row, some frames each.
+// Plays three keys in a row, some frames each.
 std::vector<Sound> playChord(Instance& instance);
 bool sameBits(const std::vector<Sound>& a, const std::vector<Sound>& b);
 

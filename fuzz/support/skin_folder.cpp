@@ -1,4 +1,4 @@
-// Compressing takes long, so it is done once for all inputs.
+// Compression is slow, so the pictures are made once for all inputs.
 #include "fuzz/support/skin_folder.h"
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "editor/skin_schema.h"
+#include "editor/skin/skin_schema.h"
 #include "platform/file.h"
 #include "tests/editor/fake_instrument.h"
 #include "tests/support/temporary_folder.h"
@@ -50,7 +50,7 @@ std::string attributeText(std::string_view name, Input& input) {
     const int choice = input.byte();
     switch (editor::skinAttributeKind(name)) {
         case editor::SkinAttributeKind::kNumber: {
-            // What stands for a parameter, or a place and size in the picture.
+            // Byte values below this stand for plain numbers.
             constexpr int kPlain = 200;
             if (choice >= kPlain) return kNumbers[(choice - kPlain) % std::size(kNumbers)];
             return std::to_string(name == "id" ? choice % state::kNumParams : choice);

@@ -1,5 +1,5 @@
-// The folder of a skin with pictures to use: bg.png is 200 x 150, the others are named after their
-// sizes, and broken.png is none.
+// A skin folder with pictures: bg.png is 200 x 150, the others are named after their sizes, and
+// broken.png is not a picture.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace fuzz {
 
-// A skin that parses, of up to ten elements with attributes as the input says: mostly such as make
-// sense. Damage of the text itself rarely leaves anything to build.
+// Writes a skin that parses, with up to ten elements whose attributes come from the input and
+// mostly make sense. Damaging the text itself rarely leaves anything to build.
 std::string writtenSkin(Input& input);
 
-// Below the folder of the library, as its default skin.
+// Makes the default skin in the library's folder.
 void makeSkinFolder(const std::string& moduleFolder, const std::string& skinXml);
 
 }  // namespace fuzz

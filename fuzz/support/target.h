@@ -1,4 +1,4 @@
-// What a fuzzer is made of: a function that reads any bytes, under the name of its corpus.
+// A fuzzer: a function that accepts any bytes, and the name of its corpus.
 #pragma once
 
 #include <stdexcept>
@@ -7,7 +7,7 @@
 
 namespace fuzz {
 
-// Something did not hold that has to hold for every input.
+// A condition that must hold for every input does not hold.
 struct Violation : std::logic_error {
     using std::logic_error::logic_error;
 };
@@ -17,12 +17,12 @@ inline void require(bool holds, const char* what) {
 }
 
 struct Target {
-    const char* name;  // of its file and its folder in fuzz/corpus
-    // Does the same for the same bytes whatever ran before. Throws Violation.
+    const char* name;  // of its file and of its folder in fuzz/corpus
+    // Deterministic, whatever ran before. Throws Violation.
     void (*run)(std::string_view bytes);
 };
 
-// All targets of the program: one in a fuzzer, every one in the test that replays the corpora.
+// All targets of the program: one in a fuzzer, all in the test that replays the corpora.
 inline std::vector<Target>& targets() {
     static std::vector<Target> all;
     return all;

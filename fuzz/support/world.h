@@ -1,4 +1,4 @@
-// The surroundings that every input finds alike: nothing is left of the input before.
+// Gives every input the same environment: nothing remains of the previous input.
 #pragma once
 
 #include <filesystem>
@@ -8,14 +8,14 @@
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "state/controller_map.h"
-#include "tests/plugin/test_host.h"
+#include "tests/plugin/vst2/test_host.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
 namespace fuzz {
 
-// Empty folders, no settings, no controller bound, a host that answers little, editors without
-// windows, a clock that stands still.
+// Empty folders, no settings, no bound controllers, a host with few answers, editors without
+// windows, and a stopped clock.
 class World {
   public:
     World() {
@@ -23,7 +23,7 @@ class World {
         state::controllerMap().load();
     }
 
-    TemporaryFolder module;  // where the library's own files are looked for
+    TemporaryFolder module;  // folder of the library's own files
     TemporaryFolder applicationData;
     platform::ScopedFolders folders{module.path(), applicationData.path()};
     platform::ScopedSettings settings;

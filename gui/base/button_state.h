@@ -1,4 +1,4 @@
-// Mouse buttons and modifier keys as one word, and the answers of mouse methods.
+// Mouse buttons and modifier keys in one word, and the results of mouse methods.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ class CButtonState {
 
     int32_t getButtonState() const { return state_ & kButtons; }
     int32_t getModifierState() const { return state_ & kModifiers; }
-    // Each demands that button alone.
+    // True only if no other button is down.
     bool isLeftButton() const { return getButtonState() == kLButton; }
     bool isRightButton() const { return getButtonState() == kRButton; }
     bool isDoubleClick() const { return (state_ & kDoubleClick) != 0; }

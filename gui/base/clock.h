@@ -5,10 +5,10 @@
 
 namespace VSTGUI {
 
-// Milliseconds of a clock that only runs forward.
+// Milliseconds of a monotonic clock.
 uint64_t millisecondsNow();
 
-// Tests hold the clock and advance it by hand.
+// For tests: stop the clock at a time, and let it run again.
 void holdClock(uint64_t milliseconds);
 void releaseClock();
 

@@ -1,4 +1,4 @@
-// Colours of 8 bits a channel, not premultiplied.
+// Colours with 8 bits per channel, not premultiplied.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Event objects: casts, and the way to and from the word of the classic mouse methods.
+// Casts of events, and conversion to and from the CButtonState of the classic mouse methods.
 #include "gui/base/events.h"
 
 #include <cassert>

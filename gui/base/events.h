@@ -1,4 +1,4 @@
-// Event objects: what the mouse, the wheel and the keys report to views and listeners.
+// Events of the mouse, the wheel and the keyboard, for views and listeners.
 #pragma once
 
 #include "gui/base/button_state.h"
@@ -38,7 +38,7 @@ enum class MouseButton : uint32_t {
     Fifth = 1 << 4,
 };
 
-// A set of the values of a bit enumeration.
+// A set of flags from a bit enumeration.
 template <typename Flag>
 class FlagSet {
   public:
@@ -46,7 +46,7 @@ class FlagSet {
     FlagSet(Flag flag) : bits_(static_cast<uint32_t>(flag)) {}
 
     bool has(Flag flag) const { return (bits_ & static_cast<uint32_t>(flag)) != 0; }
-    bool is(Flag flag) const { return bits_ == static_cast<uint32_t>(flag); }  // that alone
+    bool is(Flag flag) const { return bits_ == static_cast<uint32_t>(flag); }  // no other flag
     bool empty() const { return bits_ == 0; }
     void add(Flag flag) { bits_ |= static_cast<uint32_t>(flag); }
     void remove(Flag flag) { bits_ &= ~static_cast<uint32_t>(flag); }
@@ -86,7 +86,7 @@ enum class VirtualKey : uint32_t {
     Delete,
 };
 
-// Assigned true by whoever handles the event: nobody after it is asked.
+// Set this to true when you handle the event. Nobody else gets it then.
 class EventConsumeState {
   public:
     operator bool() const { return (state_ & kHandled) != 0; }
@@ -135,7 +135,7 @@ struct MouseEvent : MousePositionEvent {
 struct MouseDownUpMoveEvent : MouseEvent {
     uint32_t clickCount = 0;
 
-    // A view that handles a press but wants neither the moves nor the release says so here.
+    // Set this when handling a press without wanting the moves and the release after it.
     void ignoreFollowUpMoveAndUpEvents(bool ignore);
     bool ignoreFollowUpMoveAndUpEvents() const;
 
@@ -167,7 +167,7 @@ struct MouseExitEvent : MouseEvent {
     MouseExitEvent() : MouseEvent(EventType::MouseExit) {}
 };
 
-// One notch is 1: up and right are positive.
+// One notch is 1. Up and right are positive.
 struct MouseWheelEvent : MousePositionEvent {
     MouseWheelEvent() : MousePositionEvent(EventType::MouseWheel) {}
 
@@ -175,7 +175,7 @@ struct MouseWheelEvent : MousePositionEvent {
     CCoord deltaY = 0;
 };
 
-// Either a character or a virtual key.
+// Holds either a character or a virtual key.
 struct KeyboardEvent : ModifierEvent {
     explicit KeyboardEvent(EventType type = EventType::KeyDown) : ModifierEvent(type) {}
 
@@ -183,17 +183,17 @@ struct KeyboardEvent : ModifierEvent {
     VirtualKey virt = VirtualKey::None;
 };
 
-// The event of a hit test that no event has caused.
+// Stands for the event in a hit test that no event caused.
 const Event& noEvent();
 
-// Each expects an event of that type.
+// The event must have the type in the name.
 MouseDownEvent& castMouseDownEvent(Event& event);
 MouseMoveEvent& castMouseMoveEvent(Event& event);
 MouseUpEvent& castMouseUpEvent(Event& event);
 MouseWheelEvent& castMouseWheelEvent(Event& event);
 KeyboardEvent& castKeyboardEvent(Event& event);
 
-// Between the event objects and the word of the classic mouse methods.
+// Convert between event objects and the CButtonState of the classic mouse methods.
 CButtonState buttonStateFromMouseEvent(const MouseEvent& event);
 CButtonState buttonStateFromEventModifiers(const Modifiers& modifiers);
 MouseEventButtonState buttonsOf(CButtonState state);

@@ -26,8 +26,8 @@ struct CPoint {
     CCoord y = 0;
 };
 
-// Left and top belong to the rectangle, right and bottom do not. The methods that change it return
-// it.
+// Left and top are inside the rectangle, right and bottom are outside. Methods that change the
+// rectangle return it.
 struct CRect {
     CRect() = default;
     CRect(CCoord left, CCoord top, CCoord right, CCoord bottom)
@@ -35,7 +35,7 @@ struct CRect {
     CRect(const CPoint& origin, const CPoint& size)
         : CRect(origin.x, origin.y, origin.x + size.x, origin.y + size.y) {}
 
-    // Unlike the constructor, sorts the edges.
+    // Sorts the edges, unlike the constructor.
     CRect& operator()(CCoord newLeft, CCoord newTop, CCoord newRight, CCoord newBottom);
 
     CCoord getWidth() const { return right - left; }
@@ -61,8 +61,8 @@ struct CRect {
     CRect& centerInside(const CRect& other);
     CRect& normalize() { return operator()(left, top, right, bottom); }
     CRect& makeIntegral();             // floors left and top, rounds right and bottom up
-    CRect& bound(const CRect& other);  // the common part, empty if there is none
-    CRect& unite(const CRect& other);  // the smallest rectangle around both
+    CRect& bound(const CRect& other);  // intersection; empty if there is none
+    CRect& unite(const CRect& other);  // smallest rectangle around both
 
     bool isEmpty() const { return right <= left || bottom <= top; }
     bool pointInside(const CPoint& point) const;

@@ -1,4 +1,4 @@
-// Reference counting: objects that live until their last reference is released.
+// Reference counting: an object lives until its last reference is released.
 #pragma once
 
 #include <atomic>
@@ -14,12 +14,12 @@ class IReference {
     virtual void forget() = 0;
 };
 
-// A new object starts with one reference, its creator's; the last forget() deletes it.
+// A new object has one reference, which belongs to its creator. The last forget() deletes it.
 template <typename Counter>
 class ReferenceCounted : virtual public IReference {
   public:
     ReferenceCounted() = default;
-    // A copy is an object of its own: references are not copied.
+    // A copy is a separate object and starts with its own count.
     ReferenceCounted(const ReferenceCounted&) {}
     ReferenceCounted& operator=(const ReferenceCounted&) { return *this; }
 
@@ -30,7 +30,7 @@ class ReferenceCounted : virtual public IReference {
         delete this;
     }
     virtual int32_t getNbReference() const { return references_; }
-    // Runs while the whole object still stands.
+    // Runs while the object is still complete.
     virtual void beforeDelete() {}
 
   private:
@@ -72,13 +72,13 @@ class SharedPointer {
     T* object_ = nullptr;
 };
 
-// Takes over the reference that the caller holds.
+// Takes over the caller's reference.
 template <class T>
 SharedPointer<T> owned(T* object) {
     return SharedPointer<T>(object, false);
 }
 
-// Adds a reference of its own.
+// Adds a reference.
 template <class T>
 SharedPointer<T> shared(T* object) {
     return SharedPointer<T>(object);

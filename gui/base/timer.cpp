@@ -8,7 +8,7 @@
 namespace VSTGUI {
 namespace {
 
-// The queues of the open frames, the one served last at the back.
+// The queues of the open frames. The one served last is at the back.
 std::vector<TimerQueue*>& openQueues() {
     static std::vector<TimerQueue*> queues;
     return queues;

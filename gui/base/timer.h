@@ -1,4 +1,4 @@
-// Repeating timers on the user-interface thread, and the queue in which an open frame keeps them.
+// Repeating timers on the user-interface thread, and the queue of timers that each open frame has.
 #pragma once
 
 #include "gui/base/reference.h"
@@ -11,8 +11,8 @@ namespace VSTGUI {
 
 class TimerQueue;
 
-// Calls back every fire time until it is stopped; releasing its last reference stops it. Runs only
-// while a frame is open: one started earlier never fires.
+// Calls back repeatedly, once per fire time, until it is stopped. Releasing the last reference
+// stops it. A timer starts only while a frame is open.
 class CVSTGUITimer : public AtomicReferenceCounted {
   public:
     using CallbackFunc = std::function<void(CVSTGUITimer*)>;
@@ -22,15 +22,15 @@ class CVSTGUITimer : public AtomicReferenceCounted {
     explicit CVSTGUITimer(CallbackFunc&& callback, uint32_t fireTime = 100, bool doStart = true);
     ~CVSTGUITimer() noexcept override { stop(); }
 
-    bool start();  // false if it runs already or no frame is open
-    bool stop();   // false if it does not run
+    bool start();  // false if it is running or no frame is open
+    bool stop();   // false if it is not running
     bool setFireTime(uint32_t milliseconds);
     uint32_t getFireTime() const { return fireTime_; }
 
   private:
     friend class TimerQueue;
     CallbackFunc callback_;
-    uint32_t fireTime_;  // in milliseconds, at least 1
+    uint32_t fireTime_;  // milliseconds, at least 1
     uint64_t due_ = 0;
     TimerQueue* queue_ = nullptr;
 };
@@ -44,11 +44,11 @@ class TimerQueue {
     ~TimerQueue() { close(); }
 
     void open() { makeCurrent(); }
-    // The timers left go on with another open frame: the one that started them may be still open.
+    // Hands the remaining timers to another open frame, because their owner may still be open.
     void close();
-    // From now on new timers join this queue.
+    // Makes new timers join this queue.
     void makeCurrent();
-    // Calls every timer that is due; callbacks may start and stop any timer.
+    // Calls every timer that is due. Callbacks may start and stop any timer.
     void callDue();
 
   private:

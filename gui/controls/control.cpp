@@ -1,4 +1,4 @@
-// A view with a value: reports gestures on it to a listener.
+// A view with a value. It reports gestures to a listener.
 #include "gui/controls/control.h"
 #include "gui/views/frame.h"
 
@@ -112,7 +112,7 @@ void CControl::onMouseDownEvent(MouseDownEvent& event) {
 }
 
 bool CControl::removed(CView* parent) {
-    while (isEditing()) endEdit();  // a gesture cut short must not stay open for the host
+    while (isEditing()) endEdit();  // the host must not be left with an open gesture
     return CView::removed(parent);
 }
 

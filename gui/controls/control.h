@@ -1,4 +1,4 @@
-// A view with a value: reports gestures on it to a listener.
+// A view with a value. It reports gestures to a listener.
 #pragma once
 
 #include "gui/views/view.h"
@@ -11,7 +11,8 @@ class IControlListener {
   public:
     virtual ~IControlListener() noexcept = default;
     virtual void valueChanged(CControl* control) = 0;
-    // Asked about a press with a modifier key before the control is; other than 0 swallows it.
+    // Called for a press with a modifier key, before the control sees it. A result other than 0
+    // swallows the press.
     virtual int32_t controlModifierClicked(CControl*, CButtonState) { return 0; }
     virtual void controlBeginEdit(CControl*) {}
     virtual void controlEndEdit(CControl*) {}
@@ -19,8 +20,8 @@ class IControlListener {
     virtual void controlTagDidChange(CControl*) {}
 };
 
-// Value, limits and default are in the control's own units, 0..1 at first. A left press with
-// Control alone resets the value to the default.
+// Value, limits and default use the control's own units; the range is 0..1 at first. A left press
+// with only Control held resets the value to the default.
 class CControl : public CView {
   public:
     explicit CControl(const CRect& size, IControlListener* listener = nullptr, int32_t tag = 0,
@@ -28,10 +29,10 @@ class CControl : public CView {
 
     void draw(CDrawContext* context) override = 0;
 
-    // Clamps; tells nobody and redraws nothing by itself.
+    // Clamps the value. Does not notify the listener or redraw.
     virtual void setValue(float value);
     virtual float getValue() const { return value_; }
-    // 0..1; a range of 0 gives 0.
+    // 0..1. An empty range gives 0.
     virtual void setValueNormalized(float normalized);
     virtual float getValueNormalized() const;
     virtual void setMin(float min);
@@ -52,13 +53,13 @@ class CControl : public CView {
     virtual void setListener(IControlListener* listener) { listener_ = listener; }
     virtual IControlListener* getListener() const { return listener_; }
 
-    // These nest; the outermost pair tells the listener and the editor.
+    // Calls may nest. The outermost pair notifies the listener and the editor.
     virtual void beginEdit();
     virtual void endEdit();
     bool isEditing() const { return editing_ > 0; }
     virtual void valueChanged();
 
-    // Dirty as long as the value differs from the one last drawn.
+    // Also dirty while the value differs from the one drawn last.
     bool isDirty() const override;
     void setDirty(bool dirty = true) override;
 
@@ -67,9 +68,9 @@ class CControl : public CView {
 
   protected:
     bool swallowsModifiedPress(const CButtonState& buttons) override;
-    // Reports the value if the control is dirty, and has it redrawn.
+    // If the control is dirty, reports the value and requests a redraw.
     void reportChange();
-    // Sets a value and reports it as a gesture of its own.
+    // Sets a value and reports it as a complete gesture.
     void editTo(float value);
 
   private:

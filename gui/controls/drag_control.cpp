@@ -1,4 +1,4 @@
-// What knobs, sliders and switches share: drags that Escape takes back, wheel and key steps.
+// Shared by knobs, sliders and switches: drags, which Escape undoes, and steps by wheel and keys.
 #include "gui/controls/drag_control.h"
 
 namespace VSTGUI {

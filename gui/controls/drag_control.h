@@ -1,4 +1,4 @@
-// What knobs, sliders and switches share: drags that Escape takes back, wheel and key steps.
+// Shared by knobs, sliders and switches: drags, which Escape undoes, and steps by wheel and keys.
 #pragma once
 
 #include "gui/base/timer.h"
@@ -19,10 +19,11 @@ class DragControl : public CControl {
     bool isDragging() const { return dragging_; }
     void beginDrag();
     void endDrag();
-    // A key without other use while no drag is on; true if it was used.
+    // Handles a key while there is no drag. Returns true if the key was used.
     virtual bool stepByKey(VirtualKey key, bool fine);
 
-    // One wheelInc a notch, a tenth of it when fine. A turn is one edit until the wheel rests.
+    // Steps by one wheelInc per notch, or a tenth of it if `fine`. Turns form one edit until the
+    // wheel rests.
     void turnWheel(double notches, bool fine);
     void stepBy(double steps, bool fine);
 
@@ -31,7 +32,7 @@ class DragControl : public CControl {
 
     bool dragging_ = false;
     float valueAtPress_ = 0;
-    SharedPointer<CVSTGUITimer> wheelRest_;  // not null while a turn's edit is open
+    SharedPointer<CVSTGUITimer> wheelRest_;  // set while the edit of a turn is open
 };
 
 }  // namespace VSTGUI

@@ -1,4 +1,4 @@
-// Knobs: a handle on a circle, or the frame of a strip that matches the value.
+// Knobs: CKnob draws a handle on a circle, CAnimKnob the frame of a strip that matches the value.
 #include "gui/controls/knob.h"
 #include "gui/views/frame.h"
 
@@ -16,7 +16,8 @@ CCoord insetFor(const CBitmap* handle) {
     return handle ? handle->getWidth() / 2 + kHandleMargin : kLineInset;
 }
 
-// The last bits of sine and cosine differ between systems; they must not decide about a pixel.
+// The last bits of sine and cosine differ between systems. Rounding keeps them from changing a
+// pixel.
 CCoord snapped(CCoord coordinate) {
     constexpr CCoord kSteps = 1 << 20;
     return std::floor(coordinate * kSteps + 0.5) / kSteps;
@@ -95,7 +96,7 @@ void CKnobBase::dragLinear(const CPoint& where, bool fine) {
 void CKnobBase::dragCircular(const CPoint& where) {
     const float wanted = normalizedAt(where);
     const float step = wanted - anchorValue_;
-    // More than half the range at once has crossed the gap: stay at the end it came from.
+    // A step of more than half the range has crossed the gap. Stay at the end where it started.
     if (std::abs(step) > 0.5f) return setValueNormalized(step < 0 ? 1.f : 0.f);
     anchorValue_ = wanted;
     setValueNormalized(wanted);

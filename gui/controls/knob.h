@@ -1,23 +1,23 @@
-// Knobs: a handle on a circle, or the frame of a strip that matches the value.
+// Knobs: CKnob draws a handle on a circle, CAnimKnob the frame of a strip that matches the value.
 #pragma once
 
 #include "gui/controls/drag_control.h"
 
 namespace VSTGUI {
 
-// Angles in radians, clockwise on the screen from the positive x axis.
+// Angles are in radians, clockwise on the screen from the positive x axis.
 class CKnobBase : public DragControl {
   public:
     virtual void setStartAngle(float angle);
     virtual float getStartAngle() const { return static_cast<float>(startAngle_); }
     virtual void setRangeAngle(float angle);
     virtual float getRangeAngle() const { return static_cast<float>(rangeAngle_); }
-    // Linear mode: pixels for the whole range, and how many times more with Shift.
+    // For linear mode: pixels for the whole range, and their factor while Shift is held.
     virtual void setKnobRange(float pixels);
     virtual float getKnobRange() const { return knobRange_; }
     virtual void setZoomFactor(float factor);
     virtual float getZoomFactor() const { return zoomFactor_; }
-    // From the view's edge to the circle on which the handle's middle runs.
+    // Distance from the view's edge to the circle on which the handle's centre moves.
     virtual void setInsetValue(CCoord inset);
     virtual CCoord getInsetValue() const { return inset_; }
 
@@ -28,7 +28,7 @@ class CKnobBase : public DragControl {
   protected:
     CKnobBase(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
               CCoord inset);
-    // The point of the circle for the present value, relative to the view's top-left corner.
+    // The point on the circle for the current value, relative to the view's top-left corner.
     CPoint handlePoint() const;
 
   private:
@@ -42,7 +42,7 @@ class CKnobBase : public DragControl {
     float zoomFactor_ = 1.5f;
     CCoord inset_;
 
-    // Linear drags count from here; the point moves when Shift is pressed or released.
+    // The start of a linear drag. It moves when Shift is pressed or released.
     CPoint anchor_;
     float anchorValue_ = 0;
     bool anchorFine_ = false;
@@ -55,7 +55,7 @@ class CKnob : public CKnobBase {
     CKnob(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
           CBitmap* handle, const CPoint& offset = CPoint(), int32_t drawStyle = 0);
 
-    // A handle picture; without one a line is drawn in the two colours.
+    // Without a handle picture, the knob draws a line in the two handle colours.
     virtual void setHandleBitmap(CBitmap* handle);
     CBitmap* getHandleBitmap() const { return handle_; }
     virtual void setColorHandle(const CColor& color);
@@ -74,7 +74,7 @@ class CKnob : public CKnobBase {
 
 class CAnimKnob : public CKnobBase {
   public:
-    // The frames stand one above the other in the strip; their number follows from its height.
+    // The strip holds the frames one above the other. Its height determines their number.
     CAnimKnob(const CRect& size, IControlListener* listener, int32_t tag, int32_t frames,
               CCoord frameHeight, CBitmap* strip, const CPoint& offset = CPoint());
 

@@ -1,4 +1,4 @@
-// The open menu: a modal view in the frame, scrolling when the frame is too small for it.
+// An open menu. It is a modal view in the frame, and scrolls if the frame is too small for it.
 #include "gui/controls/menu_view.h"
 #include "gui/graphics/text.h"
 #include "gui/views/frame.h"
@@ -9,7 +9,7 @@
 namespace VSTGUI {
 namespace {
 
-// Neutral and dark, so that it stands on light and on dark skins.
+// Neutral and dark, to suit both light and dark skins.
 constexpr CColor kBackColor(35, 34, 33);
 constexpr CColor kEdgeColor(116, 112, 107);
 constexpr CColor kTextColor(240, 236, 228);
@@ -23,7 +23,7 @@ constexpr CCoord kMarkColumn = 18;  // left of the titles
 constexpr CCoord kRightMargin = 12;
 constexpr CCoord kBarWidth = 4;
 constexpr CCoord kEdge = 1;
-constexpr CCoord kDragStart = 4;  // pixels before a press counts as a drag through the menu
+constexpr CCoord kDragStart = 4;  // pixels of movement that make a press a drag through the menu
 
 char32_t folded(char32_t letter) {
     return letter >= 'A' && letter <= 'Z' ? letter + ('a' - 'A') : letter;
@@ -113,7 +113,7 @@ void MenuView::highlight(int32_t index) {
     setDirty();
 }
 
-// The next usable entry in that direction, brought into sight.
+// Highlights the next usable entry in that direction and scrolls to it.
 void MenuView::step(int32_t from, int32_t by) {
     int32_t index = from + by;
     while (menu_.getEntry(index) && !isUsable(index)) index += by;
@@ -190,7 +190,7 @@ void MenuView::onKeyboardEvent(KeyboardEvent& event) {
     if (event.character) jumpTo(event.character);
 }
 
-// A pointer resting in the outermost half row scrolls, which also serves a drag.
+// Scrolls while the pointer rests in the outermost half row. This also works during a drag.
 void MenuView::onIdle() {
     if (!scrolls() || !getViewSize().pointInside(pointer_)) return;
     const CCoord zone = rowHeight_ / 2;

@@ -1,4 +1,4 @@
-// The open menu: a modal view in the frame, scrolling when the frame is too small for it.
+// An open menu. It is a modal view in the frame, and scrolls if the frame is too small for it.
 #pragma once
 
 #include "gui/controls/option_menu.h"
@@ -8,17 +8,17 @@
 
 namespace VSTGUI {
 
-// Works on the entries of its menu, which stays alive until `closed` has run.
+// Works on the entries of its menu, which must stay alive until `closed` has run.
 class MenuView : public CView {
   public:
-    // Told the chosen index, or -1.
+    // Receives the chosen index, or -1.
     using Closed = std::function<void(int32_t)>;
 
-    // `around` is the control that opens the menu, or a point, in the frame's pixels.
+    // `around` is the area of the control that opens the menu, or a point, in frame pixels.
     MenuView(COptionMenu& menu, const CPoint& frameSize, const CRect& around, const Closed& closed);
 
     void setSession(ModalViewSessionID session) { session_ = session; }
-    // Goes without telling anybody.
+    // Drops the callback: closing then notifies nobody.
     void abandon() { closed_ = nullptr; }
 
     void draw(CDrawContext* context) override;
@@ -36,7 +36,7 @@ class MenuView : public CView {
     void drawScrollBar(CDrawContext* context) const;
     bool isUsable(int32_t index) const;
     bool scrolls() const { return visibleRows_ < menu_.getNbEntries(); }
-    int32_t entryAt(const CPoint& where) const;  // -1 where there is none
+    int32_t entryAt(const CPoint& where) const;  // -1 if there is none
     void scrollTo(int32_t firstRow);
     void highlight(int32_t index);
     void step(int32_t from, int32_t by);
@@ -52,7 +52,7 @@ class MenuView : public CView {
     int32_t highlighted_ = -1;
     CPoint pointer_;
     CPoint pointerAtOpening_;
-    bool releaseChooses_ = false;  // not the release of the press that has opened the menu
+    bool releaseChooses_ = false;  // false for the release of the press that opened the menu
 };
 
 }  // namespace VSTGUI

@@ -1,4 +1,4 @@
-// A pop-up menu: as a control that shows its current entry, or loose at a point.
+// A pop-up menu: either a control that shows its current entry, or a menu opened at a point.
 #include "gui/controls/option_menu.h"
 #include "gui/controls/menu_view.h"
 #include "gui/views/frame.h"

@@ -1,4 +1,4 @@
-// A pop-up menu: as a control that shows its current entry, or loose at a point.
+// A pop-up menu: either a control that shows its current entry, or a menu opened at a point.
 #pragma once
 
 #include "gui/controls/menu_item.h"
@@ -11,7 +11,7 @@
 
 namespace VSTGUI {
 
-// The value is the index of the current entry; indices count separators.
+// The value is the index of the current entry. Separators count as entries.
 class COptionMenu : public CParamDisplay {
   public:
     enum Style : int32_t {
@@ -24,16 +24,17 @@ class COptionMenu : public CParamDisplay {
     COptionMenu(const CRect& size, IControlListener* listener, int32_t tag,
                 CBitmap* background = nullptr, CBitmap* backgroundWhenOpen = nullptr,
                 int32_t style = 0);
-    COptionMenu();  // loose, for popup()
+    COptionMenu();  // without a control; open it with popup()
 
-    // "-" makes a separator. An index beyond the end, or -1, appends. The item stays the menu's.
+    // The title "-" makes a separator. The index -1, or one beyond the end, appends. The menu owns
+    // the returned item.
     virtual CMenuItem* addEntry(const UTF8String& title, int32_t index = -1,
                                 int32_t flags = CMenuItem::kNoFlags);
     virtual CMenuItem* addEntry(CMenuItem* item, int32_t index = -1);  // takes the reference
     virtual CMenuItem* addSeparator(int32_t index = -1);
     virtual bool removeAllEntry();
     int32_t getNbEntries() const { return static_cast<int32_t>(entries_.size()); }
-    CMenuItem* getEntry(int32_t index) const;  // null out of range
+    CMenuItem* getEntry(int32_t index) const;  // null if out of range
     CMenuItem* getCurrent() const { return getEntry(current_); }
     virtual int32_t getCurrentIndex() const { return current_; }  // -1 at first
     virtual bool setCurrent(int32_t index);
@@ -41,14 +42,14 @@ class COptionMenu : public CParamDisplay {
     virtual bool checkEntryAlone(int32_t index);
     int32_t getLastResult() const { return lastResult_; }  // -1 if nothing was chosen
 
-    // Rounds; an index out of range changes nothing.
+    // Rounds to an index. Ignores one that is out of range.
     void setValue(float value) override;
     void setMin(float) override {}
     float getMin() const override { return 0; }
     void setMax(float) override {}
     float getMax() const override;
 
-    // Opens the menu in the frame and returns at once. The callback runs when it is closed.
+    // Opens the menu in the frame and returns at once. The callback runs when the menu closes.
     virtual bool popup(const PopupCallback& callback = {});
     virtual bool popup(CFrame* frame, const CPoint& where, const PopupCallback& callback = {});
 
@@ -67,7 +68,7 @@ class COptionMenu : public CParamDisplay {
     int32_t current_ = -1;
     int32_t lastResult_ = -1;
     CFrame* openIn_ = nullptr;
-    ModalViewSessionID session_ = 0;  // of the open menu
+    ModalViewSessionID session_ = 0;  // while the menu is open
 };
 
 }  // namespace VSTGUI

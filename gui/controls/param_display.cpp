@@ -1,4 +1,4 @@
-// Shows a value as text on a coloured back or a picture.
+// Shows a value as text on a coloured background or a picture.
 #include "gui/controls/param_display.h"
 
 #include <charconv>
@@ -24,7 +24,7 @@ UTF8String CParamDisplay::valueText() {
         text[sizeof text - 1] = 0;
         return text;
     }
-    // Unlike printf, this does not follow the locale.
+    // printf would follow the locale.
     const auto end = std::to_chars(text, text + sizeof text - 1, getValue(),
                                    std::chars_format::fixed, precision_);
     *end.ptr = 0;

@@ -1,4 +1,4 @@
-// Shows a value as text on a coloured back or a picture.
+// Shows a value as text on a coloured background or a picture.
 #pragma once
 
 #include "gui/controls/control.h"
@@ -18,7 +18,7 @@ class CParamDisplay : public CControl {
         kRoundRectStyle = 1 << 5,
         kNoFrame = 1 << 6,
     };
-    // Writes a terminated text for the value; false asks for the plain number instead.
+    // Writes a zero-terminated text for the value. Return false to show the plain number instead.
     using ValueToStringFunction =
         std::function<bool(float value, char utf8String[256], CParamDisplay* display)>;
 
@@ -45,8 +45,8 @@ class CParamDisplay : public CControl {
     virtual void setRoundRectRadius(CCoord radius) { change(radius_, radius); }
     virtual void setAntialias(bool antialias) { change(antialias_, antialias); }
     virtual void setPrecision(uint8_t decimals) { change(precision_, decimals); }
-    // The position in the background picture that lands on the view's corner; copying it from the
-    // view makes the view look see-through over the frame's picture.
+    // The point of the background picture that lands on the view's top-left corner. After
+    // copyBackOffset(), a view with the frame's picture looks transparent.
     virtual void setBackOffset(const CPoint& offset) { change(backOffset_, offset); }
     CPoint getBackOffset() const { return backOffset_; }
     virtual void copyBackOffset() { setBackOffset(getViewSize().getTopLeft()); }

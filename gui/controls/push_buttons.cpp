@@ -1,4 +1,4 @@
-// Buttons of two states: one that stays, one that springs back.
+// Two-state buttons: one stays pressed, the other springs back.
 #include "gui/controls/push_buttons.h"
 
 namespace VSTGUI {

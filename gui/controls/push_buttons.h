@@ -1,12 +1,11 @@
-// Buttons of two states: one that stays, one that springs back.
+// Two-state buttons: one stays pressed, the other springs back.
 #pragma once
 
 #include "gui/controls/control.h"
 
 namespace VSTGUI {
 
-// The picture holds both states, one above the other; the lower shows while the value is the
-// maximum.
+// The picture holds both states, one above the other. The lower half shows the maximum value.
 class COnOffButton : public CControl {
   public:
     explicit COnOffButton(const CRect& size, IControlListener* listener = nullptr, int32_t tag = -1,
@@ -22,7 +21,7 @@ class COnOffButton : public CControl {
     void toggle();
 };
 
-// The maximum while it is held; a release inside reports the maximum, then the minimum.
+// Has the maximum value while held. A release inside reports the maximum, then the minimum.
 class CKickButton : public CControl {
   public:
     CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* picture);

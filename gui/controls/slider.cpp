@@ -7,7 +7,7 @@
 namespace VSTGUI {
 namespace {
 
-constexpr uint32_t kRampTime = 16;     // milliseconds a step
+constexpr uint32_t kRampTime = 16;     // milliseconds per step
 constexpr float kRampStep = 0.03125f;  // normalised: the whole range in half a second
 
 }  // namespace
@@ -62,7 +62,7 @@ void CSlider::draw(CDrawContext* context) {
     setDirty(false);
 }
 
-// The normalised value at which the pointer would have the handle.
+// The normalised value that puts the handle at the pointer.
 float CSlider::targetAt(const CPoint& where) const {
     if (travel_ <= 0) return 0;
     const CSliderMode mode = getEffectiveSliderMode();

@@ -6,17 +6,17 @@
 namespace VSTGUI {
 
 enum class CSliderMode {
-    Touch,          // only presses on the handle count
-    RelativeTouch,  // a drag from anywhere moves it by the pointer's way
+    Touch,          // only a press on the handle starts a drag
+    RelativeTouch,  // a drag from anywhere moves the handle by the same distance
     FreeClick,      // the handle jumps to the pointer
-    Ramp,           // the handle runs to the pointer
+    Ramp,           // the handle glides to the pointer
     UseGlobal,
 };
 
 class CSlider : public DragControl {
   public:
-    // Exactly one of horizontal and vertical; the side bits name the end of the value 0. Without
-    // one it is the left or the top.
+    // Set exactly one of horizontal and vertical. The side bits name the end of value 0; the
+    // default is left or top.
     enum Style : int32_t {
         kHorizontal = 1 << 0,
         kVertical = 1 << 1,
@@ -26,8 +26,9 @@ class CSlider : public DragControl {
         kBottom = 1 << 5,
     };
 
-    // `minPos` and `maxPos` are the handle's first and last left or top edge in the parent's
-    // coordinates; `offset` is the background's position that lands on the view's corner.
+    // `minPos` and `maxPos` are the first and last position of the handle's left or top edge, in
+    // the parent's coordinates. `offset` is the point of the background that lands on the view's
+    // corner.
     CSlider(const CRect& size, IControlListener* listener, int32_t tag, int32_t minPos,
             int32_t maxPos, CBitmap* handle, CBitmap* background, const CPoint& offset = CPoint(),
             int32_t style = kLeft | kHorizontal);
@@ -37,7 +38,7 @@ class CSlider : public DragControl {
     CSliderMode getEffectiveSliderMode() const;
     static void setGlobalMode(CSliderMode mode) { globalMode = mode; }
     static CSliderMode getGlobalMode() { return globalMode; }
-    // How many times less a move counts with Shift.
+    // With Shift, moves are divided by this factor.
     virtual void setZoomFactor(float factor);
     virtual float getZoomFactor() const { return zoomFactor_; }
     virtual void setBackgroundOffset(const CPoint& offset);
@@ -72,7 +73,7 @@ class CSlider : public DragControl {
     CSliderMode mode_ = CSliderMode::UseGlobal;
     float zoomFactor_ = 10;
 
-    // A drag counts from here; both move when Shift is pressed or released.
+    // The start of a drag. Both move when Shift is pressed or released.
     CPoint anchor_;
     float anchorNormalized_ = 0;
     bool anchorFine_ = false;

@@ -1,4 +1,4 @@
-// A hot area that shows a view over everything until that view is done.
+// A clickable area that shows a view over everything until that view closes.
 #include "gui/controls/splash_screen.h"
 #include "gui/views/frame.h"
 
@@ -7,7 +7,7 @@
 namespace VSTGUI {
 namespace {
 
-// A picture that is done at the first press.
+// A picture that closes at the first press.
 class SplashPicture : public CControl {
   public:
     SplashPicture(const CRect& size, IControlListener* listener, CBitmap* picture,
@@ -40,7 +40,7 @@ CSplashScreen::CSplashScreen(const CRect& size, IControlListener* listener, int3
     : CSplashScreen(size, listener, tag, new SplashPicture(toDisplay, this, picture, offset)) {}
 
 CSplashScreen::~CSplashScreen() noexcept {
-    // Somebody else may still hold the view.
+    // The view may outlive this object.
     auto* const control = dynamic_cast<CControl*>(view_.get());
     if (control && control->getListener() == this) control->setListener(nullptr);
 }

@@ -1,4 +1,4 @@
-// A hot area that shows a view over everything until that view is done.
+// A clickable area that shows a view over everything until that view closes.
 #pragma once
 
 #include "gui/controls/control.h"
@@ -8,17 +8,18 @@
 
 namespace VSTGUI {
 
-// The shown view closes the splash screen by calling valueChanged() with it as its listener.
+// The splash screen is the listener of the view that it shows. The view closes it by calling
+// valueChanged().
 class CSplashScreen : public CControl, public IControlListener {
   public:
-    // Takes over the reference of the view to show.
+    // Takes over the caller's reference to the view.
     CSplashScreen(const CRect& size, IControlListener* listener, int32_t tag, CView* view);
-    // Shows a picture at `toDisplay`, from `offset` of it; a press closes it.
+    // Shows a picture, from its point `offset`, at `toDisplay`. A press closes it.
     CSplashScreen(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* picture,
                   const CRect& toDisplay, const CPoint& offset = CPoint());
     ~CSplashScreen() noexcept override;
 
-    // False when it shows already or is in no open frame.
+    // Returns false if the view is already shown or no frame is open.
     bool splash();
     void unSplash();
 
@@ -32,7 +33,7 @@ class CSplashScreen : public CControl, public IControlListener {
 
   private:
     SharedPointer<CView> view_;
-    std::optional<ModalViewSessionID> session_;  // while the view shows
+    std::optional<ModalViewSessionID> session_;  // set while the view is shown
 };
 
 }  // namespace VSTGUI

@@ -1,4 +1,4 @@
-// Switches of several positions, drawn from a strip of frames.
+// Switches with several positions, drawn from a strip of frames.
 #include "gui/controls/switches.h"
 
 #include <algorithm>
@@ -36,11 +36,13 @@ void CSwitchBase::follow(const CPoint& where) {
     setPosition(std::isfinite(position) ? std::trunc(position) : 0);
 }
 
-void CSwitchBase::step(int32_t by) {
+bool CSwitchBase::stepByKeys(VirtualKey key, VirtualKey back, VirtualKey forward) {
+    if (key != back && key != forward) return false;
     const CCoord last = positions_ - 1;
     beginEdit();
-    setPosition(std::round(getValueNormalized() * last) + by);
+    setPosition(std::round(getValueNormalized() * last) + (key == forward ? 1 : -1));
     endEdit();
+    return true;
 }
 
 CMouseEventResult CSwitchBase::onMouseDown(CPoint& where, const CButtonState& buttons) {
@@ -66,9 +68,7 @@ CCoord CVerticalSwitch::positionAt(const CPoint& where) const {
 }
 
 bool CVerticalSwitch::stepByKey(VirtualKey key, bool) {
-    if (key != VirtualKey::Up && key != VirtualKey::Down) return false;
-    step(key == VirtualKey::Down ? 1 : -1);
-    return true;
+    return stepByKeys(key, VirtualKey::Up, VirtualKey::Down);
 }
 
 CHorizontalSwitch::CHorizontalSwitch(const CRect& size, IControlListener* listener, int32_t tag,
@@ -82,9 +82,7 @@ CCoord CHorizontalSwitch::positionAt(const CPoint& where) const {
 }
 
 bool CHorizontalSwitch::stepByKey(VirtualKey key, bool) {
-    if (key != VirtualKey::Left && key != VirtualKey::Right) return false;
-    step(key == VirtualKey::Right ? 1 : -1);
-    return true;
+    return stepByKeys(key, VirtualKey::Left, VirtualKey::Right);
 }
 
 }  // namespace VSTGUI

@@ -1,11 +1,11 @@
-// Switches of several positions, drawn from a strip of frames.
+// Switches with several positions, drawn from a strip of frames.
 #pragma once
 
 #include "gui/controls/drag_control.h"
 
 namespace VSTGUI {
 
-// The frames stand one above the other in the strip, whichever way the pointer counts.
+// The strip holds the frames one above the other, for vertical and horizontal switches alike.
 class CSwitchBase : public DragControl {
   public:
     int32_t getNumSubPixmaps() const { return positions_; }
@@ -17,9 +17,10 @@ class CSwitchBase : public DragControl {
   protected:
     CSwitchBase(const CRect& size, IControlListener* listener, int32_t tag, int32_t positions,
                 CCoord frameHeight, CBitmap* strip);
-    // The position under the pointer, not limited to those that exist.
+    // The position under the pointer. It may lie outside the existing ones.
     virtual CCoord positionAt(const CPoint& where) const = 0;
-    void step(int32_t by);
+    // Steps back or forward if that is the key. Returns true if it was one of the two.
+    bool stepByKeys(VirtualKey key, VirtualKey back, VirtualKey forward);
 
     int32_t positions_;  // at least 1
     CCoord frameHeight_;

@@ -1,4 +1,4 @@
-// A text field: a press opens it for typing, Return or a press elsewhere commits.
+// A text field. A press opens it for typing; Return or a press elsewhere commits the text.
 #include "gui/controls/text_edit.h"
 #include "gui/graphics/text.h"
 #include "gui/views/frame.h"
@@ -100,7 +100,7 @@ CMouseEventResult CTextEdit::onMouseUp(CPoint&, const CButtonState&) {
 
 void CTextEdit::onKeyboardEvent(KeyboardEvent& event) {
     if (!entry_) return;
-    event.consumed = true;  // nothing typed into the field goes anywhere else
+    event.consumed = true;  // keys typed into the field go nowhere else
     if (event.type != EventType::KeyDown) return;
     switch (event.virt) {
         case VirtualKey::Return:
@@ -151,7 +151,7 @@ bool CTextEdit::editKey(const KeyboardEvent& event) {
     if (!event.character) return false;
     const bool control = event.modifiers.has(ModifierKey::Control);
     const bool alt = event.modifiers.has(ModifierKey::Alt);
-    if (control && !alt) {  // with both the keyboard means a third-level character
+    if (control && !alt) {  // Control with Alt types a third-level character
         if (event.character != 'a' && event.character != 'A') return false;
         line.selectAll();
         return true;
@@ -164,7 +164,7 @@ CCoord CTextEdit::widthUpTo(size_t position) const {
     return textWidth(*getFont(), entry_->line.text().substr(0, position));
 }
 
-// The left end of the text: as aligned while it fits, else scrolled.
+// The left end of the text: aligned if the text fits, scrolled otherwise.
 CCoord CTextEdit::textLeft() const {
     const CRect area = textArea();
     const CCoord spare = area.getWidth() - kCaretWidth - widthUpTo(std::string::npos);

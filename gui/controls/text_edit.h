@@ -1,4 +1,4 @@
-// A text field: a press opens it for typing, Return or a press elsewhere commits.
+// A text field. A press opens it for typing; Return or a press elsewhere commits the text.
 #pragma once
 
 #include "gui/controls/text_label.h"
@@ -8,11 +8,11 @@
 
 namespace VSTGUI {
 
-// What an open field holds until it commits.
+// The state of an open field until it commits.
 struct TextEntry {
     TextLine line;
     UTF8String textBefore;
-    CCoord scroll = 0;  // pixels of the text left of the field
+    CCoord scroll = 0;  // pixels of text hidden on the left
 };
 
 class CTextEdit : public CTextLabel {
@@ -23,14 +23,14 @@ class CTextEdit : public CTextLabel {
               UTF8StringPtr text = nullptr, CBitmap* background = nullptr, int32_t style = 0);
 
     void setText(const UTF8String& text) override;
-    // Reports every change while typing, not only the committed text.
+    // If set, reports every change while typing, not only the committed text.
     virtual void setImmediateTextChange(bool immediate) { immediate_ = immediate; }
     bool getImmediateTextChange() const { return immediate_; }
-    // Shown faintly while the field is empty and closed.
+    // The placeholder shows faintly while the field is empty and closed.
     virtual void setPlaceholderString(const UTF8String& text);
     const UTF8String& getPlaceholderString() const { return placeholder_; }
 
-    // Whether Return has ended the entry that valueChanged reports.
+    // True if Return ended the entry that valueChanged reports.
     bool bWasReturnPressed = false;
 
     void draw(CDrawContext* context) override;
@@ -55,7 +55,7 @@ class CTextEdit : public CTextLabel {
     void keepCaretInSight();
     size_t positionAt(CCoord x) const;
 
-    std::optional<TextEntry> entry_;  // while the field is open
+    std::optional<TextEntry> entry_;  // set while the field is open
     UTF8String placeholder_;
     bool immediate_ = false;
 };

@@ -1,4 +1,4 @@
-// A display with a text of its own.
+// A display that shows the text given to setText().
 #include "gui/controls/text_label.h"
 
 namespace VSTGUI {

@@ -1,4 +1,4 @@
-// One line of text being edited: the text, a caret and a selection. Knows nothing of drawing.
+// One line of text being edited: the text, a caret and a selection. It does not draw.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +6,10 @@
 
 namespace VSTGUI {
 
-// Positions are bytes and always stand between two characters.
+// Positions are byte offsets. They never split a character.
 class TextLine {
   public:
-    void setText(const std::string& text);  // caret at the end
+    void setText(const std::string& text);  // puts the caret at the end
     const std::string& text() const { return text_; }
 
     size_t caret() const { return caret_; }
@@ -17,13 +17,13 @@ class TextLine {
     size_t selectionEnd() const;
     bool hasSelection() const { return caret_ != anchor_; }
 
-    // Replaces the selection. Control characters are left out.
+    // Replaces the selection. Ignores control characters.
     void insert(char32_t character);
-    // Remove the selection, or else the character before or after the caret.
+    // These remove the selection or, without one, the character before or after the caret.
     void removeBackward();
     void removeForward();
 
-    // Each moves the caret; without `extend` the selection ends there.
+    // These move the caret. `extend` extends the selection; otherwise it is cleared.
     void moveTo(size_t position, bool extend);
     void moveLeft(bool extend);
     void moveRight(bool extend);

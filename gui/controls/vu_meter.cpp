@@ -1,4 +1,4 @@
-// A level meter of lit segments that falls slowly.
+// A level meter with lit segments. The level falls slowly.
 #include "gui/controls/vu_meter.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// A level meter of lit segments that falls slowly.
+// A level meter with lit segments. The level falls slowly.
 #pragma once
 
 #include "gui/controls/control.h"
@@ -12,7 +12,7 @@ class CVuMeter : public CControl {
     CVuMeter(const CRect& size, CBitmap* onBitmap, CBitmap* offBitmap, int32_t leds,
              int32_t style = kVertical);
 
-    // How much of the value the shown level falls by from one drawing to the next.
+    // The most that the shown level falls between two drawings.
     virtual void setDecreaseStepValue(float step) { decrease_ = step; }
     float getDecreaseStepValue() const { return decrease_; }
     virtual void setNbLed(int32_t leds);
@@ -22,7 +22,7 @@ class CVuMeter : public CControl {
     virtual void setOffBitmap(CBitmap* picture);
     CBitmap* getOffBitmap() const { return off_; }
 
-    // The old value is the level shown. A rise is dirty at once, a fall waits for its own idle.
+    // The old value is the level shown. A rise is dirty at once; a fall waits for onIdle().
     bool isDirty() const override;
     void setDirty(bool dirty = true) override { CView::setDirty(dirty); }
 

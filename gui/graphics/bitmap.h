@@ -12,7 +12,7 @@ namespace VSTGUI {
 
 class CDrawContext;
 
-// The pixels of one picture; scaleFactor of them stand side by side in one pixel of a view.
+// The pixels of one picture. scaleFactor of them, side by side, fill one pixel of a view.
 class IPlatformBitmap : public AtomicReferenceCounted {
   public:
     explicit IPlatformBitmap(PixelBuffer pixels) : pixels_(std::move(pixels)) {}
@@ -29,7 +29,7 @@ class IPlatformBitmap : public AtomicReferenceCounted {
 
 using PlatformBitmapPtr = SharedPointer<IPlatformBitmap>;
 
-// One picture in one or more sharpnesses.
+// One picture in one or more resolutions.
 class CBitmap : public AtomicReferenceCounted {
   public:
     explicit CBitmap(const PlatformBitmapPtr& picture);
@@ -37,17 +37,18 @@ class CBitmap : public AtomicReferenceCounted {
 
     CCoord getWidth() const { return getSize().x; }
     CCoord getHeight() const { return getSize().y; }
-    CPoint getSize() const;  // in pixels of a view
+    CPoint getSize() const;  // in view pixels
     bool isLoaded() const { return !pictures_.empty(); }
     PlatformBitmapPtr getPlatformBitmap() const;
 
-    // Refused unless it has this picture's size and a scale factor of its own.
+    // Adds a resolution. Returns false unless it has the same size in view pixels and a scale
+    // factor that is not there yet.
     bool addBitmap(const PlatformBitmapPtr& picture);
-    // The coarsest that still has a pixel for each one shown, or the finest there is.
+    // Returns the coarsest resolution with at least `scaleFactor` pixels per view pixel, or the
+    // finest one there is.
     PlatformBitmapPtr getBestPlatformBitmapForScaleFactor(double scaleFactor) const;
 
-    // The picture's point `offset` lands on the top-left corner of `dest`; nothing outside `dest`
-    // is drawn.
+    // Draws only inside `dest`. The picture's point `offset` lands on its top-left corner.
     virtual void draw(CDrawContext* context, const CRect& dest, const CPoint& offset = CPoint(),
                       float alpha = 1.f);
 
@@ -57,7 +58,7 @@ class CBitmap : public AtomicReferenceCounted {
 
 class IPlatformFactory {
   public:
-    // Null if the file holds no PNG picture that can be read.
+    // Returns null if the file is not a readable PNG picture.
     PlatformBitmapPtr createBitmapFromPath(UTF8StringPtr absolutePath) const;
 };
 

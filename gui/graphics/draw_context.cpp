@@ -18,7 +18,7 @@ uint32_t toByte(float fraction) {
     return static_cast<uint32_t>(std::min(fraction, 1.f) * 255 + 0.5f);
 }
 
-// Every pixel nearest to the line, both ends included (Bresenham).
+// Visits the pixels nearest to the line, both ends included (Bresenham).
 template <typename Visit>
 void walkLine(int x, int y, int toX, int toY, Visit visit) {
     const int dx = std::abs(toX - x);
@@ -189,7 +189,7 @@ void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
         walkLine(column(start.x), column(start.y), column(end.x), column(end.y), plot);
         return;
     }
-    if (state_.mode.integralMode()) {  // through the middles of the pixels
+    if (state_.mode.integralMode()) {  // run through pixel centres
         start.offset(zoom_ / 2, zoom_ / 2);
         end.offset(zoom_ / 2, zoom_ / 2);
     }

@@ -20,7 +20,7 @@ enum CDrawStyle : uint32_t { kDrawStroked = 0, kDrawFilled, kDrawFilledAndStroke
 enum CDrawModeFlags : uint32_t {
     kAliasing = 0,
     kAntiAliasing = 1,
-    kNonIntegralMode = 0xF0000000,  // a bit beside the other two: coordinates are not pixels
+    kNonIntegralMode = 0xF0000000,  // an extra bit: coordinates are not whole pixels
 };
 
 class CDrawMode {
@@ -34,7 +34,7 @@ class CDrawMode {
     uint32_t mode_;
 };
 
-// Ellipses that are drawn one after the other.
+// A list of ellipses, drawn one after the other.
 class CGraphicsPath : public AtomicReferenceCounted {
   public:
     void addEllipse(const CRect& rect) { ellipses_.push_back(rect); }
@@ -46,8 +46,8 @@ class CGraphicsPath : public AtomicReferenceCounted {
 
 enum CHoriTxtAlign { kLeftText = 0, kCenterText, kRightText };
 
-// Coordinates are those of the parent of the view that is drawn; `zoom` pixels of the buffer go
-// into one of theirs. Every stroke lies inside the edges.
+// Coordinates are those of the view's parent. One unit is `zoom` pixels of the buffer. Strokes lie
+// inside the edges of a shape.
 class CDrawContext {
   public:
     // Draws within `area` of the buffer, which must outlive the context.
@@ -68,7 +68,7 @@ class CDrawContext {
     CCoord getLineWidth() const { return state_.lineWidth; }
     CDrawMode getDrawMode() const { return state_.mode; }
 
-    // A clip never reaches beyond the view that is drawn.
+    // The clip is always limited to the view that is drawn.
     void setClipRect(const CRect& clip);
     CRect& getClipRect(CRect& clip) const;
     void resetClipRect() { state_.clip = state_.limit; }
@@ -78,26 +78,26 @@ class CDrawContext {
     void drawRect(const CRect& rect, CDrawStyle style = kDrawStroked);
     void drawEllipse(const CRect& rect, CDrawStyle style = kDrawStroked);
     enum PathDrawMode { kPathFilled };
-    CGraphicsPath* createGraphicsPath() { return new CGraphicsPath; }  // the caller's
+    CGraphicsPath* createGraphicsPath() { return new CGraphicsPath; }  // owned by the caller
     void drawGraphicsPath(CGraphicsPath* path, PathDrawMode mode = kPathFilled);
     void drawLine(const CPoint& from, const CPoint& to);
     void drawBitmap(CBitmap* picture, const CRect& dest, const CPoint& offset = CPoint(),
                     float alpha = 1.f);
 
-    // The baseline lies so that capitals stand in the middle of the rectangle's height.
+    // Centres capital letters in the rectangle's height.
     void drawString(UTF8StringPtr text, const CRect& rect, CHoriTxtAlign align = kCenterText,
                     bool antialias = true);
     // `point` is the left end of the baseline.
     void drawString(UTF8StringPtr text, const CPoint& point, bool antialias = true);
     CCoord getStringWidth(UTF8StringPtr text) const;
 
-    // What follows is this layer's own; the toolkit has other means for it.
+    // The rest is specific to this layer. The toolkit has other means for it.
     void drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle style);
-    // Runs `draw` in a view's surroundings: from the initial state, limited to the view and faded
-    // by its alpha. Afterwards all is as before, whatever was saved and restored. Nothing runs if
-    // nothing of the view can be seen.
+    // Runs `draw` for one view: with the initial state, clipped to the view and faded by its alpha.
+    // Then restores the state, whatever `draw` saved or restored. Does nothing if no part of the
+    // view is visible.
     void drawInside(const CRect& viewSize, float alpha, const std::function<void()>& draw);
-    // Runs `draw` with coordinates that count from this point of the present ones.
+    // Runs `draw` with its coordinates measured from `origin`.
     void drawFrom(const CPoint& origin, const std::function<void()>& draw);
 
   private:
@@ -108,14 +108,14 @@ class CDrawContext {
         SharedPointer<CFontDesc> font = kSystemFont;
         CCoord lineWidth = 1;
         CDrawMode mode;
-        uint32_t alpha = 255;      // of setGlobalAlpha
-        uint32_t viewAlpha = 255;  // of the views around
+        uint32_t alpha = 255;      // set by setGlobalAlpha
+        uint32_t viewAlpha = 255;  // of the enclosing views
         CPoint origin;
-        IntRect clip;  // this and the limit in pixels of the buffer
+        IntRect clip;  // clip and limit are in buffer pixels
         IntRect limit;
     };
 
-    // In pixels of the buffer.
+    // Convert to buffer pixels.
     CPoint placed(const CPoint& point) const;
     CRect placed(const CRect& rect) const;
     CCoord strokeWidth() const { return state_.lineWidth * zoom_; }
@@ -128,7 +128,7 @@ class CDrawContext {
     double zoom_;
     State state_;
     std::vector<State> saved_;
-    size_t savedAround_ = 0;  // how many of them belong to the views around
+    size_t savedAround_ = 0;  // number of saved states that belong to enclosing views
 };
 
 }  // namespace VSTGUI

@@ -17,7 +17,7 @@ enum CTxtFace : int32_t {
     kStrikethroughFace = 1 << 4,
 };
 
-// Every name means the embedded sans-serif faces. The size is the em height in pixels.
+// All names select the embedded sans-serif faces. The size is the em height in pixels.
 class CFontDesc : public AtomicReferenceCounted {
   public:
     explicit CFontDesc(const UTF8String& name = "", CCoord size = 0, int32_t style = 0)

@@ -24,15 +24,15 @@ namespace VSTGUI {
 namespace {
 
 constexpr int kChannels = 4;
-// Beside the pixels a file may hold a colour profile and the like.
+// Allowance for data other than pixels, such as a colour profile.
 constexpr uint64_t kMostOtherBytes = 1u << 20;
 
 uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
 }
 
-// Bytes of compressed pixels that the chunks claim to hold; 0 if one of them claims none, which
-// stb_image would copy to a null pointer.
+// Returns the bytes of compressed pixels that the chunks claim to hold. Returns 0 if a chunk claims
+// none, because stb_image would copy such a chunk to a null pointer.
 uint64_t compressedSize(const uint8_t* bytes, size_t size) {
     constexpr size_t kSignature = 8;
     constexpr size_t kHead = 8;  // length and name
@@ -54,8 +54,8 @@ bool isPermitted(const platform::PngSize& size) {
            uint64_t{size.width} * size.height <= kLargestPictureArea;
 }
 
-// A sound encoder never stores more than the pixels take, at 8 bytes each, and a little frame. More
-// is a small picture that would unpack into gigabytes.
+// The most compressed bytes a valid file can need: 8 bytes per pixel plus a little framing. A
+// larger claim is a small picture that would unpack into gigabytes.
 uint64_t mostCompressed(const platform::PngSize& size) {
     const uint64_t unpacked = uint64_t{size.width} * size.height * 8 + size.height;
     return unpacked + unpacked / 64 + 4096;
@@ -102,14 +102,14 @@ std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
         if (!file.read(start.data(), start.size())) return std::nullopt;
         const auto claimed = platform::readPngSize({start.data(), start.size()});
         if (!claimed || !isPermitted(*claimed) || size > mostCompressed(*claimed) + kMostOtherBytes)
-            return std::nullopt;  // before its contents take memory
+            return std::nullopt;  // before the contents take memory
 
         std::vector<char> bytes(size);
         file.seekg(0);
         if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
         return readPicture(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     } catch (const std::exception&) {
-        return std::nullopt;  // a malformed path or no memory: no picture
+        return std::nullopt;  // malformed path or out of memory
     }
 }
 

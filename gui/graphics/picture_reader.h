@@ -10,11 +10,11 @@
 
 namespace VSTGUI {
 
-// Larger pictures are refused before their pixels take any memory.
+// Larger pictures are rejected before their pixels take any memory.
 constexpr int kLargestPictureSide = 16384;
 constexpr int64_t kLargestPictureArea = int64_t{64} << 20;
 
-// Nothing for whatever is no sound PNG of a permitted size.
+// Return nothing unless the input is a valid PNG of a permitted size.
 std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size);
 std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path);
 

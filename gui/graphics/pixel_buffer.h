@@ -1,4 +1,4 @@
-// A picture in memory: premultiplied 32-bit pixels, and the integer arithmetic that blends them.
+// A picture in memory with premultiplied 32-bit pixels, and the integer arithmetic for blending.
 #pragma once
 
 #include "gui/base/color.h"
@@ -10,7 +10,7 @@
 
 namespace VSTGUI {
 
-// Whole pixels; right and bottom are outside.
+// A rectangle of whole pixels. Right and bottom are outside.
 struct IntRect {
     int left = 0;
     int top = 0;
@@ -20,22 +20,22 @@ struct IntRect {
     int width() const { return right - left; }
     int height() const { return bottom - top; }
     bool isEmpty() const { return right <= left || bottom <= top; }
-    IntRect common(const IntRect& other) const;  // empty if there is none
-    IntRect around(const IntRect& other) const;  // the smallest rectangle around both
+    IntRect common(const IntRect& other) const;  // intersection; empty if there is none
+    IntRect around(const IntRect& other) const;  // smallest rectangle around both
     bool operator==(const IntRect& other) const;
 };
 
-// Coordinates beyond what a picture can hold are pulled in, NaN becomes 0.
+// These clamp coordinates to what a picture can hold. NaN becomes 0.
 int nearestPixel(CCoord coordinate);
 IntRect nearestPixels(const CRect& rect);
 IntRect allPixelsTouched(const CRect& rect);
 
-// Row by row from the top, without gaps. A pixel is alpha, red, green, blue from the highest byte
-// down, so the bytes in memory run blue, green, red, alpha; no colour exceeds its alpha.
+// Rows are stored from the top without gaps. A pixel holds alpha, red, green, blue from the highest
+// byte down, so the order in memory is blue, green, red, alpha. No colour exceeds its alpha.
 class PixelBuffer {
   public:
     PixelBuffer() = default;
-    PixelBuffer(int width, int height);  // transparent; negative sizes count as 0
+    PixelBuffer(int width, int height);  // transparent; a negative size counts as 0
 
     int width() const { return width_; }
     int height() const { return height_; }
@@ -51,13 +51,13 @@ class PixelBuffer {
     std::vector<uint32_t> pixels_;
 };
 
-// a * b / 255, rounded to nearest; exact for all bytes.
+// a * b / 255, rounded to nearest. Exact for all bytes.
 constexpr uint32_t times255(uint32_t a, uint32_t b) {
     const uint32_t product = a * b + 128;
     return (product + (product >> 8)) >> 8;
 }
 
-// All four bytes of the pixel times alpha / 255.
+// Multiplies all four bytes of the pixel by alpha / 255.
 constexpr uint32_t faded(uint32_t pixel, uint32_t alpha) {
     return times255(pixel >> 24, alpha) << 24 | times255(pixel >> 16 & 255, alpha) << 16 |
            times255(pixel >> 8 & 255, alpha) << 8 | times255(pixel & 255, alpha);
@@ -75,10 +75,10 @@ constexpr uint32_t premultiplied(CColor color) {
     return faded(opaque, color.alpha);
 }
 
-// Blends one colour into the part of the area that lies in the buffer.
+// Blends one colour into the part of the area that lies inside the buffer.
 void fillArea(PixelBuffer& buffer, IntRect area, uint32_t pixel);
 
-// Blends `picture`, faded by alpha, so that its pixel (0, 0) lands on (x, y), within `clip`.
+// Blends `picture`, faded by alpha, into `clip`. Its pixel (0, 0) lands on (x, y).
 void blendPicture(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture, int x,
                   int y, uint32_t alpha);
 

@@ -1,4 +1,4 @@
-// Draws a picture larger or smaller than it is.
+// Draws a picture enlarged or reduced.
 #include "gui/graphics/scale.h"
 
 #include <algorithm>
@@ -10,17 +10,18 @@ namespace VSTGUI {
 namespace {
 
 constexpr double kLargestStep = 3;
-constexpr int kMostTaps = 4;  // of one axis: so many pixels a window of that width can touch
+constexpr int kMostTaps = 4;  // per axis: the pixels that a window of kLargestStep can touch
 constexpr uint32_t kWhole = 256;
 
-// Neighbours along one axis and their weights, kWhole together.
+// Neighbours along one axis and their weights. The weights add up to kWhole.
 struct Taps {
     std::array<int, kMostTaps> at;
     std::array<uint32_t, kMostTaps> weight;
 };
 
-// For the buffer's pixel `position`: a window as wide as the pixel, or as one of the picture where
-// that is wider, and how much of it each of the picture's pixels covers.
+// Finds the picture pixels that contribute to buffer pixel `position`. The window is as wide as a
+// buffer pixel or a picture pixel, whichever is wider. A weight is the share of the window that a
+// picture pixel covers.
 Taps tapsFor(int position, double origin, double step, int first, int last) {
     const double width = std::clamp(step, 1.0, kLargestStep);
     const double start = (position + 0.5 - origin) * step - width / 2;
@@ -37,7 +38,8 @@ Taps tapsFor(int position, double origin, double step, int first, int last) {
     return taps;
 }
 
-// The four bytes of a pixel in the even bytes of a wide word: they are weighed and added at once.
+// Spreads the four bytes of a pixel over a wide word, so that all four are weighted and added at
+// once.
 uint64_t spread(uint32_t pixel) {
     return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
 }
@@ -50,8 +52,8 @@ uint32_t gathered(uint64_t bytes) {
     return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
 }
 
-// Rows of the picture that have been scaled across, each made once: the lines of the buffer ask for
-// them from above to below.
+// Rows of the picture, scaled horizontally. The buffer's lines need them from top to bottom, so a
+// few rows are enough and each is made only once.
 class AcrossRows {
   public:
     AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)

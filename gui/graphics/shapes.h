@@ -1,5 +1,4 @@
-// Fills shapes given by a test of points, with sixteen samples a pixel when smooth edges are
-// wanted.
+// Fills shapes that are defined by a test of points. Smooth edges take sixteen samples per pixel.
 #pragma once
 
 #include "gui/graphics/pixel_buffer.h"
@@ -54,7 +53,7 @@ struct RoundedRect {
     }
 };
 
-// A straight line with blunt ends beyond its two points by half its width.
+// A straight line with square caps, which extend it by half its width at both ends.
 struct ThickLine {
     CPoint from;
     CPoint to;
@@ -72,7 +71,7 @@ struct ThickLine {
     }
 };
 
-// What lies in the outer shape but not in the inner one.
+// The points inside the outer shape but outside the inner one.
 template <typename Shape>
 struct Ring {
     Shape outer;

@@ -9,7 +9,7 @@ namespace {
 
 using platform::SizedFace;
 
-constexpr double kLargestSize = 512;  // before zooming; keeps glyphs small whatever a skin asks
+constexpr double kLargestSize = 512;  // before zooming; limits what a skin can ask for
 
 SizedFace faceFor(const CFontDesc& font, double zoom = 1) {
     const int32_t style = font.getStyle();
@@ -17,7 +17,7 @@ SizedFace faceFor(const CFontDesc& font, double zoom = 1) {
     return {(style & kBoldFace) != 0, (style & kItalicFace) != 0, size * zoom};
 }
 
-// Blends one glyph whose origin is `x`, `y`.
+// Blends one glyph with its origin at (x, y).
 void drawGlyph(PixelBuffer& buffer, const IntRect& clip, const SizedFace& face, int glyph, double x,
                int y, uint32_t pixel, bool antialias) {
     const platform::GlyphPlace there = face.place(glyph, x, y);
@@ -58,7 +58,7 @@ void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
     const int y = nearestPixel(baseline.y);
     const int64_t units = face.forEachGlyph(utf8, [&](int glyph, int64_t before) {
         const double x = baseline.x + face.toPixels(before);
-        // Also keeps the conversion to whole pixels in range.
+        // Skips invisible glyphs, and keeps the conversion to whole pixels in range.
         if (x > clip.left - 4 * face.size() && x < clip.right + face.size())
             drawGlyph(buffer, clip, face, glyph, x, y, pixel, antialias);
     });

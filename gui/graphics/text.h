@@ -1,4 +1,4 @@
-// Measures and draws text with the embedded sans-serif faces, alike on every system.
+// Measures and draws text with the embedded sans-serif faces, identically on every system.
 #pragma once
 
 #include "gui/graphics/font.h"
@@ -12,8 +12,8 @@ double textWidth(const CFontDesc& font, const std::string& utf8);
 // Height of a capital letter in pixels.
 double capitalHeight(const CFontDesc& font);
 
-// Blends the text, `zoom` times the font's size, within `clip`; `baseline` is the left end of the
-// baseline in pixels of the buffer. Glyphs stand on whole rows and on quarters of a column.
+// Blends the text into `clip` at `zoom` times the font's size. `baseline` is the left end of the
+// baseline in buffer pixels. Glyphs are placed on whole rows and quarter columns.
 void drawText(PixelBuffer& buffer, const IntRect& clip, const CFontDesc& font,
               const std::string& utf8, CPoint baseline, double zoom, uint32_t pixel,
               bool antialias);

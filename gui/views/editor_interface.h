@@ -1,4 +1,4 @@
-// What a frame tells the object that opened it.
+// The calls that a frame makes to the editor that opened it.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@ class VSTGUIEditorInterface {
   public:
     virtual ~VSTGUIEditorInterface() noexcept = default;
 
-    virtual int32_t getKnobMode() const { return -1; }  // -1: the frame's default
-    // Around every gesture on a control.
+    virtual int32_t getKnobMode() const { return -1; }  // -1 means the frame's default
+    // These enclose every gesture on a control.
     virtual void beginEdit(int32_t) {}
     virtual void endEdit(int32_t) {}
     virtual CFrame* getFrame() const { return frame; }

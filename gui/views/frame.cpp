@@ -1,4 +1,4 @@
-// The outermost view: owns the picture, the window, the timers and the input of one editor.
+// The outermost view. It owns the picture, the window, the timers and the input of one editor.
 #include "gui/views/frame.h"
 #include "gui/headless.h"
 
@@ -33,7 +33,7 @@ bool CFrame::open(void* parent, PlatformType, IPlatformFrameConfig*) {
 }
 
 void CFrame::close() {
-    if (closing_) return;  // a listener told of the last text entry may close its editor
+    if (closing_) return;  // committing the last text entry may close the editor
     closing_ = true;
     if (open_) input_.finish();
     open_ = false;
@@ -49,7 +49,7 @@ void CFrame::idle() {
     if (!open_) return;
     const auto alive = shared(this);
     timers_.makeCurrent();
-    if (!serving_) {  // a listener may call the editor's idle in the middle of an event
+    if (!serving_) {  // a listener may call idle during an event
         serving_ = true;
         if (window_) window_->pump();
         timers_.callDue();

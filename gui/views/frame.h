@@ -1,4 +1,4 @@
-// The outermost view: owns the picture, the window, the timers and the input of one editor.
+// The outermost view. It owns the picture, the window, the timers and the input of one editor.
 #pragma once
 
 #include "gui/base/timer.h"
@@ -22,24 +22,24 @@ class IPlatformFrameConfig {
     virtual ~IPlatformFrameConfig() noexcept = default;
 };
 
-// User-interface thread. A frame lives from `new` to close().
+// Use on the user-interface thread only. Create a frame with `new`; close() releases it.
 class CFrame final : public CViewContainer {
   public:
     CFrame(const CRect& size, VSTGUIEditorInterface* editor);
 
-    // Makes a child window at (0, 0) of the system's window `parent` and attaches all views. False
-    // without a parent, when already open, or when no window can be made.
+    // Creates a child window at (0, 0) of the system window `parent` and attaches all views.
+    // Returns false without a parent, if already open, or if the window cannot be created.
     bool open(void* parent, PlatformType type = PlatformType::kDefaultNative,
               IPlatformFrameConfig* config = nullptr);
-    // Removes all views, destroys the window and releases the frame: forget the pointer.
+    // Removes all views, destroys the window and releases the frame. Do not use the pointer again.
     void close();
     bool isOpen() const { return open_; }
-    // Serves the window and the timers, then redraws what is dirty.
+    // Serves the window and the timers, then redraws dirty areas.
     void idle();
 
-    bool getSize(CRect& size) const;  // of the window, zoom included; only while open
+    bool getSize(CRect& size) const;  // the window's size, with zoom; false while closed
     bool setSize(CCoord width, CCoord height);
-    // Scales all drawing and the pointer's positions, from 1 to 3.
+    // Scales all drawing and pointer positions. The range is 1..3.
     bool setZoom(double zoom);
     double getZoom() const { return surface_.zoom(); }
 
@@ -55,16 +55,17 @@ class CFrame final : public CViewContainer {
     void registerMouseObserver(IMouseObserver* observer) { input_.addObserver(observer); }
     void unregisterMouseObserver(IMouseObserver* observer) { input_.removeObserver(observer); }
 
-    // The view gets every mouse and key event until the session ends; it must not be attached yet,
-    // and its reference is taken over. No number: there is no session and nothing was taken.
+    // Gives the view every mouse and key event until the session ends. The view must not be
+    // attached yet. Takes over the caller's reference, or returns nothing and takes nothing if it
+    // fails.
     std::optional<ModalViewSessionID> beginModalViewSession(CView* view);
     bool endModalViewSession(ModalViewSessionID session) { return input_.endModal(session); }
     CView* getModalView() const { return input_.modalView(); }
 
-    // Delivers an event that did not come through the window; positions are unzoomed.
+    // Delivers an event that did not come through the window. Positions are unzoomed.
     void dispatchEvent(Event& event) { input_.deliver(event); }
 
-    // Runs the function when the event that is handled now is done; false outside one.
+    // Runs the function after the current event. Returns false if there is none.
     bool doAfterEventProcessing(std::function<void()>&& function);
 
     void invalid() override;
@@ -72,11 +73,11 @@ class CFrame final : public CViewContainer {
     CPoint& localToFrame(CPoint& point) const override { return point; }
     CPoint& frameToLocal(CPoint& point) const override { return point; }
 
-    // What follows is this layer's own.
+    // The rest is specific to this layer.
     FrameInput& input() { return input_; }
     const FrameSurface& surface() const { return surface_; }
     void redraw();
-    void showAgain(const IntRect& area);  // after the window was covered
+    void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
     void serveTimersOfThisFrame() { timers_.makeCurrent(); }
     void addIdleView(CView* view) { idleViews_.push_back(view); }
@@ -94,7 +95,7 @@ class CFrame final : public CViewContainer {
     TimerQueue timers_;
     SharedPointer<CVSTGUITimer> idleTimer_;
     std::vector<CView*> idleViews_;
-    std::unique_ptr<NativeWindow> window_;  // null while headless
+    std::unique_ptr<NativeWindow> window_;  // null if headless
     bool open_ = false;
     bool closing_ = false;
     bool serving_ = false;

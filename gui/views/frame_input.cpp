@@ -1,4 +1,4 @@
-// Input of one frame: hands presses, moves, the wheel and keys to the right views.
+// The input of one frame. It sends presses, moves, the wheel and keys to the right views.
 #include "gui/views/frame_input.h"
 #include "gui/base/clock.h"
 #include "gui/views/frame.h"
@@ -30,8 +30,8 @@ bool isWithin(const CView* view, const CView* ancestor) {
 
 }  // namespace
 
-// Everything that comes from outside runs in here: the frame stays alive until the end, however the
-// event ends, and what was put off for after the event runs then.
+// Handles one event from outside. It keeps the frame alive until the event ends, and then runs the
+// functions that were deferred.
 template <typename Work>
 void FrameInput::duringEvent(Work work) {
     const auto alive = shared(&frame_);
@@ -71,7 +71,7 @@ bool FrameInput::endModal(ModalViewSessionID id) {
     const auto isThat = [id](const ModalSession& session) { return session.id == id; };
     const auto at = std::find_if(modal_.begin(), modal_.end(), isThat);
     if (at == modal_.end()) return false;
-    return frame_.removeView(at->view);  // comes back through forgetView
+    return frame_.removeView(at->view);  // calls forgetView
 }
 
 void FrameInput::removeObserver(IMouseObserver* observer) {
@@ -144,7 +144,7 @@ void FrameInput::enterOrLeave(CView* view, bool enter) {
     }
 }
 
-// No change while a view holds the press: the dragged control stays the current one.
+// Does nothing during a drag: the dragged control stays the current one.
 void FrameInput::updateHover() {
     if (dragged_) return;
     std::vector<CView*> now;
@@ -190,7 +190,7 @@ void FrameInput::pointerPressed(CPoint where, CButtonState state) {
     duringEvent([&] {
         const int32_t held = buttons_.getButtonState();
         noticePointer(where, state | held);
-        if (dragged_) return;  // a further button during a drag
+        if (dragged_) return;  // another button during a drag
         updateHover();
         frame_.takeKeyboard();
         endTextEntry(hovered_.empty() ? nullptr : hovered_.back());
@@ -230,7 +230,7 @@ void FrameInput::pointerReleased(CPoint where, CButtonState state) {
 void FrameInput::pointerMoved(CPoint where, CButtonState state) {
     duringEvent([&] {
         noticePointer(where, state);
-        if (dragged_ && !(state & dragButton_)) cancelDrag();  // the release got lost
+        if (dragged_ && !(state & dragButton_)) cancelDrag();  // the release was lost
         updateHover();
 
         MouseMoveEvent event;

@@ -1,4 +1,4 @@
-// Input of one frame: hands presses, moves, the wheel and keys to the right views.
+// The input of one frame. It sends presses, moves, the wheel and keys to the right views.
 #pragma once
 
 #include "gui/views/view.h"
@@ -12,7 +12,7 @@ namespace VSTGUI {
 
 using ModalViewSessionID = uint32_t;
 
-// Told which views the pointer enters and leaves, and of every mouse event before the views.
+// Learns which views the pointer enters and leaves, and sees every mouse event before the views do.
 class IMouseObserver {
   public:
     virtual ~IMouseObserver() noexcept = default;
@@ -36,10 +36,11 @@ class FrameInput final : public WindowClient {
     CPoint position() const { return position_; }
     CButtonState buttons() const { return buttons_; }
 
-    // A key goes where typed keys go, anything else to the views at its position.
+    // Sends a key to the view that receives typed keys, and any other event to the views at its
+    // position.
     void deliver(Event& event);
 
-    // The view leaves the frame: nothing may point to it any more.
+    // Drops all pointers to a view that leaves the frame.
     void forgetView(CView* view);
     // Commits a text entry and ends every modal session.
     void finish();
@@ -81,10 +82,10 @@ class FrameInput final : public WindowClient {
     CView* mouseTarget() const;
 
     CFrame& frame_;
-    CPoint position_;       // in the frame's pixels, before zooming
-    CButtonState buttons_;  // held, with modifiers
+    CPoint position_;       // of the pointer, unzoomed
+    CButtonState buttons_;  // buttons and modifiers held down
     bool pointerInside_ = false;
-    SharedPointer<CView> dragged_;  // has taken the press and awaits the release
+    SharedPointer<CView> dragged_;  // took the press and waits for the release
     int32_t dragButton_ = 0;
     Click lastClick_;
     CView* focus_ = nullptr;
@@ -92,7 +93,7 @@ class FrameInput final : public WindowClient {
     std::vector<ModalSession> modal_;
     ModalViewSessionID lastModalId_ = 0;
     std::vector<IMouseObserver*> observers_;
-    int depth_ = 0;  // of events within events
+    int depth_ = 0;  // of nested events
     std::vector<std::function<void()>> afterwards_;
 };
 

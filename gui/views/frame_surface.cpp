@@ -1,4 +1,4 @@
-// The picture of one frame at its zoom: collects areas to redraw and draws them.
+// The picture of one frame at its zoom. It collects areas to redraw, and redraws them.
 #include "gui/views/frame_surface.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 namespace VSTGUI {
 namespace {
 
-constexpr size_t kMostAreas = 24;  // beyond that one area around all is cheaper
+constexpr size_t kMostAreas = 24;  // with more, one area around all is cheaper
 constexpr double kSmallestZoom = 1;
 constexpr double kLargestZoom = 3;
 
@@ -36,7 +36,7 @@ void FrameSurface::rebuild() {
 void FrameSurface::invalidate(const CRect& area) {
     IntRect wanted = allPixelsTouched(scaled(area, zoom_)).common(picture_.bounds());
     if (wanted.isEmpty()) return;
-    // Areas that meet become one, until none meets another: no pixel is drawn twice.
+    // Merge areas until none overlap, so that no pixel is drawn twice.
     for (size_t i = 0; i < dirty_.size();) {
         if (dirty_.size() < kMostAreas && dirty_[i].common(wanted).isEmpty()) {
             ++i;
@@ -52,7 +52,7 @@ void FrameSurface::invalidate(const CRect& area) {
 void FrameSurface::redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                           const std::function<void(const IntRect&)>& show) {
     for (const IntRect& area : std::exchange(dirty_, {})) {
-        // What is see-through must not gather what was drawn before.
+        // Clear first: a transparent view must not blend with the previous drawing.
         fillArea(picture_, area, premultiplied(kBlackCColor));
         CDrawContext context(picture_, area, zoom_);
         paint(context, scaled(CRect(area.left, area.top, area.right, area.bottom), 1 / zoom_));

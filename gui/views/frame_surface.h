@@ -1,4 +1,4 @@
-// The picture of one frame at its zoom: collects areas to redraw and draws them.
+// The picture of one frame at its zoom. It collects areas to redraw, and redraws them.
 #pragma once
 
 #include "gui/graphics/draw_context.h"
@@ -12,16 +12,16 @@ namespace VSTGUI {
 class FrameSurface {
   public:
     void resize(CCoord width, CCoord height);
-    // From 1 to 3; other factors are pulled in.
+    // Clamps to 1..3.
     void setZoom(double zoom);
     double zoom() const { return zoom_; }
 
     void invalidate(const CRect& area);
-    // Calls `paint` for every area collected, then `show` for its pixels.
+    // Calls `paint` for each collected area, then `show` for its pixels.
     void redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                 const std::function<void(const IntRect&)>& show);
 
-    // What the window shows.
+    // The picture that the window shows.
     const PixelBuffer& picture() const { return picture_; }
 
   private:

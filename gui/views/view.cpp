@@ -1,4 +1,4 @@
-// A view: a rectangle that draws itself and answers the mouse, the wheel and the keys.
+// A view: a rectangle that draws itself and handles the mouse, the wheel and keys.
 #include "gui/views/view.h"
 #include "gui/views/frame.h"
 

@@ -1,4 +1,4 @@
-// A view: a rectangle that draws itself and answers the mouse, the wheel and the keys.
+// A view: a rectangle that draws itself and handles the mouse, the wheel and keys.
 #pragma once
 
 #include "gui/base/button_state.h"
@@ -16,19 +16,19 @@ namespace VSTGUI {
 class CFrame;
 class CView;
 
-// Sees every event of a view before the view does; must be unregistered before the view goes.
+// Sees every event of a view before the view does. Unregister it before the view is destroyed.
 class IViewEventListener {
   public:
     virtual ~IViewEventListener() noexcept = default;
     virtual void viewOnEvent(CView* view, Event& event) = 0;
 };
 
-// Positions count from the top-left corner of the parent, in drawing as in mouse methods.
+// All positions are relative to the parent's top-left corner, in drawing and in mouse methods.
 class CView : public CBaseObject {
   public:
     explicit CView(const CRect& size) : size_(size) {}
 
-    // An override ends with setDirty(false). The default draws the background.
+    // Draws the background. An override must end with setDirty(false).
     virtual void draw(CDrawContext* context);
     virtual void drawRect(CDrawContext* context, const CRect& updateRect);
 
@@ -42,7 +42,7 @@ class CView : public CBaseObject {
 
     virtual void setMouseEnabled(bool enabled = true) { mouseEnabled_ = enabled; }
     bool getMouseEnabled() const { return mouseEnabled_; }
-    // A transparent view lets what it does not handle fall through to the views below.
+    // A transparent view passes events that it does not handle to the views below.
     virtual void setTransparency(bool transparent);
     bool getTransparency() const { return transparent_; }
     virtual void setBackground(CBitmap* background);
@@ -53,13 +53,13 @@ class CView : public CBaseObject {
     virtual void setAlphaValue(float alpha);
     float getAlphaValue() const { return alpha_; }
 
-    // Dirty views are redrawn after the next idle; invalid() asks at once and clears the mark.
+    // The next idle redraws dirty views. invalid() requests a redraw at once and clears the mark.
     virtual void setDirty(bool dirty = true) { dirty_ = dirty; }
     virtual bool isDirty() const { return dirty_; }
     virtual void invalid();
     virtual void invalidRect(const CRect& rect);
 
-    // Null while the view is not part of an opened frame.
+    // Returns null unless the view is part of an open frame.
     CFrame* getFrame() const { return frame_; }
     CView* getParentView() const { return parent_; }
     bool isAttached() const { return frame_ != nullptr; }
@@ -68,7 +68,7 @@ class CView : public CBaseObject {
 
     virtual void setWantsFocus(bool wanted) { wantsFocus_ = wanted; }
     virtual bool wantsFocus() const { return wantsFocus_; }
-    // Told when the keyboard focus comes and goes.
+    // Called when the view gains and loses the keyboard focus.
     virtual void takeFocus() {}
     virtual void looseFocus() {}
 
@@ -81,7 +81,7 @@ class CView : public CBaseObject {
 
     void registerViewEventListener(IViewEventListener* listener);
     void unregisterViewEventListener(IViewEventListener* listener);
-    // The listeners see the event first, the latest before the others, then the view.
+    // Sends the event to the listeners, latest first, and then to the view.
     void dispatchEvent(Event& event);
 
     virtual CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons);
@@ -102,18 +102,18 @@ class CView : public CBaseObject {
     virtual void onKeyboardEvent(KeyboardEvent&) {}
 
   protected:
-    // What follows is this layer's own.
+    // The rest is specific to this layer.
     friend class FrameInput;
     friend class CViewContainer;
     friend class CFrame;
 
-    // Asked before anybody else about a press while a modifier key is down.
+    // Called first for a press with a modifier key. Return true to swallow the press.
     virtual bool swallowsModifiedPress(const CButtonState&) { return false; }
-    // A view that edits text gives the focus up when the press goes elsewhere.
+    // True for a view that edits text: it gives up the focus on a press elsewhere.
     virtual bool losesFocusOnOutsidePress() const { return false; }
     virtual void invalidateIfDirty();
-    // The views under a point of the parent that take the mouse, outermost first, this one
-    // included.
+    // Collects this view and those below it that take the mouse at a point of the parent, outermost
+    // first.
     virtual void collectMouseViewsAt(const CPoint& where, std::vector<CView*>& found);
 
     CFrame* frame_ = nullptr;

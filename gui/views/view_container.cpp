@@ -1,4 +1,4 @@
-// A view that holds others, draws them in order and hands them the mouse.
+// A view that holds other views, draws them in order and passes mouse events to them.
 #include "gui/views/view_container.h"
 #include "gui/views/frame.h"
 
@@ -7,7 +7,7 @@
 namespace VSTGUI {
 namespace {
 
-// Moves an event into a container's coordinates while the children see it.
+// Shifts an event into a container's coordinates while its children see it.
 class ShiftedEvent {
   public:
     ShiftedEvent(MousePositionEvent& event, const CPoint& where)
@@ -162,7 +162,7 @@ bool CViewContainer::takesMouse(CView* child, const MousePositionEvent& event) c
            child->hitTest(event.mousePosition, event);
 }
 
-// From the uppermost child down until one handles the event or is in the way.
+// Offers the event from the topmost child down, until one handles or blocks it.
 bool CViewContainer::offerToChildren(MousePositionEvent& event, CView** taker) {
     const ShiftedEvent shifted(event, toChildren(event.mousePosition));
     const auto atStart = children_;  // a child may change the list

@@ -1,4 +1,4 @@
-// A view that holds others, draws them in order and hands them the mouse.
+// A view that holds other views, draws them in order and passes mouse events to them.
 #pragma once
 
 #include "gui/views/view.h"
@@ -8,7 +8,7 @@
 
 namespace VSTGUI {
 
-// What a search for the view at a point looks at; the methods return the changed options.
+// Options of a search for the view at a point. Setters return the options for chaining.
 class GetViewOptions {
   public:
     GetViewOptions& deep(bool on = true) { return set(deep_, on); }
@@ -32,23 +32,25 @@ class GetViewOptions {
     bool invisible_ = false;
 };
 
-// Positions of the children count from the container's own top-left corner.
+// Positions of children are relative to the container's top-left corner.
 class CViewContainer : public CView {
   public:
     explicit CViewContainer(const CRect& size) : CView(size) {}
     ~CViewContainer() noexcept override = default;
 
-    // Takes over the caller's reference. `before` is drawn after the new view; null means on top.
+    // Takes over the caller's reference. The new view lies just below `before`, or on top if that
+    // is null.
     virtual bool addView(CView* view, CView* before = nullptr);
     virtual bool removeView(CView* view, bool withForget = true);
     virtual bool removeAll(bool withForget = true);
 
     uint32_t getNbViews() const { return static_cast<uint32_t>(children_.size()); }
-    CView* getView(uint32_t index) const;  // null beyond the last
+    CView* getView(uint32_t index) const;  // null if out of range
     void forEachChild(const std::function<void(CView*)>& visit) const;
     bool isChild(CView* view) const { return isChild(view, false); }
     bool isChild(CView* view, bool deep) const;
-    // The uppermost view at a point of the parent's coordinates; containers only when asked for.
+    // The topmost view at a point in the parent's coordinates. Includes containers only if the
+    // options say so.
     CView* getViewAt(const CPoint& where, const GetViewOptions& options = {}) const;
 
     virtual void setBackgroundColor(const CColor& color);
@@ -78,7 +80,7 @@ class CViewContainer : public CView {
     CPoint toChildren(const CPoint& where) const { return where - getViewSize().getTopLeft(); }
 
     std::vector<SharedPointer<CView>> children_;
-    SharedPointer<CView> pressed_;  // alone receives moves and the release
+    SharedPointer<CView> pressed_;  // the only child to receive moves and the release
     CColor backgroundColor_ = kBlackCColor;
 };
 

@@ -1,4 +1,4 @@
-// Set-up of the layer for the module that contains it.
+// Initialises the layer for the module that contains it.
 #include "gui/windows/library.h"
 #include "gui/graphics/font.h"
 #include "gui/windows/native_window.h"

@@ -1,4 +1,4 @@
-// The system's window: shows pixels, and reports the pointer, the wheel, the keys and the time.
+// A window of the system. It shows pixels, and reports the pointer, the wheel, keys and ticks.
 #pragma once
 
 #include "gui/base/button_state.h"
@@ -10,7 +10,8 @@
 
 namespace VSTGUI {
 
-// Positions are pixels of the window. States hold the buttons and modifiers the call speaks of.
+// Receives the reports. Positions are in window pixels. Each state holds the buttons and modifiers
+// named in the call.
 class WindowClient {
   public:
     virtual ~WindowClient() = default;
@@ -19,17 +20,17 @@ class WindowClient {
     virtual void pointerReleased(CPoint where, CButtonState buttonAndModifiers) = 0;
     virtual void pointerMoved(CPoint where, CButtonState heldAndModifiers) = 0;
     virtual void pointerLeft() = 0;
-    virtual void pointerLost() = 0;  // a drag that will see no release
-    // Notches, up and right positive.
+    virtual void pointerLost() = 0;  // no release will follow the press
+    // In notches. Up and right are positive.
     virtual void wheelTurned(CPoint where, double right, double up, CButtonState modifiers) = 0;
-    // True if somebody used the key; else the window leaves it to the one above, the host's.
+    // Returns true if the key was used. Otherwise the window passes it on to the host's window.
     virtual bool keyChanged(KeyboardEvent& event) = 0;
     virtual void keyboardLost() = 0;
-    virtual void drawPending() = 0;                 // brings the picture up to date
-    virtual void exposed(const IntRect& area) = 0;  // shows that part of it again
-    virtual void ticked() = 0;  // about 60 times a second where the system drives the time
+    virtual void drawPending() = 0;                 // bring the picture up to date
+    virtual void exposed(const IntRect& area) = 0;  // show this part of it again
+    virtual void ticked() = 0;  // about 60 times a second, where the system has a timer
 
-    // Kept by whoever calls the client, which may be closed and released by such a call.
+    // A call may close and release the client. Hold a reference to this object during the call.
     virtual IReference& owner() = 0;
 };
 
@@ -37,22 +38,22 @@ class NativeWindow {
   public:
     virtual ~NativeWindow() = default;
 
-    // Destroys the system's window; nothing is reported any more.
+    // Destroys the system's window. Nothing is reported afterwards.
     virtual void close() = 0;
     virtual void resize(int width, int height) = 0;
-    // Shows `area` of a picture that has the window's size.
+    // Shows `area` of the picture. The picture must have the window's size.
     virtual void show(const PixelBuffer& picture, const IntRect& area) = 0;
-    // Takes the keyboard; called for a press.
+    // Takes the keyboard focus. Called for a press.
     virtual void takeKeyboard() = 0;
-    // Reports what has happened since the last call, where the system does not call by itself.
+    // Reports what has happened since the last call, where the system does not do so itself.
     virtual void pump() = 0;
 };
 
-// A child window at (0, 0) of the system's window `parent`; null if it cannot be made.
+// Creates a child window at (0, 0) of the system window `parent`. Returns null on failure.
 std::unique_ptr<NativeWindow> openNativeWindow(void* parent, int width, int height,
                                                WindowClient& client);
 
-// Called when the last user of the layer is gone; no window is open then.
+// Releases resources of the module. Call it after the last window has closed.
 void releaseNativeResources();
 
 }  // namespace VSTGUI

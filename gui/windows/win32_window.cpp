@@ -1,4 +1,4 @@
-// The window on Windows: a child window that the host's message loop drives.
+// The window on Windows: a child window, driven by the host's message loop.
 #include "gui/windows/library.h"
 #include "gui/windows/native_window.h"
 
@@ -77,7 +77,7 @@ class Win32Window final : public NativeWindow {
     void resize(int width, int height) override;
     void show(const PixelBuffer& picture, const IntRect& area) override;
     void takeKeyboard() override;
-    void pump() override {}  // the host's message loop calls
+    void pump() override {}  // the host's message loop delivers events
 
   private:
     static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM word, LPARAM position);
@@ -95,15 +95,15 @@ class Win32Window final : public NativeWindow {
 
     WindowClient& client_;
     HWND handle_ = nullptr;    // null once closed
-    HDC paintedOn_ = nullptr;  // within WM_PAINT
+    HDC paintedOn_ = nullptr;  // set during WM_PAINT
     bool awaitsLeave_ = false;
-    int pressed_ = 0;  // buttons; the mouse is captured while there are any
+    int pressed_ = 0;  // number of buttons held; they capture the mouse
     wchar_t highSurrogate_ = 0;
-    std::optional<std::pair<WPARAM, LPARAM>> unusedPress_;  // its character may still be used
-    std::set<WPARAM> passedOn_;  // keys held down whose press went to the host
+    std::optional<std::pair<WPARAM, LPARAM>> unusedPress_;  // waits for its character
+    std::set<WPARAM> passedOn_;  // held keys whose press went to the host
 };
 
-// One class a module: another plug-in may contain the same layer.
+// One window class per module, because another plug-in may contain the same layer.
 class WindowClass {
   public:
     static WindowClass& instance() {
@@ -146,7 +146,7 @@ void Win32Window::close() {
     if (!handle_) return;
     const HWND handle = handle_;
     handle_ = nullptr;
-    SetWindowLongPtrW(handle, GWLP_USERDATA, 0);  // no message comes here any more
+    SetWindowLongPtrW(handle, GWLP_USERDATA, 0);  // no more messages arrive here
     KillTimer(handle, kTimer);
     DestroyWindow(handle);
 }
@@ -169,7 +169,7 @@ void Win32Window::show(const PixelBuffer& picture, const IntRect& wanted) {
         InvalidateRect(handle_, &stale, FALSE);
         return;
     }
-    // The area's rows as a picture of their own, top row first.
+    // Pass the rows of the area as a separate picture, top row first.
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = picture.width();
@@ -257,7 +257,7 @@ bool Win32Window::handlePointer(UINT message, WPARAM word, LPARAM position) {
             turnWheel(word, position, true);
             return true;
         case WM_CAPTURECHANGED:
-            if (pressed_ > 0) {  // taken away before the release
+            if (pressed_ > 0) {  // lost before the release
                 pressed_ = 0;
                 client_.pointerLost();
             }
@@ -296,8 +296,8 @@ void Win32Window::turnWheel(WPARAM word, LPARAM position, bool sideways) {
     client_.wheelTurned(where, sideways ? notches : 0, sideways ? 0 : notches, modifiersNow());
 }
 
-// What nobody here uses goes to the host's window: its transport keys work while the editor has the
-// keyboard. A key that makes a character waits for that, as a text field may use it.
+// Unused keys go to the host's window, so its transport keys work while the editor has the
+// keyboard. A key that types a character waits for the character, because a text field may use it.
 bool Win32Window::handleKeyMessage(UINT message, WPARAM word, LPARAM position) {
     switch (message) {
         case WM_KEYDOWN:
@@ -331,7 +331,7 @@ void Win32Window::passPressOn() {
     PostMessageW(GetParent(handle_), WM_KEYDOWN, press->first, press->second);
 }
 
-// Plain characters come as WM_CHAR; with Control held only their key tells them.
+// Plain characters arrive as WM_CHAR. While Control is held, only the key code identifies them.
 bool Win32Window::handleKey(WPARAM code, EventType type) {
     KeyboardEvent event(type);
     const CButtonState modifiers = modifiersNow();
@@ -352,12 +352,12 @@ bool Win32Window::handleCharacter(wchar_t unit) {
     KeyboardEvent event;
     event.character = unit;
     if (low) event.character = 0x10000 + ((before - 0xD800) << 10) + (unit - 0xDC00);
-    // Shift, and Control with Alt, have gone into the character.
+    // Send no modifiers: Shift, or Control with Alt, have already shaped the character.
     return client_.keyChanged(event);
 }
 
 void Win32Window::paint() {
-    client_.drawPending();  // its areas join those that are painted now
+    client_.drawPending();  // adds its areas to those painted now
     if (!handle_) return;
     PAINTSTRUCT painting = {};
     const HWND handle = handle_;

@@ -1,8 +1,7 @@
 // Turns key codes of the X server into characters and virtual keys.
 #include "gui/windows/x11_keyboard.h"
 
-#include <cstdlib>
-#include <memory>
+#include "platform/xcb_owners.h"
 
 namespace VSTGUI {
 namespace {
@@ -32,8 +31,8 @@ bool isKeypad(xcb_keysym_t symbol) {
     return symbol >= 0xFF80 && symbol <= 0xFFBD;
 }
 
-// Symbols are Latin-1, or Unicode with a mark, or name a character of the keypad. The older codings
-// of other scripts have no rule and are not known here.
+// A symbol is Latin-1, marked Unicode, or a character of the keypad. Older encodings of other
+// scripts follow no rule, and are not supported.
 char32_t characterFor(xcb_keysym_t symbol) {
     constexpr xcb_keysym_t kUnicodeMark = 0x01000000;
     if ((symbol >= 0x20 && symbol <= 0x7E) || (symbol >= 0xA0 && symbol <= 0xFF)) return symbol;
@@ -55,10 +54,8 @@ void X11Keyboard::reload() {
     const xcb_setup_t* const setup = xcb_get_setup(connection_);
     firstCode_ = setup->min_keycode;
     const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
-        xcb_get_keyboard_mapping_reply(
-            connection_, xcb_get_keyboard_mapping(connection_, firstCode_, count), nullptr),
-        &std::free);
+    const platform::XcbOwned<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, firstCode_, count), nullptr));
     if (!reply) return;
     perCode_ = reply->keysyms_per_keycode;
     const xcb_keysym_t* const first = xcb_get_keyboard_mapping_keysyms(reply.get());
@@ -70,8 +67,8 @@ xcb_keysym_t X11Keyboard::symbolAt(size_t row, size_t column) const {
     return column < perCode_ && index < symbols_.size() ? symbols_[index] : 0;
 }
 
-// Columns of a row: plain and Shift of the first group, the same of the second, then of the third
-// level. What is missing falls back to the first group, and to the plain symbol.
+// The columns of a row are plain and Shift: first for group one, then for group two, then for the
+// third level. A missing symbol falls back to the first group, then to the plain symbol.
 xcb_keysym_t X11Keyboard::symbolFor(xcb_keycode_t code, uint16_t state) const {
     if (code < firstCode_) return 0;
     const size_t row = code - firstCode_;

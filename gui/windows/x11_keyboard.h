@@ -1,4 +1,4 @@
-// Turns key codes of the X server into characters and virtual keys, by the core keyboard mapping.
+// Turns X server key codes into characters and virtual keys. Uses the core keyboard mapping.
 #pragma once
 
 #include "gui/base/events.h"
@@ -13,8 +13,8 @@ class X11Keyboard {
   public:
     explicit X11Keyboard(xcb_connection_t* connection) : connection_(connection) { reload(); }
 
-    void reload();  // after the mapping has changed
-    // Fills in the key or the character; neither for keys that mean nothing here.
+    void reload();  // call after the mapping has changed
+    // Sets the virtual key or the character. Sets neither for keys without a use here.
     void translate(xcb_keycode_t code, uint16_t state, KeyboardEvent& event) const;
 
   private:
@@ -22,7 +22,7 @@ class X11Keyboard {
     xcb_keysym_t symbolAt(size_t row, size_t column) const;
 
     xcb_connection_t* connection_;
-    std::vector<xcb_keysym_t> symbols_;  // a row a key code
+    std::vector<xcb_keysym_t> symbols_;  // one row per key code
     size_t perCode_ = 0;
     xcb_keycode_t firstCode_ = 0;
 };

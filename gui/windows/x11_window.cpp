@@ -1,22 +1,17 @@
-// The window on X11: a child window on a connection of its own, served from CFrame::idle.
+// The window on X11: a child window with its own connection, served from CFrame::idle.
 #include "gui/windows/native_window.h"
 #include "gui/windows/x11_keyboard.h"
 #include "platform/x11_pixels.h"
+#include "platform/xcb_owners.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 
 namespace VSTGUI {
 namespace {
 
-template <typename Data>
-using Reply = std::unique_ptr<Data, decltype(&std::free)>;
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+using platform::XcbConnection;
+using platform::XcbOwned;
 
 constexpr uint32_t kEvents =
     XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
@@ -43,7 +38,7 @@ CButtonState modifiersIn(uint16_t state) {
     return heldAndModifiers(state).getModifierState();
 }
 
-// 0 for the wheel, which the server reports as buttons 4 to 7, and for unknown buttons.
+// Returns 0 for unknown buttons and for the wheel, which the server reports as buttons 4 to 7.
 int32_t buttonBit(xcb_button_t button) {
     switch (button) {
         case 1:
@@ -69,7 +64,8 @@ const xcb_screen_t* screenOf(const xcb_setup_t* setup, xcb_window_t root) {
 
 class X11Window final : public NativeWindow {
   public:
-    X11Window(Connection connection, const platform::X11PixelFormat& format, WindowClient& client)
+    X11Window(XcbConnection connection, const platform::X11PixelFormat& format,
+              WindowClient& client)
         : connection_(std::move(connection)),
           format_(format),
           keyboard_(connection_.get()),
@@ -98,17 +94,18 @@ class X11Window final : public NativeWindow {
     void handleFocusOut(const xcb_focus_out_event_t& focus);
     void deliverMotion();
 
-    Connection connection_;  // null once closed
+    XcbConnection connection_;  // null once closed
     platform::X11PixelFormat format_;
     X11Keyboard keyboard_;
     WindowClient& client_;
     xcb_colormap_t colormap_;
     xcb_window_t window_;
     xcb_gcontext_t graphics_;
-    std::optional<xcb_motion_notify_event_t> motion_;  // only the last of a row of moves counts
+    std::optional<xcb_motion_notify_event_t> motion_;  // the latest of several moves
 };
 
-// The parent may be 32 bits deep; colormap, border and the root's own visual make the child differ.
+// The parent may have a depth of 32 bits. A colormap, a border and the root's visual let the child
+// have a different depth.
 bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height) {
     xcb_create_colormap(link(), XCB_COLORMAP_ALLOC_NONE, colormap_, screen.root,
                         screen.root_visual);
@@ -117,7 +114,7 @@ bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int widt
         link(), screen.root_depth, window_, parent, 0, 0, static_cast<uint16_t>(width),
         static_cast<uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
         XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
-    const Reply<xcb_generic_error_t> error(xcb_request_check(link(), made), &std::free);
+    const XcbOwned<xcb_generic_error_t> error(xcb_request_check(link(), made));
     if (error) return false;
     xcb_create_gc(link(), graphics_, window_, 0, nullptr);
     xcb_map_window(link(), window_);
@@ -129,7 +126,7 @@ void X11Window::close() {
     if (!isOpen()) return;
     xcb_destroy_window(link(), window_);
     xcb_flush(link());
-    connection_.reset();  // the server frees what else belongs to the connection
+    connection_.reset();  // the server frees everything else of this connection
 }
 
 void X11Window::resize(int width, int height) {
@@ -159,7 +156,7 @@ void X11Window::takeKeyboard() {
 
 void X11Window::pump() {
     while (isOpen()) {
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(link()), &std::free);
+        const XcbOwned<xcb_generic_event_t> event(xcb_poll_for_event(link()));
         if (!event) break;
         const auto type = event->response_type & 0x7F;
         if (type == XCB_MOTION_NOTIFY) {
@@ -248,8 +245,9 @@ void X11Window::handleKey(const xcb_key_press_event_t& key, EventType type) {
     if (!isKnown || !client_.keyChanged(event)) passOn(key);
 }
 
-// What nobody here uses goes to the host, as if this window did not listen: its transport keys work
-// while the editor has the keyboard. A key that was sent may come from that host: it would circle.
+// Unused keys go to the host, as if this window did not listen, so its transport keys work while
+// the editor has the keyboard. Synthetic keys stay here: one sent by the host would go round in
+// circles.
 void X11Window::passOn(const xcb_key_press_event_t& key) {
     if (!isOpen() || key.response_type & 0x80) return;
     const bool isPress = key.response_type == XCB_KEY_PRESS;
@@ -261,16 +259,16 @@ void X11Window::passOn(const xcb_key_press_event_t& key) {
     xcb_flush(link());
 }
 
-// 0 if there is none below the root.
+// Returns 0 if there is none below the root.
 xcb_window_t X11Window::windowAboveThatWants(uint32_t events) const {
     for (xcb_window_t at = window_;;) {
-        const Reply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(link(), xcb_query_tree(link(), at), nullptr), &std::free);
+        const XcbOwned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(link(), xcb_query_tree(link(), at), nullptr));
         if (!tree || tree->parent == tree->root) return 0;
         at = tree->parent;
-        const Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(link(), xcb_get_window_attributes(link(), at), nullptr),
-            &std::free);
+        const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(link(), xcb_get_window_attributes(link(), at),
+                                            nullptr));
         if (!attributes) return 0;
         if (attributes->all_event_masks & events) return at;
     }
@@ -287,11 +285,11 @@ void X11Window::handleFocusOut(const xcb_focus_out_event_t& focus) {
 std::unique_ptr<NativeWindow> openNativeWindow(void* parent, int width, int height,
                                                WindowClient& client) {
     const auto parentId = static_cast<xcb_window_t>(reinterpret_cast<uintptr_t>(parent));
-    Connection connection(xcb_connect(nullptr, nullptr));
+    XcbConnection connection(xcb_connect(nullptr, nullptr));
     xcb_connection_t* const link = connection.get();
     if (xcb_connection_has_error(link)) return nullptr;
-    const Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(link, xcb_query_tree(link, parentId), nullptr), &std::free);
+    const XcbOwned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(link, xcb_query_tree(link, parentId), nullptr));
     if (!tree) return nullptr;
     const xcb_screen_t* const screen = screenOf(xcb_get_setup(link), tree->root);
     if (!screen) return nullptr;

@@ -1,6 +1,6 @@
-; Installs the instrument and all that lies beside it where hosts on Windows look for VST plug-ins.
+; Installs the instrument and its files in a folder where Windows hosts look for VST plug-ins.
 ; makensis -DVERSION=... -DFILES=FOLDER -DOUTPUT=FILE setup.nsi
-; A 64-bit instrument is of use on 64-bit systems only: so is this.
+; The instrument is 64-bit only, and so is the installer.
 Target amd64-unicode
 !include MUI2.nsh
 !include LogicLib.nsh

@@ -25,7 +25,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words, std::string ou
         close(file);
         return;
     }
-    prctl(PR_SET_PDEATHSIG, SIGTERM);  // also when the test is killed
+    prctl(PR_SET_PDEATHSIG, SIGTERM);  // even if the test is killed
     dup2(file, STDOUT_FILENO);
     dup2(file, STDERR_FILENO);
     execvp(arguments[0], arguments.data());

@@ -1,4 +1,4 @@
-// Another program while a test runs.
+// Runs another program during a test.
 #pragma once
 
 #include <sys/types.h>
@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-// A program that runs beside the test. Its standard output and error go to a file.
+// A program that runs in parallel to the test. Its standard output and error go to a file.
 class ChildProcess {
   public:
     ChildProcess(const std::vector<std::string>& words, std::string outputFile);
-    ~ChildProcess();  // ends it by SIGTERM
+    ~ChildProcess();  // sends SIGTERM
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     std::string output() const;  // so far
     void signal(int number) const;
-    // Its exit code; -1 when it has not ended within 20 s, or was ended by a signal.
+    // Returns its exit code, or -1 if it runs longer than 20 s or a signal ends it.
     int waitForEnd();
     bool hasEnded();
 

@@ -1,9 +1,9 @@
-// What quarzel's options mean, and what is wrong with those that mean nothing.
+// quarzel's options, and the errors for invalid ones.
 #include "app/command_line.h"
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
+#include "host/error.h"
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(StandaloneCommandLine, SaysWhatIsWrong) {
             EXPECT_STREQ(error.what(), c.error);
         }
     }
-    EXPECT_THROW(parse({"one.mid", "two.mid"}), render::UsageError);
+    EXPECT_THROW(parse({"one.mid", "two.mid"}), host::UsageError);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The computer keyboard: which place plays which note, and that every note ends.
+// The computer keyboard: the note of each key, and that every note ends.
 #include "app/computer_keyboard.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 namespace {
 
-using Messages = std::vector<render::MidiMessage>;
+using Messages = std::vector<host::MidiMessage>;
 
 constexpr int kZ = 52, kComma = 59, kQ = 24, kY = 29, kPageUp = 112, kPageDown = 117, kSpace = 65;
 
@@ -22,7 +22,7 @@ TEST(ComputerKeyboard, PlaysByPlaceAndEndsWhatItBegan) {
         SCOPED_TRACE(c.place);
         sent.clear();
         keyboard.press(c.place);
-        keyboard.press(c.place);  // repeats itself
+        keyboard.press(c.place);  // key repeat
         keyboard.release(c.place);
         keyboard.release(c.place);
         EXPECT_EQ(sent, (Messages{{0x90, c.key, 100}, {0x80, c.key, 0}}));
@@ -41,7 +41,7 @@ TEST(ComputerKeyboard, MovesByOctavesWithinTheKeysThereAre) {
     keyboard.press(kQ);
     keyboard.press(kPageUp);
     keyboard.press(kY);
-    keyboard.release(kQ);  // ends the note it began, an octave lower
+    keyboard.release(kQ);  // ends the note it started, an octave lower
     keyboard.releaseAll();
     EXPECT_EQ(sent, (Messages{{0x90, 60, 100}, {0x90, 81, 100}, {0x80, 60, 0}, {0x80, 81, 0}}));
 

@@ -1,4 +1,4 @@
-// The server as a process, and a JACK client without a lock.
+// The server as a process, and a lock-free JACK client.
 #include "tests/app/jack_server.h"
 
 #include <chrono>
@@ -18,13 +18,13 @@ int acceptedClients = std::numeric_limits<int>::max();
 
 }  // namespace
 
-// In place of the library's, also for the libraries that this program is linked to.
+// Replaces the library's function, also for the libraries linked to this program.
 extern "C" __attribute__((visibility("default"))) jack_client_t* jack_client_open(
     const char* name, jack_options_t options, jack_status_t* status, ...) {
     if (acceptedClients-- <= 0) return nullptr;
     static const auto open =
         reinterpret_cast<decltype(&jack_client_open)>(dlsym(RTLD_NEXT, "jack_client_open"));
-    return open(name, options, status);  // nobody here names a server
+    return open(name, options, status);  // no caller here names a server
 }
 
 void JackServer::acceptClients(int count) {
@@ -38,7 +38,7 @@ JackServer::JackServer(const std::string& folder) {
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
-    // On a loaded machine half a second of patience with a client is not enough.
+    // On a loaded machine, half a second is too short a timeout for clients.
     const std::vector<std::string> words = {"jackd", "-r", "--no-mlock", "-t",    "4000",
                                             "-n",    name, "-d",         "dummy", "-r",
                                             "44100", "-p", "1024"};

@@ -1,4 +1,4 @@
-// A private JACK server for a test, and a client on it that listens and sends MIDI.
+// A private JACK server for a test, with a client that listens and sends MIDI.
 #pragma once
 
 #include <array>
@@ -12,22 +12,22 @@
 #include "app/spsc_ring.h"
 #include "tests/app/child_process.h"
 
-// jackd on its dummy driver, in real time but without hardware. Programs that are started later
-// find it by the environment.
+// jackd with its dummy driver, in real time but without hardware. Programs started later find it
+// through the environment.
 class JackServer {
   public:
     explicit JackServer(const std::string& folder);  // for its log
     ~JackServer();
 
-    // False where jackd is not installed or does not start.
+    // Returns false if jackd is not installed or does not start.
     bool isRunning() const { return client_ != nullptr; }
     void stop();
-    // Lets this process open that many clients more, as a server does that has no room for others.
+    // Lets this process open only count more clients, like a server that is full.
     static void acceptClients(int count);
 
-    // Listens to what the program plays, once it plays; and whether it does.
+    // Connects to the program's output once it exists. Returns whether it does.
     bool listen();
-    // The newest half second of the left channel.
+    // The latest half second of the left channel.
     std::vector<float> heard() const;
     void sendMidi(const std::array<unsigned char, 3>& message);
 

@@ -1,4 +1,4 @@
-// Messages on their way to the audio thread: their frames, their order, and too many of them.
+// Messages on their way to the audio thread: frames, order and overflow.
 #include "app/midi_inbox.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 const app::Clock::time_point kBegin{10s};
 const app::BlockWindow kWindow = {kBegin, kBegin + 100ms, 100};
 
-std::vector<render::BlockEvent> roomFor(std::size_t count) {
-    std::vector<render::BlockEvent> events;
+std::vector<host::BlockEvent> roomFor(std::size_t count) {
+    std::vector<host::BlockEvent> events;
     events.reserve(count);
     return events;
 }
@@ -21,11 +21,11 @@ std::vector<render::BlockEvent> roomFor(std::size_t count) {
 TEST(MidiInbox, PutsMessagesWhereTheyCameAndSortsTheLanes) {
     app::MidiInbox inbox;
     inbox.post(2, {0x90, 1, 1}, kBegin + 30ms);
-    inbox.post(2, {0x90, 2, 1}, kBegin + 20ms);  // a clock that went back: the order stays
+    inbox.post(2, {0x90, 2, 1}, kBegin + 20ms);  // the clock went back, the order stays
     inbox.post(0, {0x90, 3, 1}, kBegin - 1s);
     inbox.post(31, {0x90, 4, 1}, kBegin + 1s);
     auto events = roomFor(8);
-    events.push_back({30, {0x90, 0, 1}});  // of a song
+    events.push_back({30, {0x90, 0, 1}});  // from a song
     inbox.takeInto(events, kWindow);
     std::vector<std::pair<int, int>> found;
     for (const auto& event : events) found.push_back({event.frame, event.message[1]});

@@ -1,4 +1,4 @@
-// What the audio thread makes of songs and keys, block by block.
+// Songs and keys in the audio thread, block by block.
 #include "app/player.h"
 
 #include <gtest/gtest.h>
@@ -10,12 +10,12 @@ namespace {
 constexpr int kRate = 8000;
 constexpr int kBlock = 64;
 
-// A host of the test instrument, which marks every note-on with 0.5 in its frame, on the left.
+// Hosts the test instrument, which marks the frame of every note-on with 0.5 on the left.
 struct Rig {
-    explicit Rig(const render::MidiSong* song = nullptr) : player(host, inbox, song) {
+    explicit Rig(const host::MidiSong* song = nullptr) : player(host, inbox, song) {
         player.start();
     }
-    // The frames of the marks in the next blocks.
+    // Returns the frames of the marks in the next blocks.
     std::vector<int> marks(int blocks) {
         std::vector<int> found;
         for (int block = 0; block < blocks; ++block) {
@@ -27,16 +27,16 @@ struct Rig {
         return found;
     }
 
-    render::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
+    host::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
     app::MidiInbox inbox;
     app::Player player;
     float left[2 * kBlock] = {};
     float right[2 * kBlock] = {};
 };
 
-// A note-on at each of the frames, and the end.
-render::MidiSong songOf(std::vector<uint64_t> frames, uint64_t end) {
-    render::MidiSong song = {kRate, {}, end};
+// A song with a note-on at each frame.
+host::MidiSong songOf(std::vector<uint64_t> frames, uint64_t end) {
+    host::MidiSong song = {kRate, {}, end};
     for (const auto frame : frames) song.events.push_back({frame, {0x90, 60, 100}});
     return song;
 }
@@ -62,7 +62,7 @@ TEST(Player, GoesOnInTheSongAtAnotherRate) {
     rig.player.stop();
     rig.inbox.post(app::MidiInbox::kPlayerLane, {0x90, 64, 100}, app::Clock::time_point{});
     rig.host.setFormat(2 * kRate, kBlock);
-    rig.player.start();  // and forgets that key
+    rig.player.start();  // forgets that key
     EXPECT_EQ(rig.marks(4), (std::vector<int>{2 * (200 - 2 * kBlock)}));
 }
 

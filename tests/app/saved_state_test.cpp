@@ -1,4 +1,4 @@
-// What is kept between two runs, and a file that cannot be used.
+// State saved between runs, and unusable files.
 #include "app/saved_state.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 #include "platform/file.h"
 #include "platform/folders.h"
-#include "render/error.h"
+#include "host/error.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -22,18 +22,18 @@ class StandaloneState : public testing::Test {
 
     TemporaryFolder folder_;
     platform::ScopedFolders folders_{folder_.path(), folder_.path() + "config"};
-    render::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
+    host::PluginHost host_{TEST_INSTRUMENT, 44100, 64};
 };
 
 TEST_F(StandaloneState, BringsTheBankAndTheProgramBack) {
     app::SavedState state(host_);
-    state.load();  // nothing there
+    state.load();  // no file
     host_.setProgram(2);
     host_.setProgramName("Mine");
     host_.setParameter(0, 0.75f);
     state.save();
 
-    render::PluginHost next(TEST_INSTRUMENT, 44100, 64);
+    host::PluginHost next(TEST_INSTRUMENT, 44100, 64);
     app::SavedState(next).load();
     EXPECT_EQ(next.program(), 2);
     EXPECT_EQ(next.programName(2), "Mine");
@@ -60,7 +60,7 @@ TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
         try {
             state.load();
             ADD_FAILURE() << "loaded";
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             const std::string place =
                 kept == file() ? "where it is, and nothing is saved" : "as " + kept;
             EXPECT_EQ(std::string(error.what()), file() + " is not a bank file. It is kept " +
@@ -69,7 +69,7 @@ TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
         state.save();
         EXPECT_EQ(platform::readFile(kept, kLargest), "no bank");
         std::filesystem::remove(kept);
-        platform::createFolder(kept);  // in the way of the next one
+        platform::createFolder(kept);  // takes the name of the next one
     }
 }
 
@@ -77,7 +77,7 @@ TEST_F(StandaloneState, SaysThatItHasNoPlace) {
     const platform::ScopedFolders none(folder_.path(), "");
     app::SavedState state(host_);
     state.load();
-    EXPECT_THROW(state.save(), render::Error);
+    EXPECT_THROW(state.save(), host::Error);
 }
 
 }  // namespace

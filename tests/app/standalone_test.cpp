@@ -1,4 +1,4 @@
-// The program itself: what it plays into a JACK server, and its window on an X server.
+// The whole program: its sound in a JACK server and its window on an X server.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -6,9 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -16,9 +14,10 @@
 #include "app/midi_inputs.h"
 #include "app/quiet_libraries.h"
 #include "editor/skin_preview.h"
+#include "platform/xcb_owners.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
-#include "tests/render/midi_bytes.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -52,7 +51,7 @@ double levelAt(double hz, const std::vector<float>& samples) {
     return std::hypot(cosines, sines) / count;
 }
 
-// Whether an A is heard: between 220 and 440 Hz nothing is as loud as one of the two.
+// Whether an A sounds: nothing between 220 and 440 Hz is as loud as one of the two.
 bool hearsAnA(const std::vector<float>& samples) {
     if (rms(samples) < 0.003) return false;
     std::vector<double> levels;
@@ -68,7 +67,7 @@ class Standalone : public testing::Test {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
         const std::filesystem::path plugin = QUARZEL_PLUGIN;
         std::filesystem::copy_file(plugin, folder_.path() + "instrument.so");
-        // Where there is a display, a message about a missing bank would wait for its button.
+        // With a display, a message about a missing bank would wait for its button.
         std::filesystem::copy_file(plugin.parent_path() / "default.fxb",
                                    folder_.path() + "default.fxb");
         JackServer::acceptClients(kManyClients);
@@ -85,15 +84,13 @@ class Standalone : public testing::Test {
     bool says(const std::string& text) {
         return waitFor([&] { return program_->output().find(text) != std::string::npos; });
     }
-    // Sends the note each time: a connection may be new, and its first cycle lost.
+    // Sends the note each time, because a new connection may lose its first cycle.
     bool playsAnA() {
         jack_->sendMidi({0x90, 69, 100});
         return jack_->listen() && hearsAnA(jack_->heard());
     }
     std::string savedState() const {
-        std::ifstream file(folder_.path() + "Tembrilon/Quarzel Strings/standalone-73656e69.fxb",
-                           std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        return folder_.read("Tembrilon/Quarzel Strings/standalone-73656e69.fxb");
     }
     bool isSilent() { return rms(jack_->heard()) < 1e-4; }
 
@@ -114,7 +111,7 @@ TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
     EXPECT_TRUE(waitFor([&] { return isSilent(); }));
 
-    // The program is still the current one.
+    // The program is still current.
     start({"--no-window"});
     ASSERT_TRUE(says("Listening")) << program_->output();
     program_->signal(SIGINT);
@@ -150,7 +147,7 @@ TEST_F(Standalone, SurvivesTheServerAndWaitsForTheNext) {
 
 TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
     const app::QuietLibraries quiet;
-    for (const int accepted : {0, 1, 2}) {  // for the names of ports, its own port, the first other
+    for (const int accepted : {0, 1, 2}) {  // the port query, its own port, the first other port
         SCOPED_TRACE(accepted);
         std::string said;
         const auto say = [&](const std::string& text) { said += text + '\n'; };
@@ -170,15 +167,14 @@ TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
     }
 }
 
-// As a window manager does it for the button in the title.
+// Closes a window like a window manager's close button.
 void closeByUser(const std::string& title) {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const platform::XcbConnection connection(xcb_connect(nullptr, nullptr));
     const auto atom = [&](const std::string& name) {
-        auto* const reply = xcb_intern_atom_reply(
-            connection, xcb_intern_atom(connection, 0, name.size(), name.data()), nullptr);
-        const xcb_atom_t found = reply->atom;
-        std::free(reply);
-        return found;
+        const platform::XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+            connection.get(), xcb_intern_atom(connection.get(), 0, name.size(), name.data()),
+            nullptr));
+        return reply->atom;
     };
     FILE* const search = popen(("xdotool search --name '" + title + "'").c_str(), "r");
     unsigned long window = 0;
@@ -190,10 +186,9 @@ void closeByUser(const std::string& title) {
     message.window = static_cast<xcb_window_t>(window);
     message.type = atom("WM_PROTOCOLS");
     message.data.data32[0] = atom("WM_DELETE_WINDOW");
-    xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT,
+    xcb_send_event(connection.get(), 0, message.window, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
-    atom("WM_PROTOCOLS");  // answered after the message was delivered
-    xcb_disconnect(connection);
+    atom("WM_PROTOCOLS");  // its reply arrives after the message was delivered
 }
 
 TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
@@ -214,7 +209,7 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
         return std::system(("xdotool search --name '" + title + "' >/dev/null").c_str()) == 0;
     }));
 
-    // What is typed into the editor is no music.
+    // Typing into the editor plays no notes.
     const auto change = [&](const std::string& command) {
         const auto before = screen.contents(50, 40, 200, 20);
         screen.drive(command);
@@ -226,7 +221,7 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     EXPECT_TRUE(isSilent());
     EXPECT_TRUE(change("key Return"));
 
-    // A held key repeats itself, and sounds on as if it did not.
+    // A held key repeats, but its note keeps sounding.
     screen.drive("keydown y");
     EXPECT_TRUE(waitFor([&] { return hearsAnA(jack_->heard()); })) << program_->output();
     screen.drive("keyup y");

@@ -28,7 +28,7 @@ TEST(DelayB, BoundsItsLength) {
     for (int i = 0; i < DelayB::kCapacity; ++i) ring->readThenWrite(1.0f);
     EXPECT_EQ(ring->readThenWrite(0.0f), 1.0f);
 
-    // Shortened while the index lies beyond, then cleared over the whole memory.
+    // Shorten the ring while the index is past the new end; clear must still empty all of it.
     for (int i = 0; i < 1000; ++i) ring->readThenWrite(1.0f);
     ring->setLength(10);
     for (int i = 0; i < 11; ++i) ring->readThenWrite(2.0f);

@@ -10,7 +10,7 @@
 namespace dsp {
 namespace {
 
-// The line's answer to an impulse of 1.
+// Impulse response of the line.
 std::vector<float> impulse(FractionalDelay& line, int samples) {
     std::vector<float> out;
     for (int i = 0; i < samples; ++i) out.push_back(line.tick(i == 0 ? 1.0f : 0.0f));
@@ -31,7 +31,7 @@ TEST(FractionalDelay, DelaysByWholeAndPartSamples) {
                 {2.0f, {0.0f, 0.0f, 1.0f, 0.0f, 0.0f}},
                 {2.5f, {0.0f, 0.0f, 0.5f, 0.5f, 0.0f}},
                 {4.0f, {0.0f, 0.0f, 0.0f, 0.0f, 1.0f}},
-                {5.0f, {0.0f, 0.0f, 0.0f, 0.0f, 1.0f}}};  // taken as the capacity
+                {5.0f, {0.0f, 0.0f, 0.0f, 0.0f, 1.0f}}};  // counts as the capacity
     for (const auto& row : rows) {
         SCOPED_TRACE(row.delay);
         for (int start = 0; start < 5; ++start) {

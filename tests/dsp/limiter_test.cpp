@@ -35,7 +35,7 @@ TEST(PeakLimiter, HoldsLoudSoundJustAboveItsThreshold) {
             float right = level;
             limiter.process(left, right);
         }
-        // A hundredth of what is above -1 dB remains, times four.
+        // A hundredth of the level above -1 dB remains; the make-up gain is 4.
         const double overshoot = 20.0 * std::log10(level) + 1.0;
         EXPECT_NEAR(20.0 * std::log10(left / 4.0f), -1.0 + overshoot * 0.01, 1e-3);
     }

@@ -1,4 +1,4 @@
-// What the tests of the blocks share: hostile values and a gain measurement.
+// Shared by the block tests: hostile values and a gain measurement.
 #pragma once
 
 #include <cmath>
@@ -10,7 +10,7 @@ constexpr float kHostile[] = {std::numeric_limits<float>::quiet_NaN(),
                               std::numeric_limits<float>::infinity(),
                               -std::numeric_limits<float>::infinity()};
 
-// Gain of `tick` for a sine of `hz`, after half a second to settle.
+// Gain of `tick` for a sine of `hz`, measured after half a second.
 template <typename Tick>
 double gainAt(double hz, double sampleRate, Tick&& tick) {
     const int frames = static_cast<int>(sampleRate);

@@ -41,9 +41,9 @@ class Spectrum {
     std::vector<std::complex<double>> turn_;
 };
 
-// Loudest partial below 16 kHz (at lower rates: the same share of the rate) that is no harmonic
-// of the note, in dB against the fundamental. The note is bent up by as much of two semitones as
-// makes an odd number of cycles fill the period: every image then has a bin of its own.
+// Loudest partial below 16 kHz (lower at rates below 44.1 kHz) that is no harmonic of the note, in
+// dB against the fundamental. The note is bent up by at most two semitones, so that an odd number
+// of cycles fills the period and every image has its own bin.
 double worstAliasDb(int note, double rate) {
     const std::size_t size = note < 36 ? 16384 : 8192;
     const double cyclesUnbent = noteHz(note) / rate * static_cast<double>(size);
@@ -71,7 +71,7 @@ double worstAliasDb(int note, double rate) {
 TEST(PitchedOscillator, PlaysItsColumnRowByRow) {
     PitchedOscillator oscillator;
     oscillator.setNote(48);
-    const double rate = noteHz(48) * 400.0;  // one row a sample
+    const double rate = noteHz(48) * 400.0;  // one row per sample
     oscillator.setRate(rate);
     const dsp::WaveCycle& column = dsp::StringWavetable::shared().column(48);
     const float coefficient = static_cast<float>(6.28319 / rate * (0.5 * noteHz(48)));
@@ -92,7 +92,7 @@ TEST(PitchedOscillator, InterpolatesBetweenRowsAndFollowsTheBend) {
     halfStep.setRate(noteHz(60) * 800.0);
     bent.setRate(noteHz(60) * 800.0);
     const dsp::WaveCycle& column = dsp::StringWavetable::shared().column(60);
-    // The high-pass keeps a share of each sample and takes off a little of the one before.
+    // The high-pass scales each sample and subtracts a little of the previous one.
     const float kept = 1.0f - static_cast<float>(6.28319 / 1600.0);
     const float before = (1.0f - kept) * column[0];
     halfStep.tick(1.0);

@@ -19,7 +19,7 @@ class Reverb : public ::testing::Test {
         return out_;
     }
 
-    // Largest left output over a number of frames of the same input.
+    // Largest left output for `frames` frames of constant input.
     float peakOver(int frames, float input) {
         float peak = 0.0f;
         for (int i = 0; i < frames; ++i) {
@@ -52,7 +52,7 @@ TEST_F(Reverb, ImpulseArrivesAfterTheShortestCombAndCrosses) {
     tick(1.0f, 0.0f);
     for (int i = 1; i < 666; ++i) ASSERT_EQ(tick(0.0f, 0.0f)[0], 0.0f);
     const float* out = tick(0.0f, 0.0f);
-    // Gain 0.015, four allpasses of -0.5, wet 0.75 direct and 0.25 across.
+    // Gain 0.015, four allpasses of -0.5, wet 0.75 on its own side and 0.25 on the other.
     EXPECT_FLOAT_EQ(out[0], 0.015f * 0.0625f * 0.75f);
     EXPECT_FLOAT_EQ(out[1], out[0] * 0.25f);
 }
@@ -77,13 +77,13 @@ TEST_F(Reverb, TailDecaysAndMuteEndsIt) {
     model_->clear();
     peakOver(4000, 1.0f);
     model_->mute();
-    EXPECT_LT(peakOver(44100, 0.0f), 0.3f * early);  // what the loop filters still hold
+    EXPECT_LT(peakOver(44100, 0.0f), 0.3f * early);  // the loop filters still hold some
 }
 
 TEST_F(Reverb, ConstantInputDoesNotBuildUp) {
     peakOver(4 * 44100, 1.0f);
-    // Gain 0.015 x 2, eight combs that pass a constant once, four allpasses of 1.5 at 0 Hz,
-    // wet 0.75 + 0.25.
+    // Gain 0.015 for each of two sides, eight combs that pass a constant once, four allpasses of
+    // 1.5 at 0 Hz, wet 0.75 + 0.25.
     EXPECT_NEAR(tick(1.0f, 1.0f)[0], 0.03f * 8.0f * 5.0625f, 1e-4f);
 }
 

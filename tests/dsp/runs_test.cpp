@@ -1,4 +1,4 @@
-// Runs of many frames give the bits of as many single ticks.
+// A run of many frames gives the same bits as single ticks.
 #include <algorithm>
 #include <cmath>
 #include <random>
@@ -8,7 +8,7 @@
 
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "dsp/limiter.h"
 #include "dsp/random.h"
 #include "dsp/stereo_phaser.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kRuns = 400;
 
-// Lengths of runs and signals, the same for every test.
+// Run lengths and signals, the same for every test.
 class Runs : public testing::Test {
   protected:
     int length() { return 1 + static_cast<int>(random_() % kMostFrames); }
@@ -59,7 +59,7 @@ TEST_F(Runs, OfTheRingExchanged) {
     }
 }
 
-// Delays next to nothing, longer than the line, and refused ones among them.
+// Includes tiny delays, delays longer than the line, and refused ones.
 TEST_F(Runs, OfTheDelaySwept) {
     FractionalDelay one(20.0f, 100), many(20.0f, 100);
     for (int run = 0; run < kRuns; ++run) {
@@ -150,7 +150,7 @@ TEST_F(Runs, OfThePhaserWithSettingsBetween) {
     }
 }
 
-// An envelope that promises a ramp keeps its stage for so long, and the ramp has its levels.
+// While movesEvenly promises a ramp, the envelope keeps its stage and the ramp gives its levels.
 TEST_F(Runs, OfEnvelopesThatMoveEvenly) {
     int ramps = 0;
     for (int run = 0; run < 3000; ++run) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Signs of the steps of the output: the raw square below the smoothing.
+// The sign of each step of the output, which shows the square before smoothing.
 std::string shape(dsp::SquareLfo& lfo, int frames) {
     std::string text;
     float before = 0.0f;
@@ -41,7 +41,7 @@ TEST(SquareLfo, SettlesNearBothEndsAtTheChorusRates) {
             lfo.setRate(rate);
             lfo.setFrequency(hz);
             const int half = static_cast<int>(0.5 / hz * rate);
-            // exp(-0.314) of the way to the other end is left after each half period.
+            // Each half period leaves exp(-0.314) of the distance to the other end.
             double expected = 0.0;
             for (int n = 0; n < 6; ++n) {
                 const double end = n % 2 == 0 ? 1.0 : -1.0;

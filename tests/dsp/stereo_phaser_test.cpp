@@ -20,7 +20,7 @@ Frame tick(StereoPhaser& phaser, float left, float right) {
     return out;
 }
 
-// The answer to an impulse on the left.
+// Response to an impulse on the left.
 std::vector<Frame> impulse(StereoPhaser& phaser, int samples) {
     std::vector<Frame> out;
     for (int i = 0; i < samples; ++i) out.push_back(tick(phaser, i == 0 ? 1.0f : 0.0f, 0.0f));
@@ -45,7 +45,7 @@ TEST(StereoPhaser, FirstSamplesAreAllpassesPlusDry) {
     EXPECT_NEAR(out[1].first, (y + a * a) * a - a, 1e-6);
     EXPECT_NEAR(out[1].second, 0.0, 1e-15);
 
-    phaser.setStages(1.0f);  // two more, nearly an octave higher
+    phaser.setStages(1.0f);  // two more stages, nearly an octave higher
     const double high = coefficient(1344.0 + 233.0, 48000.0);
     EXPECT_NEAR(tick(phaser, 1.0f, 0.0f).first, 1.0 + a * a * high * high, 1e-6);
 }
@@ -53,15 +53,15 @@ TEST(StereoPhaser, FirstSamplesAreAllpassesPlusDry) {
 TEST(StereoPhaser, StagesChangeAtOneHalfAndClearOnlyOnChange) {
     StereoPhaser phaser;
     tick(phaser, 1.0f, 0.0f);
-    EXPECT_TRUE(phaser.setStages(0.49f));  // still 2: the tail goes on
+    EXPECT_TRUE(phaser.setStages(0.49f));  // still 2: the tail continues
     EXPECT_GT(std::fabs(tick(phaser, 0.0f, 0.0f).first), 0.01f);
     EXPECT_TRUE(phaser.setStages(0.5f));  // 4: cleared
     EXPECT_LT(std::fabs(tick(phaser, 0.0f, 0.0f).first), 1e-15f);
 }
 
 TEST(StereoPhaser, SweepStaysBetweenItsBoundsAndTurns) {
-    // Quick sweep over 832..1856 steps; the first allpass coefficient squared is read back
-    // through cleared states.
+    // A quick sweep over 832..1856 steps. With cleared states the output reveals the square of the
+    // first allpass coefficient.
     StereoPhaser phaser;
     phaser.setDepth(1.0f);
     phaser.setRate(1.0f);

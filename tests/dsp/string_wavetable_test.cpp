@@ -79,7 +79,7 @@ TEST(StringColumns, KeepWhatIsHeardOfTheirHarmonics) {
         SCOPED_TRACE(note);
         const WaveCycle& column = StringWavetable::shared().column(note);
         const double hz = dsp::noteFrequencies()[static_cast<std::size_t>(note)];
-        // The images of the upper harmonics cost some of their level.
+        // Upper harmonics are lowered to keep their images quiet.
         for (int h = 1; h < kCyclePoints / 2 && h * hz < 16000.0; ++h) {
             const double kept = decibels(harmonic(column, h) / harmonic(raw, h));
             ASSERT_GT(kept, h <= 40 ? -2.5 : -14.0) << h;

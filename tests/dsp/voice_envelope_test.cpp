@@ -8,7 +8,7 @@
 namespace dsp {
 namespace {
 
-// Steps of a quarter, sustain one half, release by halves.
+// Steps of a quarter, a sustain of one half, a release that halves.
 VoiceEnvelope coarseEnvelope() {
     VoiceEnvelope envelope;
     envelope.setRate(1024.0);
@@ -52,7 +52,7 @@ TEST(VoiceEnvelope, EndedReleaseKeepsItsLastLevel) {
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kIdle);
     EXPECT_EQ(envelope.tick(), last);
 
-    // A release from there drops to zero at once, and one from zero never starts.
+    // A release from there drops to zero at once. From zero it goes straight to idle.
     envelope.noteOff();
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kRelease);
     EXPECT_EQ(envelope.tick(), 0.0f);
@@ -104,7 +104,7 @@ TEST(VoiceEnvelope, HeldReleaseWaitsForTheSustain) {
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kRelease);
     envelope.trigger(1.0f, 60);
     run(envelope, 10);
-    envelope.noteOff();  // there already
+    envelope.noteOff();  // already in the sustain
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kRelease);
 
     envelope.setSustainForever(true);

@@ -1,13 +1,13 @@
-// Every element makes its control; every fault gets its message and costs that element alone.
+// Every element makes its control. Every fault gets its message and loses only its own element.
 #include <iterator>
 #include <sstream>
 #include <typeindex>
 
-#include "editor/about_view.h"
-#include "editor/note_display.h"
-#include "editor/param_display_link.h"
-#include "editor/presets_display.h"
-#include "editor/tap_view.h"
+#include "editor/views/about_view.h"
+#include "editor/views/note_display.h"
+#include "editor/views/param_display_link.h"
+#include "editor/views/presets_display.h"
+#include "editor/views/tap_view.h"
 #include "platform/file.h"
 #include "tests/editor/editor_rig.h"
 
@@ -63,7 +63,7 @@ TEST_F(EditorTest, EveryElementMakesItsControl) {
          type(typeid(CSplashScreen)), CRect(5, 6, 75, 26), -1, 0.0f, 0.5f},
         {R"(<vumeter x="5" y="6" id="0" leds="8" style="2" bitmap_off="10x10.png" bitmap_on="20x40.png"/>)",
          type(typeid(CVuMeter)), CRect(5, 6, 25, 46), -1, 0.0f, 0.5f},
-        // Parameters that are none leave the control as it is made.
+        // An id that is no parameter leaves the control without a value.
         {R"(<knob x="5" y="6" w="30" h="40" id="42"/>)", type(typeid(CKnob)), CRect(5, 6, 35, 46),
          42, 0.0f, 0.0f},
         {R"(<knob x="5" y="6" w="30" h="40" id="-1"/>)", type(typeid(CKnob)), CRect(5, 6, 35, 46),
@@ -162,8 +162,7 @@ TEST_F(EditorTest, EveryAttributeGetsItsMessageWhenItIsMissingOrWrong) {
         const auto numbers = wordsOf(row.numbers);
         const auto optionalNumbers = wordsOf(row.optionalNumbers);
         const auto pictures = wordsOf(row.pictures);
-        // The element as it should be, but for one attribute, which is left out when `instead` is
-        // null.
+        // The correct element except for one attribute: replaced by `instead`, or left out if null.
         const auto spoilt = [&](const std::string& attribute, const char* instead) {
             std::string element = std::string("<") + row.element;
             const auto add = [&](const std::string& name, const char* value) {
@@ -212,7 +211,7 @@ TEST_F(EditorTest, EveryAttributeGetsItsMessageWhenItIsMissingOrWrong) {
             EXPECT_EQ(messages.all, said);
             views += frame().getNbViews();
         }
-        // What is optional is done without.
+        // A faulty optional number does not stop the element.
         EXPECT_EQ(views, optionalNumbers.size());
     }
 }
@@ -273,7 +272,7 @@ TEST_F(EditorTest, OtherFaultsCostOneElement) {
         {"<CONSTANTS>A = 1, B = nope, C</CONSTANTS>",
          {{"B = nope", "Expression parser error", MessageIcon::kNone}}},
         {"<gadget/>", {}},
-        // The list of a menu must come first: nothing is said, nothing is made.
+        // A menu's list must come first. Otherwise there is no menu and no message.
         {R"(<optionmenu x="1" y="2" w="2" h="3" id="1" style="0"><a/><list/></optionmenu>)", {}},
     };
     for (const auto& row : rows) {

@@ -1,9 +1,8 @@
-// Opening, both directions of changes, learning, the read-out, skins and zoom.
-#include <atomic>
-#include <thread>
+// Opening, changes in both directions, learning, the read-out, skins and zoom.
 
 #include "editor/editor_zoom.h"
 #include "platform/file.h"
+#include "platform/product.h"
 #include "state/controller_map.h"
 #include "state/data_folder.h"
 #include "tests/editor/editor_rig.h"
@@ -19,7 +18,7 @@ TEST_F(EditorTest, KnowsItsSizeBeforeItIsOpened) {
     EXPECT_EQ(edit.getRect().right, 400);
     EXPECT_EQ(edit.getRect().bottom, 300);
     EXPECT_EQ(edit.getRect().left, 0);
-    EXPECT_TRUE(messages.all.empty());  // what is wrong is said when it opens
+    EXPECT_TRUE(messages.all.empty());  // faults are reported on opening
     EXPECT_FALSE(edit.isOpen());
     state::settings().write("Zoom", "150");
     EXPECT_EQ(edit.getRect().right, 600);
@@ -106,8 +105,8 @@ TEST_F(EditorTest, AClickWithControlResetsReadOutsAndSparesMenus) {
                         <optionmenu x="0" y="60" w="60" h="20" id="6" style="0"/>
                         <skinselector x="0" y="90" w="60" h="20" style="0"/>)"));
     for (const int y : {5, 35}) {
-        instrument.values[kVolume] = 0.8f;
-        edit.setParameter(kVolume);
+        instrument.setParameter(kVolume, 0.8f);
+        instrument.calls();
         idle();
         click(5, y, kLButton | kControl);
         EXPECT_EQ(instrument.calls(), "begin 0; automate 0 0.300; end 0");
@@ -129,7 +128,7 @@ TEST_F(EditorTest, MenusSendTheirIndexAsAShareOfTheLast) {
     EXPECT_EQ(instrument.calls(), "begin 6; automate 6 0.500; end 6");
     click(110, 10);
     chooseLine(0);
-    EXPECT_EQ(instrument.calls(), "begin 5; end 5");  // one item sends nothing
+    EXPECT_EQ(instrument.calls(), "begin 5; end 5");  // a menu of one item sends no value
 }
 
 TEST_F(EditorTest, ControlsFollowTheInstrument) {
@@ -157,7 +156,7 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     EXPECT_EQ(picture(30), linked);  // nothing marks it
     EXPECT_NE(picture(60), linked);
 
-    // A button is lit where the sound is on.
+    // A button is lit if the engine counts the value as on.
     ASSERT_TRUE(
         open(std::string(kKnob) + R"(<onoff x="50" y="0" id="17" bitmap_handle="20x40.png"/>)"));
     for (const auto& [value, shown] : {std::pair(0.5f, 0.0f), {0.51f, 1.0f}, {1.0f, 1.0f}}) {
@@ -166,7 +165,7 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
         EXPECT_EQ(viewAs<CControl>(1)->getValue(), shown);
     }
 
-    // A control in the musician's hand is not moved, and follows afterwards.
+    // A control does not move while it is dragged. It follows afterwards.
     headless::press(frame(), {20, 20});
     instrument.setParameter(1, 1.0f);
     idle();
@@ -174,22 +173,6 @@ TEST_F(EditorTest, ControlsFollowTheInstrument) {
     headless::release(frame(), {20, 20});
     idle();
     EXPECT_EQ(viewAs<CControl>(0)->getValue(), 1.0f);
-}
-
-TEST_F(EditorTest, BurstsFromAnotherThreadLoseNoValue) {
-    ASSERT_TRUE(open(kKnob));
-    for (int burst = 0; burst < 600; ++burst) {
-        std::atomic<bool> finished{false};
-        std::thread other([&] {
-            for (int i = 0; i < 400; ++i) edit.setParameter(i % state::kNumParams);
-            finished = true;
-        });
-        while (!finished) edit.idle();
-        other.join();
-        instrument.setParameter(1, static_cast<float>(burst) / 600.0f);
-        edit.idle();
-        ASSERT_EQ(viewAs<CControl>(0)->getValue(), instrument.values[1]) << burst;
-    }
 }
 
 TEST_F(EditorTest, ReadOutSpeaksOfTheControlUnderThePointer) {
@@ -218,7 +201,7 @@ TEST_F(EditorTest, ReadOutSpeaksOfTheControlUnderThePointer) {
 
 TEST_F(EditorTest, LearnsAndForgetsByRightClick) {
     ASSERT_TRUE(open(kKnob));
-    const std::string file = *state::findDataFolder(state::kProductName) + "Pluginccmap.bin";
+    const std::string file = *state::findDataFolder(platform::kProductName) + "Pluginccmap.bin";
     state::controllerMap().load();
     click(20, 20, kRButton);
     ASSERT_NE(frame().getModalView(), nullptr);
@@ -340,7 +323,7 @@ TEST_F(EditorTest, ListsAndChoosesSkins) {
         return count;
     };
     click(10, 10);
-    chooseLine(nightFirst ? 1 : 0);  // the one that is selected gets the notice, too
+    chooseLine(nightFirst ? 1 : 0);  // choosing the current skin shows the notice, too
     EXPECT_EQ(notices(), 1);
     openAsWritten();
     EXPECT_EQ(notices(), 0);
@@ -398,10 +381,10 @@ TEST_F(EditorTest, DrawsASkinToAPicture) {
                                         module.path(), out),
               3);
     EXPECT_GT(editor::reportAndDrawSkin(module.path() + "none/", png, out), 0);
-    EXPECT_FALSE(state::settings().read("SkinName"));  // not the player's choice, so not given up
+    EXPECT_FALSE(state::settings().read("SkinName"));  // the user had chosen nothing
 
     editor::setSkinMissing(false);
-    // As many as there are, and pictures whatever their case.
+    // Any number of elements works, and picture names ignore case.
     std::string links;
     for (int i = 43; i < 63; ++i) {
         links += R"(<autodisp x="1" y="1" w="9" h="9" id="1" style="0" link=")" +

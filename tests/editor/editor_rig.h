@@ -1,4 +1,4 @@
-// What the editor's tests share: an instrument that writes down, a skin on disk, an open editor.
+// Shared by the editor's tests: a recording instrument, a skin on disk and an open editor.
 #pragma once
 
 #include <string>
@@ -16,13 +16,12 @@
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
-// The folder of a library with one skin in it.
+// Provides a library folder that contains one skin.
 class EditorTest : public testing::Test {
   protected:
     EditorTest() {
         editor::setSkinMissing(false);
         state::controllerMap().load();
-        instrument.listener = &edit;
         for (int i = 0; i < state::kNumParams; ++i) {
             instrument.values[i] = state::parameter(i).defaultValue;
         }
@@ -55,7 +54,7 @@ class EditorTest : public testing::Test {
         instrument.calls();
         return opened;
     }
-    // Twice: what one call marks is drawn by the next.
+    // Calls idle twice, because the second call draws what the first one marks.
     void idle() {
         edit.idle();
         edit.idle();

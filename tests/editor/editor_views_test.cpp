@@ -1,11 +1,12 @@
-// The editor's own views: what they show, and what their gestures do.
+// The editor's own views: what they show and how they respond to gestures.
 #include <functional>
 
-#include "editor/about_view.h"
-#include "editor/note_display.h"
-#include "editor/presets_display.h"
+#include "editor/views/about_view.h"
+#include "editor/views/note_display.h"
+#include "editor/views/presets_display.h"
 #include "platform/file.h"
 #include "platform/open_document.h"
+#include "platform/product.h"
 #include "state/data_folder.h"
 #include "tests/editor/editor_rig.h"
 
@@ -59,7 +60,7 @@ TEST_F(EditorTest, TapsMoveOverTheirRange) {
     EXPECT_TRUE(isTap(104, 5));
     EXPECT_TRUE(isTap(104, 15));
     EXPECT_TRUE(isTap(5, 25));
-    EXPECT_EQ(pixel(50, 1), CColor(40, 50, 60));  // the picture shows between the rows
+    EXPECT_EQ(pixel(50, 1), CColor(40, 50, 60));  // the background shows between the rows
 }
 
 TEST_F(EditorTest, WhatMovesIsDrawnWholeWhateverWasDrawnBefore) {
@@ -69,7 +70,7 @@ TEST_F(EditorTest, WhatMovesIsDrawnWholeWhateverWasDrawnBefore) {
     instrument.held = 2;
     instrument.taps = {1.0f, 1.0f, 1.0f};
     instrument.current = 99;
-    frame().invalidRect({0, 0, 40, 100});  // as a menu that closes
+    frame().invalidRect({0, 0, 40, 100});  // as when a menu closes
     look();
     clock.run(frame(), 100);
     const auto shown = look();
@@ -165,7 +166,7 @@ class AboutTest : public EditorTest {
         editor::writePng(module.path() + "skin/about.png", plainPicture(200, 100, CColor(1, 2, 3)));
         open(R"(<about x="0" y="0" w="50" h="20" bitmap_pop="about.png"/>)");
     }
-    // The picture stands in the middle: from (100, 100) to (300, 200).
+    // The picture is centred: it covers (100, 100) to (300, 200).
     void clickHelp() { click(200, 185); }
 
     std::string opened;
@@ -197,7 +198,7 @@ TEST_F(AboutTest, OpensHelpOfTheDataFolderOrBesideTheLibrary) {
     clickHelp();
     EXPECT_EQ(opened, module.path() + "ZLM_help.rtf");
 
-    const std::string data = *state::findDataFolder(state::kProductName);
+    const std::string data = *state::findDataFolder(platform::kProductName);
     platform::writeFile(data + "ZLM_help.rtf", "help");
     click(10, 10);
     auto* const about = dynamic_cast<editor::CAbout*>(frame().getModalView());

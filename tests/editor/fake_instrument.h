@@ -1,5 +1,5 @@
-// What an editor is opened with where there is no plug-in: an instrument that writes down what is
-// asked of it, and the pictures of a skin.
+// What an editor needs without a plug-in: an instrument that records the calls to it, and the
+// pictures of a skin.
 #pragma once
 
 #include <array>
@@ -11,19 +11,19 @@
 #include "state/bank.h"
 #include "state/parameters.h"
 
-// An instrument without sound. Its parameters come back to the editor as an instance's do.
+// An instrument without sound. Like a real one, it reports changed parameters back to the editor.
 class FakeInstrument : public editor::EditorHost {
   public:
     int parameterCount() const override { return state::kNumParams; }
     float parameter(int index) const override { return values[index]; }
     void setParameter(int index, float value) override {
         values[index] = value;
-        if (listener) listener->setParameter(index);
+        changed |= std::uint64_t{1} << index;
         note("set " + std::to_string(index) + ' ' + state::valueText(value));
     }
     void setParameterAutomated(int index, float value) override {
         values[index] = value;
-        if (listener) listener->setParameter(index);
+        changed |= std::uint64_t{1} << index;
         note("automate " + std::to_string(index) + ' ' + state::valueText(value));
     }
     void beginEdit(int index) override { note("begin " + std::to_string(index)); }
@@ -33,6 +33,7 @@ class FakeInstrument : public editor::EditorHost {
         return state::valueText(values[index]);
     }
     std::string parameterLabel(int) const override { return "x"; }
+    std::uint64_t takeChangedParameters() override { return std::exchange(changed, 0); }
 
     int programCount() const override { return state::kNumPrograms; }
     int program() const override { return current; }
@@ -51,7 +52,7 @@ class FakeInstrument : public editor::EditorHost {
         note("size " + std::to_string(width) + ' ' + std::to_string(height));
     }
 
-    // Everything since the last call, separated by semicolons.
+    // The calls recorded since the last time, separated by semicolons.
     std::string calls() { return std::exchange(log_, std::string()); }
 
     std::array<float, state::kNumParams> values{};
@@ -62,7 +63,7 @@ class FakeInstrument : public editor::EditorHost {
     int key = -1;
     float level = 0.0f;
     state::LearnSlot slot;
-    editor::AEffGUIEditor* listener = nullptr;
+    std::uint64_t changed = 0;
 
   private:
     void note(const std::string& call) { log_ += (log_.empty() ? "" : "; ") + call; }
@@ -75,7 +76,7 @@ inline VSTGUI::PixelBuffer plainPicture(int width, int height, VSTGUI::CColor co
     return picture;
 }
 
-// bg.png is 400 x 300, each of the others is named after its size.
+// bg.png is 400 x 300. The other pictures are named after their sizes.
 inline void writeSkinPictures(const std::string& folder) {
     editor::writePng(folder + "bg.png", plainPicture(400, 300, VSTGUI::CColor(40, 50, 60)));
     editor::writePng(folder + "10x10.png", plainPicture(10, 10, VSTGUI::kRedCColor));

@@ -1,4 +1,4 @@
-// Tests of what MIDI messages do to the sound.
+// Tests of the effect of MIDI messages on the sound.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@ using engine_test::Rig;
 using engine_test::rms;
 using engine_test::Sound;
 
-constexpr double kSilent = 1e-4;  // the bow noise of an ended envelope stays below
+constexpr double kSilent = 1e-4;  // above the bow noise of an ended envelope
 constexpr double kAudible = 1e-3;
 
 bool sounds(Rig& rig) {
@@ -23,7 +23,7 @@ bool sounds(Rig& rig) {
     return level > kAudible;
 }
 
-// Plays a viola note, sends the message, and gives all that was heard.
+// Plays a viola note, sends the message, and returns everything heard.
 Sound noteThen(int status, int data1, int data2) {
     Rig rig;
     rig.playOnly(engine::kViola);
@@ -62,37 +62,6 @@ TEST(EngineMidi, OtherMessagesLeaveTheSoundAlone) {
     }
 }
 
-TEST(EngineMidi, ProgramsAndControllersReachTheListener) {
-    Rig rig;
-    rig.send(0xC3, 77);
-    rig.send(0xC0, 0xFF);
-    EXPECT_EQ(rig.programs, (std::vector<int>{77, 127}));
-    rig.send(0xB5, 7, 99);
-    rig.send(0xB0, 123, 0);
-    EXPECT_EQ(rig.controllers, (std::vector<std::pair<int, int>>{{7, 99}, {123, 0}}));
-}
-
-TEST(EngineMidi, AControllerThatIsClaimedLosesItsFixedMeaningAndWhatItHeld) {
-    Rig rig;
-    rig.playOnly(engine::kViola);
-    rig.send(0xB0, 11, 0);
-    rig.send(0xB0, 64, 127);
-    rig.noteOn(60);
-    EXPECT_FALSE(sounds(rig));
-    rig.claimsControllers = true;
-    rig.send(0xB0, 11, 0);
-    EXPECT_TRUE(sounds(rig));
-    rig.noteOff(60);
-    EXPECT_TRUE(sounds(rig));
-    rig.send(0xB0, 64, 127);
-    EXPECT_FALSE(sounds(rig));
-    rig.noteOn(60);
-    rig.send(0xB0, 120, 0);
-    EXPECT_TRUE(sounds(rig));
-    rig.send(0xB0, 123, 0);  // but for all notes off
-    EXPECT_FALSE(sounds(rig));
-}
-
 TEST(EngineMidi, ResetControllersAreAsTheyBegan) {
     Rig rig;
     Rig plain;
@@ -120,7 +89,7 @@ TEST(EngineMidi, AllSoundOffEndsVoicesAndTailsAtOnce) {
     rig.send(0xB0, 120, 0);
     EXPECT_EQ(rig.engine().heldNotes(), 0);
     EXPECT_LT(rms(rig.renderSeconds(0.3).left), 1e-7);
-    // The controllers stand as they stood.
+    // The controllers keep their values.
     rig.noteOn(60);
     rig.noteOff(60);
     EXPECT_TRUE(sounds(rig));
@@ -138,7 +107,7 @@ TEST(EngineMidi, ThePedalHoldsReleasedNotesUntilItIsLifted) {
         rig.send(0xB0, 64, 63);
         EXPECT_FALSE(sounds(rig));
 
-        // A key that is down again when the pedal is lifted goes on sounding.
+        // A key that is held again when the pedal goes up keeps sounding.
         rig.send(0xB0, 64, 127);
         rig.noteOn(40);
         rig.noteOff(40);
@@ -168,7 +137,7 @@ TEST(EngineMidi, AllNotesOffReleasesHeldAndSustainedNotesAlike) {
         for (const int key : {36, 60}) rig.noteOff(key);
         EXPECT_FALSE(sounds(rig));
 
-        // Nothing of the old keys holds the bow noise of the next note.
+        // The old keys must not hold the bow noise of the next note.
         rig.noteOn(62);
         EXPECT_TRUE(sounds(rig));
         rig.noteOff(62);

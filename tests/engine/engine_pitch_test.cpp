@@ -1,4 +1,4 @@
-// Tests of the pitches that the engine sounds, measured in its output.
+// Tests of the engine's pitches, measured in its output.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -19,8 +19,8 @@ double cents(double hz, double expected) {
     return 1200.0 * std::log2(hz / expected);
 }
 
-// Plays the key for a while and checks that its fundamental is the one expected: the partial is
-// there, in tune, and nothing sounds at half of it.
+// Plays the key and checks its fundamental: the expected partial is there and in tune, and nothing
+// sounds an octave below.
 void expectPitch(Rig& rig, int key, double expectedHz) {
     SCOPED_TRACE(testing::Message() << "key " << key << ", " << expectedHz << " Hz");
     rig.noteOn(key);
@@ -102,7 +102,7 @@ TEST(EnginePitch, BendAndMasterPitchReachOneSemitone) {
             Rig rig;
             rig.engine().setWaveform(waveform);
             rig.playOnly(engine::kViola);
-            rig.send(0xE0, 0, 30);  // dropped by what follows
+            rig.send(0xE0, 0, 30);  // cancelled by the next call
             rig.engine().setPitchOffset(c.offset);
             if (c.bend >= 0) rig.send(0xE0, 5, c.bend);
             expectPitch(rig, 60, keyHz(60) * std::exp2(c.semitones / 12.0));

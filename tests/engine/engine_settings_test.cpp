@@ -1,4 +1,4 @@
-// Tests of what the settings do to the sound.
+// Tests of the effect of settings on the sound.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -104,7 +104,7 @@ TEST(EngineSettings, AWaveformSilencesTheInstrumentEvenWhenNothingChanges) {
         rig.renderSeconds(0.1);
         EXPECT_GT(rms(rig.render(1000).left), 1e-3);
         rig.engine().setWaveform(waveform);
-        rig.renderSeconds(0.2);  // filters fall silent
+        rig.renderSeconds(0.2);  // lets the filters fall silent
         EXPECT_LT(rms(rig.render(1000).left), 1e-7);
         rig.noteOff(40);
         EXPECT_LT(rms(rig.render(1000).left), 1e-7);
@@ -163,7 +163,7 @@ TEST(EngineSettings, ANoteOffOfAnUnheldKeyLeavesTheSoundAlone) {
     }
 }
 
-// The reverb's combs keep their filter states, so its tail is shortened but not cut off.
+// The reverb's combs keep their filter states, so the tail gets shorter but does not stop.
 TEST(EngineSettings, AResetSilencesVoicesPedalAndEffects) {
     for (const bool reverb : {false, true}) {
         Rig rig;

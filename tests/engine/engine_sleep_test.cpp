@@ -10,7 +10,7 @@ namespace {
 using engine_test::Rig;
 using engine_test::Sound;
 
-// Lets the rig's notes end and gives the frame by which the engine slept, at most `limit`.
+// Renders until the engine sleeps; returns the number of frames, at most `limit`.
 int framesUntilAsleep(Rig& rig, int limit) {
     int frames = 0;
     while (!rig.engine().asleep() && frames < limit) {
@@ -34,7 +34,7 @@ TEST(EngineSleep, SilenceIsExactFourSecondsAfterTheLastVoiceAtMost) {
         EXPECT_FALSE(rig.engine().asleep());
         const int frames = framesUntilAsleep(rig, 5 * 44100);
         EXPECT_LE(frames, 4 * 44100 + 64);
-        // While a tail is heard each sample counts once; in silence it counts twice.
+        // A frame counts once during an audible tail and twice in silence.
         if (effects) {
             EXPECT_GE(frames, 4 * 44100 - release - 64);
         }
@@ -56,7 +56,7 @@ TEST(EngineSleep, AnyMessageWakesAtItsFrame) {
         rig.sendAt(700, status, 60, 64);
         const Sound sound = rig.render(1000);
         for (std::size_t i = 0; i < 700; ++i) ASSERT_EQ(sound.left[i], 0.0f);
-        // What the filters and the bow noise's dither hold is heard from that very frame on.
+        // The filters' states and the dither are heard from that very frame on.
         EXPECT_NE(sound.left[700], 0.0f);
         EXPECT_FALSE(rig.engine().asleep());
         if (status == 0x90) {

@@ -1,4 +1,4 @@
-// Tests of the ensemble chorus, whose modulation a constant input makes readable.
+// Tests of the ensemble chorus. A constant input reveals its modulation.
 #include "engine/ensemble_chorus.h"
 
 #include <gtest/gtest.h>
@@ -25,8 +25,8 @@ StereoSample tick(EnsembleChorus& chorus, float x) {
     return {out.left[0], out.right[0]};
 }
 
-// Outputs of the three taps are 1 - 0.4 u for a constant 1; `combine` picks out of both sides what
-// only the delayed modulator moves. Gives the first sample at which it moves.
+// For a constant 1 each tap outputs 1 - 0.4 u. `combine` isolates the part of both sides that only
+// the delayed modulator moves. Returns the first sample at which that part moves.
 template <typename Combine>
 int firstDelayedMove(double rate, bool slow, Combine combine) {
     const auto chorus = std::make_unique<EnsembleChorus>();

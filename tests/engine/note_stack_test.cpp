@@ -1,4 +1,4 @@
-// Tests of the keys that the bass voice holds.
+// Tests of the keys that hold the bass voice.
 #include "engine/note_stack.h"
 
 #include <gtest/gtest.h>

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "instrument/midi_messages.h"
+
 namespace engine_test {
 
 namespace {
@@ -113,7 +115,7 @@ void Rig::send(int status, int data1, int data2) {
     const std::uint8_t message[3] = {static_cast<std::uint8_t>(status),
                                      static_cast<std::uint8_t>(data1),
                                      static_cast<std::uint8_t>(data2)};
-    engine::handleMidi(*engine_, *this, message);
+    play(message);
 }
 
 void Rig::sendAt(int frame, int status, int data1, int data2) {
@@ -126,12 +128,20 @@ Sound Rig::render(int frames, int block) {
     Sound sound;
     sound.left.resize(static_cast<std::size_t>(frames), NAN);
     sound.right.resize(static_cast<std::size_t>(frames), NAN);
-    for (blockStart_ = 0; blockStart_ < frames; blockStart_ += block) {
-        engine_->render(sound.left.data() + blockStart_, sound.right.data() + blockStart_,
-                        std::min(block, frames - blockStart_), *this);
+    auto event = events_.begin();
+    for (int begin = 0; begin < frames; begin += block) {
+        const int end = std::min(begin + block, frames);
+        float* const left = sound.left.data();
+        float* const right = sound.right.data();
+        engine_->beginBlock();
+        for (int at = begin; at < end;) {
+            for (; event != events_.end() && event->frame <= at; ++event) play(event->message);
+            const int due = event == events_.end() ? end : std::min(event->frame, end);
+            at += engine_->render(left + at, right + at, due - at);
+        }
+        engine_->endBlock(left + begin, right + begin, end - begin);
     }
     events_.clear();
-    nextEvent_ = 0;
     return sound;
 }
 
@@ -139,18 +149,9 @@ Sound Rig::renderSeconds(double seconds) {
     return render(static_cast<int>(seconds * engine_->sampleRate()));
 }
 
-int Rig::dispatchUpTo(int frame) {
-    for (; nextEvent_ < events_.size(); ++nextEvent_) {
-        const Event& event = events_[nextEvent_];
-        if (event.frame >= blockStart_ + frame) return event.frame - blockStart_ + 1;
-        engine::handleMidi(*engine_, *this, event.message);
-    }
-    return kNothingDue;
-}
-
-bool Rig::controlChange(int controller, int value) {
-    controllers.emplace_back(controller, value);
-    return claimsControllers;
+void Rig::play(const std::uint8_t* message) {
+    engine_->wake();
+    instrument::playMessage(*engine_, message);
 }
 
 }  // namespace engine_test

@@ -4,11 +4,9 @@
 #include <complex>
 #include <cstdint>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "engine/engine.h"
-#include "engine/midi_input.h"
 
 namespace engine_test {
 
@@ -28,25 +26,25 @@ double rms(const std::vector<float>& x, std::size_t from = 0);
 std::complex<double> partial(const std::vector<float>& x, std::size_t from, std::size_t window,
                              double hz, double rate = kRate);
 
-// Frequency of the partial that is within 5 Hz of `hz`, by its phase at two places.
+// Frequency of the partial within 5 Hz of `hz`, from its phase at two places.
 double partialHz(const std::vector<float>& x, double hz, double rate = kRate);
 
 // Equal-tempered frequency of a MIDI key.
 double keyHz(int key);
 
-// An engine with one plain patch: every section and effect off, instant attack, full sustain, and
-// a release of a hundredth of a second or so.
-class Rig : private engine::EventSource, private engine::MidiListener {
+// An engine with a plain patch: every section and effect off, instant attack, full sustain, a
+// release of about a hundredth of a second.
+class Rig {
   public:
     explicit Rig(double rate = kRate);
 
     engine::Engine& engine() { return *engine_; }
     // Switches one section on at full level.
     void playOnly(engine::Section section);
-    // Chorus, phaser, spring and reverb on, with all the modulation there is.
+    // Switches on chorus, phaser, spring and reverb with full modulation.
     void useEffects();
 
-    // A message before the next frame, or before the frame-th of the next render (from 0).
+    // Sends a message before the next frame, or before frame `frame` (from 0) of the next render.
     void send(int status, int data1 = 0, int data2 = 0);
     void sendAt(int frame, int status, int data1 = 0, int data2 = 0);
     void noteOn(int key, int velocity = 127) { send(0x90, key, velocity); }
@@ -55,24 +53,15 @@ class Rig : private engine::EventSource, private engine::MidiListener {
     Sound render(int frames, int block = 512);
     Sound renderSeconds(double seconds);
 
-    // What reached the listener, and whether it claims every controller.
-    std::vector<int> programs;
-    std::vector<std::pair<int, int>> controllers;
-    bool claimsControllers = false;
-
   private:
     struct Event {
         int frame;
         std::uint8_t message[3];
     };
-    int dispatchUpTo(int frame) override;
-    void programChange(int program) override { programs.push_back(program); }
-    bool controlChange(int controller, int value) override;
+    void play(const std::uint8_t* message);
 
     std::unique_ptr<engine::Engine> engine_;
     std::vector<Event> events_;  // ascending
-    std::size_t nextEvent_ = 0;
-    int blockStart_ = 0;
 };
 
 }  // namespace engine_test

@@ -1,4 +1,4 @@
-// Tests of the choice of voices.
+// Tests of voice allocation.
 #include "engine/voice_allocator.h"
 
 #include <gtest/gtest.h>
@@ -46,8 +46,8 @@ TEST_F(VoiceAllocation, ARepeatedKeyKeepsItsSlotAndFirstVelocity) {
     EXPECT_EQ(allocator_.key(0), 60);
 }
 
-// The candidate is a stamp first and an index afterwards: once every slot has been stolen, the
-// stamp of slot 0 goes on naming the same slot.
+// The candidate starts as an age stamp and then takes slot indices. Once every slot has been
+// stolen, the stamp of slot 0 keeps naming the same slot.
 TEST_F(VoiceAllocation, AFullPoolStealsOnceAroundAndThenOneSlot) {
     fill(6);
     const int stolen[] = {0, 1, 2, 3, 4, 5, 5, 5};
@@ -71,7 +71,7 @@ TEST_F(VoiceAllocation, AnUnheldKeyGoesPastTheLastSlot) {
         EXPECT_EQ(allocator_.noteOff(100), polyphony);
         EXPECT_EQ(allocator_.noteOff(20), 0);
         endSound(0);
-        EXPECT_EQ(allocator_.noteOff(20), 0);  // gives the key up
+        EXPECT_EQ(allocator_.noteOff(20), 0);  // forgets the key
         EXPECT_EQ(allocator_.noteOff(20), polyphony);
         for (int slot = 1; slot < polyphony; ++slot) endSound(slot);
     }

@@ -1,4 +1,4 @@
-// Replays the fuzzers' corpora: what was once found to go a new way, or to fail, still holds.
+// Replays the fuzzers' corpora: inputs that once added coverage or failed still pass.
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -44,7 +44,7 @@ TEST_P(Corpus, HoldsForNothing) {
     EXPECT_NO_THROW(GetParam().run(""));
 }
 
-// Silence would hold for everything.
+// Silence would meet every condition.
 TEST(FuzzedInstance, Sounds) {
     const fuzz::World world;
     fuzz::Instance instance;

@@ -1,7 +1,7 @@
-// Golden audio: each scene against the samples and levels kept in data/.
+// Golden audio: compares each scene with the samples and levels in data/.
 //
-// A change of sound is minted with QUARZEL_MINT_GOLDEN=1: the test then writes the files anew, and
-// the difference of features.csv is what a reviewer reads.
+// After an intended change of sound, run with QUARZEL_MINT_GOLDEN=1 to rewrite the files. Review
+// the diff of features.csv.
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -16,8 +16,8 @@
 
 namespace {
 
-// Of full scale. Builds of one system agree to the bit; between systems the C libraries' sines
-// and powers differ in the last place.
+// Of full scale. Builds for one system agree to the bit. Between systems, the sines and powers of
+// the C libraries differ in the last place.
 constexpr float kTolerance = 1e-6f;
 constexpr int kWindows = 8;
 constexpr int kWindowFrames = 256;
@@ -56,7 +56,7 @@ void writeSamples(const std::string& path, const std::vector<float>& samples) {
         .write(reinterpret_cast<const char*>(samples.data()), samples.size() * sizeof(float));
 }
 
-// As many samples as `count`, or none.
+// Reads exactly `count` samples; empty on failure.
 std::vector<float> readSamples(const std::string& path, std::size_t count) {
     std::ifstream file(path, std::ios::binary);
     std::vector<float> samples(count);
@@ -71,7 +71,7 @@ float largestDifference(const std::vector<float>& a, const std::vector<float>& b
     return largest;
 }
 
-// Levels in dBFS to a tenth, one column a stretch of kLevelSeconds.
+// Levels in dBFS to a tenth, one column per kLevelSeconds.
 std::string levels(const std::vector<float>& channel, float sampleRate) {
     std::string text;
     const auto stretch = static_cast<std::size_t>(kLevelSeconds * sampleRate);
@@ -124,7 +124,7 @@ TEST_P(Golden, SceneRepeatsBitForBit) {
     EXPECT_TRUE(first.left == second.left && first.right == second.right);
 }
 
-// Every sample of a scene: the Linux build leaves them for the Windows build to compare.
+// Compares every sample of a scene: the Linux build writes them, the Windows build reads them.
 TEST_P(Golden, SystemsAgree) {
     const Scene& scene = scenes()[GetParam()];
     SCOPED_TRACE(scene.name);

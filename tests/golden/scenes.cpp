@@ -1,4 +1,4 @@
-// The scenes, and a small host that plays them.
+// The scenes and their playback.
 #include "tests/golden/scenes.h"
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "engine/engine.h"
-#include "plugin/vst_synth.h"
+#include "instrument/instrument.h"
 
 namespace {
 
@@ -116,37 +116,27 @@ StereoSound playScene(const Scene& scene, int blockSize) {
 
 StereoSound playScene(const Scene& scene, int blockSize,
                       std::unique_ptr<engine::SoundEngine> engine) {
-    const auto synth = std::make_unique<plugin::VstSynth>(nullptr, std::move(engine));
-    synth->setSampleRate(scene.sampleRate);
+    instrument::Host host;
+    const auto instrument = std::make_unique<instrument::Instrument>(host, std::move(engine));
+    instrument->start(44100.0);
+    instrument->setSampleRate(scene.sampleRate);
     for (const SceneSetting& setting : scene.settings) {
-        synth->setParameter(setting.index, setting.value);
+        instrument->setParameter(setting.index, setting.value);
     }
-    synth->resume();
+    instrument->resume();
 
     const int frames = static_cast<int>(scene.seconds * scene.sampleRate);
     StereoSound sound{std::vector<float>(frames), std::vector<float>(frames)};
-    std::vector<VstMidiEvent> due(scene.events.size());
-    std::vector<VstIntPtr> list(2 + scene.events.size());
     std::size_t next = 0;
     for (int start = 0; start < frames; start += blockSize) {
         const int count = std::min(blockSize, frames - start);
-        auto* events = reinterpret_cast<VstEvents*>(list.data());
-        events->numEvents = 0;
         for (; next < scene.events.size(); ++next) {
             const SceneEvent& event = scene.events[next];
             const int frame = static_cast<int>(event.seconds * scene.sampleRate);
             if (frame >= start + count) break;
-            VstMidiEvent& midi = due[events->numEvents];
-            midi = {};
-            midi.type = kVstMidiType;
-            midi.byteSize = sizeof midi;
-            midi.deltaFrames = frame - start;
-            std::copy_n(event.message, 3, midi.midiData);
-            events->events[events->numEvents++] = reinterpret_cast<VstEvent*>(&midi);
+            instrument->addMessage(frame - start, event.message);
         }
-        synth->processEvents(events);
-        float* outputs[] = {&sound.left[start], &sound.right[start]};
-        synth->processReplacing(nullptr, outputs, count);
+        instrument->render(&sound.left[start], &sound.right[start], count);
     }
     return sound;
 }

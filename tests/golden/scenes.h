@@ -1,4 +1,4 @@
-// Named scenes: short performances that every build must render alike.
+// Named scenes: short performances that every build must render identically.
 #pragma once
 
 #include <cstdint>
@@ -33,8 +33,8 @@ struct StereoSound {
 
 const std::vector<Scene>& scenes();
 
-// Plays the scene through the plug-in interface, as a host with blocks of `blockSize` frames.
+// Plays the scene in blocks of `blockSize` frames.
 StereoSound playScene(const Scene& scene, int blockSize);
-// The same with an engine of the caller's choice.
+// Uses the given engine.
 StereoSound playScene(const Scene& scene, int blockSize,
                       std::unique_ptr<engine::SoundEngine> engine);

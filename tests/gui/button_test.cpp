@@ -4,7 +4,7 @@
 namespace VSTGUI {
 namespace {
 
-// Frames stacked one above the other; the red of each tells its number.
+// A strip of frames, one above the other. The red of a frame is its number.
 SharedPointer<CBitmap> strip(int width, int frameHeight, int frames) {
     PixelBuffer pixels(width, frameHeight * frames);
     for (int i = 0; i < frames; ++i)

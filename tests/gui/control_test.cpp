@@ -1,4 +1,4 @@
-// What all controls share: values, edits, the reset gesture.
+// Behaviour of all controls: values, edits and the reset gesture.
 #include "tests/gui/gui_fixture.h"
 
 #include <cmath>

@@ -217,7 +217,7 @@ TEST_F(Drawing, TakesHostileTextAndSizes) {
     context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
 }
 
-// The same bytes on every system and build. A change of the picture changes the numbers.
+// Every system and build draws the same bytes. A change of the picture changes the numbers.
 TEST_F(Drawing, GivesTheKnownBytes) {
     context->setFillColor(CColor(200, 40, 30, 180));
     context->setFrameColor(CColor(30, 220, 90));

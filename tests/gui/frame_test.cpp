@@ -159,7 +159,7 @@ TEST_F(GuiTest, OneEditorsCloseLeavesTheTimersOfAnother) {
     auto* const other = new CFrame(CRect(0, 0, 10, 10), nullptr);
     headless::open(*other);
     int calls = 0;
-    // Started from outside any frame's event while the other frame is the current one.
+    // Start the timer outside any event, while the other frame is current.
     const auto timer = makeOwned<CVSTGUITimer>([&](CVSTGUITimer*) { ++calls; }, 10);
     other->close();
     clock.run(*frame, 100);

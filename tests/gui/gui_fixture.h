@@ -1,4 +1,4 @@
-// What the tests of the toolkit layer share: an open frame, a listener that writes down, pictures.
+// Shared by the tests of the toolkit layer: an open frame, a recording listener and pictures.
 #pragma once
 
 #include "gui/headless.h"
@@ -19,7 +19,7 @@ inline std::string shortNumber(double value) {
     return text;
 }
 
-// Writes every call down as one word; values are rounded to four digits.
+// Records every call as one word. Values are rounded to four digits.
 class Recorder : public IControlListener, public VSTGUIEditorInterface {
   public:
     void valueChanged(CControl* control) override {
@@ -32,7 +32,7 @@ class Recorder : public IControlListener, public VSTGUIEditorInterface {
     void endEdit(int32_t tag) override { log.push_back("editor ends " + std::to_string(tag)); }
     int32_t getKnobMode() const override { return knobMode; }
 
-    // Everything since the last call but the editor's own calls, in one line.
+    // The calls since the last time, in one line, without those to the editor.
     std::string reports() {
         std::string line;
         for (const std::string& word : log)
@@ -46,7 +46,7 @@ class Recorder : public IControlListener, public VSTGUIEditorInterface {
     int32_t knobMode = kLinearMode;
 };
 
-// A picture whose every pixel tells its place: red is x, green is y.
+// A picture in which every pixel gives its position: red is x, green is y.
 inline SharedPointer<CBitmap> gradient(int width, int height, uint8_t blue = 0) {
     PixelBuffer pixels(width, height);
     for (int y = 0; y < height; ++y)
@@ -62,7 +62,7 @@ inline SharedPointer<CBitmap> plain(int width, int height, CColor color) {
     return makeOwned<CBitmap>(makeOwned<IPlatformBitmap>(std::move(pixels)));
 }
 
-// An opened frame without a window, 400 by 300.
+// Provides an open frame of 400 by 300 pixels without a window.
 class GuiTest : public ::testing::Test {
   protected:
     GuiTest() {
@@ -76,7 +76,7 @@ class GuiTest : public ::testing::Test {
         exit();
     }
 
-    // Adds a control, reports to the recorder, and draws it once.
+    // Adds a control, makes it report to the recorder and draws it once.
     template <class Control>
     Control* add(Control* control) {
         frame->addView(control);
@@ -85,7 +85,7 @@ class GuiTest : public ::testing::Test {
         return control;
     }
 
-    // Half the range, drawn and with nothing reported.
+    // Sets half the range, draws it and drops the reports.
     void setHalf(CControl* control) {
         control->setValue(0.5f);
         frame->idle();

@@ -6,8 +6,8 @@
 namespace VSTGUI {
 namespace {
 
-// A press at the first point, moves to the others; the state holds for the whole gesture unless a
-// move brings its own.
+// A press at the first point and moves to the others. The state applies to the whole gesture,
+// unless a move has its own.
 struct Gesture {
     const char* name;
     struct Move {

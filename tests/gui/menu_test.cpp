@@ -1,4 +1,4 @@
-// Option menus: entries, choosing by pointer and keys, placing, scrolling, loose pop-ups.
+// Option menus: entries, choosing by pointer and keys, placement, scrolling, pop-ups at a point.
 #include "gui/controls/menu_view.h"
 #include "tests/gui/gui_fixture.h"
 
@@ -23,7 +23,7 @@ class Menus : public GuiTest {
     CRect opened() const {
         return frame->getModalView() ? frame->getModalView()->getViewSize() : CRect();
     }
-    // The middle of an entry's row while nothing is scrolled.
+    // The middle of an entry's row in a menu that is not scrolled.
     CPoint row(int index) const {
         return opened().getTopLeft() + CPoint(30, 1 + kRow * index + kRow / 2);
     }

@@ -1,4 +1,4 @@
-// The picture reader and the factory: every colour type, and files that are no sound picture.
+// The picture reader and the factory: every colour type, and damaged files.
 #include "gui/graphics/picture_reader.h"
 #include "tests/gui/gui_fixture.h"
 #include "tests/support/temporary_folder.h"
@@ -62,7 +62,7 @@ TEST(Pictures, OfAbsurdSizeAreRefusedBeforeTheyTakeMemory) {
 }
 
 TEST(Pictures, ThatClaimToBeSmallMayNotUnpackIntoGigabytes) {
-    constexpr size_t kDataAt = 33;  // behind the signature and the header chunk
+    constexpr size_t kDataAt = 33;  // after the signature and the header chunk
     auto bytes = bytesOf("rgb.png");
     bytes.insert(bytes.begin() + kDataAt, 100012, 0);
     putBigEndian(bytes, kDataAt, 100000);
@@ -70,7 +70,7 @@ TEST(Pictures, ThatClaimToBeSmallMayNotUnpackIntoGigabytes) {
     std::copy(name, name + 4, bytes.begin() + kDataAt + 4);
     EXPECT_FALSE(read(bytes));
 
-    bytes = bytesOf("rgb.png");  // the same claim at a place where the file ends
+    bytes = bytesOf("rgb.png");  // the same claim where the file ends
     bytes.resize(bytes.size() - 12);
     bytes.insert(bytes.end(), {0x3F, 0, 0, 0, 'I', 'D', 'A', 'T'});
     EXPECT_FALSE(read(bytes));
@@ -117,7 +117,7 @@ TEST(PlatformFactory, TakesPathsInUtf8) {
     const fs::path copy = fs::u8path(folder.path()) / fs::u8path("\xC3\xA4\xE2\x82\xAC.png");
     fs::copy_file(fs::u8path(kSamples) / "rgb.png", copy);
     EXPECT_TRUE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
-    fs::resize_file(copy, 2u << 20);  // far more than two pixels can take
+    fs::resize_file(copy, 2u << 20);  // far more than two pixels can need
     EXPECT_FALSE(getPlatformFactory().createBitmapFromPath(copy.u8string().c_str()));
 }
 

@@ -1,4 +1,4 @@
-// One of each control in one frame: the whole picture's bytes, alike on every system and build.
+// One frame with one of each control. Every system and build draws the same bytes.
 #include "tests/gui/gui_fixture.h"
 
 namespace VSTGUI {
@@ -42,7 +42,7 @@ class Scene : public GuiTest {
     COptionMenu* menu;
 };
 
-// A change of how anything looks changes these numbers; look at the picture, then write them anew.
+// Any change of looks changes these numbers. Look at the picture, then update them.
 TEST_F(Scene, GivesTheKnownBytes) {
     EXPECT_EQ(shown(), 15713464183337507175u) << "as built";
     headless::click(*frame, CPoint(40, 170));

@@ -10,7 +10,7 @@ namespace {
 
 class Texts : public GuiTest {
   protected:
-    // The hash of what the frame shows, to tell two drawings apart.
+    // The hash of what the frame shows, to compare drawings.
     uint64_t look() { return headless::hashOf(headless::picture(*frame)); }
 };
 
@@ -145,7 +145,7 @@ class Fields : public Texts {
         edit = add(new Edit(CRect(10, 10, 110, 30), &recorder, 4, "old"));
         other = add(new COnOffButton(CRect(200, 0, 220, 20), &recorder, 5));
     }
-    // Reports its text, and whether Return ended the entry.
+    // Records its text, and whether Return ended the entry.
     class Edit : public CTextEdit {
       public:
         using CTextEdit::CTextEdit;

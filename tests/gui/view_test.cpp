@@ -4,7 +4,7 @@
 namespace VSTGUI {
 namespace {
 
-// Writes down what reaches it and answers as told.
+// Records what reaches it and returns the given answers.
 class Probe : public CView {
   public:
     Probe(const CRect& size, std::string name, std::vector<std::string>& log)

@@ -1,4 +1,4 @@
-// Frames in real windows of Windows, driven by messages as a host's loop delivers them.
+// Frames in real windows on Windows, driven by messages as in a host's loop.
 #include "gui/headless.h"
 #include "tests/gui/gui_fixture.h"
 
@@ -55,7 +55,7 @@ class Win32Frames : public ::testing::Test {
         send(WM_LBUTTONDOWN, MK_LBUTTON, x, y);
         if (frame) send(WM_LBUTTONUP, 0, x, y);
     }
-    // Whether the window shows the frame's pixels at some places spread over it.
+    // True if the window shows the frame's pixels at a few points spread over it.
     bool shows() {
         const PixelBuffer& wanted = headless::picture(*frame);
         const HDC screen = GetDC(child);
@@ -130,7 +130,7 @@ TEST_F(Win32Frames, PassOnTheMouseTheWheelAndTheKeys) {
 TEST_F(Win32Frames, LeaveTheKeysThatNobodyUsesToTheHost) {
     frame->addView(new CKnob(CRect(0, 0, 60, 60), &recorder, 1, nullptr, nullptr));
     frame->addView(new CTextEdit(CRect(100, 0, 200, 20), &recorder, 2, ""));
-    // Down, its character if it makes one, and up.
+    // Sends the press, the character if the key types one, and the release.
     const auto key = [&](WPARAM code, wchar_t character) {
         send(WM_KEYDOWN, code, 0, 0);
         if (character) send(WM_CHAR, character, 0, 0);

@@ -13,7 +13,7 @@
 namespace VSTGUI {
 namespace {
 
-// The display number that the server writes once it is ready; empty if it never does.
+// Returns the display number that the server writes when it is ready; empty on a timeout.
 std::string readDisplay(int pipe) {
     constexpr int kPatience = 15000;  // milliseconds
     pollfd ready = {pipe, POLLIN, 0};
@@ -79,7 +79,7 @@ xcb_window_t X11Server::makeWindow(int x, int y, int width, int height, int dept
     const xcb_colormap_t colors = xcb_generate_id(connection_);
     xcb_create_colormap(connection_, XCB_COLORMAP_ALLOC_NONE, colors, screen_->root, visual);
     const xcb_window_t window = xcb_generate_id(connection_);
-    const uint32_t values[] = {0xFF808080, 0, 1, colors};  // the third: no window manager
+    const uint32_t values[] = {0xFF808080, 0, 1, colors};  // the third keeps window managers away
     xcb_create_window(
         connection_, static_cast<uint8_t>(own ? screen_->root_depth : depth), window, screen_->root,
         static_cast<int16_t>(x), static_cast<int16_t>(y), static_cast<uint16_t>(width),

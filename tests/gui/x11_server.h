@@ -9,7 +9,7 @@
 
 namespace VSTGUI {
 
-// Starts Xvfb and points DISPLAY to it. Drives pointer and keys through xdotool, that is XTEST.
+// Starts Xvfb and sets DISPLAY to it. Drives the pointer and keys with xdotool, which uses XTEST.
 class X11Server {
   public:
     explicit X11Server(const std::string& screen);  // like "800x600x24"
@@ -17,21 +17,20 @@ class X11Server {
     X11Server(const X11Server&) = delete;
     X11Server& operator=(const X11Server&) = delete;
 
-    // False where Xvfb or xdotool is not installed.
+    // False if Xvfb or xdotool is not installed.
     bool isRunning() const { return connection_ != nullptr; }
 
-    // A mapped top-level window; depth 0 is the screen's own.
+    // Creates and maps a top-level window. Depth 0 means that of the screen.
     xcb_window_t makeWindow(int x, int y, int width, int height, int depth = 0);
     void destroyWindow(xcb_window_t window);
-    // What a window manager sends to the top-level window in front when its close button is
-    // pressed.
+    // Sends the close request of a window manager to the topmost window.
     void askTopWindowToClose();
     void listenForKeys(xcb_window_t window) const;
-    // Key presses that reached the listening windows since the last call.
+    // The number of key presses that reached the listening windows since the last call.
     int takeKeyPresses() const;
-    // Words of an xdotool command line.
+    // `command` is an xdotool command line.
     void drive(const std::string& command) const;
-    // The screen's content as 32-bit words, row by row; empty if the server refuses.
+    // The pixels of the screen as 32-bit words, row by row. Empty if the server refuses.
     std::vector<uint32_t> contents(int x, int y, int width, int height) const;
 
   private:

@@ -41,7 +41,7 @@ class X11Frames : public ::testing::Test {
         frame->forget();
         return nullptr;
     }
-    // Serves all frames until the condition holds; false when it never does.
+    // Serves all frames until the condition holds. Returns false on a timeout.
     bool waitFor(const std::function<bool()>& condition) {
         using namespace std::chrono;
         const auto end = steady_clock::now() + seconds(20);
@@ -52,13 +52,13 @@ class X11Frames : public ::testing::Test {
         }
         return false;
     }
-    // Drives and serves the frames meanwhile, as a host would.
+    // Runs the command and serves the frames meanwhile, as a host would.
     void drive(const std::string& command) {
         const auto done = std::async(std::launch::async, [&] { server->drive(command); });
         waitFor(
             [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
     }
-    // Drives, then waits for exactly these reports.
+    // Runs the command, then waits for exactly these reports.
     ::testing::AssertionResult drive(const std::string& command, const std::string& expected) {
         drive(command);
         std::string seen;
@@ -70,7 +70,7 @@ class X11Frames : public ::testing::Test {
         if (waitFor(complete) && seen == expected) return ::testing::AssertionSuccess();
         return ::testing::AssertionFailure() << command << ": saw \"" << seen << "\"";
     }
-    // Whether the screen shows the frame's pixels there; the lowest bits may be lost.
+    // True if the screen shows the frame's pixels there. The lowest bits may be lost.
     bool shows(CFrame& frame, int x, int y, uint32_t mask = 0xFFFFFF) {
         const PixelBuffer& wanted = headless::picture(frame);
         const auto seen = server->contents(x, y, wanted.width(), wanted.height());
@@ -154,7 +154,7 @@ TEST_F(X11Frames, LeaveTheKeysThatNobodyUsesToTheHost) {
         {"mousemove 30 30 click 1 key Up key space", 1},
         {"mousemove 150 10 click 1 type 'a b'", 0},
         {"key Return key space", 1},
-        {sendToFrame, 0},  // what was sent may come from the host: it stays
+        {sendToFrame, 0},  // a sent key may come from the host: it stays
         {"key space", 1},
     };
     for (const auto& row : cases) {

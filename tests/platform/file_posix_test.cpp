@@ -1,4 +1,4 @@
-// What a written file is after a crash, a failing disk and other writers.
+// The state of a file after a crash, a failing disk and concurrent writers.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -32,12 +32,12 @@ std::optional<std::string> contentsOf(const std::string& path) {
     return platform::readFile(path, 1 << 20);
 }
 
-// The ways a file may stand there before it is written.
+// What may exist at the path before the file is written.
 struct Place {
     const char* name;
     void (*prepare)(const std::string& file);
     std::optional<std::string> before;
-    std::ptrdiff_t entries;  // in the folder, once it is written
+    std::ptrdiff_t entries;  // in the folder, after the write
 };
 
 void writeOld(const std::string& file) {
@@ -57,7 +57,7 @@ const Place kPlaces[] = {
      std::nullopt, 2},
 };
 
-// Whether the condition holds in a process of its own.
+// Evaluates the condition in a child process.
 bool holdsInAChild(const std::function<bool()>& condition) {
     TracedChild child(condition);
     while (child.next()) {
@@ -65,21 +65,19 @@ bool holdsInAChild(const std::function<bool()>& condition) {
     return child.result() == TracedChild::kTrue;
 }
 
-// How a writer in a process of its own ends: any crash, any failing call.
+// Writers in child processes: any crash, any failing call.
 class WrittenFile : public testing::Test {
   protected:
-    std::ptrdiff_t entryCount() const {
-        return static_cast<std::ptrdiff_t>(platform::folderEntries(folder_.path()).size());
-    }
     bool write(const std::string& contents) const { return platform::writeFile(file_, contents); }
-    // For a traced child: apart from the fixture, whose use costs system calls under sanitizers.
+    // For a traced child. Independent of the fixture, whose use costs system calls under
+    // sanitizers.
     std::function<bool()> writingNew() const {
         return [file = file_] { return platform::writeFile(file, kNew); };
     }
-    // Where the old contents and a short text fit, and the new contents do not.
+    // On a disk with room for the old contents and a short text, but not for the new contents.
     bool staysWhenThereIsNoRoom() const {
-        return write(kOld) && !write(kNew) && contentsOf(file_) == kOld && entryCount() == 1 &&
-               write("short") && contentsOf(file_) == "short";
+        return write(kOld) && !write(kNew) && contentsOf(file_) == kOld &&
+               folder_.entryCount() == 1 && write("short") && contentsOf(file_) == "short";
     }
 
     const TemporaryFolder folder_;
@@ -98,11 +96,11 @@ TEST_F(WrittenFile, IsOldOrNewWhereverTheWriterIsKilled) {
             const auto contents = contentsOf(file_);
             ASSERT_TRUE(contents == place.before || contents == kNew);
             ++(contents == kNew ? news : olds);
-            // One file is left over at most, and the next writer takes it over.
-            EXPECT_LE(entryCount(), place.entries + 1);
+            // At most one file is left over, and the next writer reuses it.
+            EXPECT_LE(folder_.entryCount(), place.entries + 1);
             ASSERT_TRUE(write(kOld));
             EXPECT_EQ(contentsOf(file_), kOld);
-            EXPECT_EQ(entryCount(), place.entries);
+            EXPECT_EQ(folder_.entryCount(), place.entries);
             EXPECT_EQ(fs::is_symlink(file_), isLink);
             if (!place.before) fs::remove(isLink ? file_ + "-target" : file_);
         });
@@ -135,11 +133,11 @@ TEST_F(WrittenFile, IsWhatTheAnswerSaysWhicheverCallFails) {
         EXPECT_GE(failed, 14);
         EXPECT_GE(refused, error == EINTR ? 4 : 6) << "of " << failed;
         ASSERT_TRUE(write(kNew));
-        EXPECT_EQ(entryCount(), 1);
+        EXPECT_EQ(folder_.entryCount(), 1);
     }
 }
 
-// What a loss of power leaves cannot be tried, the order that it depends on can be seen.
+// A loss of power cannot be tested, but the order of calls that it depends on can.
 TEST_F(WrittenFile, ReachesTheDiskBeforeItsNameDoes) {
     std::vector<long> calls;
     TracedChild child(writingNew());
@@ -150,7 +148,7 @@ TEST_F(WrittenFile, ReachesTheDiskBeforeItsNameDoes) {
 }
 
 TEST_F(WrittenFile, StaysOnAFullDisk) {
-    // In a process of its own, which alone sees the tiny disk.
+    // Run in a child process, which alone sees the tiny disk.
     const auto mountDisk = [&] {
         const int spaces = CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER);
         return unshare(spaces) == 0 &&
@@ -180,7 +178,7 @@ TEST_F(WrittenFile, KeepsItsPermissionsAndItsProtection) {
     EXPECT_EQ(fs::status(file_).permissions(), fs::perms(0600));
     fs::permissions(file_, fs::perms(0444));
     fs::permissions(folder_.path(), fs::perms(0777));
-    // Root may write everything; nobody may not, but takes over what root left.
+    // Unlike root, nobody may not write everything, but takes over root's leftover.
     folder_.write("other.writing", "left");
     fs::permissions(folder_.path() + "other.writing", fs::perms(0400));
     TracedChild child([&] {
@@ -192,7 +190,7 @@ TEST_F(WrittenFile, KeepsItsPermissionsAndItsProtection) {
     EXPECT_EQ(child.result(), TracedChild::kTrue);
     EXPECT_EQ(contentsOf(file_), kNew);
     EXPECT_EQ(contentsOf(folder_.path() + "other"), kOld);
-    EXPECT_EQ(entryCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
 TEST_F(WrittenFile, ReplacesNothingButFiles) {
@@ -207,7 +205,7 @@ TEST_F(WrittenFile, ReplacesNothingButFiles) {
     writeOld(file_);
     EXPECT_FALSE(platform::writeFile(file_ + "/below", kNew));
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_EQ(entryCount(), 5);
+    EXPECT_EQ(folder_.entryCount(), 5);
 }
 
 TEST_F(WrittenFile, IsMadeInTheCurrentFolderFromABareName) {
@@ -231,7 +229,7 @@ TEST_F(WrittenFile, IsReadToTheEndWhileItIsReplacedAndRemoved) {
     EXPECT_EQ(reader.result(), TracedChild::kTrue);
 }
 
-// Runs the actions at once, each in a process of its own; whether all of them said true.
+// Runs the actions in parallel child processes. Returns whether all returned true.
 bool allAtOnce(const std::vector<std::function<bool()>>& actions) {
     std::vector<pid_t> processes;
     for (const auto& action : actions) {
@@ -269,7 +267,7 @@ TEST_F(WrittenFile, IsWholeWhoeverElseWritesIt) {
     };
     EXPECT_TRUE(allAtOnce({writer('a'), writer('b'), writer('c'), reader}));
     EXPECT_EQ(contentsOf(file_)->size(), 1000u + 5 * rounds);
-    EXPECT_EQ(entryCount(), 1);
+    EXPECT_EQ(folder_.entryCount(), 1);
 }
 
 TEST(SettingsFile, LosesNothingToAnotherWriter) {
@@ -305,7 +303,7 @@ TEST(SettingsFile, IsOldOrNewWhereverTheWriterIsKilled) {
                        EXPECT_TRUE(name == "Night" || name == "Day");
                        ASSERT_TRUE(settings.write("SkinName", "Night"));
                    });
-    // Of a file that is there and cannot be read nothing is thrown away.
+    // A file that exists but cannot be read loses nothing.
     const std::string file = base.path() + "Tembrilon/Quarzel Strings/settings";
     fs::resize_file(file, 2 << 20);
     EXPECT_FALSE(settings.write("SkinName", "Day"));

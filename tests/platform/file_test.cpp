@@ -1,4 +1,4 @@
-// Reading whole files with a bound.
+// Reading whole files with a size limit.
 #include "platform/file.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Where Linux keeps the files of a user and of a library.
+// Folders of a user and of a library on Linux.
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Sets a variable of the environment, or removes it, for a scope.
+// Sets or removes an environment variable within a scope.
 class Variable {
   public:
     Variable(const char* name, const char* value) : name_(name) {

@@ -1,4 +1,4 @@
-// Messages of the system's own on Linux: in a window, or on standard error.
+// System messages on Linux: in a window, or on standard error.
 #include "platform/message_box.h"
 
 #include <algorithm>
@@ -42,7 +42,7 @@ class MessageWindow : public testing::Test {
         if (!server_->isRunning()) GTEST_SKIP() << "needs Xvfb and xdotool";
     }
 
-    // Shows a message on a thread of its own and waits until all of it can be seen.
+    // Shows a message on another thread and waits until it is completely visible.
     void show(const std::string& title, const std::string& text, MessageIcon icon) {
         picture_ = drawMessage(title, text, icon, false, kScreenHeight * 3 / 4);
         left_ = (kScreenWidth - picture_.width) / 2;
@@ -74,7 +74,7 @@ class MessageWindow : public testing::Test {
         return "mousemove " + std::to_string(left_ + x) + " " + std::to_string(top_ + y) + " ";
     }
 
-    std::future<void> message_;  // ends at the latest when the server does
+    std::future<void> message_;  // ends with the server at the latest
     std::optional<VSTGUI::X11Server> server_;
     MessagePicture picture_;
     int left_ = 0;
@@ -147,7 +147,7 @@ TEST(MessagePicture, KeepsAnyTextWithinItsMargins) {
                     << x << ", " << y;
             }
         }
-        EXPECT_GT(inked, 1200);  // the sign alone
+        EXPECT_GT(inked, 1200);  // the icon alone
     }
 }
 

@@ -1,4 +1,4 @@
-// Messages and the handler that takes the system's place.
+// Messages and the handler that replaces the system's.
 #include "platform/message_box.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-// Documents reach the desktop's opener, whatever their path holds.
+// Documents reach the desktop's opener, whatever characters their path contains.
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Puts another search path in place for a scope.
+// Sets another search path within a scope.
 class ScopedPath {
   public:
     explicit ScopedPath(const std::string& path) : before_(std::getenv("PATH")) {

@@ -1,4 +1,4 @@
-// A library to be loaded by the tests.
+// A library for the tests to load.
 #include <string>
 
 #include "platform/folders.h"

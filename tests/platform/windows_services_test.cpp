@@ -1,4 +1,4 @@
-// The Windows services as the system really answers them: registry, folders, message boxes.
+// The real Windows services: registry, folders, message boxes.
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -31,7 +31,7 @@ TEST(WindowsSettings, LieInTheRegistryAsWideTexts) {
     const platform::SettingsStore settings("Tembrilon", "Quarzel Strings");
     const std::string value =
         "N\xC3\xA4"
-        "cht \xE5\xBC\xA6";  // beyond the 8-bit code page
+        "cht \xE5\xBC\xA6";  // outside the 8-bit code page
     ASSERT_TRUE(settings.write("SkinName", value));
     wchar_t stored[64] = {};
     DWORD bytes = sizeof stored;
@@ -105,7 +105,7 @@ TEST(WindowsFiles, StayWhenTheyAreWriteProtected) {
     EXPECT_FALSE(platform::writeFile(path + "\\below", "new"));
 }
 
-// Run by the test below in a process of its own.
+// The test below runs this in a child process.
 TEST(WindowsFiles, DISABLED_AreWrittenForEver) {
     char path[MAX_PATH] = {};
     ASSERT_NE(GetEnvironmentVariableA(kVictimFile, path, sizeof path), 0u);

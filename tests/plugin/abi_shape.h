@@ -1,5 +1,5 @@
-// Describes records, functions and tables of virtual methods in words, so that two statements of
-// one binary interface can be compared whatever they call their types.
+// Describes records, functions and virtual tables as text, so that two declarations of one binary
+// interface can be compared whatever their type names.
 #pragma once
 
 #include <cstddef>
@@ -14,8 +14,8 @@ namespace tests {
 
 using Shapes = std::vector<std::string>;
 
-// "p" pointer or reference, "i4" integer or enumeration of four bytes, "f8" floating point,
-// "s24" record, "a128:i2" array, "i4(p,f8)" function.
+// "p" pointer or reference, "i4" integer or enumeration of four bytes, "f8" floating point, "s24"
+// record, "a128:i2" array, "i4(p,f8)" function.
 template <class T>
 struct Shape {
     static std::string text() {
@@ -46,7 +46,7 @@ struct Shape<R (*)(A...)> {
     }
 };
 
-// "offset shape" of each field that `fields` ties together.
+// "offset shape" of each of the fields.
 template <class Record, class Fields>
 Shapes layoutOf(Fields fields, size_t offset = 0) {
     Record record{};
@@ -60,8 +60,8 @@ Shapes layoutOf(Fields fields, size_t offset = 0) {
     return shapes;
 }
 
-// The same of virtual methods: their offset in the table, the object as a first argument. A pointer
-// to a virtual method is that offset plus one, by the C++ ABI of both systems' compilers.
+// The same for virtual methods: their offset in the table, with the object as first argument. In
+// the C++ ABI of both systems' compilers, a pointer to a virtual method is that offset plus one.
 template <class C, class R, class... A>
 std::string methodShape(R (C::*method)(A...)) {
     intptr_t words[2];
@@ -75,7 +75,7 @@ Shapes methodShapes(M... method) {
     return {methodShape(method)...};
 }
 
-// Constants of any type as numbers of one.
+// Converts constants of any types to one number type.
 template <class Number, class... C>
 std::vector<Number> valuesOf(C... constant) {
     return {static_cast<Number>(constant)...};

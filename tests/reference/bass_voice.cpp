@@ -8,7 +8,7 @@ namespace reference {
 namespace {
 constexpr int kEnvelopeKey = 60;
 constexpr int kPhaseRingLength = 100;
-constexpr float kFadeStep = 0.01f;
+constexpr float kFadeStep = 0.01f;  // per sample
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
 
@@ -31,8 +31,7 @@ void BassVoice::setRate(double sampleRate) {
 
 void BassVoice::noteOn(int key, int velocity) {
     if (stack_.push(key, velocity)) {
-        envelope_.trigger(velocityPeak(stack_.topVelocity(), envelope_.velocityAmount()),
-                          kEnvelopeKey);
+        envelope_.noteOn(stack_.topVelocity(), kEnvelopeKey);
     }
     setPitch(key);
 }

@@ -24,21 +24,21 @@ class BassVoice {
     dsp::VoiceEnvelope& envelope() { return envelope_; }
     void setRelease(const ReleaseTime& release) { release.applyTo(envelope_, sampleRate_); }
 
-    // `key` is a playable raw MIDI key, sounding an octave above the upper reading before the
-    // sections halve it.
+    // `key` is a playable MIDI key (see isPlayableKey). Taken as semitones above C0 it sounds an
+    // octave above the upper voices, before the sections halve it.
     void noteOn(int key, int velocity);
     void noteOff(int key);
     void setPedal(bool down);
-    // Releases the envelope; no key is held any more.
+    // Releases the envelope and forgets all held keys.
     void allNotesOff();
 
-    // Envelope idle at level 0, operators cleared; held keys stay.
+    // Idles the envelope at level 0 and clears the operators; held keys stay.
     void silence();
-    // The same, nothing held, filters cleared, no glide under way.
+    // silence(), and also clears the filters, forgets held keys and ends the glide.
     void reset();
 
     bool sounding() const { return envelope_.stage() != dsp::VoiceEnvelope::kIdle; }
-    // Adds one sample of the sections that are on to `mix`; to be called only while sounding.
+    // Adds one sample of the enabled sections to `mix`. Call it only while sounding.
     void tick(const MasterPhases& phases, const Sections& sections, float& mix);
 
   private:

@@ -1,4 +1,4 @@
-// Direct form I biquad and its two RBJ designs, high-pass and low-pass.
+// Direct form I biquad and two RBJ designs for it, high-pass and low-pass.
 #pragma once
 
 #include <algorithm>
@@ -17,8 +17,9 @@ struct BiquadCoefficients {
     float a2 = 0.0f;
 };
 
-// The frequency in radians a sample, kept at or below 0.49 of the rate and at or above what float
-// coefficients can hold in a stable filter (1.86 Hz at 44.1 kHz); NaN counts as low.
+// The frequency in radians per sample, limited to 0.49 of the rate at the top. The lower limit is
+// the lowest corner at which float coefficients still make a stable filter (1.86 Hz at 44.1 kHz).
+// NaN gives the lower limit.
 inline double biquadRadians(double hz, double sampleRate) {
     constexpr double kTwoPi = 6.283185307179586;
     constexpr double kLowest = 2.65e-4;
@@ -26,7 +27,14 @@ inline double biquadRadians(double hz, double sampleRate) {
     return w > kLowest ? w : kLowest;
 }
 
-// RBJ high-pass; computed in double, stored as float. Q above 0.
+// Both designs compute in double and store float; `q` must be above 0. With w = biquadRadians and
+// alpha = sin(w) / (2 q), the RBJ high-pass is
+//
+//     b0 = b2 = (1 + cos w) / 2    a0 = 1 + alpha
+//     b1 = -(1 + cos w)            a1 = -2 cos w
+//                                  a2 = 1 - alpha
+//
+// with all coefficients divided by a0.
 inline BiquadCoefficients designHighPass(double hz, double q, double sampleRate) {
     const double w = biquadRadians(hz, sampleRate);
     const double alpha = std::sin(w) * (0.5 / q);
@@ -40,7 +48,7 @@ inline BiquadCoefficients designHighPass(double hz, double q, double sampleRate)
     return c;
 }
 
-// RBJ low-pass; computed in double, stored as float. Q above 0.
+// RBJ low-pass: the same with b0 = b2 = (1 - cos w) / 2 and b1 = 1 - cos w.
 inline BiquadCoefficients designLowPass(double hz, double q, double sampleRate) {
     const double w = biquadRadians(hz, sampleRate);
     const double alpha = std::sin(w) * (0.5 / q);
@@ -54,11 +62,11 @@ inline BiquadCoefficients designLowPass(double hz, double q, double sampleRate) 
     return c;
 }
 
-// Q of the high-pass that follows a voice's key, and of the low-pass before the phaser.
+// Q of a voice's key-tracking high-pass and of the low-pass before the phaser.
 constexpr double kKeyHighPassQ = 0.3;
 constexpr double kPhaserPreFilterQ = 0.8;
 
-// One filter; a new set of coefficients keeps the states, so that it can change while sounding.
+// One filter. New coefficients leave the states alone, so they can change while the filter sounds.
 class Biquad {
   public:
     void setCoefficients(const BiquadCoefficients& coefficients) { c_ = coefficients; }
@@ -90,7 +98,7 @@ class Biquad {
     float y2_ = 0.0f;
 };
 
-// The low-pass before the phaser: doubles its input and bounds both ends.
+// The low-pass before the phaser. It doubles its input, bounds it to 1 and bounds its output to 4.
 class PhaserPreFilter : private Biquad {
   public:
     using Biquad::clear;
@@ -98,7 +106,7 @@ class PhaserPreFilter : private Biquad {
 
     float tick(float x) {
         float in = 2.0f * x;
-        // Both ends map to +1, kept so; NaN goes there too.
+        // intentional: both ends map to +1, and so does NaN
         if (!(std::fabs(in) < 1.0f)) in = 1.0f;
         float y = respond(in);
         if (y > kCeiling) y = kCeiling;

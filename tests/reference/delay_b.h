@@ -1,4 +1,4 @@
-// Ring of samples with a fixed memory and a working length, for whole-sample delays.
+// Ring buffer for whole-sample delays, with a working length that can change.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@ class DelayB {
 
     void setLength(int samples);  // limited to 1..kCapacity
     int length() const { return length_; }
-    void clear();  // the whole memory and the index; the length stays
+    void clear();  // contents and position; the length stays
 
     // Delays by exactly `length` samples.
     float readThenWrite(float x) {
@@ -23,7 +23,7 @@ class DelayB {
         return y;
     }
 
-    // Delays by `length` - 1 samples: the entry read is the oldest one left.
+    // Delays by `length` - 1 samples: reads the oldest remaining entry.
     float writeThenRead(float x) {
         buffer_[index_] = x;
         advance();

@@ -11,7 +11,7 @@ namespace reference {
 namespace {
 constexpr double kSemitoneRatio = 1.0594630943593;
 constexpr float kSleepSeconds = 4.0f;
-constexpr double kAudible = 1e-07;  // of the limiter's follower
+constexpr double kAudible = 1e-07;  // limiter follower
 constexpr double kExpressionSeconds = 0.005;
 }  // namespace
 
@@ -91,7 +91,7 @@ void Engine::bend(float semitones) {
 }
 
 void Engine::setExpression(float gain) {
-    if (gain == expressionTarget_) return;  // the way there goes on
+    if (gain == expressionTarget_) return;  // the ramp continues
     expressionTarget_ = gain;
     expressionStep_ = static_cast<float>((gain - expression_) / (kExpressionSeconds * sampleRate_));
 }
@@ -146,7 +146,7 @@ void Engine::setDecayTime(float seconds) {
     });
 }
 
-// Reaches a note with its next note-on only.
+// Without computeRates: sounding notes keep their sustain level.
 void Engine::setSustain(float level) {
     changeNoteEnvelopes([level](dsp::VoiceEnvelope& envelope) { envelope.setSustain(level); });
 }
@@ -161,23 +161,29 @@ void Engine::setKeySplit(float ratio) {
     bass_.allNotesOff();
 }
 
-void Engine::render(float* left, float* right, int frames, EventSource& events) {
+void Engine::beginBlock() {
     tone_.beginBlock();
     shared_ = isOn(sharedEnvelope_);
     envelopeSum_ = 0.0f;
-    bool finite = true;
+    finite_ = true;
+}
+
+int Engine::render(float* left, float* right, int frames) {
     for (int i = 0; i < frames; ++i) {
         const float random = static_cast<float>(random_.next());
-        events.dispatchUpTo(i + 1);
         StereoSample out{0.0f, 0.0f};
         if (!asleep_) out = renderAwake(random);
         limiter_.process(out.left, out.right);
         if (limiter_.follower() < kAudible) countSilence();
         left[i] = out.left;
         right[i] = out.right;
-        finite = finite && std::isfinite(out.left) && std::isfinite(out.right);
+        finite_ = finite_ && std::isfinite(out.left) && std::isfinite(out.right);
     }
-    if (!finite) {
+    return frames;
+}
+
+void Engine::endBlock(float* left, float* right, int frames) {
+    if (!finite_) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
         std::fill_n(right, frames, 0.0f);
@@ -188,10 +194,10 @@ void Engine::render(float* left, float* right, int frames, EventSource& events) 
 StereoSample Engine::renderAwake(float random) {
     bool sounding = false;
     const float mono = renderMono(random, sounding);
-    // What is not finite goes out at once, before a clamp can hide it from the guard.
+    // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
     if (!std::isfinite(mono)) return {mono, mono};
     StereoSample out = reverb_.tick(phaser_.tick(chorus_.tick(mono)));
-    // The volume does not reach the tails behind the last voice: kept.
+    // intentional: the volume does not scale the tails after the last voice
     const float gain = (sounding ? volume_ : 1.0f) * tickExpression();
     out.left = out.left * 4.0f * gain;
     out.right = out.right * 4.0f * gain;

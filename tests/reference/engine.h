@@ -1,4 +1,4 @@
-// The sound engine: notes and settings in, stereo samples out. Knows no host, file or window.
+// The sound engine: notes and settings in, stereo samples out. It knows no host, file or window.
 #pragma once
 
 #include <array>
@@ -25,7 +25,9 @@ class Engine final : public SoundEngine {
     void setSampleRate(double sampleRate) override;
     double sampleRate() const override { return sampleRate_; }
 
-    void render(float* left, float* right, int frames, EventSource& events) override;
+    void beginBlock() override;
+    int render(float* left, float* right, int frames) override;
+    void endBlock(float* left, float* right, int frames) override;
 
     void reset() override;
 
@@ -70,7 +72,7 @@ class Engine final : public SoundEngine {
     int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
     float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
-    // No one looks at the literal engine's taps.
+    // Nobody reads the taps of the literal engine.
     float chorusTap(int) const override { return 0.0f; }
     void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
@@ -82,7 +84,7 @@ class Engine final : public SoundEngine {
     void bend(float semitones);
     void silence();
     void clearFault();
-    // Calls change(dsp::VoiceEnvelope&) for the envelopes of all notes, upper and bass.
+    // Calls change(dsp::VoiceEnvelope&) for every note envelope, upper and bass.
     template <typename Change>
     void changeNoteEnvelopes(Change change);
 
@@ -105,14 +107,15 @@ class Engine final : public SoundEngine {
     float smoothedHighPass_ = 0.0f;
     float volume_ = 0.0f;
     float sharedEnvelope_ = 0.0f;
-    bool shared_ = false;       // as latched at the start of the block
-    float envelopeSum_ = 0.0f;  // last value computed in this block
+    bool shared_ = false;       // latched at the start of the block
+    float envelopeSum_ = 0.0f;  // last value in this block
 
     float expression_ = 1.0f;
     float expressionTarget_ = 1.0f;
     float expressionStep_ = 0.0f;
 
     bool asleep_ = false;
+    bool finite_ = true;  // all samples of this block so far
     float silentSamples_ = 0.0f;
 
     std::atomic<int> heldNotes_{0};

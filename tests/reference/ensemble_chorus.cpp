@@ -6,13 +6,13 @@ namespace reference {
 namespace {
 constexpr double kSlowHertz = 0.86;
 constexpr double kFastHertz = 6.5;
-constexpr double kSlowRingSeconds = 0.3875968927775759;   // a third of the slow modulator's period
-constexpr double kFastRingSeconds = 0.05128205128205128;  // a third of the fast one's
+constexpr double kSlowRingSeconds = 0.3875968927775759;   // a third of the slow period
+constexpr double kFastRingSeconds = 0.05128205128205128;  // a third of the fast period
 constexpr float kModulationDepth = 3.3f;
 constexpr double kShortestSeconds = 0.0017066702;
 constexpr double kLongestSeconds = 0.0051200003;
 constexpr float kInitialDelaySamples = 100.0f;
-constexpr int kLineCapacity = 1922;
+constexpr int kLineCapacity = 1922;  // samples
 }  // namespace
 
 EnsembleChorus::EnsembleChorus()
@@ -53,7 +53,7 @@ float EnsembleChorus::tickTap(int tap, float x, float modulation) {
 }
 
 StereoSample EnsembleChorus::tick(float x) {
-    if (!on_) return {x, x * 0.5f};  // quieter on the right: kept
+    if (!on_) return {x, x * 0.5f};  // intentional: quieter on the right
 
     const float slow = slowLfo_.tick() * kModulationDepth * slowDepth_;
     const float fast = fastLfo_.tick() * kModulationDepth * fastDepth_;

@@ -18,7 +18,7 @@ class EnsembleChorus final : public ChorusControl {
 
     EnsembleChorus();
 
-    // Empties all lines and rings; the modulators start anew.
+    // Empties all lines and rings and restarts the modulators.
     void setRate(double sampleRate);
 
     void setOn(bool on) override { on_ = on; }

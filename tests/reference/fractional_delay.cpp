@@ -27,7 +27,7 @@ void FractionalDelay::setDelay(float delaySamples) {
     readIndex_ = static_cast<int>(position);
     frac_ = position - static_cast<float>(readIndex_);
     oneMinusFrac_ = 1.0f - frac_;
-    // A delay next to nothing rounds up to the end of the ring.
+    // For a tiny delay the sum above rounds up to the ring's size.
     if (readIndex_ >= size_) readIndex_ -= size_;
 }
 

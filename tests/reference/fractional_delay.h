@@ -6,26 +6,28 @@
 
 namespace reference {
 
-// Allocates in the constructor only.
+// y[n] = (1 - f) x[n-d] + f x[n-d+1],  delay = d - f,  0 <= f < 1
+//
+// Only the constructor allocates.
 class FractionalDelay {
   public:
-    // Delay in samples; capacity in samples (from 0) is the longest delay.
+    // Both arguments are in samples; `capacity` (0 or more) is the longest delay.
     FractionalDelay(float delaySamples, int capacity);
 
-    // Works with less of the memory from now on, at most the constructor's capacity; empties the
-    // line. The delay keeps its value if it still fits.
+    // Changes the longest delay, up to the constructor's capacity, and empties the line. The delay
+    // is shortened only if it no longer fits.
     void setCapacity(int samples);
 
-    // Refused outside 0..capacity + 1 and for NaN: the line then keeps its read position.
-    // Above capacity it is taken as capacity.
+    // Outside 0..capacity + 1, and for NaN, the call is ignored. Delays above capacity count as
+    // capacity.
     void setDelay(float delaySamples);
-    float delay() const { return delay_; }  // samples, as last accepted
+    float delay() const { return delay_; }  // samples
 
-    void clear();  // memory only; positions stay
-    void reset();  // memory and write position; the accepted delay is derived anew
+    void clear();  // contents only; positions stay
+    void reset();  // contents and positions; the delay stays
 
-    // The delay stays fixed between calls of setDelay. An offset of 1e-38 is added on the way
-    // in and removed on the way out, so a silent line gives -1e-38.
+    // The input gains an offset of 1e-38 against denormals and the output loses it again, so a
+    // silent line gives -1e-38.
     float tick(float x) {
         buffer_[writeIndex_] = static_cast<float>(x + kOffset);
         if (++writeIndex_ == size_) writeIndex_ = 0;

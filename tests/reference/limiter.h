@@ -1,16 +1,16 @@
-// Peak limiter of the stereo output: follows the mid level and holds it near -1 dB.
+// Peak limiter of the stereo output; holds the mid level near -1 dB.
 #pragma once
 
 namespace reference {
 
 class PeakLimiter {
   public:
-    // Applies the limiter's gain and the fixed make-up of x 4 to both sides, in place.
+    // Limits one frame in place.
     void process(float& left, float& right);
 
     // |left + right| / 2 of the last input frame.
     float level() const { return level_; }
-    // Smoothed peak of the level. Rises and falls by fixed shares a sample, whatever the rate.
+    // Smoothed peak of the level.
     double follower() const { return follower_; }
 
     void clear() {

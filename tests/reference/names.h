@@ -1,4 +1,8 @@
-// The reference engine reads like the shipped one: both folders' names are its own.
+// Makes the names of dsp and engine visible here, so that the reference reads like the shipped
+// engine.
+//
+// Comments marked "intentional" name oddities that saved sessions depend on; both engines share
+// them.
 #pragma once
 
 namespace dsp {}

@@ -1,21 +1,26 @@
-// Two-stage double-precision high-pass with a saturated low band, after the mix and the phaser.
+// Two-stage double-precision high-pass with a saturated low band; follows the mix and the phaser.
 #pragma once
 
 #include <cmath>
 
 namespace reference {
 
-// Two Chamberlin state-variable filters in series. The first stage's low-pass is saturated and
-// mixed with its high-pass and the input to feed the second stage, whose high-pass is the output.
+// Two Chamberlin state-variable filters in series. Each stage computes
+//
+//     high  = x - low - damping x band
+//     band += f x high
+//     low  += f x band
+//
+// The second stage takes (high + x) / 2 + saturated(low / 4) of the first; its high is the output.
 class OutputFilter {
   public:
-    // Sets both corners for the high-pass amount x (0 .. 1) at the rate. States stay. Both setters
-    // ignore what is not finite and rates of 0 or less.
+    // Sets both corners for the high-pass amount x (0..1); states stay. Both setters ignore
+    // non-finite values and rates of 0 or less.
     void setHighPass(float x, double sampleRate);
 
-    // The set-up of a rate change: clears the states and sets both corners with coefficients
-    // that are rounded to float at every step. The sound differs in the last bits only, but it
-    // is what an instrument has until the high-pass amount is set again.
+    // Clears the states and sets both corners for a new rate. intentional: the coefficients are
+    // rounded to float at every step. They differ from setHighPass in the last bits and hold until
+    // its next call.
     void setRate(double sampleRate, float x);
 
     void clear() { band1_ = low1_ = band2_ = low2_ = 0.0; }
@@ -31,7 +36,8 @@ class OutputFilter {
         return high2;
     }
 
-    // Odd-symmetric, within -1 .. 1, slope 1 at 0.
+    // sign(u) (1 - 1 / (1 + a + a^2 + 0.664 a^3 + 0.365 a^4)) with a = |u|: a soft clip to -1..1 of
+    // slope 1 at 0.
     static double saturated(double u) {
         const double a = std::fabs(u);
         const double square = a * a;

@@ -20,7 +20,7 @@ void PhaserStage::setStages(float control) {
     if (filtersInput()) rebuildInputFilters();
 }
 
-// From 4000 Hz at one half down to 500 Hz at 1.
+// The corner falls from 4000 Hz at one half to 500 Hz at 1.
 void PhaserStage::rebuildInputFilters() {
     const double x = 2.0 * stages_ - 1.0;
     const BiquadCoefficients lowPass =

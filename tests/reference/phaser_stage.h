@@ -1,4 +1,4 @@
-// The phaser with its optional low-pass ahead and the output filters behind, left and right.
+// The stereo phaser between an optional input low-pass and the output filters.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ namespace reference {
 
 class PhaserStage final : public PhaserControl {
   public:
-    // Clears the output filters; phaser parameters are kept, the sweep starts at its centre.
+    // Clears the output filters and restarts the sweep at its centre; phaser parameters stay.
     void setRate(double sampleRate);
 
     void setDefaults() override;
@@ -23,7 +23,7 @@ class PhaserStage final : public PhaserControl {
     void setDepthControl(float control) override { phaser_.setDepth(control); }
     void setFeedback(float amount) override { phaser_.setFeedback(amount); }
     void setStages(float control) override;
-    // As for ToneStages.
+    // See ToneStages::setHighPass.
     void setHighPass(float control, float smoothed);
 
     void clear();

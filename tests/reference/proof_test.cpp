@@ -1,5 +1,5 @@
-// The proof of the shipped engine: it sounds like the literal one, in every golden scene and in
-// random ones. QUARZEL_SCENES sets how many random scenes are tried (default 200).
+// Proves that the shipped engine sounds like the literal one, in every golden scene and in random
+// ones. QUARZEL_SCENES sets the number of random scenes (default 200).
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -10,17 +10,17 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/kernels.h"
+#include "dsp/lanes/kernels.h"
 #include "tests/golden/scenes.h"
 #include "tests/reference/engine.h"
 
 namespace {
 
-// The limiter's gain is computed another way, right to 1e-9: where it holds the level, a sample may
-// be rounded to its neighbour. All else has the same bits.
+// The shipped limiter computes its gain differently, to within 1e-9. Where it holds the level, a
+// sample may round to its neighbour. Everything else has equal bits.
 constexpr double kNeighbour = 1.2e-7;  // relative
 
-// The largest difference, relative to the sample.
+// The largest difference relative to a sample.
 double difference(const std::vector<float>& a, const std::vector<float>& b) {
     double largest = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
@@ -45,8 +45,8 @@ bool sameBits(const std::vector<float>& a, const std::vector<float>& b) {
     return std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }
 
-// Plays the scene with the literal engine and with the shipped one on either path. Returns the
-// literal one's loudest sample.
+// Plays the scene with the literal engine, and with the shipped one on both instruction sets.
+// Returns the loudest sample of the literal engine.
 float prove(const Scene& scene, int blockSize) {
     const StereoSound literal =
         playScene(scene, blockSize, std::make_unique<reference::Engine>(44100.0));
@@ -69,7 +69,7 @@ Scene randomScene(unsigned seed) {
         const float atAnEnd = static_cast<float>(below(3)) * 0.5f;
         scene.settings.push_back({index, below(2) ? anywhere : atAnEnd});
     }
-    // Times that let the envelopes go through all their stages, mostly.
+    // Usually choose times that take the envelopes through all their stages.
     if (below(4) != 0) scene.settings[state::kEnvAttack].value = 0.1f;
     scene.settings.push_back({state::kVoiceCountParam, static_cast<float>(below(5)) * 0.25f});
     const unsigned count = 1 + below(60);

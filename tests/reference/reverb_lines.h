@@ -29,7 +29,8 @@ class ReverbRing {
     std::array<float, kReverbCapacity> buffer_{};
 };
 
-// Comb with a low-pass (damping) and a 21 Hz high-pass in its feedback loop.
+// Comb with a low-pass (damping) and a 21 Hz high-pass in its feedback loop; see
+// dsp/reverb_lines.h.
 class ReverbComb {
   public:
     ReverbComb();
@@ -37,7 +38,7 @@ class ReverbComb {
     void setSize(int samples) { ring_.setSize(samples); }
     void setFeedback(float feedback) { feedback_ = feedback; }
     void setDamp(float damp);       // 0..1
-    void mute() { ring_.clear(); }  // memory only; the loop's filters keep their state
+    void mute() { ring_.clear(); }  // ring only; the loop's filters keep their state
     void clear();
 
     float tick(float x) {

@@ -19,7 +19,7 @@ constexpr std::array<int, ReverbModel::kCombs> kCombLengths = {1116, 1188, 1277,
                                                                1422, 1491, 1557, 1617};
 constexpr std::array<int, ReverbModel::kAllpasses> kAllpassLengths = {556, 441, 341, 225};
 
-// The first left combs are shortened by a fixed number of samples, the right ones are not.
+// In samples. Only the first three left combs are shortened.
 constexpr std::array<int, ReverbModel::kCombs> kLeftShortening = {450, 250, 156};
 
 int lineLength(int designLength, double sampleRate, int offset) {
@@ -125,7 +125,7 @@ const float* ReverbModel::process(const float* in) {
 
     const float left = left_.tick(x);
     const float right = right_.tick(x);
-    // The right side takes the finished left output, dry part included: part of the sound.
+    // intentional: the right side takes the finished left output, dry part included
     out_[0] = left * wet1_ + right * wet2_ + in[0] * dry_;
     out_[1] = right * wet1_ + out_[0] * wet2_ + in[1] * dry_;
 

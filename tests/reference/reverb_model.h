@@ -1,4 +1,4 @@
-// Stereo reverb: eight parallel combs and four allpasses in series a channel.
+// Stereo reverb: per channel, eight parallel combs and four allpasses in series.
 #pragma once
 
 #include <array>
@@ -9,9 +9,8 @@
 
 namespace reference {
 
-// Audio thread only. A large object (384 kB of delay memory); nothing allocates. The setters
-// store a level, limited to the range given (a non-finite value is ignored); `update` puts them
-// into force.
+// Audio thread only. A large object (384 kB) that never allocates. Setters limit their value to the
+// range given and ignore non-finite ones; call update() to apply them.
 class ReverbModel {
   public:
     static constexpr int kCombs = 8;
@@ -28,9 +27,9 @@ class ReverbModel {
 
     ReverbModel();
 
-    // Computes the lengths (samples) that suit the rate and, when asked, mutes. The running
-    // lines keep their lengths for 44100 Hz: part of the sound. A rate that is not usable leaves
-    // the lengths as they are.
+    // Computes the line lengths (samples) for the rate, and mutes if `clear` is set. An unusable
+    // rate leaves the lengths alone. intentional: the running lines keep their lengths for
+    // 44100 Hz.
     void setLengths(bool clear, float sampleRate);
     const Lengths& lengths() const { return lengths_; }
 
@@ -39,16 +38,16 @@ class ReverbModel {
     void setWet(float level);
     void setDry(float level);
     void setWidth(float width);  // 0..1
-    void setMode(float mode);    // 0.5 and more: freeze, the tail holds and nothing enters
+    void setMode(float mode);    // 0.5 and above freezes: the tail holds, nothing enters
     void update();
 
-    void mute();   // empties the lines, but not in freeze; the combs' filters keep their state
-    void clear();  // all states, in freeze too; settings stay
+    void mute();   // empties the lines unless frozen; the combs' filters keep their state
+    void clear();  // all states, even when frozen; settings stay
 
-    // in[0] left, in[1] right; the result likewise, valid until the next call.
+    // Input and result are pairs, left first. The result is valid until the next call.
     const float* process(const float* in);
 
-    // Consecutive quiet frames so far: left output within 0.0001, input within 0.1.
+    // Consecutive frames with the left output within 0.0001 and the input within 0.1.
     std::int32_t silentFrames() const { return silentFrames_; }
 
   private:
@@ -66,8 +65,8 @@ class ReverbModel {
     bool isFrozen() const { return mode_ >= 0.5f; }
 
     float gain_ = 0.015f;
-    float wet1_ = 0.0f;  // direct
-    float wet2_ = 0.0f;  // cross
+    float wet1_ = 0.0f;  // own side
+    float wet2_ = 0.0f;  // other side
     float dry_ = 0.0f;
     std::array<float, 2> out_{};
     std::int32_t silentFrames_ = 0;

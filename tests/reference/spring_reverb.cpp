@@ -8,7 +8,7 @@
 namespace reference {
 
 namespace {
-constexpr double kSpringSeconds = 0.09090909090909091;
+constexpr double kSpringSeconds = 0.09090909090909091;  // 1 / 11
 constexpr double kSpringCapacitySeconds = 0.125;
 constexpr float kSpringThreshold = 0.1f;
 }  // namespace
@@ -30,7 +30,7 @@ void SpringReverb::setOn(bool on) {
     reverb_.setLengths(true, static_cast<float>(sampleRate_));
 }
 
-// The strength of the spring first: what the others come to depends on it.
+// Sets the spring first, because the other values depend on it.
 void SpringReverb::set(const ReverbSettings& settings) {
     settings_.spring = settings.spring;
     setMix(settings.mix);

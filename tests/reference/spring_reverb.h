@@ -1,4 +1,4 @@
-// The spring path and the room reverb behind it, with the feedback from one into the other.
+// The spring, the room reverb that follows it, and the feedback from the room into the spring.
 #pragma once
 
 #include "tests/reference/fractional_delay.h"
@@ -12,7 +12,7 @@ namespace reference {
 
 class SpringReverb final : public ReverbControl {
   public:
-    // `highestRate` in Hz sizes the spring's line once and for all.
+    // Allocates the spring's line for `highestRate` (Hz).
     explicit SpringReverb(double highestRate);
 
     // Empties the line and the reverb.
@@ -26,7 +26,7 @@ class SpringReverb final : public ReverbControl {
     void setSpring(float amount) override;
 
     void clear();
-    // All states, also those that a program change leaves to the next sound.
+    // Clears all states, including those that a program change leaves alone.
     void clearFault();
 
     StereoSample tick(StereoSample in);

@@ -1,28 +1,31 @@
-// Stereo phaser: 2 or 4 first-order allpasses a channel, swept by a triangle over a table.
+// Stereo phaser: 2 or 4 first-order allpasses per channel, swept by a triangle over a table.
 #pragma once
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
-
-#include "platform/critical_section.h"
+#include <mutex>
 
 namespace reference {
 
-// Threads: `process` and `clear` on the audio thread; setDepth, setRate and setFeedback on any
-// thread at any time, their values reach `process` with its next sample. setSampleRate and
-// setStages must not run during `process`. A refused setter (false) changes nothing.
+//     x    = in + feedback x previous chain output
+//     y    = a (x + y[n-1]) - x[n-1], once per stage in series
+//     out  = in + chain output
+//
+// Threads: `process` and `clear` belong to the audio thread. setDepth, setRate and setFeedback may
+// be called from any thread at any time and take effect with the next sample. setSampleRate and
+// setStages must not run during `process`. A setter that returns false changed nothing.
 class StereoPhaser {
   public:
     StereoPhaser();
 
-    // 8000..384000 Hz. The sweep starts at its centre, rising; parameters go back to their
-    // defaults (2 stages, depth 0.5, rate 0.1, feedback 0) unless they are kept.
+    // 8000..384000 Hz. Restarts the sweep at its centre, rising. Unless `keepParams` is set, resets
+    // the parameters to 2 stages, depth 0.5, rate 0.1 and feedback 0.
     bool setSampleRate(float sampleRate, bool keepParams);
     bool setStages(float value);       // 0..1: 2 stages below 0.5, else 4
-    bool setDepth(float depth);        // 0..1: half the sweep's width in two octaves
-    bool setRate(float rate);          // 0..1: speed of the sweep
+    bool setDepth(float depth);        // 0..1: sweeps 2 x depth octaves up and down
+    bool setRate(float rate);          // 0..1: sweep speed
     bool setFeedback(float feedback);  // 0..0.9
     void clear();                      // allpass states and feedback words; settings stay
 
@@ -78,7 +81,7 @@ class StereoPhaser {
         return table_[std::clamp(index, 0, kTableSize - 1)];
     }
 
-    // At a turn the position holds for one sample.
+    // The position holds for one sample when the sweep turns.
     void advanceSweep() {
         const std::int64_t next = sweepPosition_ + sweep_.increment;
         const bool turns = sweep_.increment > 0 ? next >= sweep_.high : next <= sweep_.low;
@@ -103,8 +106,8 @@ class StereoPhaser {
     float lastOutL_ = 0.0f;
     float lastOutR_ = 0.0f;
 
-    platform::CriticalSection setupLock_;  // table and stages
-    platform::CriticalSection sweepLock_;  // the fields below
+    std::recursive_mutex setupLock_;  // table and stages
+    std::recursive_mutex sweepLock_;  // the fields below
     float sampleRate_ = 44100.0f;
     float depth_ = 0.5f;
     float rate_ = 0.1f;

@@ -1,7 +1,7 @@
 // What the literal stages pass to one another.
 #pragma once
 
-#include "engine/signal.h"
+#include "engine/wrapped_to_unit.h"
 
 namespace reference {
 

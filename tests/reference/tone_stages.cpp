@@ -12,12 +12,11 @@ constexpr double kBreathCoefficientScale = 13194.699;  // 6.28319 x 2100
 constexpr double kBreathRateChangeScale = 28274.355;   // 6.28319 x 4500
 constexpr float kBreathMakeUp = 0.553f;
 constexpr float kBreathDamping = 1.14f;
-constexpr float kBreathBelow = 0.01f;  // "HP" control under which the breath filter runs
-// The top cut's corner is near 5640 Hz at high rates and near 6450 Hz at the usual ones.
-constexpr double kTopCutScale = 40526.5755;
-constexpr double kTopCutScaleHighRate = 35437.1916;
+constexpr float kBreathBelow = 0.01f;                // the breath filter runs while "HP" is below
+constexpr double kTopCutScale = 40526.5755;          // 6.28319 x 6450
+constexpr double kTopCutScaleHighRate = 35437.1916;  // 6.28319 x 5640
 constexpr double kHighRate = 88200.0;
-// Corner at a 7.35th of the rate, whatever the rate.
+// The corner is the rate / 7.35, or 6000 Hz at 44100 Hz.
 constexpr double kShelfCoefficient = kTwoPi * 0.1360544235340355;
 
 float limitedCoefficient(double c) {
@@ -33,7 +32,7 @@ ToneStages::ToneStages() : bowNoise_(dsp::bowNoise()) {
 void ToneStages::setRate(double sampleRate) {
     sampleRate_ = sampleRate;
     shelf_.setSampleRate(static_cast<float>(sampleRate));
-    // Heard for one sample, when a program is pushed within a block: kept.
+    // intentional: lasts for one sample when a program is pushed within a block
     breath_.setCoefficient(limitedCoefficient(kBreathRateChangeScale / sampleRate));
     output_.setRate(sampleRate, highPassControl_);
 }

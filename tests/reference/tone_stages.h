@@ -18,23 +18,23 @@ class ToneStages {
     ToneStages();
 
     void setRate(double sampleRate);
-    // What is derived anew from the rate at the start of each block.
+    // Recomputes the coefficients that each block starts with.
     void beginBlock();
 
-    // `control` 0..1 as the parameter is stored, `smoothed` the value that walks towards it.
+    // `control` is the stored parameter (0..1); `smoothed` moves halfway to it with each setting.
     void setHighPass(float control, float smoothed);
     void setBrightness(float control);
 
-    // Turns the bow noise one step on, at the head of every awake sample.
+    // Advances the bow noise. Call it first for every awake sample.
     void advanceNoise() { noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0; }
 
-    // Formant filters of "Brass" and "Horn" forget their state.
+    // Clears the formant filters of "Brass" and "Horn".
     void clearFormants();
-    // All states but the shelf's, which a rate change clears.
+    // Clears all states except the shelf, which a rate change clears.
     void clear();
     void clearShelf() { shelf_.clear(); }
 
-    // One sample, in this order.
+    // Call these once per sample, in this order.
     float mixSections(const SectionSums& sums, const Sections& sections);
     float addBowNoise(float mix, float sectionLevel, float dither);
     float shape(float mix);

@@ -3,14 +3,14 @@
 
 #include <algorithm>
 
-#include "engine/signal.h"
+#include "engine/wrapped_to_unit.h"
 
 namespace reference {
 
 namespace {
 constexpr int kSectionKey = 60;
-constexpr float kSectionPeak = 0.6200012f;  // velocity 100
-// Table oscillators take MIDI notes; a key index counts from C0, which is note 12.
+constexpr float kSectionPeak = 0.6200012f;  // 100^2 / 127^2: as velocity 100
+// Table oscillators take MIDI notes. A key index counts from C0, which is note 12.
 constexpr int kNoteOfIndexZero = 12;
 }  // namespace
 
@@ -67,8 +67,8 @@ void UpperVoices::setRelease(const ReleaseTime& release) {
 void UpperVoices::noteOn(int key, int velocity) {
     const int slot = allocator_.noteOn(key, velocity);
     dsp::VoiceEnvelope& envelope = envelopes_[slot];
-    // The key field takes the stored velocity: kept.
-    envelope.trigger(velocityPeak(velocity, envelope.velocityAmount()), allocator_.velocity(slot));
+    // intentional: the envelope takes the stored velocity for its key
+    envelope.noteOn(velocity, allocator_.velocity(slot));
     sectionEnvelope_.trigger(kSectionPeak, kSectionKey);
 
     const int index = upperKeyIndex(key);
@@ -85,7 +85,8 @@ void UpperVoices::noteOn(int key, int velocity) {
 
 void UpperVoices::noteOff(int key) {
     const int slot = allocator_.noteOff(key);
-    // An unheld key is given to the slot past the last one in use; at full polyphony there is none.
+    // For a key that no slot holds, noteOff returns the slot after the last one in use. At full
+    // polyphony there is no such slot.
     if (slot != VoiceAllocator::kSustained && slot < kMaxVoices) releaseSlot(slot);
 }
 

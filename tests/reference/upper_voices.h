@@ -1,4 +1,4 @@
-// The polyphonic pool: up to 44 voices reading the shared master phases for the four upper
+// The polyphonic pool: up to 44 voices that read the shared master phases, for the four upper
 // sections.
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace reference {
 
-// What the pool adds up in one sample.
+// The voices of one sample, added up.
 struct SectionSums {
     float viola = 0.0f;
     float violin = 0.0f;
@@ -29,13 +29,13 @@ class UpperVoices {
   public:
     UpperVoices();
 
-    // Releases all voices and clears their oscillators and filters; release factors are rebuilt.
+    // Releases all voices, clears their oscillators and filters, recomputes the release factors.
     void setRate(double sampleRate);
 
     void setPolyphony(int count);
     int polyphony() const { return allocator_.polyphony(); }
     void setWaveform(Waveform waveform) { waveform_ = waveform; }
-    // Turns added to the violin operators, as the parameter stores it (0..0.5).
+    // Phase offset of the violin operators, 0..0.5 turns.
     void setViolinPhase(float turns) { violinPhase_ = turns; }
 
     // Calls change(dsp::VoiceEnvelope&) for every slot, in order.
@@ -43,7 +43,7 @@ class UpperVoices {
     void forEachEnvelope(Change change) {
         for (dsp::VoiceEnvelope& envelope : envelopes_) change(envelope);
     }
-    // Also reaches the section envelope.
+    // Also applies to the section envelope.
     void setRelease(const ReleaseTime& release);
 
     // `key` is playable (isPlayableKey), `velocity` 1..127.
@@ -53,17 +53,18 @@ class UpperVoices {
     // Releases every voice and the section envelope; the allocator forgets its notes.
     void allNotesOff();
 
-    // All envelopes idle at level 0, oscillators and key high-passes cleared; notes stay allocated.
+    // Idles all envelopes at level 0, clears oscillators and key high-passes; notes stay allocated.
     void silence();
-    // The same, and no note is held.
+    // silence(), and also forgets all notes.
     void reset();
 
-    // One sample. With `shared` the voices are summed bare, to be scaled by envelopeSum() later.
+    // Renders one sample. With `shared` the voices are added without their levels; scale the sums
+    // by envelopeSum().
     SectionSums tick(const MasterPhases& phases, double bendRatio, const Sections& sections,
                      bool shared);
     // Sum of the levels of all 44 envelopes, idle ones included.
     float envelopeSum() const;
-    // Scales the bow noise; runs also while no voice sounds.
+    // Scales the bow noise. It also runs while no voice sounds.
     float tickSectionEnvelope() { return sectionEnvelope_.tick(); }
 
   private:
@@ -83,7 +84,7 @@ class UpperVoices {
     Sources tickSources(Voice& voice, const MasterPhases& phases, double bendRatio,
                         const Sections& sections);
     void releaseSlot(int slot);
-    BiquadCoefficients keyHighPass() const;  // for the last note
+    BiquadCoefficients keyHighPass() const;  // of the last note
 
     std::array<dsp::VoiceEnvelope, kMaxVoices> envelopes_;
     std::array<Voice, kMaxVoices> voices_;

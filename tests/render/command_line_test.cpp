@@ -1,9 +1,9 @@
-// The command line: what its options mean, and which lines mean nothing.
+// The command line: its options, and lines that make no sense.
 #include "render/command_line.h"
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
+#include "host/error.h"
 
 namespace {
 
@@ -88,7 +88,7 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
     };
     for (const auto& arguments : meaningless) {
         SCOPED_TRACE(testing::PrintToString(arguments));
-        EXPECT_THROW(parsed(arguments), render::UsageError);
+        EXPECT_THROW(parsed(arguments), host::UsageError);
     }
     const std::vector<std::vector<const char*>> outOfRange = {
         {"--rate", "7999"},     {"--rate", "768001"},  {"--block", "0"},   {"--block", "65537"},
@@ -98,7 +98,7 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
     for (auto arguments : outOfRange) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         arguments.insert(arguments.end(), {"a.mid", "b.wav"});
-        EXPECT_THROW(parsed(arguments), render::Error);
+        EXPECT_THROW(parsed(arguments), host::Error);
     }
     EXPECT_EQ(parsed({"a", "b", "--rate", "8000"}).sampleRate, 8000);
     EXPECT_EQ(parsed({"a", "b", "--rate", "768000"}).sampleRate, 768000);

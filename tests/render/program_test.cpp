@@ -7,13 +7,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
-#include "tests/render/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
-// One second with a note at its beginning and its end.
+// One second with a note at the start and at the end.
 const std::string kSong = midiFile(0, 500, {bytes({0, 0x90, 60, 64, 0x87, 0x68, 60, 0})});
 
 struct Outcome {
@@ -41,7 +41,7 @@ std::vector<std::string> with(std::vector<std::string> options, const std::strin
 
 class QuarzelRender : public testing::Test {
   protected:
-    ScratchFolder folder_;
+    TemporaryFolder folder_;
     std::string song_ = folder_.write("song.mid", kSong);
     std::string output_ = folder_.path("out.wav");
 };
@@ -58,7 +58,7 @@ TEST_F(QuarzelRender, RendersAndReports) {
     const WavFile file(output_);
     EXPECT_EQ(file.info.frames, 96000);
     EXPECT_EQ(file.info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
-    EXPECT_EQ(folder_.fileCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
 TEST_F(QuarzelRender, AppliesProgramAndParameters) {
@@ -122,7 +122,7 @@ TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
     EXPECT_EQ(saved.exitCode, 0) << saved.err;
     EXPECT_EQ(saved.out.substr(0, saved.out.find("Test Instrument")),
               bank + "\n  bank      3 programs\n" + preset + "\n  preset    Init\n");
-    // The instrument has been through its other programs, and is as it was.
+    // The instrument visited its other programs, and is unchanged.
     EXPECT_NE(saved.out.find("1 * Init#2"), std::string::npos) << saved.out;
     EXPECT_EQ(folder_.read("a.fxb").size(), 156u + 3 * (56 + 4 * 5));
     EXPECT_EQ(
@@ -136,7 +136,8 @@ TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
         EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
         return outcome.out;
     };
-    // The bank brings its current program; the preset follows --program, and --set the preset.
+    // The bank selects its program. The preset is applied after --program, and --set after the
+    // preset.
     const auto withBank = listed({"--bank", bank});
     EXPECT_NE(withBank.find("1 * Init#2"), std::string::npos) << withBank;
     EXPECT_NE(withBank.find("Level                 0.125000"), std::string::npos) << withBank;
@@ -168,7 +169,7 @@ TEST_F(QuarzelRender, RefusesBanksAndPresetsInOneSentenceAndLeavesNoFile) {
     folder_.write("chunk.fxb", "CcnK" + bigEndian(chunkBank.size(), 4) + chunkBank);
     folder_.write("refused.fxp", "CcnK" + bigEndian(refused.size(), 4) + refused);
     folder_.write("text.fxb", "no bank");
-    const auto filesBefore = folder_.fileCount();
+    const auto filesBefore = folder_.entryCount();
     const auto at = [&](const char* name) { return folder_.path(name); };
     const struct {
         std::vector<std::string> options;
@@ -193,7 +194,7 @@ TEST_F(QuarzelRender, RefusesBanksAndPresetsInOneSentenceAndLeavesNoFile) {
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_EQ(outcome.out, "");
         EXPECT_EQ(outcome.err, "quarzel-render: " + row.error + ".\n");
-        EXPECT_EQ(folder_.fileCount(), filesBefore);
+        EXPECT_EQ(folder_.entryCount(), filesBefore);
     }
     EXPECT_EQ(folder_.read("song.mid"), kSong);
 }
@@ -202,7 +203,7 @@ TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
     const std::string text = folder_.write("text.mid", "no music");
     const std::string cut = folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));
     const std::string type2 = folder_.write("type2.mid", midiFile(2, 96, {""}));
-    const auto filesBefore = folder_.fileCount();
+    const auto filesBefore = folder_.entryCount();
     struct Case {
         std::vector<std::string> arguments;
         int exitCode;
@@ -234,7 +235,7 @@ TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
         EXPECT_EQ(outcome.err.find("quarzel-render: "), 0u);
         EXPECT_NE(outcome.err.find(c.part), std::string::npos) << outcome.err;
         EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
-        EXPECT_EQ(folder_.fileCount(), filesBefore);
+        EXPECT_EQ(folder_.entryCount(), filesBefore);
     }
     EXPECT_EQ(folder_.read("song.mid"), kSong);
 }
@@ -244,10 +245,10 @@ TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     const auto outcome = run(with({}, song_, output_), true);
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(folder_.read("out.wav"), "before");
-    EXPECT_EQ(folder_.fileCount(), 2);
+    EXPECT_EQ(folder_.entryCount(), 2);
 }
 
-// Writes 1.234,5 for 1234.5.
+// Formats 1234.5 as 1.234,5.
 class Foreign : public std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }

@@ -1,15 +1,15 @@
-// The render loop: frames, block sizes, the tail, and what is measured.
+// The render loop: frames, block sizes, tail and measurements.
 #include "render/renderer.h"
 
 #include <cmath>
 
 #include <gtest/gtest.h>
 
-#include "render/error.h"
-#include "render/song_playback.h"
-#include "tests/render/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
+#include "host/error.h"
+#include "host/song_playback.h"
+#include "tests/host/midi_bytes.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -19,9 +19,9 @@ using render::RenderStatistics;
 constexpr int kRate = 48000;
 enum TestParameter { kLevel, kFirstViola, kSecondViola, kRing, kFault };
 
-// 1000 ticks a second; notes on at 0, 100 and 250 ms, off at 130 ms, an end at 400 ms.
-render::MidiSong threeNotes() {
-    return render::parseMidiSong(
+// 1000 ticks per second; note-on at 0, 100 and 250 ms, note-off at 130 ms, end at 400 ms.
+host::MidiSong threeNotes() {
+    return host::parseMidiSong(
         midiFile(0, 500, {bytes({0,  0x90, 60,   64, 100, 62,   32,   30,   0x80, 60,
                                  16, 120,  0x90, 64, 127, 0x81, 0x16, 0xb0, 1,    0})}),
         "a.mid");
@@ -32,14 +32,14 @@ struct Rendered {
     WavFile file;
 };
 
-Rendered render_(const render::MidiSong& song, const RenderSettings& settings, int blockSize,
+Rendered render_(const host::MidiSong& song, const RenderSettings& settings, int blockSize,
                  const std::vector<std::pair<int, float>>& parameters = {}) {
-    const ScratchFolder folder;
-    render::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
+    const TemporaryFolder folder;
+    host::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
     for (const auto& [index, value] : parameters) host.setParameter(index, value);
     render::WavWriter writer(folder.path("a.wav"),
                              {kRate, render::channelsOf(host), render::SampleFormat::kFloat32,
-                              render::maxFramesOf(song, kRate, settings.tailSeconds)});
+                              host::maxFramesOf(song, kRate, settings.tailSeconds)});
     const auto statistics =
         render::renderSong(song, host, writer, settings, [](double) { return true; });
     return {statistics, WavFile(folder.path("a.wav"))};
@@ -97,8 +97,8 @@ TEST(Renderer, EndsHalfASecondAfterTheLastSound) {
 TEST(Renderer, WaitsThirtySecondsForSilenceAtMost) {
     std::string track = bytes({0, 0xb0, 1, 0});
     for (int i = 0; i < 10; ++i) track += bytes({0, 0x90, 60, 1});
-    auto song = render::parseMidiSong(midiFile(0, 500, {track}), "a.mid");
-    for (int i = 1; i < 5; ++i) {  // keeps it ringing beyond the end of the song
+    auto song = host::parseMidiSong(midiFile(0, 500, {track}), "a.mid");
+    for (int i = 1; i < 5; ++i) {  // keeps ringing beyond the end of the song
         song.events.push_back({i * 9 * song.unitsPerSecond, {0x90, 60, 1}});
     }
     EXPECT_EQ(render_(song, {}, 4096, {{kRing, 1.0f}}).statistics.frames, 30 * kRate);
@@ -123,9 +123,9 @@ TEST(Renderer, WritesSilenceForWhatIsNoNumber) {
 }
 
 TEST(Renderer, StopsWhenToldAndLeavesNoFile) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const auto song = threeNotes();
-    render::PluginHost host(TEST_INSTRUMENT, kRate, 512);
+    host::PluginHost host(TEST_INSTRUMENT, kRate, 512);
     double last = 0.0;
     {
         render::WavWriter writer(folder.path("a.wav"),
@@ -135,10 +135,10 @@ TEST(Renderer, StopsWhenToldAndLeavesNoFile) {
             last = done;
             return done < 0.5;
         };
-        EXPECT_THROW(render::renderSong(song, host, writer, {}, stopHalfWay), render::Error);
+        EXPECT_THROW(render::renderSong(song, host, writer, {}, stopHalfWay), host::Error);
     }
     EXPECT_NEAR(last, 0.5, 512.0 / (400 * 48));
-    EXPECT_EQ(folder.fileCount(), 0);
+    EXPECT_EQ(folder.entryCount(), 0);
 }
 
 }  // namespace

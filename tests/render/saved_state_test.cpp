@@ -1,38 +1,38 @@
-// The instrument as a host saves and restores it: the same names, the same values, the same bits.
+// A host saves and restores the instrument: same names, same values, same bits.
 #include <cstring>
 
 #include <gtest/gtest.h>
 
-#include "render/patches.h"
-#include "tests/render/midi_bytes.h"
-#include "tests/render/scratch_folder.h"
+#include "host/patches.h"
+#include "tests/host/midi_bytes.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
 namespace {
 
-using render::Extent;
-using render::PluginHost;
+using host::Extent;
+using host::PluginHost;
 
 constexpr int kBlock = 512;
 enum Index { kHighPass = 4, kBrightness = 5, kHorn = 14, kReverb = 37 };
 
 class SavedState : public testing::Test {
   protected:
-    PluginHost saved_{QUARZEL_PLUGIN, 44100, kBlock};
-    PluginHost restored_{QUARZEL_PLUGIN, 44100, kBlock};
+    host::PluginHost saved_{QUARZEL_PLUGIN, 44100, kBlock};
+    host::PluginHost restored_{QUARZEL_PLUGIN, 44100, kBlock};
 };
 
-// "HP" moves half way to its value each time it is set: after this it has arrived.
-void settle(PluginHost& host) {
+// Each set moves "HP" half way to its value. Repeat until it arrives.
+void settle(host::PluginHost& host) {
     for (int i = 0; i < 30; ++i) host.setParameter(kHighPass, host.parameter(kHighPass));
 }
 
-// A chord over all sections and its release, both channels.
-std::vector<float> phrase(PluginHost& host) {
+// Plays a chord over all sections and its release. Returns both channels.
+std::vector<float> phrase(host::PluginHost& host) {
     std::vector<float> samples;
     host.resume();
     for (int block = 0; block < 60; ++block) {
-        std::vector<render::BlockEvent> events;
+        std::vector<host::BlockEvent> events;
         for (const int key : {36, 60, 64, 71}) {
             if (block == 0) events.push_back({key, {0x90, static_cast<uint8_t>(key), 100}});
             if (block == 40) events.push_back({key, {0x80, static_cast<uint8_t>(key), 0}});
@@ -46,7 +46,7 @@ std::vector<float> phrase(PluginHost& host) {
     return samples;
 }
 
-void expectSameSound(PluginHost& one, PluginHost& other) {
+void expectSameSound(host::PluginHost& one, host::PluginHost& other) {
     settle(one);
     settle(other);
     const auto first = phrase(one), second = phrase(other);
@@ -54,8 +54,8 @@ void expectSameSound(PluginHost& one, PluginHost& other) {
     EXPECT_NE(first, std::vector<float>(first.size(), 0.0f));
 }
 
-void expectSameState(PluginHost& one, PluginHost& other) {
-    EXPECT_EQ(one.chunk(Extent::kBank), other.chunk(Extent::kBank));
+void expectSameState(host::PluginHost& one, host::PluginHost& other) {
+    EXPECT_EQ(one.chunk(host::Extent::kBank), other.chunk(host::Extent::kBank));
     EXPECT_EQ(one.program(), other.program());
     for (int i = 0; i < one.parameterCount(); ++i) {
         EXPECT_EQ(one.parameterName(i), other.parameterName(i));
@@ -66,9 +66,9 @@ void expectSameState(PluginHost& one, PluginHost& other) {
     }
 }
 
-// Every program gets a name and values of its own. "HP" and "Brigthness" glide from where they
-// were to where they should be, so all programs share them here: what is heard is the state alone.
-void fillPrograms(PluginHost& host) {
+// Gives every program its own name and values. All share "HP" and "Brigthness", which glide from
+// their previous values, so the sound depends on the program alone.
+void fillPrograms(host::PluginHost& host) {
     for (int program = 0; program < host.programCount(); ++program) {
         host.setProgram(program);
         host.setProgramName("Patch " + std::to_string(program));
@@ -82,7 +82,7 @@ void fillPrograms(PluginHost& host) {
 TEST_F(SavedState, ComesBackBitForBitFromABankChunk) {
     fillPrograms(saved_);
     saved_.setProgram(98);  // "Horn"
-    restored_.setChunk(Extent::kBank, saved_.chunk(Extent::kBank));
+    restored_.setChunk(host::Extent::kBank, saved_.chunk(host::Extent::kBank));
     restored_.setProgram(98);
     EXPECT_EQ(restored_.programName(127), "Patch 127");
     EXPECT_EQ(restored_.parameter(kHorn), 98.0f / 127.0f);
@@ -94,38 +94,38 @@ TEST_F(SavedState, ComesBackBitForBitFromAProgramChunk) {
     fillPrograms(saved_);
     saved_.setProgram(98);
     restored_.setProgram(5);
-    restored_.setChunk(Extent::kProgram, saved_.chunk(Extent::kProgram));
+    restored_.setChunk(host::Extent::kProgram, saved_.chunk(host::Extent::kProgram));
     EXPECT_EQ(restored_.program(), 5);
     EXPECT_EQ(restored_.programName(5), "Patch 98");
     EXPECT_EQ(restored_.programName(98), "Init");
-    EXPECT_EQ(restored_.chunk(Extent::kProgram), saved_.chunk(Extent::kProgram));
+    EXPECT_EQ(restored_.chunk(host::Extent::kProgram), saved_.chunk(host::Extent::kProgram));
     expectSameSound(saved_, restored_);
 }
 
 TEST_F(SavedState, ComesBackBitForBitFromFiles) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     fillPrograms(saved_);
     saved_.setProgram(98);
-    render::saveBank(saved_, folder.path("a.fxb"));
-    render::savePreset(saved_, folder.path("a.fxp"));
+    host::saveBank(saved_, folder.path("a.fxb"));
+    host::savePreset(saved_, folder.path("a.fxp"));
     EXPECT_EQ(folder.read("a.fxb").size(), 160u + 26088);
     EXPECT_EQ(folder.read("a.fxp").size(), 60u + 192);
-    EXPECT_EQ(folder.read("a.fxb").substr(160), saved_.chunk(Extent::kBank));
+    EXPECT_EQ(folder.read("a.fxb").substr(160), saved_.chunk(host::Extent::kBank));
 
-    PluginHost withPreset(QUARZEL_PLUGIN, 44100, kBlock);
-    render::loadPreset(withPreset, folder.path("a.fxp"));
+    host::PluginHost withPreset(QUARZEL_PLUGIN, 44100, kBlock);
+    host::loadPreset(withPreset, folder.path("a.fxp"));
     EXPECT_EQ(withPreset.programName(0), "Patch 98");
-    render::loadBank(restored_, folder.path("a.fxb"));
+    host::loadBank(restored_, folder.path("a.fxb"));
     expectSameState(saved_, restored_);
     expectSameSound(saved_, restored_);
 }
 
 TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::string bank = folder.path("a.fxb"), preset = folder.path("a.fxp");
-    const auto save = [&](PluginHost& host) {
-        render::saveBank(host, bank);
-        render::savePreset(host, preset);
+    const auto save = [&](host::PluginHost& host) {
+        host::saveBank(host, bank);
+        host::savePreset(host, preset);
         return true;
     };
     fillPrograms(saved_);
@@ -140,13 +140,13 @@ TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
             EXPECT_TRUE(bankNow == savedBank || bankNow == otherBank);
             EXPECT_TRUE(presetNow == savedPreset || presetNow == otherPreset);
             save(restored_);
-            EXPECT_EQ(folder.fileCount(), 2);
+            EXPECT_EQ(folder.entryCount(), 2);
         });
     EXPECT_GT(killed, 20);
 }
 
 TEST_F(SavedState, TakesListsThoughItHasChunks) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const auto preset = [](const std::string& name, unsigned value) {
         const std::string entry = "FxCk" + bigEndian(1, 4) + "seni" + bigEndian(1, 4) +
                                   bigEndian(2, 4) + name + std::string(28 - name.size(), '\0') +
@@ -157,16 +157,16 @@ TEST_F(SavedState, TakesListsThoughItHasChunks) {
                              std::string(128, '\0') +
                              preset("A name of 27 bytes, to a T.", 0x3E800000) +
                              preset("Second", 0x40000000);
-    render::loadBank(
+    host::loadBank(
         restored_,
         folder.write("a.fxb", "CcnK" + bigEndian(static_cast<unsigned>(bank.size()), 4) + bank));
     EXPECT_EQ(restored_.programName(0), "A name of 27 bytes, to ");
     EXPECT_EQ(restored_.programName(1), "Second");
     EXPECT_EQ(restored_.parameter(0), 0.25f);
     restored_.setProgram(1);
-    EXPECT_EQ(restored_.parameter(0), 1.0f);  // bounded by the instrument
+    EXPECT_EQ(restored_.parameter(0), 1.0f);  // clamped by the instrument
     restored_.setProgram(2);
-    render::loadPreset(restored_, folder.write("a.fxp", preset("Third", 0x3F400000)));
+    host::loadPreset(restored_, folder.write("a.fxp", preset("Third", 0x3F400000)));
     EXPECT_EQ(restored_.programName(2), "Third");
     EXPECT_EQ(restored_.parameter(0), 0.75f);
 }
@@ -174,12 +174,12 @@ TEST_F(SavedState, TakesListsThoughItHasChunks) {
 TEST_F(SavedState, IsTheSameInWhateverOrderAHostGoesThroughIt) {
     fillPrograms(saved_);
     saved_.setProgram(98);
-    const std::string bank = saved_.chunk(Extent::kBank);
+    const std::string bank = saved_.chunk(host::Extent::kBank);
 
-    restored_.setProgram(98);  // of the bank that goes
-    restored_.setChunk(Extent::kBank, bank);
-    restored_.setProgram(98);  // anew, right after
-    restored_.setChunk(Extent::kBank, bank);
+    restored_.setProgram(98);  // of the bank being replaced
+    restored_.setChunk(host::Extent::kBank, bank);
+    restored_.setProgram(98);  // again, right after
+    restored_.setChunk(host::Extent::kBank, bank);
     restored_.setProgram(3);
     restored_.setProgram(98);
     expectSameState(saved_, restored_);
@@ -189,10 +189,10 @@ TEST_F(SavedState, IsTheSameInWhateverOrderAHostGoesThroughIt) {
 TEST_F(SavedState, IsOnlyRenamedByTheFirst24BytesOfAProgram) {
     fillPrograms(saved_);
     saved_.setProgram(98);
-    const std::string before = saved_.chunk(Extent::kProgram);
-    saved_.setChunk(Extent::kProgram, "Renamed" + std::string(17, '\0'));
+    const std::string before = saved_.chunk(host::Extent::kProgram);
+    saved_.setChunk(host::Extent::kProgram, "Renamed" + std::string(17, '\0'));
     EXPECT_EQ(saved_.programName(98), "Renamed");
-    EXPECT_EQ(saved_.chunk(Extent::kProgram).substr(24), before.substr(24));
+    EXPECT_EQ(saved_.chunk(host::Extent::kProgram).substr(24), before.substr(24));
 }
 
 TEST_F(SavedState, HoldsACopiedProgram) {
@@ -203,9 +203,9 @@ TEST_F(SavedState, HoldsACopiedProgram) {
     EXPECT_EQ(saved_.dispatch(effCopyProgram, -1), 0);
     EXPECT_EQ(saved_.program(), 98);
     EXPECT_EQ(saved_.programName(127), "Patch 98");
-    const std::string original = saved_.chunk(Extent::kProgram);
+    const std::string original = saved_.chunk(host::Extent::kProgram);
     saved_.setProgram(127);
-    EXPECT_EQ(saved_.chunk(Extent::kProgram), original);
+    EXPECT_EQ(saved_.chunk(host::Extent::kProgram), original);
 }
 
 }  // namespace

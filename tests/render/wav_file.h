@@ -8,8 +8,8 @@
 
 struct WavFile {
     SF_INFO info = {};
-    std::vector<float> samples;  // interleaved, 1.0 being full scale
-    std::vector<int> integers;   // the same as the upper bits of 32
+    std::vector<float> samples;  // interleaved, 1.0 is full scale
+    std::vector<int> integers;   // the same in the upper bits of 32
 
     explicit WavFile(const std::string& path) {
         SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);

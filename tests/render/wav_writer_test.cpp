@@ -1,13 +1,13 @@
-// WAV files: what is written is what is read, and no half file is ever seen.
+// WAV files read back as written, and no partial file is ever visible.
 #include "render/wav_writer.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
 
-#include "render/error.h"
-#include "tests/render/scratch_folder.h"
+#include "host/error.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
 namespace {
@@ -16,7 +16,7 @@ using render::SampleFormat;
 using render::WavWriter;
 
 TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     struct Case {
         SampleFormat format;
         double step;
@@ -46,7 +46,7 @@ TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
 }
 
 TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     const std::vector<float> samples = {0.1f, -3.5f, 1e-30f, 1.0f};
     for (const char* name : {"a.wav", "b.wav"}) {
         WavWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32, 4});
@@ -60,9 +60,9 @@ TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
 }
 
 TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     folder.write("a.wav", "old");
-    // In a process of its own, which has the limit.
+    // Run in a child process, which has the limit.
     TracedChild child([path = folder.path("a.wav")] {
         const rlimit limit = {100000, 100000};
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -72,7 +72,7 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
             for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
             writer.commit();
             return false;
-        } catch (const render::Error& error) {
+        } catch (const host::Error& error) {
             return std::string(error.what()).find(path + " cannot be written: ") == 0;
         }
     });
@@ -80,36 +80,36 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
     }
     EXPECT_EQ(child.result(), TracedChild::kTrue);
     EXPECT_EQ(folder.read("a.wav"), "old");
-    EXPECT_EQ(folder.fileCount(), 1);
+    EXPECT_EQ(folder.entryCount(), 1);
 }
 
 TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     for (const int64_t maxFrames : {int64_t{1000}, int64_t{1} << 32}) {
         WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt24, maxFrames});
         writer.write({0.0f, 0.0f});
         writer.commit();
-        EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // it stayed small
+        EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // RIFF: it stayed small
         EXPECT_EQ(WavFile(folder.path("a.wav")).info.frames, 1);
     }
 }
 
 TEST(WavWriter, LeavesNothingBehindUnlessCommitted) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     folder.write("a.wav", "what was there before");
     folder.write("a.wav.part1", "somebody else's");
     {
         WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16, 1000});
         writer.write(std::vector<float>(100000));
-        EXPECT_EQ(folder.fileCount(), 3);
+        EXPECT_EQ(folder.entryCount(), 3);
     }
-    EXPECT_EQ(folder.fileCount(), 2);
+    EXPECT_EQ(folder.entryCount(), 2);
     EXPECT_EQ(folder.read("a.wav"), "what was there before");
     EXPECT_EQ(folder.read("a.wav.part1"), "somebody else's");
 }
 
 TEST(WavWriter, WritesThroughALink) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     folder.write("real.wav", "");
     std::filesystem::create_symlink("real.wav", folder.path("link.wav"));
     WavWriter writer(folder.path("link.wav"), {44100, 1, SampleFormat::kInt16, 1});
@@ -119,14 +119,14 @@ TEST(WavWriter, WritesThroughALink) {
 }
 
 TEST(WavWriter, RefusesAPlaceThatItCannotWriteTo) {
-    const ScratchFolder folder;
+    const TemporaryFolder folder;
     folder.write("file", "");
     for (const std::string& path : {folder.path("missing/a.wav"), folder.path("file/a.wav"),
                                     folder.path(""), std::string("/dev/null")}) {
         SCOPED_TRACE(path);
-        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), render::Error);
+        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), host::Error);
     }
-    EXPECT_EQ(folder.fileCount(), 1);
+    EXPECT_EQ(folder.entryCount(), 1);
 }
 
 }  // namespace

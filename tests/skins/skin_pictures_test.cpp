@@ -1,7 +1,7 @@
-// The looks of the delivered skins, against the pictures that the manual shows.
+// Compares the looks of the delivered skins with the pictures in the manual.
 //
-// A change of looks is minted with QUARZEL_MINT_GOLDEN=1: the test then writes the manual's
-// pictures and the table of hashes anew, and the pictures are what a reviewer looks at.
+// After a change of looks, run the test with QUARZEL_MINT_GOLDEN=1. It rewrites the manual's
+// pictures and the table of hashes. Review the pictures.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -19,9 +19,9 @@ namespace {
 
 using VSTGUI::PixelBuffer;
 
-// Another librsvg, or another font on the machine, draws edges a little differently.
+// Another version of librsvg or of a font draws edges slightly differently.
 constexpr int kTile = 8;        // pixels
-constexpr int kTolerance = 16;  // of 255, in the mean of a tile
+constexpr int kTolerance = 16;  // of 255, for the mean of a tile
 
 constexpr const char* kSkins[] = {"skin", "Night"};
 const std::string kTable = QUARZEL_SKIN_HASHES;
@@ -67,7 +67,7 @@ TEST(SkinPictures, LookAsTheManualShowsThem) {
     }
 }
 
-// The same on every system: the pictures are drawn while building, the rest by the editor alone.
+// Every system gives the same bytes: the build draws the pictures, and the editor draws the rest.
 TEST(SkinPictures, AreTheKnownBytesAtEveryZoom) {
     const std::string drawnBy = QUARZEL_SKIN_DRAWER "\n";
     std::string hashes = drawnBy;

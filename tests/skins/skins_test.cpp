@@ -1,4 +1,4 @@
-// The skins that are delivered: nothing wrong with them, nothing out of reach.
+// The delivered skins have no faults, and every parameter can be reached.
 #include <cstdint>
 #include <filesystem>
 #include <set>
@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "editor/skin_report.h"
+#include "editor/skin/skin_report.h"
 #include "gui/graphics/picture_reader.h"
 #include "platform/file.h"
 

@@ -1,4 +1,4 @@
-// Asks the C library and the kernel.
+// Queries the C library and the kernel.
 #include "tests/soak/process_use.h"
 
 #include <fstream>

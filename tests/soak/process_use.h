@@ -1,4 +1,4 @@
-// What this process holds of the system at a moment.
+// The resources that this process holds now.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 namespace soak {
 
 struct ProcessUse {
-    std::size_t heapBytes;      // handed out by the C library's heap
+    std::size_t heapBytes;      // in use in the C library's heap
     std::size_t residentBytes;  // of the process, in memory
     int openFiles;
 };

@@ -1,4 +1,4 @@
-// Random use of one instance, and a watch on what it gives out.
+// Uses one instance at random and checks its output.
 #include "tests/soak/session.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "plugin/editor_adapter.h"
+#include "plugin/vst2/editor_adapter.h"
 #include "state/bank.h"
 
 namespace soak {
@@ -16,12 +16,12 @@ namespace {
 namespace headless = VSTGUI::headless;
 
 constexpr float kRates[] = {22050.0f, 44100.0f, 48000.0f, 88200.0f, 96000.0f};
-constexpr float kLoudest = 64.0f;      // the reverb's bound of 4, twice times 4 behind it
-constexpr double kSlowestSilence = 5;  // seconds: four of watching, the shortest release before
+constexpr float kLoudest = 64.0f;      // the reverb's limit of 4, amplified twice by 4
+constexpr double kSlowestSilence = 5;  // seconds: the shortest release, then four of watching
 constexpr double kPatience = 20;       // seconds
 constexpr int kProbeBlock = 256;
 
-// The host of all sessions: knows its version and nothing else.
+// The host of all sessions. It only answers its version.
 VstIntPtr hostAnswer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
     return opcode == audioMasterVersion ? kVstVersion : 0;
 }
@@ -32,7 +32,7 @@ Session::Session(unsigned seed, headless::HeldClock& clock, Findings& findings)
     : random_(seed),
       clock_(clock),
       findings_(findings),
-      synth_(std::make_unique<plugin::VstSynth>(hostAnswer)) {
+      synth_(std::make_unique<vst2::VstSynth>(hostAnswer)) {
     ++findings_.instances;
     setRate(rate_);
 }
@@ -171,7 +171,7 @@ void Session::visitEditor() {
         findings_.complaints.push_back("an editor that did not open");
         return;
     }
-    auto& frame = *static_cast<plugin::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
+    auto& frame = *static_cast<vst2::EditorAdapter*>(synth_->getEditor())->editor().getFrame();
     const auto somewhere = [&] { return VSTGUI::CPoint(below(900), below(600)); };
     for (int i = 0; i < 10; ++i) {
         const auto from = somewhere();
@@ -185,7 +185,7 @@ void Session::visitEditor() {
         play(0.01);
     }
     if (below(4) == 0) {
-        synth_->learnSlot().arm(below(state::kNumParams));
+        synth_->instrument().learnSlot().arm(below(state::kNumParams));
         queue(0xB0, 1 + below(119), below(128), 0);
         render(64);
         dispatch(effEditIdle);
@@ -200,9 +200,9 @@ void Session::fallSilent() {
     record->setParameter(record, state::kEnvRelease, 0.0f);
     queue(0xB0, 123, 0, 0);
     double now = 0.0, lastSound = 0.0;
-    // Silence that lasts: asleep, and a second more.
+    // Wait for lasting silence: asleep, and one more second.
     while (now < kPatience && now - lastSound < 1.0) {
-        if (!render(kProbeBlock) || !synth_->engine().asleep()) lastSound = now;
+        if (!render(kProbeBlock) || !synth_->instrument().asleep()) lastSound = now;
         now += kProbeBlock / rate_;
     }
     findings_.slowestSilence = std::max(findings_.slowestSilence, lastSound);

@@ -1,4 +1,4 @@
-// One instance as a host and a hurried musician use it, at random.
+// One instance, used at random like a host and a hurried musician do.
 #pragma once
 
 #include <memory>
@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "gui/headless.h"
-#include "plugin/vst_synth.h"
+#include "plugin/vst2/vst_synth.h"
 
 namespace soak {
 
-// What went over all sessions; a complaint fails the run.
+// Totals over all sessions. A complaint fails the run.
 struct Findings {
     float peak = 0.0f;            // highest sample, full scale 1
     double slowestSilence = 0.0;  // seconds from all notes off to lasting exact zeros
@@ -28,16 +28,17 @@ class Session {
 
     // Dense playing: notes, wheels, controllers, programs, automation, in blocks of many sizes.
     void play(double seconds);
-    // Another rate, with or without a pause.
+    // Changes the rate, with or without a pause.
     void changeRate();
-    // Saves the bank or program, disturbs it and brings it back.
+    // Saves the bank or program, disturbs it and restores it.
     void saveAndRestore();
-    // Opens the editor, drags and clicks about in it, now and then learns a controller, closes it.
+    // Opens the editor, drags and clicks in it, sometimes learns a controller, and closes it.
     void visitEditor();
-    // Ends all notes, and renders until the sound has.
+    // Ends all notes and renders until the sound has ended.
     void fallSilent();
 
-    // Median ns a sample of a fixed chord on fresh settings at 44.1 kHz, and of sleep after it.
+    // Median ns per sample of a fixed chord with fresh settings at 44.1 kHz, and of the sleep after
+    // it.
     struct Cost {
         double sounding;
         double asleep;
@@ -55,14 +56,14 @@ class Session {
     void queue(int status, int data1, int data2, int frame);
     void queueAtRandom(int frames);
     void disturb();
-    // Renders with what is queued; whether all of it was exact zeros.
+    // Renders with the queued events. Returns whether all samples are exact zeros.
     bool render(int frames);
     double medianBlock(int blocks);
 
     std::mt19937 random_;
     VSTGUI::headless::HeldClock& clock_;
     Findings& findings_;
-    std::unique_ptr<plugin::VstSynth> synth_;
+    std::unique_ptr<vst2::VstSynth> synth_;
     float rate_ = 44100.0f;
     std::vector<VstMidiEvent> queued_;
     std::vector<char> eventList_;

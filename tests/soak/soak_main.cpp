@@ -1,4 +1,4 @@
-// Plays for simulated hours and watches that nothing grows, breaks, slows down or stays awake.
+// Plays for simulated hours and checks that nothing grows, breaks, slows down or stays awake.
 // Usage: quarzel_soak HOURS [SEED]
 #include <algorithm>
 #include <charconv>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/folders.h"
-#include "tests/plugin/plugin_under_test.h"
+#include "tests/plugin/vst2/plugin_under_test.h"
 #include "tests/soak/process_use.h"
 #include "tests/soak/session.h"
 #include "tests/support/recorded_messages.h"
@@ -23,8 +23,8 @@ constexpr int kSessions = 3;                       // at once
 constexpr int kReportMinutes = 10;                 // simulated
 constexpr int kLongestWarmUp = 10;                 // simulated minutes; less in a short run
 constexpr double kMinute = 60.0;                   // seconds
-constexpr std::size_t kHeapSlack = 64 << 10;       // what sessions differ in, not per minute
-constexpr std::size_t kResidentSlack = 16u << 20;  // pages that the C library keeps
+constexpr std::size_t kHeapSlack = 64 << 10;       // sessions differ that much
+constexpr std::size_t kResidentSlack = 16u << 20;  // pages cached by the C library
 
 double megabytes(std::size_t bytes) {
     return static_cast<double>(bytes) / (1 << 20);
@@ -35,7 +35,7 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-// As a host does that rescans its plug-ins.
+// Loads the library again, like a host that rescans its plug-ins.
 void reloadLibrary() {
     const TestHost host;
     const PluginLibrary library;
@@ -129,7 +129,7 @@ class Watch {
 
 int run(int minutes, unsigned seed) {
     const TemporaryFolder applicationData;
-    setenv("XDG_CONFIG_HOME", applicationData.path().c_str(), 1);  // of the loaded library
+    setenv("XDG_CONFIG_HOME", applicationData.path().c_str(), 1);  // for the loaded library
     const platform::ScopedFolders folders(QUARZEL_FOLDER, applicationData.path());
     const RecordedMessages messages;
     const VSTGUI::headless::Scope scope;

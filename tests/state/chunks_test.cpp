@@ -1,4 +1,4 @@
-// Chunks of hosts and the default bank's file, well-formed and not.
+// Chunks from hosts and the default bank's file, valid and damaged.
 #include "state/chunks.h"
 
 #include <cmath>
@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
-#include "state/instrument.h"
 #include "tests/support/random_bytes.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
@@ -21,11 +20,6 @@ using state::Bank;
 using Message = RecordedMessage;
 constexpr auto kNoIcon = platform::MessageIcon::kNone;
 constexpr std::uint32_t kId = 0x73656E69;
-
-class NoEvents : public engine::EventSource {
-  public:
-    int dispatchUpTo(int) override { return kNothingDue; }
-};
 
 std::string bytesOf(const Bank& bank) {
     return {reinterpret_cast<const char*>(&const_cast<Bank&>(bank).chunk()),
@@ -53,7 +47,7 @@ std::string opaqueFile(const std::string& chunk, std::uint32_t size) {
     return header("FBCh", kId, 128) + bigEndian(size) + chunk;
 }
 
-// One entry as the list form is read: counts and values in the order of the machine.
+// One entry of the list form, with counts and values in machine order.
 std::string listEntry(std::int32_t count, const std::vector<float>& values) {
     std::string entry(56, '\0');
     std::memcpy(&entry[24], &count, sizeof count);
@@ -99,14 +93,11 @@ TEST(Chunks, OfAnotherSizeAreRefusedWithAMessage) {
     EXPECT_EQ(messages.all, (std::vector<Message>{preset, preset, whole, whole}));
 }
 
-TEST(Chunks, WithWildBytesAreKeptAndStillPlayFinite) {
+TEST(Chunks, WithWildBytesAreKept) {
     const RecordedMessages messages;
-    auto instrument = std::make_unique<state::Instrument>(44100.0);
-    Bank& bank = instrument->bank();
+    Bank bank;
     const std::string sane = bytesOf(namedBank("Signature"));
     std::mt19937 random(7);
-    std::vector<float> left(256), right(256);
-    NoEvents events;
     for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
         SCOPED_TRACE(round);
         const int program = static_cast<int>(random() % 128);
@@ -126,10 +117,6 @@ TEST(Chunks, WithWildBytesAreKeptAndStillPlayFinite) {
             EXPECT_EQ(state::takeBankChunk(bank, chunk.data(), size), fits);
         }
         ASSERT_EQ(bytesOf(bank), expected);
-        instrument->setProgram(program);
-        instrument->engine().noteOn(30 + round % 60, 100);
-        instrument->render(left.data(), right.data(), 256, events);
-        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(left[i] + right[i]));
     }
 }
 
@@ -200,7 +187,7 @@ TEST(DefaultBank, ThatCannotBeOpenedIsOnlyRemembered) {
     state::loadDefaultBank(bank, kId);
     EXPECT_TRUE(state::defaultBankMissing());
 
-    // Nor is that of any other folder taken when the library's own is unknown.
+    // If the library's folder is unknown, no other folder is searched.
     const TemporaryFolder other;
     other.write("default.fxb", opaqueFile(bytesOf(namedBank("Stranger")), 26088));
     const CurrentFolder current(other.path());

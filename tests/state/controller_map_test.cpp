@@ -1,4 +1,4 @@
-// The controller map: what it reads, where it writes, what it binds.
+// Tests of reading, writing and binding in the controller map.
 #include "state/controller_map.h"
 
 #include <filesystem>
@@ -57,7 +57,7 @@ TEST(ControllerMap, KeepsItsBindingsInTheDataFolder) {
     EXPECT_EQ(loaded.controller(state::kMix), 20);
     EXPECT_EQ(loaded.controller(state::kSpring), 127);
     EXPECT_EQ(loaded.controller(state::kVolume), ControllerMap::kUnbound);
-    // Nothing else is left beside the file.
+    // No temporary file remains.
     const auto entries =
         std::filesystem::directory_iterator(std::filesystem::path(path).parent_path());
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
@@ -78,7 +78,7 @@ TEST(ControllerMap, IsWrittenOnceForAChange) {
     EXPECT_FALSE(platform::fileExists(path));
 }
 
-// As when another process, or another plug-in of ours in this one, saves meanwhile.
+// Another process, or another of our plug-ins in this one, may save in between.
 TEST(ControllerMap, WritesOnlyWhatItChanged) {
     const Folders folders;
     const std::string path = folders.applicationData.path() + kInDataFolder;
@@ -109,7 +109,7 @@ TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
     ControllerMap map;
     map.load();
     EXPECT_EQ(map.controller(0), 5);
-    // What a short file does not say is bound to controller 0: kept.
+    // intentional: a short file binds the remaining parameters to controller 0
     EXPECT_EQ(map.controller(1), 0);
     EXPECT_EQ(map.controller(41), 0);
 }
@@ -152,7 +152,7 @@ TEST(ControllerMap, IsNotHarmedByAFailedWrite) {
     map.save();
     const std::string path = folders.applicationData.path() + kInDataFolder;
     const auto before = platform::readFile(path, 1000);
-    // A folder in the way of the rename.
+    // A folder blocks the rename.
     std::filesystem::remove(path);
     std::filesystem::create_directories(path + "/inside");
     map.save();
@@ -187,7 +187,7 @@ TEST(ControllerMap, IsOldOrNewWhereverTheProcessIsKilled) {
         map.load();
         return map.controller(state::kPan);
     };
-    // The first time the data folder is made as well.
+    // The first save also creates the data folder.
     killAtEachCall(saved(20), [&] {
         EXPECT_TRUE(bound() == ControllerMap::kUnbound || bound() == 20);
         std::filesystem::remove_all(folders.applicationData.path() + "Quarzel Studio 9");
@@ -218,7 +218,7 @@ TEST(ControllerMap, FollowsNoLinkInTheCurrentFolder) {
         EXPECT_EQ(platform::readFile(victim, 1000), there ? std::optional(before) : std::nullopt);
         std::filesystem::remove(file);
         std::filesystem::remove(victim);
-        // What was bound is not given up.
+        // The binding is saved after all.
         map.save();
         ControllerMap kept;
         kept.load();
@@ -227,7 +227,7 @@ TEST(ControllerMap, FollowsNoLinkInTheCurrentFolder) {
     }
 }
 
-// As when the process may open no more files: the musician's bindings must not go.
+// As when the process runs out of file handles: the player's bindings must survive.
 TEST(ControllerMap, LeavesAFileThatItCouldNotRead) {
     const Folders folders;
     ControllerMap map;
@@ -246,7 +246,7 @@ TEST(ControllerMap, LeavesAFileThatItCouldNotRead) {
     ControllerMap other;
     other.load();
     EXPECT_EQ(other.controller(state::kPan), 20);
-    map.bind(state::kMix, 7);  // what is bound now counts
+    map.bind(state::kMix, 7);  // new bindings count
     map.save();
     other.load();
     EXPECT_EQ(other.controller(state::kMix), 7);

@@ -1,8 +1,8 @@
-# Fails unless a linked program or library is built to stop what overwrites its memory.
+# Fails unless a linked program or library has its hardening options.
 # Usage: cmake -DFILE=FILE -DOBJDUMP=objdump -DOPTIMISED=BOOL -P check_hardening.cmake
 cmake_minimum_required(VERSION 3.25)
 
-# require(LISTING PATTERN WHAT): what objdump tells must match.
+# require(LISTING PATTERN WHAT): objdump's output must match.
 function(require listing pattern what)
     if(NOT listing MATCHES "${pattern}")
         message(SEND_ERROR "${FILE}: ${what}")
@@ -12,7 +12,7 @@ endfunction()
 execute_process(COMMAND "${OBJDUMP}" -p "${FILE}" OUTPUT_VARIABLE headers
     COMMAND_ERROR_IS_FATAL ANY)
 if(FILE MATCHES "\\.(dll|exe)$")
-    set(symbols -t)  # the run-time library is inside
+    set(symbols -t)  # the run-time library is linked statically
     require("${headers}" "HIGH_ENTROPY_VA" "not to be loaded at high addresses")
     require("${headers}" "DYNAMIC_BASE" "not to be loaded at any address")
     require("${headers}" "NX_COMPAT" "data can be executed")

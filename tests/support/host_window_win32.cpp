@@ -1,4 +1,4 @@
-// A host's window on Windows.
+// The host window on Windows.
 #include "tests/support/host_window.h"
 
 #include <windows.h>

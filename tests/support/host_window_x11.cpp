@@ -1,4 +1,4 @@
-// A host's window on an X server that all such windows of the process share.
+// The host window on an X server, which all such windows in the process share.
 #include "tests/support/host_window.h"
 
 #include <string>

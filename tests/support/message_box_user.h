@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
-// Presses the button of the message box with that title, as soon as it shows. Returns its text and
-// the button's label, and says so when there is no box or more than one button.
+// Presses the button of the message box with that title as soon as it appears. Returns its text and
+// the button's label, or a sentence if there is no box or more than one button.
 inline std::string dismissMessageBox(const char* title) {
     HWND box = nullptr;
     for (int i = 0; i < 500 && !box; ++i) {
@@ -14,7 +14,7 @@ inline std::string dismissMessageBox(const char* title) {
         Sleep(10);
     }
     if (!box) return "no box";
-    Sleep(50);  // the box is found before it is filled
+    Sleep(50);  // the box exists before its contents
     char text[256] = {};
     GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
     const HWND button = FindWindowExA(box, nullptr, "Button", nullptr);

@@ -1,4 +1,4 @@
-// Installs the settings in every test program that this file is linked into.
+// Installs private settings in every test program that links this file.
 #include "tests/support/own_settings.h"
 
 #include <optional>

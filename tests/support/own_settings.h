@@ -1,10 +1,10 @@
-// Gives each test settings and a data folder of its own, so that none sees what another one left.
+// Gives each test its own settings and data folder, so that tests cannot affect each other.
 #pragma once
 
 #include <memory>
 
-// The settings of the user and the roaming folder, empty, for as long as it lives: also for
-// libraries that are loaded and programs that are started meanwhile.
+// Provides empty user settings and an empty data folder during its lifetime, also to libraries
+// loaded and programs started meanwhile.
 class OwnSettings {
   public:
     OwnSettings();

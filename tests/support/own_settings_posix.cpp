@@ -1,4 +1,4 @@
-// Settings as a folder named by the environment.
+// The settings are a folder named by the environment.
 #include <cstdlib>
 
 #include "tests/support/own_settings.h"
@@ -10,8 +10,8 @@ struct OwnSettings::System {
 
 OwnSettings::OwnSettings() : system_(new System) {
     setenv("XDG_CONFIG_HOME", system_->folder.path().c_str(), 1);
-    // A message on the display of whoever runs the tests would wait for them, one on the server
-    // that a test before has stopped for nobody: tests that need a display start one.
+    // Tests that need a display start their own. On the user's display, a message would wait for
+    // the user; on a server that a previous test stopped, for ever.
     unsetenv("DISPLAY");
 }
 

@@ -1,5 +1,4 @@
-// Settings as a key of their own in place of the current user's, where the shell looks up the
-// roaming folder, too.
+// A private key replaces the current user's. The shell also finds the roaming folder there.
 #include <stdexcept>
 #include <string>
 

@@ -1,4 +1,4 @@
-// What this process holds of the system, to see whether it grows.
+// The resources that this process holds, to detect growth.
 #pragma once
 
 #include <cstddef>
@@ -18,14 +18,14 @@
 
 struct ProcessMemory {
     std::size_t bytes = 0;
-    std::size_t handles = 0;      // open files, or what the system counts as such
-    std::size_t mappedFiles = 0;  // parts of files in memory; 0 where unknown
+    std::size_t handles = 0;      // open files or handles
+    std::size_t mappedFiles = 0;  // mapped parts of files; 0 if unknown
 
     static ProcessMemory now();
 };
 
 #ifdef _WIN32
-// Pages that the heap keeps for later.
+// Pages cached by the heap.
 constexpr std::size_t kProcessMemoryNoise = 1 << 20;
 
 inline ProcessMemory ProcessMemory::now() {
@@ -36,7 +36,7 @@ inline ProcessMemory ProcessMemory::now() {
     return {counters.PagefileUsage, handles, 0};
 }
 #else
-// What the dynamic linker itself keeps of a hundred libraries come and gone.
+// Memory that the dynamic linker keeps after loading and unloading a hundred libraries.
 constexpr std::size_t kProcessMemoryNoise = 32 << 10;
 
 inline ProcessMemory ProcessMemory::now() {

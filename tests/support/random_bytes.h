@@ -1,4 +1,4 @@
-// Random and damaged bytes for readers of binary files, the same for the same generator state.
+// Random and damaged bytes for readers of binary files, deterministic for a generator state.
 #pragma once
 
 #include <algorithm>
@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 
-// How many random inputs a test goes through: QUARZEL_MUTATIONS when it is set and a number above
-// 0, else byDefault.
+// The number of random inputs for a test: QUARZEL_MUTATIONS if it is a number above 0, else
+// byDefault.
 inline int mutationCount(int byDefault) {
     const std::string text =
         std::getenv("QUARZEL_MUTATIONS") ? std::getenv("QUARZEL_MUTATIONS") : "";
@@ -23,8 +23,8 @@ inline std::string randomBytes(std::size_t size, std::mt19937& random) {
     return bytes;
 }
 
-// One to eight bytes replaced, half of them among the first 220, where the headers are; of every
-// three results one is cut short and one of nine made longer.
+// Replaces one to eight bytes, half of them in the first 220, where the headers are. Also truncates
+// one result in three and extends one in nine.
 inline std::string randomlyDamaged(std::string bytes, std::mt19937& random) {
     for (auto changes = 1 + random() % 8; changes > 0 && !bytes.empty(); --changes) {
         const auto reach = random() % 2 ? bytes.size() : std::min<std::size_t>(bytes.size(), 220);

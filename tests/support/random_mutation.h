@@ -1,4 +1,4 @@
-// Random damage to a text, the same for the same seed on every system.
+// Random damage to a text, the same on every system for the same seed.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// Replaces, inserts, removes or repeats one to four stretches of the text. Characters are drawn
-// from the alphabet, or now and then from all bytes.
+// Replaces, inserts, removes or repeats one to four stretches of the text. Characters come from the
+// alphabet, sometimes from all bytes.
 inline std::string randomlyMutated(std::string text, std::string_view alphabet,
                                    std::uint32_t seed) {
     std::mt19937 random(seed);

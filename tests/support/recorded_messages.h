@@ -1,4 +1,4 @@
-// Keeps the messages that a test brings up instead of showing them.
+// Records the messages of a test instead of showing them.
 #pragma once
 
 #include <ostream>

@@ -1,12 +1,13 @@
-// A folder of its own for one test, removed with everything in it.
+// A folder for the files of one test, removed with everything in it.
 #pragma once
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <string>
 
-// Makes a folder the current one for a scope.
+// Changes the current folder within a scope.
 class CurrentFolder {
   public:
     explicit CurrentFolder(const std::string& folder) { std::filesystem::current_path(folder); }
@@ -20,10 +21,12 @@ class CurrentFolder {
 
 class TemporaryFolder {
   public:
-    TemporaryFolder()
-        : path_(std::filesystem::temp_directory_path() /
-                ("quarzel-test-" + std::to_string(std::random_device{}()))) {
-        std::filesystem::create_directories(path_);
+    TemporaryFolder() {
+        std::random_device random;
+        do {
+            path_ = std::filesystem::temp_directory_path() /
+                    ("quarzel-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path_));
     }
     ~TemporaryFolder() {
         std::error_code ignored;
@@ -34,9 +37,21 @@ class TemporaryFolder {
 
     // Ends in a separator.
     std::string path() const { return path_.string() + '/'; }
+    std::string path(const std::string& name) const { return (path_ / name).string(); }
 
-    void write(const std::string& name, const std::string& contents) const {
+    // Returns the path of the file.
+    std::string write(const std::string& name, const std::string& contents) const {
         std::ofstream(path_ / name, std::ios::binary) << contents;
+        return path(name);
+    }
+
+    std::string read(const std::string& name) const {
+        std::ifstream file(path_ / name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+
+    std::ptrdiff_t entryCount() const {
+        return std::distance(std::filesystem::directory_iterator(path_), {});
     }
 
   private:

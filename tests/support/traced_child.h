@@ -1,5 +1,5 @@
-// An action in a child process that stops before each of its system calls, to be killed there or to
-// see the call fail.
+// Runs an action in a child process that stops before each system call, where the test can kill it
+// or make the call fail.
 #pragma once
 
 #include <cerrno>
@@ -17,7 +17,7 @@ class TracedChild {
   public:
     enum Result { kTrue, kFalse, kDied };
 
-    // The child keeps to the thread that makes it.
+    // Only the thread that creates the child may use it.
     explicit TracedChild(const std::function<bool()>& action) : process_(fork()) {
         if (process_ == 0) {
             ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
@@ -29,14 +29,15 @@ class TracedChild {
     }
     ~TracedChild() {
         if (!isStopped()) return;
-        // The call at hand does not happen any more.
+        // The current call does not happen.
         ::kill(process_, SIGKILL);
         waitpid(process_, &status_, 0);
     }
     TracedChild(const TracedChild&) = delete;
     TracedChild& operator=(const TracedChild&) = delete;
 
-    // Lets the call at hand happen and stops before the next; its number, nothing at the end.
+    // Lets the current call happen and stops before the next. Returns its number, or nothing at the
+    // end.
     std::optional<long> next() {
         if (isInCall_) goOn();  // to the end of the call
         goOn();
@@ -45,7 +46,7 @@ class TracedChild {
         return static_cast<long>(registers().orig_rax);
     }
 
-    // The call at hand does not happen and says `error`.
+    // The current call does not happen and returns `error`.
     void fail(int error) {
         user_regs_struct values = registers();
         values.orig_rax = static_cast<unsigned long long>(-1);
@@ -57,7 +58,7 @@ class TracedChild {
         ptrace(PTRACE_SETREGS, process_, nullptr, &values);
     }
 
-    // Of the action that has ended.
+    // The result of the action, once it has ended.
     Result result() const {
         return WIFEXITED(status_) ? static_cast<Result>(WEXITSTATUS(status_)) : kDied;
     }
@@ -80,8 +81,8 @@ class TracedChild {
     bool isInCall_ = false;
 };
 
-// Runs the action in children killed before their first, second, third ... system call, until one
-// gets through; looks around after each. Returns how many were killed.
+// Runs the action in children that are killed before their first, second, third ... system call,
+// until one completes. Calls the check after each. Returns the number killed.
 inline int killAtEachCall(const std::function<bool()>& action,
                           const std::function<void()>& lookAround) {
     for (int killed = 0;; ++killed) {
@@ -95,8 +96,8 @@ inline int killAtEachCall(const std::function<bool()>& action,
     }
 }
 
-// Whether a call concerns files by name or descriptor: what else fails, memory say, is not the
-// writer's to survive.
+// Whether a call concerns files by name or descriptor. Writers need not survive other failures,
+// such as memory.
 inline bool isFileCall(long number) {
     switch (number) {
         case SYS_open:

@@ -1,4 +1,4 @@
-// Everything of the toolkit layer but the headers below lib/.
+// Includes the whole toolkit layer except the headers in lib/.
 #pragma once
 
 #define VSTGUI_VERSION_MAJOR 4
@@ -29,6 +29,5 @@
 #include "gui/views/view.h"
 #include "gui/views/view_container.h"
 
-// The toolkit asks for this line in a control's class; the layer's controls need nothing in its
-// place.
+// The toolkit requires this macro in the class of a control. The layer needs nothing there.
 #define CLASS_METHODS(name, parent)

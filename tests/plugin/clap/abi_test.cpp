@@ -1,6 +1,6 @@
-// The CLAP interface as we state it, compared with the published headers as far as the DPF
-// framework carries them: its core and eight extensions. The records of the other extensions and of
-// preset discovery are held to their sizes and offsets beside their definitions.
+// Compares our declaration of the CLAP interface with the published headers in the DPF framework:
+// the core and eight extensions. For the other extensions and preset discovery, sizes and offsets
+// are checked beside the definitions.
 #include "plugin/clap/extensions.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@
 
 namespace {
 
-// Members have the published names, so one list serves both.
+// Members have the published names, so one list works for both.
 #define SAME_RECORD(Ours, Theirs, fields)                                                   \
     {                                                                                       \
         const auto all = [](auto& r) { return std::tie fields; };                           \

@@ -1,5 +1,5 @@
-// The VST 3 interface as we state it, compared with the independent statement in C that the DPF
-// framework carries.
+// Compares our declaration of the VST 3 interface with the independent C declaration in the DPF
+// framework.
 #include "plugin/vst3/controller.h"
 
 #include <gtest/gtest.h>
@@ -112,7 +112,7 @@ TEST(Vst3Abi, RecordsHaveThePublishedLayout) {
                 (t.left, t.top, t.right, t.bottom));
 }
 
-// `base` methods are inherited; the rest of the table is the C record, whole.
+// `base` methods are inherited. The rest of the table is the whole C record.
 #define SAME_TABLE(Ours, Theirs, base, ours, theirs)                                          \
     {                                                                                         \
         using I = Ours;                                                                       \
@@ -273,7 +273,7 @@ TEST(Vst3Abi, ConstantsHaveThePublishedValues) {
     EXPECT_STREQ(kPlatformTypeX11, V3_VIEW_PLATFORM_TYPE_X11);
 }
 
-// DPF has no statement of these: held to the published tables by hand.
+// DPF does not declare these. They were checked by hand against the published tables.
 TEST(Vst3Abi, OtherInterfacesKeepTheirOrder) {
     using tests::methodShapes;
     using tests::Shapes;

@@ -1,5 +1,5 @@
-// The run loop that a host may hand to a frame on X11. The layer pumps in CFrame::idle and needs
-// none.
+// The run loop that a host may pass to a frame on X11. The layer does not use it, because
+// CFrame::idle serves the window.
 #pragma once
 
 #include "gui/base/reference.h"

@@ -1,0 +1,53 @@
+// The inner loops that run in lanes, and the choice of their instruction set.
+#pragma once
+
+#include "dsp/lanes/comb_lanes.h"
+#include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/tone_runs.h"
+#include "dsp/lanes/voice_lanes.h"
+
+namespace dsp {
+
+// Longest run of a kernel, in frames.
+constexpr int kMostFrames = 64;
+
+// Above -1 dB the limiter compresses by 100 to 1. Its gain is
+// 10^((20 log10(follower) + 1) x -0.0495) = kLimiterHeld x follower^-0.99.
+constexpr double kLimiterThreshold = 0.8912509381337456;  // -1 dB
+constexpr double kLimiterHeld = 0.8922776195878269;       // 10^-0.0495
+
+// One table per instruction set; all give the same bits.
+struct Kernels {
+    void (*runPhases)(const PhaseRun& run);
+    // Operators and key high-passes of the voices; see VoiceRun.
+    void (*runFeedback)(const VoiceRun& run);
+    void (*runSquared)(const VoiceRun& run);
+    // Adds up the voices in the order of their lanes; see VoiceSum.
+    void (*sumVoices)(const VoiceSum& sum);
+    // Envelope levels on a ramp; see LevelRamps.
+    void (*runRamps)(LevelRamps& ramps, int frames);
+    // The tone path and the phaser; see SectionRun, ToneRun and PhaserRun.
+    void (*runSections)(const SectionRun& run);
+    void (*runTone)(const ToneRun& run);
+    void (*runPhaser)(const PhaserRun& run);
+    // False if a delay lies outside 0..size; the taps are then unusable.
+    bool (*placeTaps)(const DelayTaps& taps);
+    // The reverb: all combs, and one allpass on its line and signal in place.
+    void (*runCombs)(const CombRun& run);
+    void (*runAllpass)(float* line, float* signal, int frames, float gain);
+    // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
+    // the last vector.
+    void (*holdPeaks)(double* followers, int frames);
+};
+
+enum class InstructionSet { kBaseline, kAvx2 };
+
+// The widest set that this processor supports.
+InstructionSet widestInstructionSet();
+
+// The kernels that new engines use. Tests may call useInstructionSet before they create an engine;
+// without it the widest set applies. A set that the processor lacks is narrowed.
+const Kernels& kernels();
+void useInstructionSet(InstructionSet set);
+
+}  // namespace dsp

@@ -1,0 +1,118 @@
+// State of the polyphonic voices as a structure of arrays, and the arguments of their kernels.
+#pragma once
+
+#include <array>
+
+#include "dsp/biquad.h"
+
+namespace dsp {
+
+constexpr int kVoiceLanes = 48;  // 44 voices in whole groups of eight
+constexpr int kPhases = 12;      // shared by all voices: one per semitone
+constexpr int kPaddedPhases = 16;
+
+constexpr int kBassLanes = 8;  // two operators in a whole group
+
+using LaneFloats = std::array<float, kVoiceLanes>;
+using LaneMasks = std::array<int, kVoiceLanes>;  // all bits set, or 0
+
+// kLanes operators (see ModuleFMop) as a structure of arrays.
+template <int kLanes>
+struct alignas(32) OperatorLanesOf {
+    using Floats = std::array<float, kLanes>;
+
+    OperatorLanesOf();
+    void setRate(int lane, float sampleRate);  // Hz, above 0
+    void setFrequency(int lane, float hz);     // from 0 up
+    void clear(int lane);
+
+    Floats frequency{};
+    Floats inverseRate{};
+    // Derived from these: the feedback gain, and the limited increment of each tone.
+    Floats gain{};
+    Floats increment{};
+    Floats squaredIncrement{};
+
+    Floats previous{};
+    Floats low{};
+    Floats high{};
+
+  private:
+    void update(int lane);
+};
+
+using OperatorLanes = OperatorLanesOf<kVoiceLanes>;
+
+// kVoiceLanes biquads as a structure of arrays.
+struct alignas(32) BiquadLanes {
+    void setCoefficients(int lane, const BiquadCoefficients& c);
+    void clear(int lane);
+
+    LaneFloats b0{}, b1{}, b2{}, a1{}, a2{};
+    LaneFloats x1{}, x2{}, y1{}, y2{};
+};
+
+struct alignas(32) VoiceLanes {
+    OperatorLanes oscA;
+    OperatorLanes oscB;
+    BiquadLanes keyHighPass;  // follows oscA
+    // The pitch: the index of a master phase, and the power of two that multiplies it.
+    LaneMasks semitone{};
+    LaneFloats octave{};
+};
+
+// The shared phases, in turns: each advances by its step per frame and wraps at 1.
+struct PhaseRun {
+    double* phases;  // kPhases; in: before the first frame, out: after the last
+    const double* steps;
+    double* turns;   // kPhases per frame
+    float* rounded;  // kPaddedPhases per frame; the padding is left alone
+    int frames;
+};
+
+// The bass operators. They run together with the voices and fill their waits. Signals have
+// kBassLanes values per frame.
+struct BassRun {
+    OperatorLanesOf<kBassLanes>* operators;
+    const int* on;        // masks, as in LaneMasks
+    const float* phases;  // turns
+    float* out;
+};
+
+// The operators and key high-passes of the voices. Signals have kVoiceLanes values per frame. Lanes
+// whose mask is 0 keep their state; their output is meaningless.
+struct VoiceRun {
+    VoiceLanes& voices;
+    const LaneMasks& on;
+    const float* masterPhases;  // turns, kPaddedPhases per frame
+    const float* phasesA;       // turns; null: derived from the master phases
+    const float* phasesB;       // turns; null: twice those of A
+    bool useA;                  // an unused operator keeps its state
+    bool useB;
+    float* a;
+    float* b;
+    const BassRun* bass;  // null: none
+    int frames;
+};
+
+// Adds up the lanes whose mask is set, in their order.
+struct VoiceSum {
+    const float* lanes;   // VoiceRun::a or b
+    const float* levels;  // one row per lane, levelStride apart; null: all 1
+    int levelStride;
+    const LaneMasks& on;
+    float* sum;  // needs room for 7 more frames
+    int frames;
+};
+
+// Levels on a ramp: level[n] = level[n-1] x factor + step.
+struct alignas(32) LevelRamps {
+    LaneFloats level{};  // in: before the first frame, out: after the last
+    LaneFloats factor{};
+    LaneFloats step{};
+    LaneMasks on{};
+    float* rows = nullptr;  // receives one row per lane whose mask is set, rowStride apart
+    int rowStride = 0;
+};
+
+}  // namespace dsp

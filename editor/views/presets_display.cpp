@@ -1,0 +1,155 @@
+// The preset line, its list and its name field.
+#include "editor/views/presets_display.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "editor/views/pop_up_menu.h"
+#include "editor/tags.h"
+#include "editor/views/text_display.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr uint32_t kSecondClickTime = 300;  // milliseconds
+
+// Shows only while it has the keyboard.
+class NameField : public CTextEdit {
+  public:
+    using CTextEdit::CTextEdit;
+
+    void takeFocus() override {
+        setVisible(true);
+        CTextEdit::takeFocus();
+    }
+    void looseFocus() override {
+        CTextEdit::looseFocus();
+        setVisible(false);
+    }
+};
+
+}  // namespace
+
+CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
+    : CView(size),
+      host_(host),
+      shown_(line(host.program())),
+      nameField_(
+          makeOwned<NameField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
+    nameField_->setVisible(false);
+    setWantsIdle(true);
+}
+
+void CPresetsDisplay::setFontColor(const CColor& color) {
+    fontColor_ = color;
+    nameField_->setFontColor(color);
+}
+
+void CPresetsDisplay::setBackColor(const CColor& color) {
+    backColor_ = color;
+    nameField_->setBackColor(color);
+}
+
+std::string CPresetsDisplay::line(int program) const {
+    std::string number = std::to_string(program + 1);
+    number.insert(0, 3 - std::min<std::size_t>(number.size(), 3), '0');
+    return number + ' ' + host_.programName(program);
+}
+
+CRect CPresetsDisplay::textArea() const {
+    CRect area = getViewSize();
+    const CCoord arrow = std::min(area.getHeight(), area.getWidth() / 4);
+    return area.inset(arrow, 0);
+}
+
+void CPresetsDisplay::draw(CDrawContext* context) {
+    const CRect& view = getViewSize();
+    const CRect text = textArea();
+    context->setDrawMode(kAliasing);
+    context->setFillColor(backColor_);
+    context->drawRect(view, kDrawFilled);
+    context->setFont(kNormalFont);
+    context->setFontColor(fontColor_);
+    context->drawString("<", CRect(view.left, view.top, text.left, view.bottom));
+    context->drawString(">", CRect(text.right, view.top, view.right, view.bottom));
+    context->saveGlobalState();
+    context->setClipRect(text);
+    context->drawString(shown_.c_str(), text);
+    context->restoreGlobalState();
+    setDirty(false);
+}
+
+void CPresetsDisplay::onIdle() {
+    std::string now = line(host_.program());
+    if (now == shown_) return;
+    shown_ = std::move(now);
+    invalid();
+}
+
+bool CPresetsDisplay::removed(CView* parent) {
+    clickTimer_ = nullptr;
+    nameField_->setListener(nullptr);
+    return CView::removed(parent);
+}
+
+CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState& buttons) {
+    if (!buttons.isLeftButton()) return kMouseEventNotHandled;
+    const CRect text = textArea();
+    if (where.x < text.left) {
+        step(-1);
+    } else if (where.x >= text.right) {
+        step(1);
+    } else if (buttons.isDoubleClick()) {
+        clickTimer_ = nullptr;
+        rename();
+    } else {
+        clickTimer_ =
+            makeOwned<CVSTGUITimer>([this](CVSTGUITimer*) { openList(); }, kSecondClickTime);
+    }
+    return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+}
+
+void CPresetsDisplay::onMouseWheelEvent(MouseWheelEvent& event) {
+    wheelRest_ -= event.deltaY;  // down moves to the next program, as in a list
+    const double notches = std::trunc(wheelRest_);
+    wheelRest_ -= notches;
+    if (notches != 0) step(static_cast<int>(std::clamp(notches, -16.0, 16.0)));
+    event.consumed = true;
+}
+
+void CPresetsDisplay::step(int by) {
+    const int program = std::clamp(host_.program() + by, 0, host_.programCount() - 1);
+    if (program != host_.program()) host_.setProgram(program);
+    onIdle();
+}
+
+void CPresetsDisplay::openList() {
+    const auto timer = std::move(clickTimer_);  // this call may come from it, so keep it alive
+    if (timer) timer->stop();
+    if (!getFrame()) return;
+    std::vector<std::string> lines;
+    for (int program = 0; program < host_.programCount(); ++program) {
+        lines.push_back(line(program));
+    }
+    EditorHost& host = host_;
+    popUpMenu(*getFrame(), CPoint(textArea().left, textArea().bottom), lines, host_.program(),
+              [&host](int program) { host.setProgram(program); });
+}
+
+void CPresetsDisplay::rename() {
+    if (!getFrame()) return;
+    named_ = host_.program();
+    nameField_->setText(UTF8String(host_.programName(named_)));
+    nameField_->setVisible(true);
+    getFrame()->setFocusView(nameField_);
+}
+
+void CPresetsDisplay::valueChanged(CControl*) {
+    host_.renameProgram(named_, cutToFit(nameField_->getText().getString(), kLongestName));
+    onIdle();
+}
+
+}  // namespace editor

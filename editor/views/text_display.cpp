@@ -1,0 +1,35 @@
+// Draws texts with the background and colours of the base class.
+#include "editor/views/text_display.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+std::string cutToFit(const std::string& text, std::size_t bytes) {
+    if (text.size() <= bytes) return text;
+    std::size_t end = bytes;
+    while (end > 0 && (text[end] & 0xC0) == 0x80) --end;
+    return text.substr(0, end);
+}
+
+void CTextDisplay::draw(CDrawContext* context) {
+    if (!(getStyle() & kNoDrawStyle)) {
+        drawBack(context);
+        const UTF8String text(shownText());
+#if VSTGUI_VERSION_MINOR < 14
+        drawPlatformText(context, text.getPlatformString());
+#else
+        drawPlatformText(context, text);
+#endif
+    }
+    setDirty(false);
+}
+
+void CDisplay::setText(const std::string& text) {
+    const std::string cut = cutToFit(text, kLongestText);
+    if (cut == text_) return;
+    text_ = cut;
+    setDirty();
+}
+
+}  // namespace editor

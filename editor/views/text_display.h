@@ -1,0 +1,40 @@
+// Displays that draw a text of their own instead of a value.
+#pragma once
+
+#include <string>
+
+#include "vstgui/vstgui.h"
+
+namespace editor {
+
+// Cuts `text` (UTF-8) to at most `bytes` bytes without splitting a character.
+std::string cutToFit(const std::string& text, std::size_t bytes);
+
+class CTextDisplay : public VSTGUI::CParamDisplay {
+  public:
+    using CParamDisplay::CParamDisplay;
+    void draw(VSTGUI::CDrawContext* context) override;
+
+  protected:
+    virtual std::string shownText() const = 0;
+};
+
+// Shows a text of up to kLongestText bytes.
+class CDisplay : public CTextDisplay {
+  public:
+    static constexpr std::size_t kLongestText = 255;
+
+    using CTextDisplay::CTextDisplay;
+
+    // Marks the view dirty only if the text differs.
+    void setText(const std::string& text);
+    const std::string& text() const { return text_; }
+
+  protected:
+    std::string shownText() const override { return text_; }
+
+  private:
+    std::string text_ = "init";
+};
+
+}  // namespace editor

@@ -1,0 +1,119 @@
+// Parameters, programs and saved state.
+#include "instrument/instrument.h"
+
+#include <utility>
+
+#include "engine/engine.h"
+#include "engine/ensemble_chorus.h"
+#include "platform/product.h"
+#include "platform/thread_id.h"
+#include "state/chunks.h"
+
+namespace instrument {
+
+namespace {
+constexpr double kInitialRate = 44100.0;
+}
+
+Instrument::Instrument(Host& host)
+    : Instrument(host, std::make_unique<engine::Engine>(kInitialRate)) {}
+
+Instrument::Instrument(Host& host, std::unique_ptr<engine::SoundEngine> engine)
+    : host_(host), engine_(std::move(engine)), sampleRate_(engine_->sampleRate()) {}
+
+Instrument::~Instrument() {
+    state::controllerMap().save();
+}
+
+void Instrument::start(double sampleRate) {
+    state::controllerMap().load();
+    setSampleRate(engine::isAcceptedRate(sampleRate) ? sampleRate : kInitialRate);
+    state::loadDefaultBank(bank_, platform::kProductCode);
+    starting_ = false;
+    bank_.limitValues(program());
+    demand(kPushProgram);
+    shown_.mark(kAllParameters);
+}
+
+float Instrument::parameter(int index) const {
+    if (index < 0 || index > state::kNumParams) return 0.0f;
+    // intentional: accepts one index past the table
+    return index == state::kNumParams ? bank_.valuePastTable(program())
+                                      : bank_.value(program(), index);
+}
+
+void Instrument::setParameter(int index, float value) {
+    const bool known = state::isParameter(index);
+    if (known) shown_.mark(std::uint64_t{1} << index);
+    if (starting_) return;
+    if (index == state::kVoiceCountParam) {
+        voices_.store(state::voiceCount(value), std::memory_order_relaxed);
+        demand(kChangeVoices);
+    } else if (known) {
+        bank_.setValue(program(), index, value);
+        if (index == state::kHP) highPassMoves_.fetch_add(1, std::memory_order_relaxed);
+        demand(std::uint64_t{1} << index);
+    }
+}
+
+void Instrument::setParameterAutomated(int index, float value) {
+    setParameter(index, value);
+    host_.edited(index, value);
+}
+
+std::string Instrument::parameterName(int index) const {
+    return state::isParameter(index) ? bank_.parameterName(index) : "";
+}
+
+std::string Instrument::parameterDisplay(int index) const {
+    return state::valueText(parameter(index));
+}
+
+void Instrument::setProgram(int program) {
+    const bool fromWithin = pusher_.load(std::memory_order_relaxed) == platform::currentThreadId();
+    if (starting_ || !state::isProgram(program) || fromWithin) return;
+    program_.store(program, std::memory_order_relaxed);
+    sendProgram();
+}
+
+// To the engine, then to the editor and the host.
+void Instrument::sendProgram() {
+    bank_.limitValues(program());
+    demand(kPushProgram);
+    shown_.mark(kAllParameters);
+    host_.displayChanged(DisplayChange::kProgram);
+}
+
+std::string Instrument::programName(int program) const {
+    return state::isProgram(program) ? bank_.programName(program) : "";
+}
+
+void Instrument::setProgramName(const char* name) {
+    bank_.setProgramName(program(), name);
+}
+
+void Instrument::renameProgram(int program, const std::string& name) {
+    bank_.setProgramName(program, name.c_str());
+    host_.displayChanged(DisplayChange::kProgramName);
+}
+
+bool Instrument::copyProgram(int destination) {
+    if (!state::isProgram(destination)) return false;
+    bank_.copyProgram(program(), destination);
+    return true;
+}
+
+void Instrument::loadBankChunk(const void* data, std::int32_t size) {
+    state::takeBankChunk(bank_, data, size);
+    sendProgram();
+}
+
+void Instrument::loadProgramChunk(const void* data, std::int32_t size) {
+    if (state::takeProgramChunk(bank_, program(), data, size)) sendProgram();
+}
+
+int Instrument::chorusTapCount() const {
+    return engine::EnsembleChorus::kTaps;
+}
+
+}  // namespace instrument

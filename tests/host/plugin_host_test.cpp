@@ -1,0 +1,87 @@
+// Driving an instrument: names, values, event frames, and libraries that are not instruments.
+#include "host/plugin_host.h"
+
+#include <gtest/gtest.h>
+
+#include "host/error.h"
+#include "host/instrument_names.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using host::PluginHost;
+
+TEST(PluginHost, TellsEqualNamesApart) {
+    PluginHost host(TEST_INSTRUMENT, 44100, 64);
+    EXPECT_EQ(host.name(), "Test Instrument");
+    EXPECT_EQ(host::distinctParameterNames(host),
+              (std::vector<std::string>{"Level", "Viola", "Viola#2", "Ring", "Fault"}));
+    host.setProgram(2);
+    EXPECT_EQ(host::distinctProgramNames(host),
+              (std::vector<std::string>{"Init", "Init#2", "Soft"}));
+    EXPECT_EQ(host.program(), 2);
+}
+
+TEST(PluginHost, SetsProgramsAndParameters) {
+    PluginHost host(TEST_INSTRUMENT, 44100, 64);
+    EXPECT_EQ(host.parameterDisplay(0), "50 %");
+    host.setProgram(2);
+    EXPECT_EQ(host.parameter(0), 0.25f);
+    host.setParameter(2, 0.125f);
+    EXPECT_EQ(host.parameter(2), 0.125f);
+    EXPECT_EQ(host.parameterDisplay(2), "12");
+}
+
+TEST(PluginHost, DeliversEveryEventOfABlockInItsFrame) {
+    PluginHost host(TEST_INSTRUMENT, 44100, 4096);
+    std::vector<host::BlockEvent> events;
+    for (int frame = 0; frame < 4096; ++frame) events.push_back({frame, {0x9f, 60, 64}});
+    events.insert(events.begin() + 7, {7, {0x8f, 60, 32}});  // two events in one frame
+    host.resume();
+    host.process(events, 4096);
+    for (int frame = 0; frame < 4096; ++frame) {
+        ASSERT_EQ(host.output(0)[frame], 0.5f) << frame;
+        ASSERT_EQ(host.output(1)[frame], frame == 7 ? 0.25f : 0.5f) << frame;
+    }
+    host.process({}, 1);
+    EXPECT_EQ(host.output(0)[0], 0.0f);
+    EXPECT_EQ(host.output(1)[0], 0.0f);
+}
+
+TEST(PluginHost, TwoInstrumentsDoNotMeet) {
+    PluginHost first(TEST_INSTRUMENT, 44100, 64);
+    PluginHost second(TEST_INSTRUMENT, 96000, 32);
+    first.setParameter(0, 1.0f);
+    EXPECT_EQ(second.parameter(0), 0.5f);
+}
+
+TEST(PluginHost, LoadsAnInstrumentThatExportsMainAlone) {
+    PluginHost host(TEST_MAIN_INSTRUMENT, 44100, 64);
+    EXPECT_EQ(host.name(), "Test Instrument");
+}
+
+TEST(PluginHost, RefusesWhatIsNoInstrument) {
+    const TemporaryFolder folder;
+    const std::string text = folder.write("text.so", "This is no library, only text.");
+    struct Case {
+        std::string path;
+        std::string error;
+    };
+    const Case cases[] = {
+        {folder.path("none.so"), "There is no file " + folder.path("none.so") + "."},
+        {text, text + " cannot be loaded: "},
+        {TEST_NO_INSTRUMENT,
+         TEST_NO_INSTRUMENT " is not a VST 2.4 plug-in: it has no VSTPluginMain."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        try {
+            PluginHost host(c.path, 44100, 64);
+            ADD_FAILURE() << "loaded";
+        } catch (const host::Error& error) {
+            EXPECT_EQ(std::string(error.what()).substr(0, c.error.size()), c.error);
+        }
+    }
+}
+
+}  // namespace

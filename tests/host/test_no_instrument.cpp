@@ -1,0 +1,4 @@
+// A library that loads but has no plug-in entry point.
+extern "C" int answer() {
+    return 42;
+}

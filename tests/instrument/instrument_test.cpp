@@ -1,0 +1,475 @@
+// Programs, parameters, controllers and messages together: what reaches the engine, in which order,
+// how often, and from which thread.
+#include "instrument/instrument.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <random>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "tests/support/played_instrument.h"
+#include "tests/support/random_bytes.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/recording_engine.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+void onAnotherThread(std::function<void()> action) {
+    std::thread(std::move(action)).join();
+}
+
+float loudest(const PlayedSound& sound) {
+    return *std::max_element(sound.left.begin(), sound.left.end());
+}
+
+// The calls of the engine, without values.
+std::string names(std::string calls) {
+    std::string kept;
+    for (std::size_t i = 0; i < calls.size();) {
+        const std::size_t end = std::min(calls.find(' ', i), calls.size());
+        kept += (kept.empty() ? "" : " ") + calls.substr(i, std::min(calls.find('=', i), end) - i);
+        i = end + 1;
+    }
+    return kept;
+}
+
+constexpr const char* kPush =
+    "rate reset phaser-defaults reverb-settings "
+    "volume pitch-offset velocity high-pass brightness waveform attack decay sustain release "
+    "level:0 level:1 level:2 level:3 level:4 level:5 "
+    "switch:0 switch:1 switch:2 switch:3 switch:4 switch:5 "
+    "split violin-phase shared-envelope "
+    "chorus slow-depth fast-depth wide stereo dry-add "
+    "phaser phaser-rate phaser-feedback phaser-stages phaser-depth "
+    "reverb mix size brite spring";
+
+class ToldEngine : public testing::Test {
+  protected:
+    ToldEngine() {
+        auto engine = std::make_unique<RecordingEngine>();
+        log = &engine->log;
+        instrument = std::make_unique<PlayedInstrument>(std::move(engine), 48000.0);
+        started = log->take();
+    }
+    std::string told(std::function<void()> action) {
+        action();
+        return log->take();
+    }
+    EngineLog* log;
+    std::unique_ptr<PlayedInstrument> instrument;
+    std::string started;
+};
+
+TEST_F(ToldEngine, HearsOfProgramZeroOnceAndOfEachChangeOnce) {
+    instrument::Instrument& i = **instrument;
+    EXPECT_EQ(names(started), "rate " + std::string(kPush));
+    EXPECT_NE(started.find(" high-pass=0.327 "), std::string::npos);
+    EXPECT_EQ(names(told([&] { i.setProgram(5); })), kPush);
+    EXPECT_EQ(names(told([&] { i.loadBankChunk(&i.bankChunk(), 26088); })), kPush);
+    EXPECT_EQ(names(told([&] { i.loadProgramChunk(&i.programChunk(), 24); })), kPush);
+    EXPECT_EQ(told([&] { i.setSampleRate(96000.0); }), "rate=96000");
+    EXPECT_EQ(told([&] { i.setSampleRate(5.0); }), "");
+    EXPECT_EQ(told([&] { i.setParameter(state::kHP, 0.5f); }), "high-pass=0.5");
+    EXPECT_EQ(told([&] { i.setParameter(state::kSpring, 2.0f); }), "spring=1");
+    EXPECT_EQ(told([&] { i.setParameter(state::kPan, 0.1f); }), "");
+    EXPECT_EQ(told([&] { i.setParameter(state::kVoiceCountParam, 1.0f); }), "polyphony=44");
+    for (const int none : {-1, 42, 99998}) {
+        EXPECT_EQ(told([&] { i.setParameter(none, 1.0f); }), "") << none;
+    }
+    for (const int none : {-1, 128}) {
+        EXPECT_EQ(told([&] { i.setProgram(none); }), "") << none;
+        EXPECT_EQ(i.program(), 5);
+    }
+    const RecordedMessages messages;
+    EXPECT_EQ(told([&] { i.loadProgramChunk(&i.programChunk(), 193); }), "");
+    EXPECT_EQ(names(told([&] { i.loadBankChunk(&i.bankChunk(), 26087); })), kPush);
+    EXPECT_EQ(messages.all.size(), 2u);
+}
+
+TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
+    instrument->send(0xC3, 7, 0, 11);
+    instrument->noteOn(60);  // at the frame of the previous message
+    instrument->send(0xE5, 0, 127, 21);
+    onAnotherThread([&] { (*instrument)->setParameter(state::kVolume, 0.5f); });
+    instrument->render(32);
+    std::string push = names(log->take());
+    EXPECT_EQ(push, "volume render " + std::string(kPush) + " note-on render bend render");
+    EXPECT_EQ((*instrument)->program(), 7);
+    instrument->send(0x90, 60, 100, 200);  // beyond the block
+    instrument->render(32);
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "render=32 render=32");
+}
+
+TEST_F(ToldEngine, HearsNothingOfABlockThatCannotBePlayedUntilTheNext) {
+    instrument->noteOn(60);
+    (*instrument)->render(nullptr, nullptr, 32);
+    float sample = 1.0f;
+    (*instrument)->render(&sample, nullptr, 1);
+    EXPECT_EQ(sample, 0.0f);
+    (*instrument)->render(&sample, &sample, 0);
+    EXPECT_EQ(log->take(), "");
+    instrument->noteOff(60);
+    instrument->render(8);
+    EXPECT_EQ(log->take(), "note-on=60 note-off=60 render=8");
+    // Messages for a block that never comes are dropped.
+    instrument->noteOn(62);
+    (*instrument)->suspend();
+    (*instrument)->resume();
+    instrument->render(8);
+    EXPECT_EQ(log->take(), "render=8");
+}
+
+TEST_F(ToldEngine, HearsOfABoundControllerAsItsParameterAlone) {
+    const auto control = [&](int controller, int value) {
+        instrument->send(0xB2, controller, value);
+        instrument->render(1);
+        std::string calls = log->take();
+        return calls.substr(0, calls.rfind("render") == 0 ? 0 : calls.rfind(" render"));
+    };
+    EXPECT_EQ(control(64, 127), "pedal=1");
+    EXPECT_EQ(control(11, 0), "expression=0");
+    EXPECT_EQ(control(120, 0), "all-sound-off");
+    EXPECT_EQ(control(121, 0), "reset-controllers");
+    EXPECT_EQ(control(7, 3), "");
+    (*instrument)->learnSlot().arm(state::kVolume);
+    EXPECT_EQ(control(64, 64), "volume=0.503937 pedal=0");
+    EXPECT_EQ((*instrument)->learnSlot().armed(), state::LearnSlot::kNone);
+    EXPECT_EQ(control(64, 127), "pedal=0 volume=1 pedal=0");
+    (*instrument)->learnSlot().arm(state::kSpring);
+    EXPECT_EQ(control(123, 127), "pedal=0 spring=1 all-notes-off");
+    state::controllerMap().clear();
+}
+
+// The host learns what to display, and the editor what to redraw.
+TEST(Instrument, TellsItsHostAndItsEditorOfChanges) {
+    constexpr std::uint64_t kAll = (std::uint64_t{1} << state::kNumParams) - 1;
+    PlayedInstrument instrument;
+    EXPECT_EQ(instrument.host().calls(), "");
+    EXPECT_EQ(instrument->takeChangedParameters(), kAll);
+    instrument->setParameter(state::kMix, 0.5f);
+    EXPECT_EQ(instrument.host().calls(), "");
+    EXPECT_EQ(instrument->takeChangedParameters(), std::uint64_t{1} << state::kMix);
+    EXPECT_EQ(instrument->takeChangedParameters(), 0u);
+    instrument->beginEdit(3);
+    instrument->setParameterAutomated(3, 0.25f);
+    instrument->endEdit(3);
+    instrument->renameProgram(3, "Morning");
+    instrument->setProgram(9);
+    instrument->sizeWindow(640, 480);
+    EXPECT_EQ(instrument.host().calls(),
+              "begin 3; edit 3 0.250; end 3; name; program; size 640 480");
+    EXPECT_EQ(instrument->takeChangedParameters(), kAll);
+    EXPECT_EQ(instrument->programName(3), "Morning");
+}
+
+// Holds a note for a while.
+void playOn(PlayedInstrument& instrument) {
+    instrument.noteOn(64);
+    instrument.render(4000);
+}
+
+TEST(Instrument, SoundsTheSameWhicheverThreadChangesIt) {
+    const auto sound = [](bool elsewhere) {
+        PlayedInstrument instrument;
+        playOn(instrument);
+        const auto change = [&] {
+            instrument->setParameter(state::kBrigthness, 0.2f);
+            instrument->setParameter(state::kViolin, 1.0f);
+            for (int i = 0; i < 3; ++i) instrument->setParameter(state::kHP, 0.9f);
+            EXPECT_EQ(instrument->parameter(state::kViolin), 1.0f);
+        };
+        elsewhere ? onAnotherThread(change) : change();
+        return instrument.render(2000);
+    };
+    EXPECT_TRUE(sound(true) == sound(false));
+}
+
+TEST(Instrument, LeavesChangesOfOtherThreadsToTheRendererWhileOneRenders) {
+    PlayedInstrument instrument;
+    playOn(instrument);
+    onAnotherThread([&] {
+        instrument->setParameter(state::kVoiceCountParam, 0.0f);
+        instrument->setSampleRate(96000.0);
+    });
+    EXPECT_EQ(instrument.engine().polyphony(), engine::kInitialVoices);
+    EXPECT_EQ(instrument.engine().sampleRate(), 44100.0);
+    instrument.render(1);
+    EXPECT_EQ(instrument.engine().polyphony(), engine::kMinVoices);
+    EXPECT_EQ(instrument.engine().sampleRate(), 96000.0);
+
+    onAnotherThread([&] { instrument->setSampleRate(88200.0); });
+    instrument->suspend();  // carries out what is pending
+    EXPECT_EQ(instrument.engine().sampleRate(), 88200.0);
+    onAnotherThread([&] { instrument->setSampleRate(48000.0); });
+    EXPECT_EQ(instrument.engine().sampleRate(), 48000.0);
+}
+
+TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
+    PlayedInstrument instrument;
+    playOn(instrument);
+    onAnotherThread([&] { instrument->setProgram(5); });
+    EXPECT_EQ(instrument->program(), 5);
+    instrument.noteOn(64);
+    EXPECT_GT(loudest(instrument.render(4000)), 0.01f);
+}
+
+// Runs a callback while a program is being sent, and at each note.
+class Interrupted : public engine::Engine {
+  public:
+    using Engine::Engine;
+    void setVolume(float gain) override { volume = gain; }
+    void setBrightness(float control) override {
+        Engine::setBrightness(control);
+        if (const auto action = std::exchange(interruption, nullptr)) action();
+    }
+    void noteOn(int, int) override { atNote(); }
+    std::function<void()> interruption;
+    std::function<void()> atNote;
+    float volume = -1.0f;
+};
+
+class AnInterruptedProgram : public testing::Test {
+  protected:
+    AnInterruptedProgram() {
+        auto engine = std::make_unique<Interrupted>(44100.0);
+        sent = engine.get();
+        instrument = std::make_unique<PlayedInstrument>(std::move(engine));
+        instrument::Instrument& i = **instrument;
+        i.bankChunk().programs[5].values[state::kVolume] = 0.75f;
+    }
+    Interrupted* sent;
+    std::unique_ptr<PlayedInstrument> instrument;
+};
+
+TEST_F(AnInterruptedProgram, IsFollowedByTheOneThatAnotherThreadAsksFor) {
+    instrument::Instrument& i = **instrument;
+    sent->interruption = [&] {
+        i.setProgram(7);  // from within
+        EXPECT_EQ(i.program(), 3);
+        onAnotherThread([&] { i.setProgram(5); });
+        EXPECT_EQ(i.program(), 5);
+    };
+    i.setProgram(3);
+    EXPECT_EQ(sent->interruption, nullptr);
+    EXPECT_EQ(i.program(), 5);
+    EXPECT_EQ(sent->volume, 0.75f);
+}
+
+// Another thread requests the program again each time it is sent.
+TEST_F(AnInterruptedProgram, CostsABlockNoMoreThanOneForEachSegment) {
+    instrument::Instrument& i = **instrument;
+    instrument->render(1);
+    int asked = 0;
+    const auto ask = [&] { onAnotherThread([&] { i.setProgram(i.program()); }); };
+    const std::function<void()> askAgain = [&] {
+        if (++asked < 100) sent->interruption = askAgain;
+        ask();
+    };
+    sent->interruption = askAgain;
+    ask();
+    sent->atNote = [&] {
+        i.setParameter(state::kVolume, 0.25f);
+        EXPECT_EQ(sent->volume, 0.25f);
+    };
+    instrument->noteOn(60);
+    instrument->render(engine::kLongestSegment);
+    EXPECT_EQ(asked, 1);
+    instrument->render(2 * engine::kLongestSegment);
+    EXPECT_EQ(asked, 3);
+    i.setParameter(state::kVolume, 0.5f);  // between two blocks
+    EXPECT_EQ(asked, 4);
+}
+
+// intentional: "HP" and "Brigthness" walk to their values
+TEST(Instrument, SoundsAProgramTheSameWhateverCameBeforeIt) {
+    constexpr float kSprings[] = {0.9f, 0.2f, 0.6f, 0.3f, 0.75f, 0.0f};
+    constexpr int kPrograms = 4 * static_cast<int>(std::size(kSprings));
+    state::Bank bank;
+    std::mt19937 random(1);
+    for (int program = 0; program < kPrograms; ++program) {
+        for (int index = 0; index < state::kNumParams; ++index) {
+            if (index == state::kHP || index == state::kBrigthness) continue;
+            bank.setValue(program, index, static_cast<float>(random() % 101) * 0.01f);
+        }
+        bank.setValue(program, state::kReverb, 1.0f);
+        bank.setValue(program, state::kAmnt, program % 2 == 0 ? 0.5f : 0.95f);
+        bank.setValue(program, state::kSpring, kSprings[program % std::size(kSprings)]);
+    }
+    const auto sound = [&](int before, int program) {
+        PlayedInstrument instrument;
+        instrument->bankChunk() = bank.chunk();
+        instrument->setProgram(before);
+        instrument->setProgram(program);
+        for (const int key : {36, 64, 71}) instrument.noteOn(key);
+        return instrument.render(6000);
+    };
+    for (int program = 1; program < kPrograms; ++program) {
+        SCOPED_TRACE(program);
+        EXPECT_TRUE(sound(program - 1, program) == sound(program, program));
+    }
+}
+
+// A host saves values as they sound, whatever came in.
+TEST(Instrument, StoresTheValuesOfAProgramAsItSendsThem) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const struct {
+        float brought, kept, keptUnclamped;
+    } rows[] = {{1.7f, 1.0f, 1.7f},      {-0.5f, 0.0f, -0.5f},     {0.3f, 0.3f, 0.3f},
+                {kInfinity, 1.0f, 1.0f}, {-kInfinity, 0.0f, 0.0f}, {NAN, 0.0f, 0.0f}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.brought);
+        PlayedInstrument instrument;
+        state::BankChunk& chunk = instrument->bankChunk();
+        chunk.parameters[state::kPan].programHeld = 0;
+        chunk.parameters[state::kPan].value = row.brought;
+        chunk.parameters[state::kSize].unclamped = 1;
+        for (float& value : chunk.programs[3].values) value = row.brought;
+        instrument->setProgram(3);
+        EXPECT_EQ(chunk.parameters[state::kPan].value, row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
+        EXPECT_EQ(chunk.programs[3].values[state::kSize], row.keptUnclamped);
+        instrument->setParameter(state::kVolume, row.brought);
+        EXPECT_EQ(chunk.programs[3].values[state::kVolume], row.kept);
+    }
+}
+
+TEST(Instrument, ReadsOneIndexPastTheTable) {
+    PlayedInstrument instrument;
+    EXPECT_TRUE(std::isfinite(instrument->parameter(42)));
+    EXPECT_EQ(instrument->parameter(43), 0.0f);
+    EXPECT_EQ(instrument->parameter(-1), 0.0f);
+}
+
+struct DataFolder {
+    TemporaryFolder module;
+    TemporaryFolder applicationData;
+    platform::ScopedFolders scope{module.path(), applicationData.path()};
+
+    // The entry of the saved map; -2 without one.
+    int saved(int parameter) const {
+        const auto bytes = platform::readFile(
+            applicationData.path() + "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin", 1000);
+        return bytes ? static_cast<signed char>(bytes->at(4 * parameter)) : -2;
+    }
+};
+
+// Plays a controller into the instrument.
+PlayedSound control(PlayedInstrument& instrument, int controller, int value) {
+    instrument.send(0xB5, controller, value);
+    return instrument.render(64);
+}
+
+TEST(Controllers, AreSharedByAllInstancesAndKept) {
+    const DataFolder folder;
+    std::string file(168, '\xFF');
+    file.replace(4 * state::kPan, 4, std::string("\x14\0\0\0", 4));
+    file.replace(4 * state::kMix, 4, std::string("\x14\0\0\0", 4));
+    folder.module.write("Pluginccmap.bin", file);
+    auto first = std::make_unique<PlayedInstrument>();
+    auto second = std::make_unique<PlayedInstrument>();
+    control(*second, 20, 127);
+    EXPECT_EQ((*second)->parameter(state::kPan), 1.0f);
+    EXPECT_EQ((*second)->parameter(state::kMix), 1.0f);
+    EXPECT_EQ((*first)->parameter(state::kPan), 0.5f);
+
+    (*first)->learnSlot().arm(state::kSpring);
+    control(*first, 21, 127);
+    EXPECT_EQ((*first)->parameter(state::kSpring), 1.0f);
+    control(*second, 21, 0);
+    EXPECT_EQ((*second)->parameter(state::kSpring), 0.0f);
+    EXPECT_EQ(first->host().calls(), "");  // a controller is no edit
+
+    EXPECT_EQ(folder.saved(state::kSpring), -2);
+    first.reset();
+    EXPECT_EQ(folder.saved(state::kSpring), 21);
+    (*second)->learnSlot().arm(state::kVolume);
+    control(*second, 22, 64);
+    EXPECT_EQ((*second)->parameter(state::kVolume), 64.0f * (1.0f / 127.0f));
+    second.reset();
+    EXPECT_EQ(folder.saved(state::kVolume), 22);
+    EXPECT_EQ(folder.saved(state::kPan), 20);
+
+    PlayedInstrument third;
+    control(third, 22, 127);
+    EXPECT_EQ(third->parameter(state::kVolume), 1.0f);
+}
+
+TEST(Controllers, LetGoOfWhatTheyHeldWhenAnotherInstanceBindsThem) {
+    const DataFolder folder;
+    PlayedInstrument first;
+    PlayedInstrument second;
+    second->setParameter(state::kEnvAttack, 0.0f);
+    control(second, 11, 0);
+    second.render(2000);  // until the ramp has come to its end
+    second.noteOn(60);
+    EXPECT_LT(loudest(second.render(2000)), 1e-6f);
+    first->learnSlot().arm(state::kPan);
+    control(first, 11, 64);
+    EXPECT_GT(loudest(second.render(2000)), 1e-3f);
+}
+
+TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {
+    const DataFolder folder;
+    const RecordedMessages messages;
+    std::filesystem::create_directories(folder.applicationData.path() +
+                                        "Quarzel Studio 9/Quarzel Strings/Pluginccmap.bin/folder");
+    {
+        PlayedInstrument instrument;
+        instrument->learnSlot().arm(state::kSpring);
+        control(instrument, 21, 127);
+        state::controllerMap().saveIfChanged();
+        EXPECT_EQ(instrument->parameter(state::kSpring), 1.0f);
+    }
+    EXPECT_TRUE(messages.all.empty());
+}
+
+// The sound stays finite with damaged chunks and maps.
+TEST(Instrument, PlaysFiniteWithWhateverBytesItWasGiven) {
+    const DataFolder folder;
+    const RecordedMessages messages;
+    PlayedInstrument instrument;
+    const auto bytes = [&] {
+        return std::string(reinterpret_cast<const char*>(&instrument->bankChunk()),
+                           sizeof(state::BankChunk));
+    };
+    const std::string sane = bytes();
+    std::mt19937 random(7);
+    for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        const bool isProgram = round % 2 == 1;
+        const std::string whole = isProgram ? sane.substr(1512, 192) : sane;
+        const std::string chunk =
+            round % 4 < 2 ? randomlyDamaged(whole, random) : randomBytes(whole.size(), random);
+        const auto size = static_cast<std::int32_t>(chunk.size());
+        instrument->setProgram(static_cast<int>(random() % 128));
+        if (isProgram) {
+            instrument->loadProgramChunk(chunk.data(), size);
+        } else {
+            instrument->loadBankChunk(chunk.data(), size);
+        }
+        // Small values, so that controllers hit bindings.
+        std::string map = randomlyDamaged(std::string(168, '\0'), random);
+        for (std::size_t i = 0; i < map.size(); i += 4) map[i] = static_cast<char>(random() % 128);
+        folder.module.write("Pluginccmap.bin", map);
+        state::controllerMap().load();
+        instrument.noteOn(30 + round % 60);
+        instrument.send(0xB0, random() % 128, random() % 128);
+        const PlayedSound sound = instrument.render(256);
+        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(sound.left[i] + sound.right[i]));
+    }
+    state::controllerMap().clear();
+}
+
+}  // namespace

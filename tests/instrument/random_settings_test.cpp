@@ -1,0 +1,69 @@
+// Random combinations of every parameter's ends and middle, at many rates: the sound stays finite
+// and bounded. QUARZEL_SEEDS sets the number of combinations (default 40).
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/played_instrument.h"
+
+namespace {
+
+constexpr float kLoudest = 63.1f;  // +36 dBFS
+
+// Largest sample of ten notes with the settings of the seed; not finite if any sample is not.
+float loudest(unsigned seed, double sampleRate) {
+    std::mt19937 random(seed);
+    PlayedInstrument instrument(sampleRate);
+    for (int index = 0; index < state::kNumParams; ++index) {
+        instrument->setParameter(index, static_cast<float>(random() % 3) * 0.5f);
+    }
+    const auto frames = static_cast<int>(sampleRate / 40);
+    float peak = 0.0f;
+    for (int block = 0; block < 20; ++block) {
+        if (block < 10)
+            instrument.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
+        if (block == 12) instrument.send(0xB0, 123);
+        const PlayedSound sound = instrument.render(frames);
+        for (const auto& channel : {sound.left, sound.right}) {
+            for (const float x : channel) {
+                if (!std::isfinite(x)) return x;
+                peak = std::max(peak, std::fabs(x));
+            }
+        }
+    }
+    return peak;
+}
+
+TEST(RandomSettings, StayFiniteAndBoundedAtEveryRate) {
+    const char* const wanted = std::getenv("QUARZEL_SEEDS");
+    const unsigned seeds = wanted ? std::stoul(wanted) : 40;
+    constexpr double kRates[] = {22050.0, 44100.0, 48000.0, 96000.0, 192000.0};
+    float highest = 0.0f;
+    for (unsigned seed = 0; seed < seeds; ++seed) {
+        // With few seeds the rates take turns; with a thousand each combination runs at every rate.
+        for (std::size_t r = 0; r < std::size(kRates); ++r) {
+            if (seeds < 1000 && seed % std::size(kRates) != r) continue;
+            const float peak = loudest(seed, kRates[r]);
+            ASSERT_TRUE(std::isfinite(peak)) << "seed " << seed << " at " << kRates[r];
+            ASSERT_LT(peak, kLoudest) << "seed " << seed << " at " << kRates[r];
+            highest = std::max(highest, peak);
+        }
+    }
+    RecordProperty("highest_peak_db", std::to_string(20.0 * std::log10(highest)));
+    ASSERT_GT(highest, 0.1f) << "nothing sounded";
+}
+
+TEST(RandomSettings, StayFiniteAtRatesFarOutside) {
+    for (const double rate : {1000.0, 8000.0, 11025.5, 384000.0, 768000.0}) {
+        for (unsigned seed = 0; seed < 4; ++seed) {
+            EXPECT_TRUE(std::isfinite(loudest(seed, rate))) << "seed " << seed << " at " << rate;
+        }
+    }
+}
+
+}  // namespace

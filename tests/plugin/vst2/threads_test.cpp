@@ -1,0 +1,252 @@
+// A host that renders on one thread and changes everything from others. Also run under the thread
+// sanitizer.
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engine/engine.h"
+#include "tests/plugin/vst2/midi_block.h"
+
+namespace {
+
+#ifdef __SANITIZE_THREAD__
+constexpr int kPairs = 1000;
+#else
+constexpr int kPairs = 10000;
+#endif
+
+class Threads : public testing::Test {
+  protected:
+    // Renders blocks while `change` runs repeatedly on another thread. Calls check for each block.
+    template <typename Change, typename Check>
+    void renderAgainst(int blocks, Change change, Check check) {
+        std::atomic<bool> finished{false};
+        std::atomic<int> changes{0};
+        std::thread other([&] {
+            while (!finished) {
+                change();
+                ++changes;
+                std::this_thread::yield();
+            }
+        });
+        // A slow change may need more blocks.
+        for (int i = 0; i < blocks || changes < 3; ++i) {
+            render();
+            check();
+        }
+        finished = true;
+        other.join();
+    }
+
+    void render() {
+        float* outputs[] = {block_.data(), block_.data() + kMidiBlockFrames};
+        synth_->processReplacing(nullptr, outputs, kMidiBlockFrames);
+    }
+    void play(int status, int data1, int data2) {
+        block_ = playMessage(*synth_, status, data1, data2);
+    }
+    void noteOn(int key) { play(0x90, key, 100); }
+
+    float level() const {
+        float sum = 0.0f;
+        for (const float sample : block_) sum += sample * sample;
+        return std::sqrt(sum / kMidiBlockFrames);
+    }
+
+    std::unique_ptr<vst2::VstSynth> synth_ = std::make_unique<vst2::VstSynth>(nullptr);
+    MidiBlock block_;
+};
+
+TEST_F(Threads, ParametersCostNoBlock) {
+    synth_->setParameter(state::kEnvAttack, 0.0f);
+    noteOn(60);
+    for (int i = 0; i < 20; ++i) render();
+    std::mt19937 random(1);
+    // All parameters that cannot silence the note.
+    const int indices[] = {state::kBrigthness, state::kViola, state::kViolin, state::kDepth_1,
+                           state::kEnvDecay,   state::kRate,  state::kAmnt,   state::kMix,
+                           state::kSize,       state::kWidth, state::kKSplit, state::kEnvRelease};
+    renderAgainst(
+        2000,
+        [&] {
+            const float value = 0.2f + 0.7f * static_cast<float>(random() % 1000) / 1000.0f;
+            synth_->setParameter(indices[random() % std::size(indices)], value);
+        },
+        [&] { ASSERT_GT(level(), 1e-4f); });
+}
+
+TEST_F(Threads, ProgramsLoseNoBlockAndNoValue) {
+    std::mt19937 random(2);
+    renderAgainst(
+        600,
+        [&] {
+            const int program = static_cast<int>(random() % 128);
+            synth_->setProgram(program);
+            synth_->setParameter(state::kPan, 0.25f);
+            EXPECT_EQ(synth_->getParameter(state::kPan), 0.25f);
+        },
+        [&] { ASSERT_TRUE(std::isfinite(level())); });
+    noteOn(60);
+    for (int i = 0; i < 200; ++i) render();
+    EXPECT_GT(level(), 1e-4f);
+}
+
+TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
+    std::mt19937 random(3);
+    renderAgainst(
+        400,
+        [&] {
+            void* chunk = nullptr;
+            switch (random() % 6) {
+                case 0:
+                    synth_->setSampleRate(random() % 2 ? 44100.0f : 48000.0f);
+                    synth_->setBlockSize(64 << random() % 4);
+                    break;
+                case 1:
+                    synth_->setParameter(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
+                    break;
+                case 2: {
+                    const auto bank = std::make_unique<state::BankChunk>();
+                    synth_->setChunk(bank.get(), sizeof *bank, false);
+                    break;
+                }
+                case 3:
+                    EXPECT_EQ(synth_->getChunk(&chunk, true), 192);
+                    break;
+                case 4:
+                    synth_->setProgramName("moved");
+                    synth_->copyProgram(static_cast<int>(random() % 128));
+                    break;
+                default:
+                    synth_->suspend(), synth_->resume();
+                    break;
+            }
+        },
+        [&] {
+            char name[state::kNameSize];
+            synth_->getProgramName(name);
+            synth_->getParameterName(state::kPan, name);
+            EXPECT_GE(synth_->getSampleRate(), 44100.0f);
+            EXPECT_GT(synth_->getBlockSize(), 0);
+            ASSERT_TRUE(std::isfinite(level()));
+            noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
+        });
+}
+
+// Remembers the last volume.
+class HeardEngine : public engine::Engine {
+  public:
+    using Engine::Engine;
+    void setVolume(float gain) override { volume.store(gain, std::memory_order_relaxed); }
+    std::atomic<float> volume{0.0f};
+};
+
+// A host that restores a session sends a chunk or a program, and immediately the program meant.
+TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
+    using Clock = std::chrono::steady_clock;
+    auto owned = std::make_unique<HeardEngine>(44100.0);
+    HeardEngine& engine = *owned;
+    const auto synth = std::make_unique<vst2::VstSynth>(nullptr, std::move(owned));
+    AEffect* const host = synth->getAeffect();
+    const auto ask = [host](VstInt32 opcode, VstIntPtr value, void* data = nullptr) {
+        return host->dispatcher(host, opcode, 0, value, data, 0.0f);
+    };
+    const auto bank = std::make_unique<state::BankChunk>();
+    bank->parameters[state::kVolume].programHeld = 1;
+    for (int i = 0; i < state::kNumPrograms; ++i) {
+        bank->programs[i].values[state::kVolume] = static_cast<float>(i) / 128.0f;
+    }
+    ask(effSetChunk, sizeof *bank, bank.get());
+
+    std::atomic<bool> finished{false};
+    std::atomic<int> blocks{0};
+    std::thread audio([&] {
+        MidiBlock block;
+        float* outputs[] = {block.data(), block.data() + kMidiBlockFrames};
+        for (; !finished; ++blocks) {
+            host->processReplacing(host, nullptr, outputs, kMidiBlockFrames);
+            std::this_thread::sleep_for(std::chrono::microseconds(50));
+        }
+    });
+    std::mt19937 random(5);
+    for (int pair = 0; pair < kPairs; ++pair) {
+        const int last = static_cast<int>(random() % 128);
+        if (pair % 2) {
+            ask(effSetChunk, sizeof *bank, bank.get());
+        } else {
+            ask(effSetProgram, random() % 128);
+        }
+        const auto next = Clock::now() + std::chrono::microseconds(random() % 100);
+        while (Clock::now() < next) continue;
+        ask(effSetProgram, last);
+        EXPECT_EQ(ask(effGetProgram, 0), last);
+        if (pair % 10 != 0) continue;
+        for (const int from = blocks; blocks - from < 2;) std::this_thread::yield();
+        EXPECT_EQ(engine.volume, synth->getParameter(state::kVolume)) << pair;
+    }
+    finished = true;
+    audio.join();
+}
+
+// Controllers set values on the audio thread while the host reads, copies and saves their programs.
+TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
+    noteOn(60);
+    int block = 0;
+    std::mt19937 random(4);
+    const int controller = 20;
+    renderAgainst(
+        400,
+        [&] {
+            const int index = static_cast<int>(random() % state::kNumParams);
+            synth_->instrument().learnSlot().arm(index);
+            synth_->copyProgram(static_cast<int>(random() % 128));
+            synth_->getParameter(state::kNumParams);
+            char text[64];
+            synth_->getParameterDisplay(index, text);
+            state::controllerMap().bind(index, random() % 2 ? controller : -1);
+            state::controllerMap().saveIfChanged();
+            const auto preset = std::make_unique<state::ProgramRecord>();
+            synth_->setChunk(preset.get(), sizeof *preset, true);
+        },
+        [&] {
+            play(0xB0, controller, ++block % 128);
+            if (block % 16 == 0) play(0xC0, block % 128, 0);
+            ASSERT_TRUE(std::isfinite(level()));
+        });
+    state::controllerMap().clear();
+}
+
+// Instances share the controller map, its file, the tables and the missing-bank flag.
+TEST(ThreadsOfManyInstances, ShareTheProcess) {
+    std::vector<std::thread> hosts;
+    std::atomic<int> heard{0};
+    for (int host = 0; host < 8; ++host) {
+        hosts.emplace_back([&heard, host] {
+            const int index = state::kVlphs + host;  // cannot silence the note
+            for (int life = 0; life < 4; ++life) {
+                const auto synth = std::make_unique<vst2::VstSynth>(nullptr);
+                synth->setParameter(state::kEnvAttack, 0.0f);
+                synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
+                playMessage(*synth, 0x90, 48 + host, 100);
+                float sum = 0.0f;
+                for (int i = 0; i < 30; ++i) {
+                    synth->instrument().learnSlot().arm(index);
+                    state::controllerMap().bind(index, i);
+                    sum += std::fabs(playMessage(*synth, 0xB0, i, i)[i]);
+                }
+                heard += sum > 1e-3f && std::isfinite(sum);
+            }
+        });
+    }
+    for (std::thread& host : hosts) host.join();
+    EXPECT_EQ(heard, 32);
+    state::controllerMap().clear();
+}
+
+}  // namespace
