@@ -11,6 +11,15 @@
 
 namespace dsp {
 
+// How often a second the sweep crosses half its width, for a rate of 0..1; one turn crosses it four
+// times.
+constexpr double phaserSpeed(float rate) {
+    return rate * 9.99 + 0.1;
+}
+constexpr double phaserSweepHz(float rate) {
+    return phaserSpeed(rate) / 4.0;
+}
+
 // Threads: `process` and `clear` on the audio thread; setDepth, setRate and setFeedback on any
 // thread at any time, their values reach `process` with its next sample. setSampleRate and
 // setStages must not run during `process`. A refused setter (false) changes nothing.
