@@ -12,18 +12,19 @@
 #include "instrument/change_bits.h"
 #include "instrument/engine_gate.h"
 #include "instrument/host.h"
-#include "instrument/message_queue.h"
+#include "instrument/event_queue.h"
 #include "state/bank.h"
 #include "state/controller_map.h"
+#include "state/saved_state.h"
 
 namespace instrument {
 
 // Every change is readable at once, from any thread, and reaches the engine when no other thread is
 // inside it: at once, or before the renderer's next segment.
 //
-// Threads: addMessage, discardMessages, playMessagesUpTo and render belong to the audio thread;
-// names, chunks and what the editor asks belong to the host's user-interface thread; any thread
-// calls the rest. After start nothing blocks or allocates but the names and the chunks.
+// Threads: addMessage, addEvent, discardMessages, playMessagesUpTo and render belong to the audio
+// thread; names, chunks and what the editor asks belong to the host's user-interface thread; any
+// thread calls the rest. After start nothing blocks or allocates but the names and the chunks.
 class Instrument final : public editor::EditorHost {
   public:
     // Host outlives the instrument. Nothing reaches the engine before start.
@@ -44,9 +45,11 @@ class Instrument final : public editor::EditorHost {
     void suspend();
 
     // A message of the block that is rendered next, at its frame, in order of frames.
-    void addMessage(int frame, const std::uint8_t* bytes) { messages_.add(frame, bytes); }
-    // Drops the messages added since the last block.
-    void discardMessages() { messages_.discard(); }
+    void addMessage(int frame, const std::uint8_t* bytes) { events_.add(frame, bytes); }
+    // The same for any event, given in any order of frames.
+    void addEvent(const TimedEvent& event) { events_.insert(event); }
+    // Drops the events added since the last block.
+    void discardMessages() { events_.discard(); }
     // Plays the messages that are due at the frame, counted from 0; render does so itself. Returns
     // the number of the next message in the block, -1 when none is left.
     int playMessagesUpTo(int frame);
@@ -62,6 +65,8 @@ class Instrument final : public editor::EditorHost {
     float parameter(int index) const override;
     // Other indices than parameters and state::kVoiceCountParam are ignored.
     void setParameter(int index, float value) override;
+    // setParameter, but for a value that the parameter has already.
+    void changeParameter(int index, float value);
     void setParameterAutomated(int index, float value) override;
     void beginEdit(int index) override { host_.gestureBegins(index); }
     void endEdit(int index) override { host_.gestureEnds(index); }
@@ -88,6 +93,9 @@ class Instrument final : public editor::EditorHost {
     // with a message; a refused bank sends the program all the same: kept.
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
+    // The same for formats that save the whole instrument: bank and current program in one.
+    state::SavedState savedState();
+    void loadSavedState(const state::SavedState& saved);
 
     // What the editor shows of the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
@@ -119,14 +127,15 @@ class Instrument final : public editor::EditorHost {
     void pushProgram();
 
     void letGoOfBoundControllers();
-    void play(const std::uint8_t* message);
+    void play(const TimedEvent& event);
+    void playMessage(const std::uint8_t* message);
     // Moves the parameters that follow the controller; false when there are none.
     bool moveBoundParameters(int controller, int value);
 
     Host& host_;
     state::Bank bank_;
     const std::unique_ptr<engine::SoundEngine> engine_;
-    MessageQueue messages_;
+    EventQueue events_;
     state::LearnSlot learnSlot_;
     // Until start has run, parameters, programs and messages have no effect.
     std::atomic<bool> starting_{true};
