@@ -44,6 +44,9 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
     // While open: at this zoom, 1 to 3, or the largest possible, whatever the settings say.
     void showAt(double zoom);
+    // How much larger the display wants everything; the zoom of the settings comes on top. Takes
+    // effect at once, and the host is asked for the size.
+    void setContentScale(double scale);
     void close() override;
     void idle() override;
     // A turn of the wheel that the host passes on, upwards positive; true when the control under
@@ -118,12 +121,15 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
     void openZoomMenu(const VSTGUI::CPoint& where);
     void zoomTo(int percent);
+    double wantedZoom() const;
+    void followZoom();
     void readDoublePictures();
 
     SkinChoice skins_;
     SkinBuild* build_ = nullptr;            // while a skin is being built
     std::optional<PictureCache> pictures_;  // of the open skin, when it is built
-    VSTGUI::CPoint size_;                   // of the picture, at 100 percent
+    double contentScale_ = 1.0;
+    VSTGUI::CPoint size_;  // of the picture, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
     std::multimap<int, VSTGUI::CControl*> controls_;   // of the frame, by tag

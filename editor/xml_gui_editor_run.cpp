@@ -192,7 +192,21 @@ void xmlGuiEditor::openZoomMenu(const CPoint& where) {
 void xmlGuiEditor::zoomTo(int percent) {
     if (!frame) return;
     keepZoom(percent);
-    showAt(percent / 100.0);
+    followZoom();
+}
+
+double xmlGuiEditor::wantedZoom() const {
+    return readZoom() / 100.0 * contentScale_;
+}
+
+void xmlGuiEditor::setContentScale(double scale) {
+    if (!(scale >= 0.1 && scale <= 10.0) || scale == contentScale_) return;
+    contentScale_ = scale;
+    if (showsSkin()) followZoom();
+}
+
+void xmlGuiEditor::followZoom() {
+    showAt(wantedZoom());
     const EditorRect rect = getRect();
     host_.sizeWindow(rect.right, rect.bottom);
 }

@@ -125,7 +125,7 @@ std::optional<BankInFile> findBankChunk(const std::string& bytes, std::uint32_t 
 
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     constexpr const char* kTitle = "Preset loader";
-    const auto folder = platform::moduleFolder();
+    const auto folder = platform::resourceFolder();
     const auto bytes =
         folder ? platform::readFile(*folder + kDefaultBankFile, kLargestFile) : std::nullopt;
     bankMissing = !bytes;

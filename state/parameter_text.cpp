@@ -127,6 +127,18 @@ float valueFromPlain(int index, double plain) {
     return std::abs(law.plain(high) - plain) < std::abs(law.plain(low) - plain) ? high : low;
 }
 
+float valueFromNormalized(int index, double normalized) {
+    const Law& law = parameter(index).law;
+    const float value = engineValue(static_cast<float>(normalized));
+    if (law.positions == 0) return value;
+    const double position = static_cast<double>(value) * (law.positions - 1);
+    const double nearest = std::round(position);
+    // Only what rounding has pushed below its step.
+    const bool isStep = std::abs(position - nearest) < 1e-5 && law.kind != Law::kSwitch;
+    return isStep && law.plain(value) < nearest ? positionValue(law, static_cast<int>(nearest))
+                                                : value;
+}
+
 std::string plainText(int index, float value) {
     const Law& law = parameter(index).law;
     const double plain = plainValue(index, value);

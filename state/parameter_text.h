@@ -15,6 +15,9 @@ double plainValue(int index, float value);
 // The value that comes closest.
 float valueFromPlain(int index, double plain);
 
+// A value from a host that counts 0..1 in 64 bits: steps of a list come out as their positions.
+float valueFromNormalized(int index, double normalized);
+
 // "0.62 s", "98 Hz", "-6.0 dB", "C3", "Bowed", "On". UTF-8.
 std::string plainText(int index, float value);
 // Reads such a text back, also without its unit, in another of its kind ("620 ms") or with a
