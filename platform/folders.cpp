@@ -20,9 +20,11 @@ std::string resourcesFromModule;
 }  // namespace
 
 std::optional<std::string> moduleFolder() {
-    const std::string path = replacement ? replacement->module : systemModulePath();
-    if (path.empty()) return std::nullopt;
-    return path.substr(0, path.rfind(kSeparator) + 1);
+    const std::string path = systemModulePath();
+    const std::string folder =
+        replacement ? replacement->module : path.substr(0, path.rfind(kSeparator) + 1);
+    if (folder.empty()) return std::nullopt;
+    return folder;
 }
 
 std::optional<std::string> resourceFolder() {
