@@ -1,6 +1,7 @@
 // The open editor: what its controls send, and how it follows the instrument.
 #include "editor/xml_gui_editor.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -196,11 +197,12 @@ void xmlGuiEditor::zoomTo(int percent) {
 }
 
 double xmlGuiEditor::wantedZoom() const {
-    return readZoom() / 100.0 * contentScale_;
+    constexpr double kMost = kZoomSteps.back() / 100.0;
+    return std::clamp(readZoom() / 100.0 * contentScale_, 1.0, kMost);
 }
 
 void xmlGuiEditor::setContentScale(double scale) {
-    if (!(scale >= 0.1 && scale <= 10.0) || scale == contentScale_) return;
+    if (!(scale > 0.0) || scale == contentScale_) return;
     contentScale_ = scale;
     if (showsSkin()) followZoom();
 }

@@ -129,16 +129,21 @@ TEST_F(Vst3View, TakesTheSizeOfTheDisplaysScale) {
     EXPECT_EQ(scale->setContentScaleFactor(1.5f), kResultOk);
     EXPECT_EQ(sizeOf(*view.get()).right, 300);
     ASSERT_EQ(attach(*view.get()), kResultOk);
-    for (const bool grants : {true, false}) {
-        frame_.grants = grants;
-        scale->setContentScaleFactor(grants ? 2.0f : 1.0f);
-        EXPECT_EQ(frame_.asked.right, grants ? 400 : 200);
-        EXPECT_EQ(sizeOf(*view.get()).bottom, grants ? 200 : 100);
+    const struct {
+        float factor;
+        bool grants;
+        int width;
+    } rows[] = {{2.0f, true, 400},  {1.0f, false, 200},    {3.0f, false, 600}, {9.0f, true, 600},
+                {0.25f, true, 200}, {INFINITY, true, 600}, {1.0f, true, 200},  {0.0f, true, 200},
+                {-1.0f, true, 200}, {NAN, true, 200}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.factor);
+        frame_.grants = row.grants;
+        scale->setContentScaleFactor(row.factor);
+        EXPECT_EQ(frame_.asked.right, row.width);
+        EXPECT_EQ(sizeOf(*view.get()).bottom, row.width / 2);
         loop_.run();
     }
-    for (const float nonsense : {0.0f, -1.0f, NAN, INFINITY})
-        scale->setContentScaleFactor(nonsense);
-    EXPECT_EQ(sizeOf(*view.get()).right, 200);
     ViewRect wish{10, 10, 500, 500};
     EXPECT_EQ(view->checkSizeConstraint(&wish), kResultTrue);
     EXPECT_EQ(wish.right, 210);
