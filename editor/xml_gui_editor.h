@@ -129,7 +129,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     SkinBuild* build_ = nullptr;            // set while a skin is being built
     std::optional<PictureCache> pictures_;  // set once the open skin has been built
     double contentScale_ = 1.0;
-    VSTGUI::CPoint size_;                   // of the background, at 100 percent
+    VSTGUI::CPoint size_;  // of the background, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
     std::multimap<int, VSTGUI::CControl*> controls_;   // by tag

@@ -25,7 +25,7 @@ struct TimedEvent {
 // Audio thread, but for forget.
 class EventQueue {
   public:
-    static constexpr int kCapacity = 4096;
+    static constexpr int kCapacity = 2048;
 
     // Appends a message for the block that comes next. A frame below the last one's is raised to
     // it. When the queue is full the last message becomes "all notes off": no note may hang.

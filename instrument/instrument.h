@@ -22,9 +22,9 @@ namespace instrument {
 // Every thread can read a change back at once. The change reaches the engine at once if no other
 // thread is inside it, else before the renderer's next segment.
 //
-// Threads: addMessage, addEvent, discardMessages, playMessagesUpTo and render belong to the audio thread.
-// Names, chunks and the editor's queries belong to the host's user-interface thread. Any thread may
-// call the rest. After start, only names and chunks may block or allocate.
+// Threads: addMessage, addEvent, discardMessages, playMessagesUpTo and render belong to the audio
+// thread. Names, chunks and the editor's queries belong to the host's user-interface thread. Any
+// thread may call the rest. After start, only names and chunks may block or allocate.
 //
 // "intentional" marks an oddity that saved sessions and hosts depend on.
 class Instrument final : public editor::EditorHost {

@@ -10,8 +10,8 @@ namespace platform {
 // Nothing if the system does not tell.
 std::optional<std::string> moduleFolder();
 
-// Folder of the files delivered with the instrument: the module's own, unless a plug-in format keeps
-// them elsewhere.
+// Folder of the files delivered with the instrument: the module's own, unless a plug-in format
+// keeps them elsewhere.
 std::optional<std::string> resourceFolder();
 
 // Sets resourceFolder(), relative to moduleFolder() and ending in '/'. Call it before anything else
@@ -23,8 +23,8 @@ void setResourceFolder(const char* fromModule);
 // set and absolute, else $HOME/.config.
 std::optional<std::string> applicationDataFolder();
 
-// Substitutes other folders within a scope; an empty path means there is none. Resources are then in
-// the module folder. For tests.
+// Substitutes other folders within a scope; an empty path means there is none. Resources are then
+// in the module folder. For tests.
 class ScopedFolders {
   public:
     ScopedFolders(std::string module, std::string applicationData);
