@@ -5,6 +5,11 @@
 
 namespace dsp {
 
+// Corner of the first stage in Hz for the high-pass amount x (0 .. 1), 98 .. 8198.
+constexpr float highPassHz(float x) {
+    return x * x * x * 8100.0f + 98.0f;
+}
+
 // Two Chamberlin state-variable filters in series. Each stage computes
 //
 //     high  = x - low - damping x band

@@ -104,7 +104,7 @@ void StereoPhaser::takePendingSweep() {
 
 StereoPhaser::Sweep StereoPhaser::computeSweep() const {
     const double spread = depth_ * 256.0 * 2.0;
-    const double speed = rate_ * 9.99 + 0.1;
+    const double speed = phaserSpeed(rate_);
     return {toFixed(kSweepCenter - spread), toFixed(kSweepCenter + spread),
             toFixed(speed * spread / sampleRate_)};
 }

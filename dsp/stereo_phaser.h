@@ -11,6 +11,15 @@
 
 namespace dsp {
 
+// How often a second the sweep crosses half its width, for a rate of 0..1; one turn crosses it four
+// times.
+constexpr double phaserSpeed(float rate) {
+    return rate * 9.99 + 0.1;
+}
+constexpr double phaserSweepHz(float rate) {
+    return phaserSpeed(rate) / 4.0;
+}
+
 // Per sample and side, with allpass coefficient a:
 //
 //     x    = in + feedback x previous chain output

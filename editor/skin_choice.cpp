@@ -28,7 +28,7 @@ int SkinChoice::selected() const {
 
 SkinChoice findSkins() {
     SkinChoice choice;
-    choice.baseFolder = platform::moduleFolder();
+    choice.baseFolder = platform::resourceFolder();
     const auto stored = state::settings().read(state::kSkinNameSetting);
     choice.name = platform::pathFromUtf8(stored.value_or(kDefaultSkin));
     if (!choice.baseFolder) return choice;

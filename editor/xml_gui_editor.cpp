@@ -53,7 +53,7 @@ EditorRect xmlGuiEditor::getRect() {
             runBuild(build, SkinElements::kBackgroundOnly);
         }
     }
-    const double zoom = size_ == CPoint() ? 1 : boundedZoom(readZoom() / 100.0, size_);
+    const double zoom = size_ == CPoint() ? 1 : boundedZoom(wantedZoom(), size_);
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
     setRect(size_.x * zoom, size_.y * zoom);
     return AEffGUIEditor::getRect();
@@ -203,7 +203,7 @@ bool xmlGuiEditor::makeBackground(const SkinValues& values) {
     size_ = build_->background->getSize();
     if (!build_->parentWindow) return true;
 
-    const double zoom = boundedZoom(readZoom() / 100.0, size_);
+    const double zoom = boundedZoom(wantedZoom(), size_);
     setRect(size_.x * zoom, size_.y * zoom);
     if (!openFrame(truncateToInt32(size_.x), truncateToInt32(size_.y), zoom,
                    build_->parentWindow)) {

@@ -44,6 +44,9 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
     // Sets the zoom of the open editor, 1..3, limited to what is possible. The settings stay.
     void showAt(double zoom);
+    // How much larger the display wants everything; the zoom of the settings comes on top. Takes
+    // effect at once, and the host is asked for the size.
+    void setContentScale(double scale);
     void close() override;
     void idle() override;
     // Handles a wheel turn that the host passes on; up is positive. Returns true if the control
@@ -118,12 +121,15 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
     void openZoomMenu(const VSTGUI::CPoint& where);
     void zoomTo(int percent);
+    double wantedZoom() const;
+    void followZoom();
     void readDoublePictures();
 
     SkinChoice skins_;
     SkinBuild* build_ = nullptr;            // set while a skin is being built
     std::optional<PictureCache> pictures_;  // set once the open skin has been built
-    VSTGUI::CPoint size_;                   // of the background, at 100 percent
+    double contentScale_ = 1.0;
+    VSTGUI::CPoint size_;  // of the background, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
     std::multimap<int, VSTGUI::CControl*> controls_;   // by tag

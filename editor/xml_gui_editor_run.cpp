@@ -1,6 +1,7 @@
 // The open editor: sends what its controls do, and follows the instrument.
 #include "editor/xml_gui_editor.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -192,7 +193,22 @@ void xmlGuiEditor::openZoomMenu(const CPoint& where) {
 void xmlGuiEditor::zoomTo(int percent) {
     if (!frame) return;
     keepZoom(percent);
-    showAt(percent / 100.0);
+    followZoom();
+}
+
+double xmlGuiEditor::wantedZoom() const {
+    constexpr double kMost = kZoomSteps.back() / 100.0;
+    return std::clamp(readZoom() / 100.0 * contentScale_, 1.0, kMost);
+}
+
+void xmlGuiEditor::setContentScale(double scale) {
+    if (!(scale > 0.0) || scale == contentScale_) return;
+    contentScale_ = scale;
+    if (showsSkin()) followZoom();
+}
+
+void xmlGuiEditor::followZoom() {
+    showAt(wantedZoom());
     const EditorRect rect = getRect();
     host_.sizeWindow(rect.right, rect.bottom);
 }

@@ -168,7 +168,7 @@ void Engine::setRelease(const ReleaseTime& release) {
 }
 
 void Engine::setKeySplit(float ratio) {
-    splitKey_ = static_cast<int>(ratio * 44.0f + 24.0f);
+    splitKey_ = splitKey(ratio);
     bass_.allNotesOff();
 }
 

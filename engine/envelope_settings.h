@@ -14,6 +14,8 @@ struct ReleaseTime {
     float factor(double sampleRate) const {
         return static_cast<float>(1.0 - 1000.0 / (span * sampleRate));
     }
+    // To a thousandth of the level, but for rounding at any rate.
+    constexpr double seconds() const { return span * 6.907755279 / 1000.0; }
     void applyTo(dsp::VoiceEnvelope& envelope, double sampleRate) const {
         envelope.setReleaseFactor(factor(sampleRate));
         envelope.computeRates();

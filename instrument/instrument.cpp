@@ -7,6 +7,7 @@
 #include "engine/ensemble_chorus.h"
 #include "platform/product.h"
 #include "platform/thread_id.h"
+#include "state/atomic_word.h"
 #include "state/chunks.h"
 
 namespace instrument {
@@ -54,6 +55,10 @@ void Instrument::setParameter(int index, float value) {
         if (index == state::kHP) highPassMoves_.fetch_add(1, std::memory_order_relaxed);
         demand(std::uint64_t{1} << index);
     }
+}
+
+void Instrument::changeParameter(int index, float value) {
+    if (parameter(index) != value) setParameter(index, value);
 }
 
 void Instrument::setParameterAutomated(int index, float value) {
@@ -110,6 +115,21 @@ void Instrument::loadBankChunk(const void* data, std::int32_t size) {
 
 void Instrument::loadProgramChunk(const void* data, std::int32_t size) {
     if (state::takeProgramChunk(bank_, program(), data, size)) sendProgram();
+}
+
+state::SavedState Instrument::savedState() {
+    state::SavedState saved;
+    saved.program = program();
+    saved.bank.resize(sizeof(state::BankChunk));
+    state::loadBytes(saved.bank.data(), &bank_.chunk(), saved.bank.size());
+    return saved;
+}
+
+void Instrument::loadSavedState(const state::SavedState& saved) {
+    if (starting_) return;
+    state::storeBytes(&bank_.chunk(), saved.bank.data(), sizeof(state::BankChunk));
+    program_.store(saved.program, std::memory_order_relaxed);
+    sendProgram();
 }
 
 int Instrument::chorusTapCount() const {

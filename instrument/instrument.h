@@ -12,18 +12,19 @@
 #include "instrument/change_bits.h"
 #include "instrument/engine_gate.h"
 #include "instrument/host.h"
-#include "instrument/message_queue.h"
+#include "instrument/event_queue.h"
 #include "state/bank.h"
 #include "state/controller_map.h"
+#include "state/saved_state.h"
 
 namespace instrument {
 
 // Every thread can read a change back at once. The change reaches the engine at once if no other
 // thread is inside it, else before the renderer's next segment.
 //
-// Threads: addMessage, discardMessages, playMessagesUpTo and render belong to the audio thread.
-// Names, chunks and the editor's queries belong to the host's user-interface thread. Any thread may
-// call the rest. After start, only names and chunks may block or allocate.
+// Threads: addMessage, addEvent, discardMessages, playMessagesUpTo and render belong to the audio
+// thread. Names, chunks and the editor's queries belong to the host's user-interface thread. Any
+// thread may call the rest. After start, only names and chunks may block or allocate.
 //
 // "intentional" marks an oddity that saved sessions and hosts depend on.
 class Instrument final : public editor::EditorHost {
@@ -46,11 +47,13 @@ class Instrument final : public editor::EditorHost {
     void suspend();
 
     // Adds a message (3 bytes) to the next block. Messages must come in order of their frames.
-    void addMessage(int frame, const std::uint8_t* bytes) { messages_.add(frame, bytes); }
-    // Drops the messages added since the last block.
-    void discardMessages() { messages_.discard(); }
-    // Plays the messages that are due at `frame`, counted from 0. render does this itself. Returns
-    // the index of the next message in the block, or -1 if none is left.
+    void addMessage(int frame, const std::uint8_t* bytes) { events_.add(frame, bytes); }
+    // Adds any event to the next block, in any order of frames.
+    void addEvent(const TimedEvent& event) { events_.insert(event); }
+    // Drops the events added since the last block.
+    void discardMessages() { events_.discard(); }
+    // Plays the events that are due at `frame`, counted from 0. render does this itself. Returns
+    // the index of the next event in the block, or -1 if none is left.
     int playMessagesUpTo(int frame);
     // Renders `frames` frames. A block that cannot be played (no frames, no buffers, another thread
     // inside the engine) is silent, and its messages move to the next one.
@@ -65,6 +68,8 @@ class Instrument final : public editor::EditorHost {
     float parameter(int index) const override;
     // Ignores every index except parameters and state::kVoiceCountParam.
     void setParameter(int index, float value) override;
+    // setParameter, but for a value that the parameter has already.
+    void changeParameter(int index, float value);
     void setParameterAutomated(int index, float value) override;
     void beginEdit(int index) override { host_.gestureBegins(index); }
     void endEdit(int index) override { host_.gestureEnds(index); }
@@ -91,6 +96,9 @@ class Instrument final : public editor::EditorHost {
     // intentional: a refused bank still sends the program.
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
+    // The same for formats that save the whole instrument: bank and current program in one.
+    state::SavedState savedState();
+    void loadSavedState(const state::SavedState& saved);
 
     // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
@@ -122,14 +130,15 @@ class Instrument final : public editor::EditorHost {
     void pushProgram();
 
     void letGoOfBoundControllers();
-    void play(const std::uint8_t* message);
+    void play(const TimedEvent& event);
+    void playMessage(const std::uint8_t* message);
     // Moves the parameters bound to the controller; returns false if there are none.
     bool moveBoundParameters(int controller, int value);
 
     Host& host_;
     state::Bank bank_;
     const std::unique_ptr<engine::SoundEngine> engine_;
-    MessageQueue messages_;
+    EventQueue events_;
     state::LearnSlot learnSlot_;
     // Until start has run, parameters, programs and messages have no effect.
     std::atomic<bool> starting_{true};

@@ -20,23 +20,23 @@ void Instrument::setSampleRate(double rate) {
 
 void Instrument::resume() {
     engine_->forgetHeldNotes();
-    messages_.forget();
+    events_.forget();
 }
 
 void Instrument::suspend() {
     engine_->forgetHeldNotes();
     gate_.expectNoBlocks();
     demand(0);
-    messages_.forget();
+    events_.forget();
 }
 
 void Instrument::render(float* left, float* right, int frames) {
-    messages_.beginBlock();
+    events_.beginBlock();
     const bool playable = left && right && frames > 0 && !starting_;
     if (!playable || !gate_.beginBlock()) {
         if (left && frames > 0) std::fill_n(left, frames, 0.0f);
         if (right && frames > 0) std::fill_n(right, frames, 0.0f);
-        messages_.postpone();
+        events_.postpone();
         return;
     }
     carryOutPending();
@@ -45,11 +45,11 @@ void Instrument::render(float* left, float* right, int frames) {
     for (int start = 0; start < frames;) {
         if (start > 0) carryOutPending();
         playMessagesUpTo(start);
-        start += engine_->render(left + start, right + start, messages_.nextFrame(frames) - start);
+        start += engine_->render(left + start, right + start, events_.nextFrame(frames) - start);
     }
     engine_->endBlock(left, right, frames);
     gate_.endBlock();
-    messages_.endBlock();
+    events_.endBlock();
 }
 
 // A thread that is refused ownership leaves its request to the owner. A thread that was granted
@@ -102,17 +102,32 @@ void Instrument::pushProgram() {
 }
 
 int Instrument::playMessagesUpTo(int frame) {
-    while (const TimedMessage* const message = messages_.next(frame)) play(message->bytes.data());
-    return messages_.nextIndex();
+    while (const TimedEvent* const event = events_.next(frame)) play(*event);
+    return events_.nextIndex();
 }
 
-void Instrument::play(const std::uint8_t* message) {
+void Instrument::play(const TimedEvent& event) {
+    if (event.kind == TimedEvent::kParameter) return changeParameter(event.index, event.value);
     engine_->wake();
+    switch (event.kind) {
+        case TimedEvent::kProgram:
+            if (event.index != program()) setProgram(event.index);
+            break;
+        case TimedEvent::kSilence:
+            engine_->allNotesOff();
+            engine_->allSoundOff();
+            break;
+        default:
+            playMessage(event.bytes.data());
+    }
+}
+
+void Instrument::playMessage(const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;
     if (statusOf(message) == kProgramChange) return setProgram(data1);
     const bool bound = statusOf(message) == kControlChange &&
                        moveBoundParameters(data1, message[2] & 0x7F) && data1 != kAllNotesOff;
-    bound ? letGo(*engine_, data1) : playMessage(*engine_, message);
+    bound ? letGo(*engine_, data1) : instrument::playMessage(*engine_, message);
 }
 
 // Covers bindings from anywhere: another instance, the editor or the map's file.

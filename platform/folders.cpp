@@ -1,6 +1,7 @@
 // Chooses between the system's folders and a test's.
 #include "platform/folders.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/file.h"
@@ -14,6 +15,7 @@ struct Folders {
     std::string applicationData;
 };
 std::optional<Folders> replacement;
+std::string resourcesFromModule;
 
 }  // namespace
 
@@ -23,6 +25,17 @@ std::optional<std::string> moduleFolder() {
         replacement ? replacement->module : path.substr(0, path.rfind(kSeparator) + 1);
     if (folder.empty()) return std::nullopt;
     return folder;
+}
+
+std::optional<std::string> resourceFolder() {
+    const auto folder = moduleFolder();
+    if (!folder || replacement) return folder;
+    return *folder + resourcesFromModule;
+}
+
+void setResourceFolder(const char* fromModule) {
+    resourcesFromModule = fromModule;
+    std::replace(resourcesFromModule.begin(), resourcesFromModule.end(), '/', kSeparator);
 }
 
 std::optional<std::string> applicationDataFolder() {

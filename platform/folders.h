@@ -10,12 +10,21 @@ namespace platform {
 // Nothing if the system does not tell.
 std::optional<std::string> moduleFolder();
 
+// Folder of the files delivered with the instrument: the module's own, unless a plug-in format
+// keeps them elsewhere.
+std::optional<std::string> resourceFolder();
+
+// Sets resourceFolder(), relative to moduleFolder() and ending in '/'. Call it before anything else
+// asks.
+void setResourceFolder(const char* fromModule);
+
 // The user's folder for application data, without a trailing separator. Creates it and its parents
 // if necessary. Nothing if there is none. Windows: the roaming folder. Linux: $XDG_CONFIG_HOME if
 // set and absolute, else $HOME/.config.
 std::optional<std::string> applicationDataFolder();
 
-// Substitutes other folders within a scope; an empty path means there is none. For tests.
+// Substitutes other folders within a scope; an empty path means there is none. Resources are then
+// in the module folder. For tests.
 class ScopedFolders {
   public:
     ScopedFolders(std::string module, std::string applicationData);

@@ -59,6 +59,10 @@ class BankFile {
     std::uint32_t fxMagic() const { return bigEndian(8); }
     std::uint32_t fxId() const { return bigEndian(16); }
     std::int32_t numPrograms() const { return static_cast<std::int32_t>(bigEndian(24)); }
+    // Bank files of the first version have none.
+    std::int32_t currentProgram() const {
+        return bigEndian(12) >= 2 ? static_cast<std::int32_t>(bigEndian(28)) : 0;
+    }
     std::int32_t chunkSize() const { return static_cast<std::int32_t>(bigEndian(kFirstProgram)); }
     // Null unless the file holds a whole bank.
     const void* chunk() const {
@@ -108,9 +112,20 @@ bool takeBankChunk(Bank& bank, const void* data, std::int32_t size) {
     return true;
 }
 
+std::optional<BankInFile> findBankChunk(const std::string& bytes, std::uint32_t uniqueId) {
+    const BankFile file(bytes);
+    if (file.chunkMagic() != fourCharCode("CcnK") || file.fxMagic() != fourCharCode("FBCh") ||
+        file.fxId() != uniqueId ||
+        file.chunkSize() != static_cast<std::int32_t>(sizeof(BankChunk)) || !file.chunk()) {
+        return std::nullopt;
+    }
+    const int program = file.currentProgram();
+    return BankInFile{file.chunk(), isProgram(program) ? program : 0};
+}
+
 void loadDefaultBank(Bank& bank, std::uint32_t uniqueId) {
     constexpr const char* kTitle = "Preset loader";
-    const auto folder = platform::moduleFolder();
+    const auto folder = platform::resourceFolder();
     const auto bytes =
         folder ? platform::readFile(*folder + kDefaultBankFile, kLargestFile) : std::nullopt;
     bankMissing = !bytes;

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 #include "state/bank.h"
 
@@ -14,6 +16,13 @@ bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t si
 // Replaces the bank. Unless the size is that of a bank, shows a message, changes nothing and
 // returns false.
 bool takeBankChunk(Bank& bank, const void* data, std::int32_t size);
+
+// The bank chunk inside a bank file (.fxb) that was made for the instrument with this ID.
+struct BankInFile {
+    const void* chunk;
+    int program;  // current; 0 if the file does not say
+};
+std::optional<BankInFile> findBankChunk(const std::string& file, std::uint32_t uniqueId);
 
 // Loads the default bank from the library's folder. An invalid file shows a message and changes
 // nothing. A missing or unreadable file, or an unknown folder, shows no message:

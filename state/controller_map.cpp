@@ -52,7 +52,7 @@ void ControllerMap::load() {
     const Lock lock(fileLock_);
     Place place = ownPlace();
     if (!platform::fileExists(place.path)) {
-        const auto beside = platform::moduleFolder();
+        const auto beside = platform::resourceFolder();
         if (beside) place = {*beside + kControllerMapFile, platform::Links::kFollow};
     }
     auto file = platform::readFileStart(place.path, kFileSize, place.links);

@@ -60,10 +60,26 @@ constexpr bool isParameter(int index) {
     return index >= 0 && index < kNumParams;
 }
 
+enum class Unit { kNone, kPercent, kSeconds, kHertz, kSlowHertz, kDecibels, kCents, kDegrees };
+
+// What a value stands for. VST 2 shows the value itself.
+struct Law {
+    enum Kind { kContinuous, kSwitch, kList, kSplitKey };
+
+    Kind kind;
+    Unit unit;  // of a continuous one
+    // The quantity in its unit, or the position; never falls as the value rises.
+    double (*plain)(float value);
+    int positions = 0;                   // 0: continuous
+    const char* const* names = nullptr;  // of the positions of a switch or list
+};
+
 struct Parameter {
     ParamIndex index;
-    const char* name;
+    const char* name;   // stored, and VST 2's
+    const char* title;  // as on the panel; no two are alike
     float defaultValue;
+    const Law& law;
     // Hands the value (finite, 0..1) to the engine.
     void (*apply)(engine::SoundEngine& engine, float value);
 };
@@ -76,6 +92,9 @@ float engineValue(float value);
 
 // The value with a decimal point and three decimals. Never longer than 7 characters.
 std::string valueText(float value);
+
+// The key that a position of "KSplit" stands for.
+int splitKeyAt(int position);
 
 // Number of voices for a value of kVoiceCountParam.
 int voiceCount(float value);

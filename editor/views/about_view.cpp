@@ -30,7 +30,7 @@ constexpr int kProductLine = 2;
 
 void openHelp() {
     const std::string folders[] = {state::findDataFolder(platform::kProductName).value_or(""),
-                                   platform::moduleFolder().value_or("")};
+                                   platform::resourceFolder().value_or("")};
     for (const std::string& folder : folders) {
         const std::string path = folder + state::kHelpFile;
         if (folder.empty() || !platform::fileExists(path)) continue;

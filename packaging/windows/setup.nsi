@@ -1,4 +1,5 @@
-; Installs the instrument and its files in a folder where Windows hosts look for VST plug-ins.
+; Installs the instrument and its files in a folder where Windows hosts look for VST plug-ins, and the
+; VST 3 bundle where they look for those.
 ; makensis -DVERSION=... -DFILES=FOLDER -DOUTPUT=FILE setup.nsi
 ; The instrument is 64-bit only, and so is the installer.
 Target amd64-unicode
@@ -34,7 +35,11 @@ FunctionEnd
 
 Section
     SetOutPath "$INSTDIR"
-    File /r "${FILES}\*"
+    File /r /x QuarzelStrings.vst3 "${FILES}\*"
+    ; Hosts look for VST 3 here alone.
+    SetOutPath "$COMMONFILES64\VST3"
+    File /r "${FILES}\QuarzelStrings.vst3"
+    SetOutPath "$INSTDIR"
     WriteUninstaller "$INSTDIR\uninstall.exe"
     WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "${NAME}"
     WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
@@ -56,5 +61,6 @@ Section Uninstall
     RMDir /r "$INSTDIR\Night"
     RMDir /r "$INSTDIR\licences"
     RMDir "$INSTDIR"
+    RMDir /r "$COMMONFILES64\VST3\QuarzelStrings.vst3"
     DeleteRegKey HKLM "${UNINSTALL}"
 SectionEnd

@@ -37,9 +37,9 @@ using String128 = TChar[128];
 // Ids of interfaces and classes are four words. Windows stores them as COM does: the first word
 // and the halves of the second in little-endian order, the rest as written.
 #ifdef _WIN32
-inline constexpr bool kComOrder = true;
+inline constexpr bool kOnWindows = true;
 #else
-inline constexpr bool kComOrder = false;
+inline constexpr bool kOnWindows = false;
 #endif
 
 using Uid = std::array<uint8, 16>;
@@ -50,7 +50,7 @@ constexpr Uid uid(uint32 a, uint32 b, uint32 c, uint32 d) {
     const uint32 words[4] = {a, b, c, d};
     Uid id{};
     for (int i = 0; i < 16; ++i) {
-        const int from = kComOrder ? kCom[i] : kPlain[i];
+        const int from = kOnWindows ? kCom[i] : kPlain[i];
         id[i] = static_cast<uint8>(words[from / 4] >> (24 - 8 * (from % 4)));
     }
     return id;

@@ -11,7 +11,7 @@ endfunction()
 
 execute_process(COMMAND "${OBJDUMP}" -p "${FILE}" OUTPUT_VARIABLE headers
     COMMAND_ERROR_IS_FATAL ANY)
-if(FILE MATCHES "\\.(dll|exe)$")
+if(FILE MATCHES "\\.(dll|exe|vst3)$")
     set(symbols -t)  # the run-time library is linked statically
     require("${headers}" "HIGH_ENTROPY_VA" "not to be loaded at high addresses")
     require("${headers}" "DYNAMIC_BASE" "not to be loaded at any address")

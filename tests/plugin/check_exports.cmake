@@ -1,6 +1,6 @@
-# Fails unless LIBRARY exports exactly its entry point, under both names.
-# Usage: cmake -DLIBRARY=FILE -DNM=nm -DOBJDUMP=objdump -P check_exports.cmake
-if(LIBRARY MATCHES "\\.dll$")
+# Fails unless LIBRARY exports exactly its entry points, which are given in order, separated by |.
+# Usage: cmake -DLIBRARY=FILE -DENTRY_POINTS=NAMES -DNM=nm -DOBJDUMP=objdump -P check_exports.cmake
+if(LIBRARY MATCHES "\\.(dll|vst3)$")
     set(lister "${OBJDUMP}" -p)
     set(heading ".*\\[Ordinal/Name Pointer\\] Table")
     # Newer versions print the ordinal and a hint before the name.
@@ -21,6 +21,7 @@ foreach(line IN LISTS lines)
     list(APPEND exports "${name}")
 endforeach()
 list(SORT exports)
-if(NOT exports STREQUAL "VSTPluginMain;main")
+string(REPLACE "|" ";" expected "${ENTRY_POINTS}")
+if(NOT exports STREQUAL expected)
     message(FATAL_ERROR "Exported: ${exports}")
 endif()

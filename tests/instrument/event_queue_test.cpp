@@ -1,5 +1,5 @@
-// Frames of messages, and messages of blocks that are not played.
-#include "instrument/message_queue.h"
+// Events of blocks: their frames, and what becomes of them when a block is not played.
+#include "instrument/event_queue.h"
 
 #include <string>
 
@@ -7,24 +7,25 @@
 
 namespace {
 
-using instrument::MessageQueue;
+using instrument::EventQueue;
+using instrument::TimedEvent;
 
 constexpr int kLast = 100000;
 
-void add(MessageQueue& queue, int frame, char key) {
+void add(EventQueue& queue, int frame, char key) {
     const std::uint8_t message[] = {0x90, static_cast<std::uint8_t>(key), 100};
     queue.add(frame, message);
 }
 
 // The keys that are due at the frame.
-std::string keysUpTo(MessageQueue& queue, int frame) {
+std::string keysUpTo(EventQueue& queue, int frame) {
     std::string keys;
     while (const auto* message = queue.next(frame)) keys += static_cast<char>(message->bytes[1]);
     return keys;
 }
 
-TEST(MessageQueue, GivesAMessageOneFrameBeforeItsOwnAndNeverBeforeItsPredecessor) {
-    MessageQueue queue;
+TEST(EventQueue, GivesAMessageOneFrameBeforeItsOwnAndNeverBeforeItsPredecessor) {
+    EventQueue queue;
     add(queue, 1, 'a');
     add(queue, 5, 'b');
     add(queue, 3, 'c');
@@ -42,8 +43,8 @@ TEST(MessageQueue, GivesAMessageOneFrameBeforeItsOwnAndNeverBeforeItsPredecessor
     EXPECT_EQ(queue.nextIndex(), -1);
 }
 
-TEST(MessageQueue, GivesPostponedMessagesBeforeAllOthers) {
-    MessageQueue queue;
+TEST(EventQueue, GivesPostponedMessagesBeforeAllOthers) {
+    EventQueue queue;
     add(queue, 30, 'a');
     add(queue, 40, 'b');
     queue.beginBlock();
@@ -60,8 +61,23 @@ TEST(MessageQueue, GivesPostponedMessagesBeforeAllOthers) {
     EXPECT_EQ(keysUpTo(queue, 49), "z");
 }
 
-TEST(MessageQueue, ForgetsABlockThatDoesNotCome) {
-    MessageQueue queue;
+TEST(EventQueue, PutsInsertedEventsInTheOrderOfFramesAndOfArrival) {
+    EventQueue queue;
+    add(queue, 30, 'p');
+    queue.beginBlock();
+    queue.postpone();
+    for (const auto& [frame, key] : {std::pair{9, 'd'}, {2, 'b'}, {9, 'e'}, {-4, 'a'}, {2, 'c'}}) {
+        queue.insert({frame, TimedEvent::kMessage, {0x90, static_cast<std::uint8_t>(key), 1}});
+    }
+    queue.beginBlock();
+    EXPECT_EQ(keysUpTo(queue, 0), "pa");
+    EXPECT_EQ(keysUpTo(queue, 1), "bc");
+    EXPECT_EQ(keysUpTo(queue, 7), "");
+    EXPECT_EQ(keysUpTo(queue, 8), "de");
+}
+
+TEST(EventQueue, ForgetsABlockThatDoesNotCome) {
+    EventQueue queue;
     add(queue, 0, 'a');
     queue.forget();
     queue.beginBlock();
@@ -73,14 +89,14 @@ TEST(MessageQueue, ForgetsABlockThatDoesNotCome) {
     EXPECT_EQ(keysUpTo(queue, kLast), "b");
 }
 
-TEST(MessageQueue, EndsInAllNotesOffWhenThereIsNoRoomLeft) {
-    MessageQueue queue;
-    for (int i = 0; i <= MessageQueue::kCapacity; ++i) add(queue, i, 'a');
+TEST(EventQueue, EndsInAllNotesOffWhenThereIsNoRoomLeft) {
+    EventQueue queue;
+    for (int i = 0; i <= EventQueue::kCapacity; ++i) add(queue, i, 'a');
     queue.beginBlock();
-    const instrument::TimedMessage* last = nullptr;
+    const TimedEvent* last = nullptr;
     int count = 0;
     for (; const auto* message = queue.next(kLast); ++count) last = message;
-    EXPECT_EQ(count, MessageQueue::kCapacity);
+    EXPECT_EQ(count, EventQueue::kCapacity);
     EXPECT_EQ(last->bytes, (std::array<std::uint8_t, 3>{0xB0, 123, 0}));
 }
 

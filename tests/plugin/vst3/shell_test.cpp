@@ -1,0 +1,414 @@
+// The shell in a host's hands, with the bank that is delivered.
+#include <functional>
+#include <memory>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "platform/folders.h"
+#include "tests/plugin/vst3/driver.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using namespace driver;
+
+constexpr ParamID kPedal = kFirstControllerId + 64;
+
+class Vst3 : public testing::Test {
+  protected:
+    Instance make(FUnknown* context = nullptr) { return Instance(factory_.get(), context); }
+    ~Vst3() override { EXPECT_TRUE(messages_.all.empty()) << messages_.all.front(); }
+
+    TemporaryFolder applicationData_;
+    platform::ScopedFolders folders_{QUARZEL_DELIVERED, applicationData_.path()};
+    RecordedMessages messages_;
+    Ref<IPluginFactory> factory_{factory()};
+};
+
+double program(int number) {
+    return number / 127.0;
+}
+
+TEST_F(Vst3, StartsWithTheValuesThatItDeclares) {
+    auto instance = make();
+    ASSERT_EQ(instance.controller->getParameterCount(), 174);
+    for (int32 i = 0; i < 174; ++i) {
+        ParameterInfo info;
+        ASSERT_EQ(instance.controller->getParameterInfo(i, info), kResultOk);
+        EXPECT_EQ(instance.value(info.id), info.defaultNormalizedValue) << i;
+        EXPECT_TRUE(i >= state::kNumParams || info.id == static_cast<ParamID>(i));
+    }
+    // Those of the bank, not those of the table.
+    EXPECT_NE(instance.value(state::kVolume), state::parameter(state::kVolume).defaultValue);
+}
+
+TEST_F(Vst3, ReadsItsTextsBack) {
+    auto instance = make();
+    for (int32 i = 0; i < 174; ++i) {
+        ParameterInfo info;
+        instance.controller->getParameterInfo(i, info);
+        for (const double value : {0.0, 0.013, 0.25, 3.0 / 7, 0.5, 0.77, 1.0}) {
+            const std::string text = instance.text(info.id, value);
+            String128 wide;
+            copyText(text, wide);
+            double back = -1;
+            ASSERT_EQ(instance.controller->getParamValueByString(info.id, wide, back), kResultOk)
+                << text;
+            EXPECT_EQ(instance.text(info.id, back), text) << info.id;
+        }
+    }
+    EXPECT_EQ(instance.text(state::kWaveform, 0.5), "Bowed");
+    EXPECT_EQ(instance.text(state::kKSplit, 3.0 / 7), "A2");  // a float below its step
+    EXPECT_EQ(instance.text(99, 0.5), "?");
+    String128 nonsense = u"\xD800 ?";
+    double value = 0.25;
+    EXPECT_EQ(instance.controller->getParamValueByString(0, nonsense, value), kResultFalse);
+    EXPECT_EQ(value, 0.25);
+}
+
+TEST_F(Vst3, KeepsItsStateInPiecesOfAnySize) {
+    for (const int32 piece : {1, 7, 4096, 1 << 20}) {
+        for (const bool bypassed : {false, true}) {
+            SCOPED_TRACE(piece);
+            auto first = make();
+            first.controller->setParamNormalized(kProgramId, program(7));
+            first.controller->setParamNormalized(state::kSize, 0.625);
+            first.controller->setParamNormalized(kBypassId, bypassed);
+            const std::string bytes = first.saved(piece);
+            EXPECT_EQ(bytes.size(), bypassed ? 26100u : 26096u);
+            EXPECT_EQ(bytes.substr(0, 8), std::string("QZS1\x07\0\0\0", 8));
+            auto second = make();
+            ASSERT_EQ(second.load(bytes, piece), kResultOk);
+            EXPECT_EQ(second.value(kProgramId), program(7));
+            EXPECT_EQ(second.value(state::kSize), 0.625);
+            EXPECT_EQ(second.value(kBypassId), bypassed);
+            EXPECT_EQ(second.saved(), bytes);
+        }
+    }
+}
+
+std::string bigEndian(std::uint32_t word) {
+    std::string bytes;
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(word >> shift);
+    return bytes;
+}
+
+std::string bankFile(const std::string& chunk, const std::string& id, std::uint32_t version) {
+    return "CcnK" + bigEndian(0) + "FBCh" + bigEndian(version) + id + bigEndian(1) +
+           bigEndian(128) + bigEndian(version > 1 ? 9 : 0) + std::string(124, '\0') +
+           bigEndian(static_cast<std::uint32_t>(chunk.size())) + chunk;
+}
+
+TEST_F(Vst3, TakesTheStateOfTheVst2InstrumentThatItReplaces) {
+    auto source = make();
+    source.controller->setParamNormalized(kProgramId, program(9));
+    source.controller->setParamNormalized(state::kSize, 0.625);
+    const std::string own = source.saved();
+    const std::string chunk = own.substr(8);
+    const std::string wrapper = "VstW" + bigEndian(8) + bigEndian(1);
+    const std::string file = bankFile(chunk, "seni", 2);
+    const struct {
+        const char* what;
+        std::string bytes;
+        int program;  // -1: refused
+        bool bypassed = false;
+    } rows[] = {
+        {"wrapped", wrapper + bigEndian(0) + file, 9},
+        {"wrapped, in bypass", wrapper + bigEndian(1) + file, 9, true},
+        {"a bank file", file, 9},
+        {"one of the first version", bankFile(chunk, "seni", 1), 0},
+        {"the bare chunk", chunk, 0},
+        {"of another instrument", bankFile(chunk, "abcd", 2), -1},
+        {"with a short chunk", bankFile(chunk.substr(1), "seni", 2), -1},
+        {"cut off", file.substr(0, file.size() - 1), -1},
+        {"a long wrapper", "VstW" + bigEndian(255) + bigEndian(1), -1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        auto instance = make();
+        const std::string before = instance.saved();
+        EXPECT_EQ(instance.load(row.bytes) == kResultOk, row.program >= 0);
+        if (row.program < 0) {
+            EXPECT_EQ(instance.saved(), before);
+        } else {
+            EXPECT_EQ(instance.value(kProgramId), program(row.program));
+            EXPECT_EQ(instance.value(kBypassId), row.bypassed);
+            EXPECT_EQ(instance.saved().substr(8, chunk.size()), chunk);
+        }
+    }
+}
+
+// What a fault would bring up is a window, which the fixture sees.
+TEST_F(Vst3, RefusesEveryOtherStateAndChangesNothing) {
+    auto instance = make();
+    instance.controller->setParamNormalized(kProgramId, program(3));
+    const std::string good = instance.saved();
+    std::mt19937 random(1);
+    std::vector<std::string> bad = {"",
+                                    "Q",
+                                    "QZS1",
+                                    "VstW",
+                                    "CcnK",
+                                    good.substr(0, 26095),
+                                    good + '\0',
+                                    good + std::string("\x02\0\0\0", 4),
+                                    std::string(1 << 20, 'Q'),
+                                    "QZS1\x80" + good.substr(5),
+                                    "QZS1" + std::string(4, '\xFF') + good.substr(8)};
+    for (const size_t size : {1u, 100u, 26088u, 26096u, 30000u}) {
+        std::string bytes(size, '\0');
+        for (char& c : bytes) c = static_cast<char>(random());
+        bad.push_back(bytes);
+    }
+    for (const std::string& bytes : bad) {
+        EXPECT_EQ(instance.load(bytes), kResultFalse) << bytes.size();
+        EXPECT_EQ(instance.saved(), good);
+    }
+    EXPECT_NE(instance.component->setState(nullptr), kResultOk);
+}
+
+TEST_F(Vst3, ProcessesWhateverBuffersThereAre) {
+    auto instance = make();
+    instance.start();
+    float samples[8] = {};
+    float* missing[] = {samples, nullptr};
+    float* both[] = {samples, samples};
+    AudioBusBuffers none{0, 0, {nullptr}};
+    AudioBusBuffers mono{1, 0, {both}};
+    AudioBusBuffers half{2, 0, {missing}};
+    const struct {
+        int32 frames;
+        int32 outputs;
+        AudioBusBuffers* buses;
+    } rows[] = {{0, 0, nullptr}, {8, 0, nullptr}, {8, 1, nullptr}, {8, 1, &none},
+                {8, 1, &mono},   {8, 1, &half},   {0, 0, &mono},   {-8, 1, &half}};
+    double value = 0.0;
+    for (const auto& row : rows) {
+        value += 0.1;
+        instance.changes.add(state::kSize, 0, value);
+        ProcessData data = instance.block(row.frames);
+        data.numOutputs = row.outputs;
+        data.outputs = row.buses;
+        EXPECT_EQ(instance.processor->process(data), kResultOk);
+        EXPECT_NEAR(instance.value(state::kSize), value, 1e-6);
+        instance.changes = Changes();
+        data.inputEvents = nullptr;
+        data.inputParameterChanges = nullptr;
+        EXPECT_EQ(instance.processor->process(data), kResultOk);
+    }
+    ProcessSetup setup{kRealtime, kSample64, 64, 44100.0};
+    EXPECT_EQ(instance.processor->canProcessSampleSize(kSample64), kResultFalse);
+    EXPECT_EQ(instance.processor->setupProcessing(setup), kResultFalse);
+    ProcessData data = instance.block(8);
+    data.symbolicSampleSize = kSample64;
+    EXPECT_EQ(instance.processor->process(data), kResultFalse);
+    EXPECT_GT(instance.playedPeak(), 0.01f);
+}
+
+TEST_F(Vst3, LosesNoPointAndNoEventOutsideTheBlock) {
+    auto instance = make();
+    instance.start();
+    for (const int32 offset : {-1000, 0, 63, 64, 65, 100000}) {
+        const double value = 0.5 + offset % 7 * 0.01;
+        instance.changes.add(state::kSize, offset, 0.1);
+        instance.changes.add(state::kSize, offset, value);
+        instance.changes.add(424242, offset, 0.9);  // unknown
+        instance.changes.add(state::kMix, offset, NAN);
+        const double mix = instance.value(state::kMix);
+        instance.render(64);
+        EXPECT_NEAR(instance.value(state::kSize), value, 1e-6) << offset;
+        EXPECT_EQ(instance.value(state::kMix), mix);
+        instance.events.note(true, 60, 100, offset);
+        instance.render(64);
+        EXPECT_GT(instance.render(4410).peak(), 0.001f) << offset;
+        instance.events.note(false, 60, 0, offset);
+        instance.render(64);
+    }
+}
+
+// "HP" moves half way with each push, so what is applied twice can be heard.
+TEST_F(Vst3, AppliesNothingTwice) {
+    auto once = make();
+    auto twice = make();
+    Sound sounds[2];
+    for (Instance* const instance : {&once, &twice}) {
+        instance->start();
+        instance->controller->setParamNormalized(state::kHP, 0.75);
+        if (instance == &twice) {
+            instance->controller->setParamNormalized(state::kHP, 0.75);
+            instance->changes.add(state::kHP, 0, 0.75);
+            instance->changes.add(kProgramId, 5, program(0));
+        }
+        instance->events.note(true, 48, 100, 10);
+        sounds[instance == &twice] = instance->render(4410);
+    }
+    EXPECT_GT(sounds[0].peak(), 0.001f);
+    EXPECT_EQ(sounds[0], sounds[1]);
+}
+
+TEST_F(Vst3, GoesOnThroughEveryOrderOfStates) {
+    auto instance = make();
+    const std::map<char, std::function<void()>> calls = {
+        {'A', [&] { instance.component->setActive(1); }},
+        {'a', [&] { instance.component->setActive(0); }},
+        {'P', [&] { instance.processor->setProcessing(1); }},
+        {'p', [&] { instance.processor->setProcessing(0); }},
+        {'r', [&] { instance.render(333); }},
+        {'f', [&] { instance.flush(); }},
+        {'t', [&] { instance.component->terminate(); }},
+        {'i', [&] { instance.component->initialize(nullptr); }},
+        {'b', [&] { instance.component->activateBus(kAudio, kOutput, 0, 0); }},
+        {'s', [&] { instance.load(instance.saved()); }},
+    };
+    for (const std::string order : {"r", "Ar", "PAr", "AAPPr", "pparA", "aAtir", "ifAfar", "bAPr",
+                                    "APrsrapsAP", "titiAPftiAP", "APrpraPr"}) {
+        for (const char call : order) calls.at(call)();
+        EXPECT_GT(instance.playedPeak(), 0.01f) << order;
+    }
+}
+
+TEST_F(Vst3, FollowsRatesAndBlocksThatChangeWhileInactive) {
+    auto instance = make();
+    for (const double rate :
+         {8000.0, 1234.5678, 96000.0, 1234567.8, double{NAN}, 0.0, 384000.0, 44100.0}) {
+        SCOPED_TRACE(rate);
+        instance.start(rate, rate > 50000 ? 16 : 8192);
+        const float peak = instance.playedPeak();
+        EXPECT_TRUE(peak > 0.001f);
+        instance.processor->getTailSamples();
+        instance.component->setActive(0);
+    }
+    instance.start(48000.0);
+    EXPECT_EQ(instance.processor->getTailSamples(), 30u * 48000u);
+    EXPECT_EQ(instance.processor->getLatencySamples(), 0u);
+}
+
+TEST_F(Vst3, IsSilentInBypassAndSaysSo) {
+    auto instance = make();
+    instance.start();
+    instance.events.note(true, 60, 100, 0);
+    EXPECT_GT(instance.render(44100).peak(), 0.01f);
+    instance.changes.add(kBypassId, 32, 1.0);
+    instance.events.note(true, 64, 100, 40);
+    const Sound bypassed = instance.render(512);
+    EXPECT_EQ(bypassed.peak(), 0.0f);
+    EXPECT_EQ(bypassed.silent, 3u);
+    instance.changes.add(kBypassId, 0, 0.0);
+    instance.render(64);
+    EXPECT_LT(instance.render(4096).peak(), 1e-4f);  // no note hangs
+    EXPECT_GT(instance.playedPeak(), 0.01f);
+}
+
+TEST_F(Vst3, FlagsSilenceWhileItSleeps) {
+    auto instance = make();
+    instance.start();
+    instance.events.note(true, 60, 100, 0);
+    EXPECT_EQ(instance.render(4410).silent, 0u);
+    instance.events.note(false, 60, 0, 0);
+    uint64 silent = 0;
+    for (int second = 0; second < 60 && silent == 0; ++second) {
+        const Sound sound = instance.render(44100);
+        silent = sound.silent;
+        EXPECT_TRUE(silent == 0 || sound.peak() == 0.0f);
+    }
+    EXPECT_EQ(silent, 3u);
+    EXPECT_GT(instance.playedPeak(), 0.01f);
+}
+
+TEST_F(Vst3, PlaysEveryControllerOfEveryChannel) {
+    auto instance = make();
+    const auto mapping = query<IMidiMapping>(instance.component.get());
+    ParamID id = kNoParamId;
+    EXPECT_EQ(mapping->getMidiControllerAssignment(0, 15, kPitchBend, id), kResultTrue);
+    EXPECT_EQ(id, kFirstControllerId + 129);
+    for (const auto& [bus, channel, controller] :
+         {std::tuple{1, 0, 7}, {0, 16, 7}, {0, -1, 7}, {0, 0, 130}, {0, 0, -1}}) {
+        EXPECT_NE(mapping->getMidiControllerAssignment(bus, static_cast<int16>(channel),
+                                                       static_cast<int16>(controller), id),
+                  kResultTrue);
+    }
+    instance.start();
+    instance.changes.add(kPedal, 0, 1.0);
+    instance.events.note(true, 60, 100, 0);
+    instance.events.note(false, 60, 0, 2000);
+    instance.render(44100);
+    instance.render(88200);
+    EXPECT_GT(instance.render(44100).peak(), 0.01f);  // the pedal holds it
+    EXPECT_EQ(instance.value(kPedal), 1.0);
+}
+
+TEST_F(Vst3, TellsTheHostWhatItDoesNotKnow) {
+    RunLoop loop;
+    Handler handler;
+    auto instance = make(&loop);
+    instance.controller->setComponentHandler(&handler);
+    auto& body = static_cast<Shell*>(instance.component.get())->instrument();
+    instance.start();
+    const auto told = [&] {
+        // Windows has a timer of its own.
+        if (loop.timers.empty()) static_cast<Shell*>(instance.component.get())->tellHost();
+        loop.run();
+        return handler.take();
+    };
+    EXPECT_EQ(told(), "");
+    body.beginEdit(3);
+    body.setParameterAutomated(3, 0.5f);
+    body.endEdit(3);
+    EXPECT_EQ(told(), "begin 3; edit 3; end 3");
+    instance.changes.add(3, 0, 0.5);
+    instance.changes.add(state::kSize, 9, 0.111);
+    instance.render(64);
+    EXPECT_EQ(told(), "");
+    body.setParameter(state::kSize, 0.4f);  // as a learnt controller does
+    EXPECT_EQ(told(), "restart 4");
+    body.setProgram(5);
+    EXPECT_EQ(told(), "begin 100; edit 100; end 100; restart 4");
+    EXPECT_EQ(handler.last, program(5));
+    instance.changes.add(kProgramId, 9, program(6));  // the host knows of it, not of its values
+    instance.render(64);
+    EXPECT_EQ(told(), "restart 4");
+    instance.controller->setParamNormalized(kProgramId, program(7));
+    EXPECT_EQ(handler.take(), "restart 4");
+    instance.component->terminate();
+    EXPECT_TRUE(loop.timers.empty());
+    EXPECT_EQ(handler.references, 0);
+}
+
+TEST_F(Vst3, PutsAProgramBeforeTheParametersOfItsFrame) {
+    auto instance = make();
+    instance.start();
+    instance.changes.add(state::kSize, 8, 0.987);
+    instance.changes.add(kProgramId, 8, program(40));
+    instance.render(64);
+    EXPECT_EQ(instance.value(kProgramId), program(40));
+    EXPECT_NEAR(instance.value(state::kSize), 0.987, 1e-6);
+}
+
+TEST_F(Vst3, LivesAHundredTimesAtOnce) {
+    std::vector<std::unique_ptr<Instance>> all;
+    for (int i = 0; i < 100; ++i) {
+        all.push_back(std::make_unique<Instance>(factory_.get()));
+        all.back()->start();
+        all.back()->changes.add(kProgramId, 0, program(i));
+        all.back()->render(64);
+    }
+    for (int i = 0; i < 100; i += 2) all[i].reset();
+    for (int i = 1; i < 100; i += 2) EXPECT_EQ(all[i]->value(kProgramId), program(i));
+}
+
+TEST_F(Vst3, AnswersForTheInterfacesItHasOnly) {
+    auto instance = make();
+    EXPECT_TRUE(query<IUnitInfo>(instance.component.get()));
+    EXPECT_FALSE(query<IPlugView>(instance.component.get()));
+    void* object = &instance;
+    const auto wrong = reinterpret_cast<FIDString>(IPlugView::kIid.data());
+    const auto right = reinterpret_cast<FIDString>(kClassId.data());
+    EXPECT_NE(factory_->createInstance(wrong, wrong, &object), kResultOk);
+    EXPECT_NE(factory_->createInstance(right, wrong, &object), kResultOk);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_NE(instance.component->initialize(nullptr), kResultOk);  // it is already
+}
+
+}  // namespace
