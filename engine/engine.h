@@ -94,7 +94,7 @@ class Engine : public SoundEngine {
     template <typename Change>
     void changeNoteEnvelopes(Change change);
 
-    double sampleRate_ = 44100.0;
+    double sampleRate_ = kInitialRate;
     dsp::Random random_;
     MasterPhases phases_;
     double bendRatio_ = 1.0;

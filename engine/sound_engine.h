@@ -9,6 +9,7 @@ namespace engine {
 // In Hz. Other rates are ignored; all memory is sized for the highest.
 constexpr double kLowestRate = 1000.0;
 constexpr double kHighestRate = 768000.0;
+constexpr double kInitialRate = 44100.0;
 constexpr bool isAcceptedRate(double rate) {
     return rate >= kLowestRate && rate <= kHighestRate;
 }

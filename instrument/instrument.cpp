@@ -12,12 +12,8 @@
 
 namespace instrument {
 
-namespace {
-constexpr double kInitialRate = 44100.0;
-}
-
 Instrument::Instrument(Host& host)
-    : Instrument(host, std::make_unique<engine::Engine>(kInitialRate)) {}
+    : Instrument(host, std::make_unique<engine::Engine>(engine::kInitialRate)) {}
 
 Instrument::Instrument(Host& host, std::unique_ptr<engine::SoundEngine> engine)
     : host_(host), engine_(std::move(engine)), sampleRate_(engine_->sampleRate()) {}
@@ -28,7 +24,7 @@ Instrument::~Instrument() {
 
 void Instrument::start(double sampleRate) {
     state::controllerMap().load();
-    setSampleRate(engine::isAcceptedRate(sampleRate) ? sampleRate : kInitialRate);
+    setSampleRate(engine::isAcceptedRate(sampleRate) ? sampleRate : engine::kInitialRate);
     state::loadDefaultBank(bank_, platform::kProductCode);
     starting_ = false;
     bank_.limitValues(program());
@@ -127,7 +123,7 @@ state::SavedState Instrument::savedState() {
 
 void Instrument::loadSavedState(const state::SavedState& saved) {
     if (starting_) return;
-    state::storeBytes(&bank_.chunk(), saved.bank.data(), sizeof(state::BankChunk));
+    state::takeBankChunk(bank_, saved.bank.data(), static_cast<std::int32_t>(saved.bank.size()));
     program_.store(saved.program, std::memory_order_relaxed);
     sendProgram();
 }

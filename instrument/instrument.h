@@ -22,7 +22,7 @@ namespace instrument {
 // Every thread can read a change back at once. The change reaches the engine at once if no other
 // thread is inside it, else before the renderer's next segment.
 //
-// Threads: addMessage, addEvent, discardMessages, playMessagesUpTo and render belong to the audio
+// Threads: addMessage, addEvent, discardEvents, playEventsUpTo and render belong to the audio
 // thread. Names, chunks and the editor's queries belong to the host's user-interface thread. Any
 // thread may call the rest. After start, only names and chunks may block or allocate.
 //
@@ -51,10 +51,10 @@ class Instrument final : public editor::EditorHost {
     // Adds any event to the next block, in any order of frames.
     void addEvent(const TimedEvent& event) { events_.insert(event); }
     // Drops the events added since the last block.
-    void discardMessages() { events_.discard(); }
+    void discardEvents() { events_.discard(); }
     // Plays the events that are due at `frame`, counted from 0. render does this itself. Returns
     // the index of the next event in the block, or -1 if none is left.
-    int playMessagesUpTo(int frame);
+    int playEventsUpTo(int frame);
     // Renders `frames` frames. A block that cannot be played (no frames, no buffers, another thread
     // inside the engine) is silent, and its messages move to the next one.
     void render(float* left, float* right, int frames);

@@ -44,7 +44,7 @@ void Instrument::render(float* left, float* right, int frames) {
     engine_->beginBlock();
     for (int start = 0; start < frames;) {
         if (start > 0) carryOutPending();
-        playMessagesUpTo(start);
+        playEventsUpTo(start);
         start += engine_->render(left + start, right + start, events_.nextFrame(frames) - start);
     }
     engine_->endBlock(left, right, frames);
@@ -101,7 +101,7 @@ void Instrument::pushProgram() {
     pusher_.store(kNoThread, std::memory_order_relaxed);
 }
 
-int Instrument::playMessagesUpTo(int frame) {
+int Instrument::playEventsUpTo(int frame) {
     while (const TimedEvent* const event = events_.next(frame)) play(*event);
     return events_.nextIndex();
 }

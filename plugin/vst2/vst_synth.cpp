@@ -18,7 +18,6 @@ constexpr std::string_view kVendor = platform::kCompanyDomain;
 constexpr std::string_view kPinLabel = "ZLM";
 static_assert(kVendor.size() == 13);
 
-constexpr float kInitialRate = 44100.0f;
 constexpr VstInt32 kStereoPins = 2;
 constexpr VstInt32 kAnsweredPins = 6;  // intentional: four more than there are outputs
 
@@ -35,7 +34,7 @@ void copyText(std::string_view text, char* buffer, size_t bufferSize) {
 }  // namespace
 
 VstSynth::VstSynth(audioMasterCallback host)
-    : VstSynth(host, std::make_unique<engine::Engine>(kInitialRate)) {}
+    : VstSynth(host, std::make_unique<engine::Engine>(engine::kInitialRate)) {}
 
 VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine> engine)
     : AudioEffectX(host, state::kNumPrograms, state::kNumParams),
@@ -48,7 +47,7 @@ VstSynth::VstSynth(audioMasterCallback host, std::unique_ptr<engine::SoundEngine
         canProcessReplacing();
         setUniqueID(kUniqueId);
     }
-    if (!engine::isAcceptedRate(updateSampleRate())) sampleRate_ = kInitialRate;
+    if (!engine::isAcceptedRate(updateSampleRate())) sampleRate_ = engine::kInitialRate;
     instrument_.start(sampleRate_);
     updateDisplay();
     setEditor(new EditorAdapter(*this, instrument_));
@@ -114,7 +113,7 @@ void VstSynth::setBlockSize(VstInt32 sampleFrames) {
 
 // An event never plays before an earlier one in the list, whatever their types.
 VstInt32 VstSynth::processEvents(VstEvents* events) {
-    instrument_.discardMessages();
+    instrument_.discardEvents();
     VstInt32 frame = 0;
     for (VstInt32 i = 0; events && i < events->numEvents;) {
         // The record declares two events, but the list is longer.
@@ -138,7 +137,7 @@ void VstSynth::processReplacing(float**, float** outputs, VstInt32 sampleFrames)
 }
 
 VstInt32 VstSynth::processPendingEvents(VstInt32 frame) {
-    return instrument_.playMessagesUpTo(frame - 1);
+    return instrument_.playEventsUpTo(frame - 1);
 }
 
 void VstSynth::setParameter(VstInt32 index, float value) {

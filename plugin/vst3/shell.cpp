@@ -7,7 +7,6 @@ namespace vst3 {
 
 namespace {
 
-constexpr double kInitialRate = 44100.0;
 constexpr int kIdleMilliseconds = 50;
 constexpr int kMidiChannels = 16;
 
@@ -22,8 +21,8 @@ bool isEventInput(MediaType type, BusDirection direction) {
 }  // namespace
 
 Shell::Shell(FUnknown* moduleContext)
-    : instrument_(*this), sampleRate_(kInitialRate), moduleContext_(shared(moduleContext)) {
-    instrument_.start(kInitialRate);
+    : instrument_(*this), sampleRate_(engine::kInitialRate), moduleContext_(shared(moduleContext)) {
+    instrument_.start(engine::kInitialRate);
     for (int i = 0; i < state::kNumParams; ++i) {
         defaults_[i] = state::engineValue(instrument_.parameter(i));
         told_[i] = instrument_.parameter(i);
