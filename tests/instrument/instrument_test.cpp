@@ -47,8 +47,8 @@ std::string names(std::string calls) {
 constexpr const char* kPush =
     "rate reset phaser-defaults reverb-settings "
     "volume pitch-offset velocity high-pass brightness waveform attack decay sustain release "
-    "level:0 level:1 level:2 level:3 level:4 level:5 "
-    "switch:0 switch:1 switch:2 switch:3 switch:4 switch:5 "
+    "level:viola level:violin level:brass level:horn level:contrabass level:cello "
+    "switch:viola switch:violin switch:brass switch:horn switch:contrabass switch:cello "
     "split violin-phase shared-envelope "
     "chorus slow-depth fast-depth wide stereo dry-add "
     "phaser phaser-rate phaser-feedback phaser-stages phaser-depth "
