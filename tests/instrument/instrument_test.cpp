@@ -97,6 +97,46 @@ TEST_F(ToldEngine, HearsOfProgramZeroOnceAndOfEachChangeOnce) {
     EXPECT_EQ(messages.all.size(), 2u);
 }
 
+TEST_F(ToldEngine, HearsWhatEachMessageMeansOnEveryChannel) {
+    const struct {
+        int status, data1, data2;
+        const char* call;
+    } rows[] = {
+        {0x80, 60, 64, "note-off=60"},
+        {0x80, 0x80 | 60, 0x80, "note-off=60"},
+        {0x90, 60, 1, "note-on=60/1"},
+        {0x90, 127, 127, "note-on=127/127"},
+        {0x90, 60, 0, "note-off=60"},
+        {0xA0, 60, 60, ""},
+        {0xB0, 11, 127, "expression=1"},
+        {0xB0, 11, 32, "expression=0.2519685"},
+        {0xB0, 64, 63, "pedal=0"},
+        {0xB0, 64, 64, "pedal=1"},
+        {0xB0, 120, 0, "all-sound-off"},
+        {0xB0, 121, 5, "reset-controllers"},
+        {0xB0, 123, 0, "all-notes-off"},
+        {0xB0, 0, 9, ""},
+        {0xB0, 1, 9, ""},
+        {0xB0, 7, 9, ""},
+        {0xB0, 122, 9, ""},
+        {0xB0, 127, 9, ""},
+        {0xD0, 60, 60, ""},
+        {0xE0, 0, 127, "bend=127"},
+        {0xF0, 60, 60, ""},
+        {0x70, 60, 60, ""},
+        {0x00, 60, 60, ""},
+    };
+    for (const auto& row : rows) {
+        for (int channel = 0; channel < 16; ++channel) {
+            SCOPED_TRACE(testing::Message() << row.status + channel << ' ' << row.data1);
+            instrument->send(row.status + channel, row.data1, row.data2);
+            instrument->render(1);
+            const std::string call = row.call;
+            EXPECT_EQ(log->take(), call + (call.empty() ? "" : " ") + "render=1");
+        }
+    }
+}
+
 TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
     instrument->send(0xC3, 7, 0, 11);
     instrument->noteOn(60);  // at the frame of the previous message
@@ -122,7 +162,7 @@ TEST_F(ToldEngine, HearsNothingOfABlockThatCannotBePlayedUntilTheNext) {
     EXPECT_EQ(log->take(), "");
     instrument->noteOff(60);
     instrument->render(8);
-    EXPECT_EQ(log->take(), "note-on=60 note-off=60 render=8");
+    EXPECT_EQ(log->take(), "note-on=60/100 note-off=60 render=8");
     // Messages for a block that never comes are dropped.
     instrument->noteOn(62);
     (*instrument)->suspend();

@@ -42,7 +42,9 @@ class RecordingEngine : public engine::SoundEngine {
     void endBlock(float*, float*, int) override {}
     void reset() override { log.add("reset"); }
 
-    void noteOn(int key, int) override { log.add("note-on", key); }
+    void noteOn(int key, int velocity) override {
+        log.add("note-on=" + std::to_string(key) + '/' + std::to_string(velocity));
+    }
     void noteOff(int key) override { log.add("note-off", key); }
     void allNotesOff() override { log.add("all-notes-off"); }
     void allSoundOff() override { log.add("all-sound-off"); }
