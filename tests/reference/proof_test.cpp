@@ -83,6 +83,30 @@ TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEitherPath) {
     }
 }
 
+TEST(Proof, HoldsOnBothSidesOfEachThreshold) {
+    const struct {
+        int index;
+        float below, above;
+    } rows[] = {{state::kSpring, 0.1f, 0.101f},   {state::kSpring, 0.3f, 0.301f},
+                {state::kSpring, 0.7f, 0.701f},   {state::kSize, 0.7f, 0.701f},
+                {state::kStages, 0.249f, 0.25f},  {state::kStages, 0.499f, 0.5f},
+                {state::kHP, 0.009f, 0.01f},      {state::kConfigs, 0.5f, 0.501f},
+                {state::kViola2, 0.5f, 0.501f},   {state::kCello2, 0.5f, 0.501f},
+                {state::kWaveform, 0.499f, 0.5f}, {state::kWaveform, 0.999f, 1.0f}};
+    for (const auto& row : rows) {
+        for (const float value : {row.below, row.above}) {
+            SCOPED_TRACE(testing::Message() << row.index << " at " << value);
+            const std::vector<SceneSetting> settings = {{state::kPhaser, 1.0f},
+                                                        {state::kReverb, 1.0f},
+                                                        {state::kSpring, 0.5f},
+                                                        {state::kEnvAttack, 0.0f},
+                                                        {row.index, value}};
+            const float rate = value == row.below ? 88100.0f : 88200.0f;  // another threshold
+            prove({"threshold", rate, 0.3, settings, {{0.0, {0x90, 40, 100}}}}, 64);
+        }
+    }
+}
+
 TEST(Proof, RandomScenesSoundLikeTheLiteralEngineOnEitherPath) {
     const char* const wanted = std::getenv("QUARZEL_SCENES");
     const unsigned seeds = wanted ? std::stoul(wanted) : 200;
