@@ -1,10 +1,14 @@
-// Shared by the block tests: hostile values and a gain measurement.
+// Shared by the block tests: hostile values and measurements.
 #pragma once
 
 #include <cmath>
+#include <complex>
 #include <limits>
+#include <vector>
 
 namespace dsp {
+
+constexpr double kTwoPi = 6.283185307179586;
 
 constexpr float kHostile[] = {std::numeric_limits<float>::quiet_NaN(),
                               std::numeric_limits<float>::infinity(),
@@ -17,13 +21,26 @@ double gainAt(double hz, double sampleRate, Tick&& tick) {
     double in = 0.0;
     double out = 0.0;
     for (int i = 0; i < frames; ++i) {
-        const float x = static_cast<float>(std::sin(2.0 * 3.141592653589793 * hz * i / sampleRate));
+        const float x = static_cast<float>(std::sin(kTwoPi * hz * i / sampleRate));
         const float y = tick(x);
         if (i < frames / 2) continue;
         in += x * x;
         out += y * y;
     }
     return std::sqrt(out / in);
+}
+
+// Amplitude of the partial with that many cycles in a signal that repeats.
+inline double partial(const std::vector<double>& period, std::size_t cycles) {
+    const double size = static_cast<double>(period.size());
+    const std::complex<double> turn = std::polar(1.0, -kTwoPi * static_cast<double>(cycles) / size);
+    std::complex<double> unit = 1.0;
+    std::complex<double> sum = 0.0;
+    for (const double x : period) {
+        sum += x * unit;
+        unit *= turn;
+    }
+    return std::abs(sum) * 2.0 / size;
 }
 
 }  // namespace dsp

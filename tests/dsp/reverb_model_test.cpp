@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
-
-#include "tests/dsp/measure.h"
 
 namespace dsp {
 namespace {
@@ -80,13 +79,6 @@ TEST_F(Reverb, TailDecaysAndMuteEndsIt) {
     EXPECT_LT(peakOver(44100, 0.0f), 0.3f * early);  // the loop filters still hold some
 }
 
-TEST_F(Reverb, ConstantInputDoesNotBuildUp) {
-    peakOver(4 * 44100, 1.0f);
-    // Gain 0.015 for each of two sides, eight combs that pass a constant once, four allpasses of
-    // 1.5 at 0 Hz, wet 0.75 + 0.25.
-    EXPECT_NEAR(tick(1.0f, 1.0f)[0], 0.03f * 8.0f * 5.0625f, 1e-4f);
-}
-
 TEST_F(Reverb, CountsSilentFrames) {
     for (int i = 1; i <= 10; ++i) {
         tick(0.0f, 0.0f);
@@ -115,24 +107,6 @@ TEST_F(Reverb, FreezeHoldsTheTailAndRefusesMute) {
     model_->update();
     peakOver(10 * 44100, 0.0f);
     EXPECT_LT(peakOver(22050, 0.0f), 0.01f * held);
-}
-
-TEST_F(Reverb, IgnoresHostileSettingsAndRecoversFromHostileInput) {
-    for (const float bad : kHostile) {
-        SCOPED_TRACE(bad);
-        model_->setRoomSize(bad);
-        model_->setDamp(bad);
-        model_->setWet(bad);
-        model_->setDry(bad);
-        model_->setWidth(bad);
-        model_->setMode(bad);
-        model_->update();
-        EXPECT_LT(peakOver(5000, 1.0f), 1.0f);
-
-        peakOver(2000, bad);
-        model_->clear();
-        EXPECT_EQ(peakOver(5000, 1e-40f), 0.0f);
-    }
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
 #include "dsp/lanes/kernels.h"
 #include "dsp/limiter.h"
@@ -46,19 +45,6 @@ TEST_F(Runs, OfRandomNumbersSkipped) {
     }
 }
 
-TEST_F(Runs, OfTheRingExchanged) {
-    DelayB one(100), many(100);
-    one.setLength(40);
-    many.setLength(40);
-    for (int run = 0; run < kRuns; ++run) {
-        std::vector<float> signal = noise(length());
-        std::vector<float> expected = signal;
-        for (float& x : expected) x = one.readThenWrite(x);
-        many.exchange(signal.data(), static_cast<int>(signal.size()));
-        ASSERT_EQ(signal, expected);
-    }
-}
-
 // Includes tiny delays, delays longer than the line, and refused ones.
 TEST_F(Runs, OfTheDelaySwept) {
     FractionalDelay one(20.0f, 100), many(20.0f, 100);
@@ -78,19 +64,6 @@ TEST_F(Runs, OfTheDelaySwept) {
         many.sweep(delays.data(), signal.data(), static_cast<int>(signal.size()));
         ASSERT_EQ(signal, expected);
         ASSERT_EQ(one.delay(), many.delay());
-    }
-}
-
-TEST_F(Runs, OfTheDelayReadBeforeWritten) {
-    FractionalDelay one(70.3f, 90), many(70.3f, 90);
-    for (int run = 0; run < kRuns; ++run) {
-        const std::vector<float> signal = noise(length());
-        std::vector<float> expected = signal;
-        for (float& x : expected) x = one.tick(x);
-        std::vector<float> out(signal.size());
-        many.read(out.data(), static_cast<int>(out.size()));
-        many.write(signal.data(), static_cast<int>(signal.size()));
-        ASSERT_EQ(out, expected);
     }
 }
 
