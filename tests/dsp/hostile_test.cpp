@@ -25,126 +25,126 @@ namespace dsp {
 namespace {
 
 constexpr float kWild[] = {-1e30f, -1.0f, -1e-40f, 0.0f, 1e-40f, 1.0f, 1e30f};
-constexpr double kNoRates[] = {double{kHostile[0]}, double{kHostile[1]}, 0.0, -1.0};
 
-// make() gives a block with sane settings; set(block, value) uses every setter; tick(block, x)
-// returns one sample of output.
-template <typename Make, typename Set, typename Tick>
-void expectUnharmed(Make make, Set set, Tick tick, float bound) {
-    const auto expectAlike = [&](auto& block, auto& fresh) {
+// set(block, value) uses every setter; tick(block, x) returns one sample, within the bound for any
+// setting and an input within 1. The constructor's arguments make a block with sane settings.
+template <typename Block, typename Set, typename Tick, typename... Arguments>
+void expectUnharmed(float bound, Set set, Tick tick, Arguments... arguments) {
+    const auto expectAlike = [&](Block& block, Block& fresh) {
         for (int i = 0; i < 1000; ++i) {
             const float x = i % 20 < 10 ? 0.5f : -0.5f;
-            ASSERT_EQ(tick(*block, x), tick(*fresh, x)) << i;
+            ASSERT_EQ(tick(block, x), tick(fresh, x)) << i;
         }
     };
     for (const float bad : kHostile) {
         SCOPED_TRACE(bad);
-        auto block = make();
-        auto fresh = make();
+        const auto block = std::make_unique<Block>(arguments...);
+        const auto fresh = std::make_unique<Block>(arguments...);
         set(*block, bad);
-        expectAlike(block, fresh);
+        expectAlike(*block, *fresh);
         for (int i = 0; i < 10; ++i) {
             tick(*block, bad);
             tick(*fresh, 0.5f);
         }
         block->clear();
         fresh->clear();
-        expectAlike(block, fresh);
+        expectAlike(*block, *fresh);
     }
     for (const float wild : kWild) {
         SCOPED_TRACE(wild);
-        auto block = make();
+        const auto block = std::make_unique<Block>(arguments...);
         set(*block, wild);
-        for (int i = 0; i < 3000; ++i)
+        for (int i = 0; i < 3000; ++i) {
             ASSERT_LT(std::fabs(tick(*block, i % 2 ? 1.0f : -1.0f)), bound);
+        }
     }
 }
 
 template <typename Block>
-std::unique_ptr<Block> plain() {
-    return std::make_unique<Block>();
+void setNoRate(Block& block) {
+    for (const double rate : {double{NAN}, double{INFINITY}, 0.0, -1.0}) block.setRate(rate);
 }
 
-TEST(Hostile, OnePole) {
-    const auto set = [](OnePole& filter, float v) {
-        filter.setRate(v);
-        filter.setRate(0.0f);
-        filter.setFrequency(v);
-        filter.setCoefficient(v);
-    };
-    expectUnharmed(
-        plain<OnePole>, set, [](OnePole& filter, float x) { return filter.tick(x); }, 100.0f);
-}
+const auto tickOf = [](auto& block, float x) { return static_cast<float>(block.tick(x)); };
 
-TEST(Hostile, StateVariableFilter) {
-    const auto set = [](StateVariableFilter& filter, float v) {
-        filter.setRate(v);
-        filter.setRate(0.0f);
-        filter.setCutoff(v);
-        filter.setCoefficient(v);
-        filter.setResonance(v);
-        if (!std::isfinite(v)) filter.setShape(v, v);
-    };
-    const auto tick = [](StateVariableFilter& filter, float x) { return filter.process(x); };
-    expectUnharmed(plain<StateVariableFilter>, set, tick, 100.0f);
-}
-
-TEST(Hostile, SmootherAndDcBlocker) {
-    expectUnharmed(
-        plain<Smoother>,
-        [](Smoother& smoother, float v) {
-            smoother.setTime(-1.0f);
-            if (!(v >= 0.0f && std::isfinite(v))) smoother.setTime(v);
+TEST(Hostile, Filters) {
+    expectUnharmed<OnePole>(
+        100.0f,
+        [](OnePole& filter, float v) {
+            filter.setRate(v);
+            setNoRate(filter);
+            filter.setFrequency(v);
+            filter.setCoefficient(v);
         },
-        [](Smoother& smoother, float x) { return smoother.highPass(x); }, 4.0f);
-    const auto set = [](DcBlocker& blocker, float) {
-        for (const double rate : kNoRates) blocker.setRate(rate);
-    };
-    expectUnharmed(
-        plain<DcBlocker>, set, [](DcBlocker& blocker, float x) { return blocker.tick(x); }, 4.0f);
+        tickOf);
+    expectUnharmed<StateVariableFilter>(
+        100.0f,
+        [](StateVariableFilter& filter, float v) {
+            filter.setRate(v);
+            setNoRate(filter);
+            filter.setCutoff(v);
+            filter.setCoefficient(v);
+            filter.setResonance(v);
+            if (!std::isfinite(v)) filter.setShape(v, v);
+        },
+        [](StateVariableFilter& filter, float x) { return filter.process(x); });
+    expectUnharmed<Smoother>(
+        4.0f,
+        [](Smoother& smoother, float v) {
+            if (v < 0.0f || !std::isfinite(v)) smoother.setTime(v);
+        },
+        [](Smoother& smoother, float x) { return smoother.highPass(x); });
+    expectUnharmed<DcBlocker>(
+        4.0f, [](DcBlocker& blocker, float) { setNoRate(blocker); }, tickOf);
+    expectUnharmed<OutputFilter>(
+        100.0f,
+        [](OutputFilter& filter, float v) {
+            if (!std::isfinite(v)) filter.setHighPass(v, 44100.0);
+            for (const double rate : {double{NAN}, double{INFINITY}, 0.0, -1.0}) {
+                filter.setHighPass(1.0f, rate);
+                filter.setRate(rate, 1.0f);
+            }
+        },
+        tickOf);
+    expectUnharmed<ShelfTone>(
+        100.0f,
+        [](ShelfTone& shelf, float v) {
+            shelf.setControl(std::isfinite(v) ? v : 0.5f);
+            shelf.setControl(v);
+            for (const float rate : {v, 7999.0f, 384001.0f}) shelf.setSampleRate(rate);
+        },
+        [](ShelfTone& shelf, float x) {
+            float out[2];
+            shelf.process(x, out);
+            return out[0];
+        });
 }
 
-TEST(Hostile, OutputFilter) {
-    const auto set = [](OutputFilter& filter, float v) {
-        for (const double rate : kNoRates) {
-            filter.setHighPass(1.0f, rate);
-            filter.setRate(rate, 1.0f);
-        }
-        if (!std::isfinite(v)) filter.setHighPass(v, 44100.0);
-        if (!std::isfinite(v)) filter.setRate(44100.0, v);
-    };
-    const auto tick = [](OutputFilter& filter, float x) {
-        return static_cast<float>(filter.tick(x));
-    };
-    expectUnharmed(plain<OutputFilter>, set, tick, 100.0f);
-}
-
-TEST(Hostile, ModuleFMop) {
-    const auto make = [] {
-        auto op = std::make_unique<ModuleFMop>();
-        op->setFrequency(440.0f);
-        return op;
-    };
-    const auto set = [](ModuleFMop& op, float v) {
+TEST(Hostile, Oscillators) {
+    const auto setOperator = [](ModuleFMop& op, float v) {
+        if (!std::isfinite(v)) op.setFrequency(440.0f);
         op.setRate(v);
-        op.setRate(0.0f);
+        setNoRate(op);
         op.setFrequency(v);
         op.setFrequency(-1.0f);
+        if (!std::isfinite(v)) {
+            EXPECT_EQ(op.frequency(), 440.0f);
+            op.setFrequency(0.0f);
+        }
     };
-    expectUnharmed(
-        make, set, [](ModuleFMop& op, float x) { return op.process(x); }, 200.0f);
-    expectUnharmed(
-        make, set, [](ModuleFMop& op, float x) { return op.processSquared(x); }, 200.0f);
-}
-
-TEST(Hostile, PitchedOscillator) {
-    const auto set = [](PitchedOscillator& oscillator, float) {
-        for (const double rate : kNoRates) oscillator.setRate(rate);
-    };
-    const auto tick = [](PitchedOscillator& oscillator, float bend) {
-        return oscillator.tick(bend);
-    };
-    expectUnharmed(plain<PitchedOscillator>, set, tick, 2.3f);
+    expectUnharmed<ModuleFMop>(1000.0f, setOperator,
+                               [](auto& op, float x) { return op.process(x); });
+    expectUnharmed<ModuleFMop>(1000.0f, setOperator,
+                               [](auto& op, float x) { return op.processSquared(x); });
+    expectUnharmed<SquareLfo>(
+        1.01f,
+        [](SquareLfo& lfo, float v) {
+            setNoRate(lfo);
+            lfo.setFrequency(std::isfinite(v) ? v : NAN);
+        },
+        [](SquareLfo& lfo, float) { return lfo.tick(); });
+    expectUnharmed<PitchedOscillator>(
+        2.3f, [](auto& oscillator, float) { setNoRate(oscillator); }, tickOf);
     for (const double rate : {8000.0, 44100.0, 768000.0}) {
         for (const double bend : {-1.0, 0.0, 1.0, 1e9}) {
             for (const int note : {0, 69, 127}) {
@@ -157,104 +157,63 @@ TEST(Hostile, PitchedOscillator) {
     }
 }
 
-TEST(Hostile, SquareLfo) {
-    const auto set = [](SquareLfo& lfo, float v) {
-        for (const double rate : kNoRates) lfo.setRate(rate);
-        if (!(v > 0.0f)) lfo.setFrequency(v);
-        if (v == 1e30f) lfo.setFrequency(v);
-    };
-    const auto tick = [](SquareLfo& lfo, float) { return lfo.tick(); };
-    expectUnharmed(plain<SquareLfo>, set, tick, 1.01f);
-}
-
-TEST(Hostile, ShelfTone) {
-    const auto make = [] {
-        auto shelf = std::make_unique<ShelfTone>();
-        shelf->setControl(0.75f);
-        shelf->setSampleRate(44100.0f);
-        return shelf;
-    };
-    const auto set = [](ShelfTone& shelf, float v) {
-        shelf.setControl(v);
-        shelf.setSampleRate(v);
-    };
-    const auto tick = [](ShelfTone& shelf, float x) {
-        float out[2];
-        shelf.process(x, out);
-        return out[0];
-    };
-    expectUnharmed(make, set, tick, 100.0f);
-}
-
-TEST(Hostile, StereoPhaser) {
-    const auto set = [](StereoPhaser& phaser, float v) {
-        for (const float bad : {v == 1.0f ? 1.01f : v, -0.01f, 1.01f}) {
-            if (bad >= 0.0f && bad <= 1.0f) continue;
-            EXPECT_FALSE(phaser.setStages(bad));
-            EXPECT_FALSE(phaser.setDepth(bad));
-            EXPECT_FALSE(phaser.setRate(bad));
-            EXPECT_FALSE(phaser.setFeedback(bad));
-            EXPECT_FALSE(phaser.setSampleRate(bad, false));
-        }
-        for (const float rate : {7999.0f, 384001.0f})
-            EXPECT_FALSE(phaser.setSampleRate(rate, false));
-        EXPECT_FALSE(phaser.setFeedback(0.91f));
-    };
-    const auto tick = [](StereoPhaser& phaser, float x) {
-        float left, right;
-        phaser.process(x, 0.0f, &left, &right);
-        return left;
-    };
-    expectUnharmed(plain<StereoPhaser>, set, tick, 10.0f);
-}
-
-TEST(Hostile, FractionalDelay) {
-    const auto make = [] { return std::make_unique<FractionalDelay>(2.5f, 4); };
-    const auto set = [](FractionalDelay& line, float v) {
-        line.setDelay(v);
-        line.setDelay(-1.0f);
-        line.setDelay(5.1f);
-    };
-    expectUnharmed(
-        make, set, [](FractionalDelay& line, float x) { return line.tick(x); }, 2.0f);
-}
-
-TEST(Hostile, PeakLimiter) {
-    const auto tick = [](PeakLimiter& limiter, float x) {
-        float left = x, right = 0.25f;
-        limiter.process(left, right);
-        return right;
-    };
-    expectUnharmed(
-        plain<PeakLimiter>, [](PeakLimiter&, float) {}, tick, 2.0f);
-    for (const float bad : kHostile) {
-        PeakLimiter limiter;
-        tick(limiter, bad);
-        EXPECT_EQ(tick(limiter, 0.25f), 1.0f);  // without a clear
-    }
-}
-
-TEST(Hostile, ReverbModel) {
-    const auto set = [](ReverbModel& model, float v) {
-        model.setRoomSize(v);
-        model.setDamp(v);
-        model.setWidth(v);
-        model.setLengths(false, v);
-        if (!std::isfinite(v)) {
-            model.setWet(v);
-            model.setDry(v);
-            model.setMode(v);
-        }
-        model.update();
-    };
-    const auto tick = [](ReverbModel& model, float x) {
+TEST(Hostile, Effects) {
+    expectUnharmed<FractionalDelay>(
+        2.0f,
+        [](FractionalDelay& line, float v) {
+            for (const float delay : {v, -1.0f, 5.1f}) line.setDelay(delay);
+        },
+        tickOf, 2.5f, 4);
+    expectUnharmed<StereoPhaser>(
+        10.0f,
+        [](StereoPhaser& phaser, float v) {
+            for (const float bad : {v, -0.01f, 1.01f}) {
+                if (bad >= 0.0f && bad <= 1.0f) continue;
+                EXPECT_FALSE(phaser.setStages(bad));
+                EXPECT_FALSE(phaser.setDepth(bad));
+                EXPECT_FALSE(phaser.setRate(bad));
+                EXPECT_FALSE(phaser.setFeedback(bad));
+            }
+            for (const float rate : {v, 7999.0f, 384001.0f}) {
+                EXPECT_FALSE(phaser.setSampleRate(rate, false));
+            }
+            EXPECT_FALSE(phaser.setFeedback(0.91f));
+        },
+        [](StereoPhaser& phaser, float x) {
+            float left, right;
+            phaser.process(x, 0.0f, &left, &right);
+            return left;
+        });
+    const auto tickReverb = [](ReverbModel& model, float x) {
         float left = x, right = x;
         model.render(&left, &right, 1);
         return left;
     };
-    expectUnharmed(plain<ReverbModel>, set, tick, 10.0f);
-    const auto model = plain<ReverbModel>();
-    for (int i = 0; i < 5000; ++i) ASSERT_EQ(tick(*model, 1e-40f), 0.0f);
+    expectUnharmed<ReverbModel>(
+        10.0f,
+        [](ReverbModel& model, float v) {
+            model.setRoomSize(v);
+            model.setDamp(v);
+            model.setWidth(v);
+            model.setLengths(false, v);
+            if (!std::isfinite(v)) {
+                model.setWet(v);
+                model.setDry(v);
+                model.setMode(v);
+            }
+            model.update();
+        },
+        tickReverb);
+    const auto model = std::make_unique<ReverbModel>();
+    for (int i = 0; i < 5000; ++i) ASSERT_EQ(tickReverb(*model, 1e-40f), 0.0f);
+    for (const float bad : kHostile) {
+        PeakLimiter limiter;
+        float left = bad, right = 0.0f;
+        limiter.process(left, right);
+        left = right = 0.25f;
+        limiter.process(left, right);
+        EXPECT_EQ(left, 1.0f);
+    }
 }
 
 TEST(Hostile, VoiceEnvelope) {

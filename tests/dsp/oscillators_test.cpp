@@ -193,17 +193,6 @@ TEST(StringCycle, StartsWithTheSlipAndClosesOnItself) {
     EXPECT_EQ(cycle[400], -0.004425f);
 }
 
-TEST(StringColumns, KeepEveryHarmonicOfLowNotesAndOnlyTheFundamentalOfTheHighest) {
-    const WaveCycle raw = rawStringCycle();
-    const WaveCycle& low = StringWavetable::shared().column(24);
-    for (const int h : {1, 2, 30, 100, 199}) {
-        EXPECT_NEAR(harmonic(low, h), harmonic(raw, h), 1e-6) << h;
-    }
-    const WaveCycle& high = StringWavetable::shared().column(127);
-    EXPECT_NEAR(harmonic(high, 1), harmonic(raw, 1), 1e-6);
-    for (int h = 2; h < kCyclePoints / 2; ++h) EXPECT_LT(harmonic(high, h), 1e-6) << h;
-}
-
 TEST(StringColumns, KeepWhatIsHeardOfTheirHarmonics) {
     const WaveCycle raw = rawStringCycle();
     for (int note = 0; note < kNumNotes; note += 7) {

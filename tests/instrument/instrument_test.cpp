@@ -18,7 +18,6 @@
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "tests/support/played_instrument.h"
-#include "tests/support/random_bytes.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/recording_engine.h"
 #include "tests/support/temporary_folder.h"
@@ -473,43 +472,6 @@ TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {
         EXPECT_EQ(instrument->parameter(state::kSpring), 1.0f);
     }
     EXPECT_TRUE(messages.all.empty());
-}
-
-// The sound stays finite with damaged chunks and maps.
-TEST(Instrument, PlaysFiniteWithWhateverBytesItWasGiven) {
-    const DataFolder folder;
-    const RecordedMessages messages;
-    PlayedInstrument instrument;
-    const auto bytes = [&] {
-        return std::string(reinterpret_cast<const char*>(&instrument->bankChunk()),
-                           sizeof(state::BankChunk));
-    };
-    const std::string sane = bytes();
-    std::mt19937 random(7);
-    for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
-        SCOPED_TRACE(round);
-        const bool isProgram = round % 2 == 1;
-        const std::string whole = isProgram ? sane.substr(1512, 192) : sane;
-        const std::string chunk =
-            round % 4 < 2 ? randomlyDamaged(whole, random) : randomBytes(whole.size(), random);
-        const auto size = static_cast<std::int32_t>(chunk.size());
-        instrument->setProgram(static_cast<int>(random() % 128));
-        if (isProgram) {
-            instrument->loadProgramChunk(chunk.data(), size);
-        } else {
-            instrument->loadBankChunk(chunk.data(), size);
-        }
-        // Small values, so that controllers hit bindings.
-        std::string map = randomlyDamaged(std::string(168, '\0'), random);
-        for (std::size_t i = 0; i < map.size(); i += 4) map[i] = static_cast<char>(random() % 128);
-        folder.module.write("Pluginccmap.bin", map);
-        state::controllerMap().load();
-        instrument.noteOn(30 + round % 60);
-        instrument.send(0xB0, random() % 128, random() % 128);
-        const PlayedSound sound = instrument.render(256);
-        for (int i = 0; i < 256; ++i) ASSERT_TRUE(std::isfinite(sound.left[i] + sound.right[i]));
-    }
-    state::controllerMap().clear();
 }
 
 }  // namespace

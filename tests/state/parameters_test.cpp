@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -111,22 +110,21 @@ TEST(Parameters, KeepTheirNamesAndDefaultsAndWhatTheyTellTheEngine) {
 }
 
 TEST(Parameters, GiveTheEngineFiniteValuesWithinItsRange) {
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(state::engineValue(std::nanf("")), 0.0f);
-    EXPECT_EQ(state::engineValue(kInfinity), 1.0f);
-    EXPECT_EQ(state::engineValue(-kInfinity), 0.0f);
-    EXPECT_EQ(state::engineValue(-0.2f), 0.0f);
-    EXPECT_EQ(state::engineValue(1.7f), 1.0f);
-    EXPECT_EQ(state::engineValue(0.25f), 0.25f);
+    for (const auto& [value, sent] : {std::pair{NAN, 0.0f},
+                                      {INFINITY, 1.0f},
+                                      {-INFINITY, 0.0f},
+                                      {-0.2f, 0.0f},
+                                      {1.7f, 1.0f},
+                                      {0.25f, 0.25f}}) {
+        EXPECT_EQ(state::engineValue(value), sent);
+    }
 }
 
 TEST(Parameters, CountVoicesFromSixToAll) {
-    EXPECT_EQ(state::voiceCount(0.0f), 6);
-    EXPECT_EQ(state::voiceCount(0.5f), 25);
-    EXPECT_EQ(state::voiceCount(1.0f), 44);
-    EXPECT_EQ(state::voiceCount(1e9f), 44);
-    EXPECT_EQ(state::voiceCount(-1e9f), 6);
-    EXPECT_EQ(state::voiceCount(std::nanf("")), 6);
+    for (const auto& [value, voices] :
+         {std::pair{0.0f, 6}, {0.5f, 25}, {1.0f, 44}, {1e9f, 44}, {-1e9f, 6}, {NAN, 6}}) {
+        EXPECT_EQ(state::voiceCount(value), voices);
+    }
 }
 
 TEST(Parameters, ShowThreeDecimalsInAHostsBuffer) {
