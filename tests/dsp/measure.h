@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cmath>
-#include <complex>
 #include <limits>
 #include <vector>
 
@@ -30,17 +29,18 @@ double gainAt(double hz, double sampleRate, Tick&& tick) {
     return std::sqrt(out / in);
 }
 
-// Amplitude of the partial with that many cycles in a signal that repeats.
+// Amplitude of the partial with that many cycles in a signal that repeats, by Goertzel's recurrence.
 inline double partial(const std::vector<double>& period, std::size_t cycles) {
     const double size = static_cast<double>(period.size());
-    const std::complex<double> turn = std::polar(1.0, -kTwoPi * static_cast<double>(cycles) / size);
-    std::complex<double> unit = 1.0;
-    std::complex<double> sum = 0.0;
+    const double c = 2.0 * std::cos(kTwoPi * static_cast<double>(cycles) / size);
+    double last = 0.0;
+    double before = 0.0;
     for (const double x : period) {
-        sum += x * unit;
-        unit *= turn;
+        const double next = x + c * last - before;
+        before = last;
+        last = next;
     }
-    return std::abs(sum) * 2.0 / size;
+    return std::sqrt(last * last + before * before - c * last * before) * 2.0 / size;
 }
 
 }  // namespace dsp
