@@ -29,7 +29,8 @@ double gainAt(double hz, double sampleRate, Tick&& tick) {
     return std::sqrt(out / in);
 }
 
-// Amplitude of the partial with that many cycles in a signal that repeats, by Goertzel's recurrence.
+// Amplitude of the partial with that many cycles in a signal that repeats, by Goertzel's
+// recurrence.
 inline double partial(const std::vector<double>& period, std::size_t cycles) {
     const double size = static_cast<double>(period.size());
     const double c = 2.0 * std::cos(kTwoPi * static_cast<double>(cycles) / size);
