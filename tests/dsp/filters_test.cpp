@@ -60,8 +60,6 @@ TEST(BiquadDesign, MeetsTheEndsAndItsQAtTheCorner) {
             EXPECT_NEAR(responseAt(low, rate / 2.0, rate), 0.0, 1e-5);
         }
     }
-    static_assert(0.5 / kKeyHighPassQ == 1.6666666666666667, "alpha = sin w x 5/3");
-    static_assert(0.5 / kPhaserPreFilterQ == 0.625, "alpha = sin w x 5/8");
 }
 
 TEST(BiquadDesign, IsStableAtAnyFrequency) {

@@ -38,6 +38,13 @@ TEST(VoiceEnvelope, WalksThroughItsStages) {
     }
 }
 
+TEST(VoiceEnvelope, BeginsAt44100Hz) {
+    VoiceEnvelope envelope;
+    envelope.setAttackTime(4.0f / 44100.0f);
+    envelope.trigger(1.0f, 60);
+    EXPECT_NEAR(envelope.tick(), 0.25f, 1e-6f);
+}
+
 TEST(VoiceEnvelope, EndedReleaseKeepsItsLastLevel) {
     VoiceEnvelope envelope = coarseEnvelope();
     envelope.trigger(1.0f, 60);
