@@ -1,6 +1,6 @@
 // Plays the scripts of the controls: one control of each kind, what gestures report and show.
 #include "tests/gui/gui_fixture.h"
-#include "tests/gui/script.h"
+#include "tests/gui/player.h"
 
 #include <cmath>
 

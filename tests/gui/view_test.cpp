@@ -1,6 +1,6 @@
 // Plays the scripts of views and containers: drawing, dispatch of the mouse and the keys, focus.
 #include "tests/gui/gui_fixture.h"
-#include "tests/gui/script.h"
+#include "tests/gui/player.h"
 
 namespace VSTGUI {
 namespace {

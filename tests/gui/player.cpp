@@ -1,55 +1,13 @@
-// Reads and plays scripts.
-#include "tests/gui/script.h"
+// The words of the pointer, the keys and the pixels.
+#include "tests/gui/player.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
-#include <fstream>
-#include <iomanip>
+#include <sstream>
 
 namespace script {
 
 using namespace VSTGUI;
-
-std::vector<Case> casesOf(const std::string& path) {
-    std::ifstream file(path);
-    std::vector<Case> cases;
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
-        if (line.empty() || line[0] == '#') continue;
-        if (line.compare(0, 3, "== ") == 0) {
-            cases.push_back({path, line.substr(3), {}});
-            continue;
-        }
-        const std::size_t arrow = line.find("=>");
-        std::optional<std::string> expected;
-        if (arrow != std::string::npos) expected = line.substr(std::min(arrow + 3, line.size()));
-        cases.at(cases.size() - 1).steps.push_back({number, line.substr(0, arrow), expected});
-    }
-    return cases;
-}
-
-std::string nameOf(const testing::TestParamInfo<Case>& info) {
-    std::string name;
-    bool first = true;
-    for (const char c : info.param.title) {
-        if (std::isalnum(static_cast<unsigned char>(c)))
-            name += static_cast<char>(first ? std::toupper(c) : c);
-        first = c == ' ' || c == '-';
-    }
-    return name;
-}
-
-std::string word(std::istream& words) {
-    std::string next;
-    words >> std::quoted(next);
-    return next;
-}
-
-double number(std::istream& words) {
-    return std::stod(word(words));
-}
 
 CRect rectangle(std::istream& words) {
     CRect rect;
@@ -60,9 +18,9 @@ CRect rectangle(std::istream& words) {
     return rect;
 }
 
-Player::Player(std::function<CFrame*()> frame, std::function<std::string()> said,
+Player::Player(std::function<CFrame*()> frame, std::function<std::string()> reported,
                headless::HeldClock& clock)
-    : frame_(std::move(frame)), said_(std::move(said)), clock_(clock) {
+    : frame_(std::move(frame)), reported_(std::move(reported)), clock_(clock) {
     addPointer();
     addKeys();
     addLooks();
@@ -162,47 +120,15 @@ CPoint Player::point(std::istream& words) {
     return at_;
 }
 
-void Player::say(const std::string& text) {
-    const std::string reported = said_();
-    for (const std::string& part : {reported, text})
-        if (!part.empty()) out_ += (out_.empty() ? "" : " ") + part;
-}
-
-void Player::perform(const std::string& line) {
-    const std::pair<const char*, int32_t> kModifiers[] = {
+void Player::prepare(std::string& name) {
+    const std::pair<std::string, int32_t> prefixes[] = {
         {"shift+", kShift},  {"ctrl+", kControl},  {"alt+", kAlt},
         {"left+", kLButton}, {"right+", kRButton}, {"double+", kDoubleClick}};
-    std::istringstream words(line);
-    for (std::string name = word(words); !name.empty(); name = word(words)) {
-        modifiers_ = 0;
-        for (bool found = true; found;) {
-            found = false;
-            for (const auto& [prefix, bit] : kModifiers) {
-                if (name.rfind(prefix, 0) != 0) continue;
-                modifiers_ |= bit;
-                name.erase(0, std::string(prefix).size());
-                found = true;
-            }
-        }
-        const auto command = commands.find(name);
-        ASSERT_NE(command, commands.end()) << "no such word: " << name;
-        command->second(words);
-        say("");
-    }
-}
-
-void Player::play(const Case& one) {
-    ASSERT_FALSE(one.steps.empty());
-    for (const Step& step : one.steps) {
-        SCOPED_TRACE(one.file + ":" + std::to_string(step.line) + ": " + step.words);
-        if (step.words[0] == '<') {
-            markup(step.words);
-            continue;
-        }
-        out_.clear();
-        perform(step.words);
-        if (!step.expected) continue;
-        EXPECT_EQ(out_, *step.expected);
+    modifiers_ = 0;
+    for (std::size_t plus = name.find('+'); plus != std::string::npos; plus = name.find('+')) {
+        for (const auto& [prefix, bit] : prefixes)
+            if (name.compare(0, plus + 1, prefix) == 0) modifiers_ |= bit;
+        name.erase(0, plus + 1);
     }
 }
 
