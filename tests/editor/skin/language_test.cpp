@@ -91,6 +91,18 @@ class SkinLanguage : public testing::TestWithParam<script::Case> {
             folder.write(name, "");
             return std::string();
         });
+        // A kind of element with its attributes by commas: numbers, optional numbers, pictures,
+        // optional pictures.
+        runner.commands["attributes"] = [this](std::istream& words) {
+            const std::string element = script::word(words);
+            std::vector<std::string> lists[4];
+            for (auto& list : lists) {
+                std::istringstream names(script::word(words));
+                for (std::string name; std::getline(names, name, ',');)
+                    if (name != "-") list.push_back(name);
+            }
+            spoilEach(element, lists);
+        };
         on("report", [this](const std::string&) { return report(); });
         runner.markup = [this](const std::string& line) { skin += line + '\n'; };
     }
@@ -129,6 +141,55 @@ class SkinLanguage : public testing::TestWithParam<script::Case> {
         return text + std::to_string(complaints) + " complaints\n";
     }
 
+    // Reports an element once for each way to spoil one attribute, and compares the messages.
+    void spoilEach(const std::string& element, const std::vector<std::string> (&lists)[4]) {
+        const auto& [numbers, optionalNumbers, pictures, optionalPictures] = lists;
+        folder.write("a.png", "");
+        std::string expected;
+        // Adds the correct element except for one attribute: replaced, or left out if null.
+        const auto add = [&](const std::string& spoilt, const char* instead) {
+            skin += '<' + element;
+            for (const auto& list : lists)
+                for (const std::string& name : list) {
+                    const bool isPicture = &list >= &pictures;
+                    const char* const value = name == spoilt ? instead : isPicture ? "a.png" : "1";
+                    if (value) skin += ' ' + name + "=\"" + value + '"';
+                }
+            skin += "/>";
+        };
+        const auto fault = [&](const char* what, const std::string& name) {
+            expected += "! Skin Error: " + (what + (' ' + name)) + " for object " + element + '\n';
+        };
+        skin = "<GUI>";
+        for (const auto* const list : {&numbers, &pictures})
+            for (const std::string& name : *list) {
+                add(name, nullptr);
+                fault("Missing tag", name);
+                expected += element + " is abandoned\n";
+            }
+        for (const auto* const list : {&numbers, &optionalNumbers})
+            for (const std::string& name : *list) {
+                add(name, "nope");
+                fault("Error calculating value of tag", name);
+                if (list == &numbers) expected += element + " is abandoned\n";
+            }
+        const bool otherTitle = element == "onoff" || element == "kick" || element == "about";
+        for (const auto* const list : {&pictures, &optionalPictures})
+            for (const std::string& name : *list) {
+                add(name, "b.png");
+                expected +=
+                    (otherTitle ? "! QXSKIN: " : "! ") + std::string("Bitmap not found: b.png\n");
+                expected += element + " is abandoned\n";
+            }
+        skin += "</GUI>";
+        std::istringstream lines(report());
+        std::string faults;
+        for (std::string line; std::getline(lines, line);)
+            if (line[0] == '!' || line.find(" is abandoned") != std::string::npos)
+                faults += line + '\n';
+        EXPECT_EQ(faults, expected);
+    }
+
     const TemporaryFolder folder;
     std::string skin;
     SkinConstantTable table;
@@ -142,93 +203,6 @@ TEST_P(SkinLanguage, IsReadAsItsScriptSays) {
 INSTANTIATE_TEST_SUITE_P(All, SkinLanguage,
                          testing::ValuesIn(script::casesOf(QUARZEL_SKIN_SCRIPTS "language.txt")),
                          script::nameOf);
-
-std::vector<std::string> wordsOf(const std::string& list) {
-    std::istringstream words(list);
-    return {std::istream_iterator<std::string>(words), {}};
-}
-
-TEST(SkinElements, EveryAttributeGetsItsMessageWhenItIsMissingOrWrong) {
-    constexpr const char* kPlain = "Bitmap not found";
-    constexpr const char* kOther = "QXSKIN: Bitmap not found";
-    struct {
-        const char* element;
-        const char* numbers;
-        const char* optionalNumbers;
-        const char* pictures;
-        const char* optionalPictures;
-        const char* noPicture;
-    } const rows[] = {
-        {"background", "", "", "filename", "", kPlain},
-        {"update", "src dst", "", "", "", kPlain},
-        {"slider", "x y len id style", "xoff yoff default", "bitmap_handle", "bitmap_bk", kPlain},
-        {"knob", "x y w h id", "xoff yoff default", "", "bitmap_bk bitmap_handle", kPlain},
-        {"onoff", "x y id", "default", "bitmap_handle", "", kOther},
-        {"kick", "x y id", "", "bitmap_handle", "", kOther},
-        {"vswitch", "x y id entries", "default", "bitmap_handle", "", kPlain},
-        {"hswitch", "x y id entries", "default", "bitmap_handle", "", kPlain},
-        {"display", "x y w h id style", "font halign txtface", "", "bitmap_bk", kPlain},
-        {"autodisp", "x y w h id style link", "font halign txtface", "", "bitmap_bk", kPlain},
-        {"anydisp", "x y w h style", "font halign txtface", "", "bitmap_bk", kPlain},
-        {"optionmenu", "x y w h id style", "font halign txtface", "", "bitmap_bk bitmap_bk_active",
-         kPlain},
-        {"skinselector", "x y w h style", "font halign txtface", "", "bitmap_bk bitmap_bk_active",
-         kPlain},
-        {"vumeter", "x y id leds style", "", "bitmap_off bitmap_on", "", kPlain},
-        {"about", "x y w h", "", "bitmap_pop", "", kOther},
-        {"NoteDisplay", "x y w h id", "", "", "", kPlain},
-        {"PresetsDisplay", "x y w h id", "", "", "", kPlain},
-        {"ViewTaps", "x y w h", "", "", "", kPlain},
-    };
-    std::string skin;
-    std::string expected;
-    for (const auto& row : rows) {
-        // Adds the correct element except for one attribute: replaced, or left out if null.
-        const auto addSpoilt = [&](const std::string& spoilt, const char* instead) {
-            skin += std::string("<") + row.element;
-            std::string given = row.numbers + std::string(" ") + row.pictures;
-            if ((' ' + given + ' ').find(' ' + spoilt + ' ') == std::string::npos)
-                given += ' ' + spoilt;
-            for (const std::string& name : wordsOf(given)) {
-                const char* usual = name[0] == 'b' || name == "filename" ? "a.png" : "1";
-                const char* const value = name == spoilt ? instead : usual;
-                if (value) skin += ' ' + name + "=\"" + value + '"';
-            }
-            skin += "/>";
-        };
-        const auto add = [&](const char* names, const char* instead, auto message, bool stops) {
-            for (const std::string& name : wordsOf(names)) {
-                addSpoilt(name, instead);
-                expected += "! " + message(name) + '\n';
-                if (stops) expected += std::string(row.element) + " is abandoned\n";
-            }
-        };
-        const auto said = [&](const char* what) {
-            return [&row, what](const std::string& name) {
-                return "Skin Error: " + (what + (' ' + name)) + " for object " + row.element;
-            };
-        };
-        const auto gone = [&](const std::string&) {
-            return row.noPicture + std::string(": b.png");
-        };
-        add(row.numbers, nullptr, said("Missing tag"), true);
-        add(row.pictures, nullptr, said("Missing tag"), true);
-        add(row.numbers, "nope", said("Error calculating value of tag"), true);
-        add(row.optionalNumbers, "nope", said("Error calculating value of tag"), false);
-        add(row.pictures, "b.png", gone, true);
-        add(row.optionalPictures, "b.png", gone, true);
-    }
-    const TemporaryFolder folder;
-    folder.write("a.png", "");
-    folder.write("skin.xml", "<GUI>" + skin + "</GUI>");
-    std::stringstream out;
-    reportSkin(folder.path(), out);
-    std::string faults;
-    for (std::string line; std::getline(out, line);)
-        if (line[0] == '!' || line.find(" is abandoned") != std::string::npos)
-            faults += line + '\n';
-    EXPECT_EQ(faults, expected);
-}
 
 std::string repeated(std::string_view part, int count) {
     std::string text;
