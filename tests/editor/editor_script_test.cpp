@@ -58,6 +58,17 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
         });
         on("save", [this](Words) { writeSkin(skin); });
         on("skin", [this](Words) { skin.clear(); });
+        // Another folder with this skin, or exactly this text in that folder.
+        on("folder", [this](Words words) {
+            const std::string name = script::word(words);
+            addSkin(name);
+            writeSkin(skin, name);
+        });
+        on("document",
+           [this](Words words) { module.write(script::word(words) + "/skin.xml", skin); });
+        on("present", [](Words) { editor::setSkinMissing(false); });
+        tells("missing", [](Words) { return editor::isSkinMissing() ? "yes" : "no"; });
+        tells("screen", [this](Words) { return edit.showsSkin() ? "skin" : "data folder"; });
         on("reopen", [this](Words) { openAsWritten(); });
         on("close", [this](Words) { edit.close(); });
         on("idle", [this](Words) { idle(); });
@@ -142,6 +153,15 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
         });
         tells("text", [this](Words words) {
             return '"' + dynamic_cast<editor::CDisplay&>(viewOf(words)).text() + '"';
+        });
+        tells("labels", [this](Words) {
+            std::string lines;
+            frame().forEachChild([&lines](CView* child) {
+                const std::string line = dynamic_cast<CTextLabel&>(*child).getText().getString();
+                const bool variable = line.rfind("for example ", 0) == 0;
+                lines += (variable ? "for example" : line) + '\n';
+            });
+            return lines;
         });
         tells("entries", [this](Words words) {
             const auto& menu = dynamic_cast<COptionMenu&>(viewOf(words));

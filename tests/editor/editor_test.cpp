@@ -35,6 +35,26 @@ TEST(TextDisplay, CutsLongTextsBetweenCharacters) {
     EXPECT_EQ(editor::cutToFit("\xE2\x82\xAC", 2), "");
 }
 
+TEST_F(EditorTest, ThePathThatCannotBeKeptIsSaid) {
+    const platform::ScopedSettings unwritable(platform::ScopedSettings::kReadOnly);
+    editor::setSkinMissing(true);
+    ASSERT_TRUE(edit.open(&instrument));
+    click(100, 90);
+    type("x");
+    press(VirtualKey::Return);
+    EXPECT_STREQ(viewAs<CTextLabel>(0)->getText(), "Not Saved!");
+    EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(), "Registry Can't be written");
+}
+
+TEST_F(EditorTest, AStoredSkinThatIsGoneGivesWayToTheDefault) {
+    std::filesystem::create_directories(module.path() + "no skin");
+    for (const char* const gone : {"Gone", "", "no skin"}) {
+        state::settings().write("SkinName", gone);
+        EXPECT_EQ(editor::findSkins().name, "skin");
+        EXPECT_EQ(editor::findSkins().folder(), module.path() + "skin" + platform::kSeparator);
+    }
+}
+
 TEST_F(EditorTest, OpensOnlyInAParentWindowAndAnyNumberOfTimes) {
     writeSkin(R"(<background filename="bg.png"/>)" + std::string(kKnob));
     EXPECT_FALSE(edit.open(nullptr));
@@ -48,15 +68,6 @@ TEST_F(EditorTest, OpensOnlyInAParentWindowAndAnyNumberOfTimes) {
     }
     ASSERT_TRUE(edit.open(&instrument));
     EXPECT_TRUE(edit.open(&instrument));  // a host that forgot to close it
-}
-
-TEST_F(EditorTest, ASkinWithoutABackgroundShowsTheDataFolderScreen) {
-    writeSkin(kKnob);
-    ASSERT_TRUE(openAsWritten());
-    EXPECT_FALSE(edit.showsSkin());
-    EXPECT_FALSE(editor::isSkinMissing());
-    ASSERT_TRUE(open(kKnob));
-    EXPECT_TRUE(edit.showsSkin());
 }
 
 TEST_F(EditorTest, TheHostMayCallAnythingWhileAMessageStands) {
@@ -134,64 +145,6 @@ TEST_F(EditorTest, NoZoomTakesTheWindowBeyondItsBounds) {
     ASSERT_TRUE(open(kKnob));
     EXPECT_EQ(edit.getRect().bottom, 32760);
     EXPECT_EQ(headless::picture(frame()).height(), 32760);
-}
-
-TEST_F(EditorTest, AChosenSkinThatCannotBeOpenedIsGivenUp) {
-    addSkin("Night");
-    for (const char* const broken : {"<GUI>", "<GUI/>"}) {
-        module.write("Night/skin.xml", broken);
-        editor::chooseSkin("Night");
-        ASSERT_TRUE(openAsWritten());
-        ASSERT_FALSE(edit.showsSkin());
-        EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(),
-                     "The skin \"Night\" cannot be opened. The default skin is next.");
-        EXPECT_EQ(state::settings().read("SkinName"), "skin");
-        editor::setSkinMissing(false);  // another process
-        ASSERT_TRUE(open(kKnob));
-        EXPECT_TRUE(edit.showsSkin());
-    }
-}
-
-TEST_F(EditorTest, ListsAndChoosesSkins) {
-    addSkin("Night");
-    std::filesystem::create_directories(module.path() + "no skin");
-    writeSkin(R"(<background filename="20x40.png"/>)", "Night");
-    const std::string selector = R"(<skinselector x="0" y="0" w="90" h="20" style="0"/>)";
-    ASSERT_TRUE(open(selector));
-    auto* const menu = viewAs<COptionMenu>(0);
-    ASSERT_EQ(menu->getNbEntries(), 2);
-    const bool nightFirst = menu->getEntry(0)->getTitle() == "Night";
-    EXPECT_TRUE(menu->getEntry(nightFirst ? 1 : 0)->getTitle() == "Default Skin");
-    EXPECT_EQ(menu->getCurrentIndex(), nightFirst ? 1 : 0);
-
-    const auto notices = [this] {
-        int count = 0;
-        frame().forEachChild([&count](CView* view) {
-            const auto* const display = dynamic_cast<editor::CDisplay*>(view);
-            count += display && display->text() == "Please close this windows to load the skin" &&
-                     display->getViewSize() == CRect(0, 0, 400, 300);
-        });
-        return count;
-    };
-    click(10, 10);
-    chooseLine(nightFirst ? 1 : 0);  // choosing the current skin shows the notice, too
-    EXPECT_EQ(notices(), 1);
-    openAsWritten();
-    EXPECT_EQ(notices(), 0);
-    click(10, 10);
-    chooseLine(nightFirst ? 0 : 1);
-    EXPECT_EQ(notices(), 1);
-    idle();
-    EXPECT_EQ(notices(), 1);
-    EXPECT_EQ(state::settings().read("SkinName"), "Night");
-    ASSERT_TRUE(openAsWritten());
-    EXPECT_EQ(edit.getRect().right, 20);
-
-    for (const char* const gone : {"Gone", "", "no skin"}) {
-        state::settings().write("SkinName", gone);
-        EXPECT_EQ(editor::findSkins().name, "skin");
-        EXPECT_EQ(editor::findSkins().folder(), module.path() + "skin" + platform::kSeparator);
-    }
 }
 
 TEST_F(EditorTest, DrawsASkinToAPicture) {
@@ -284,60 +237,6 @@ TEST_F(EditorTest, AnUnreadableSkinIsMissing) {
     EXPECT_TRUE(messages.all.empty());
 }
 
-TEST_F(EditorTest, AMissingSkinBringsUpTheDataFolderScreen) {
-    module.write("skin/skin.xml", "<?xml version=\"1.0\"?><GUI/>");
-    EXPECT_EQ(edit.getRect().right, 600);
-    EXPECT_EQ(edit.getRect().bottom, 200);
-    edit.open(&instrument);
-    EXPECT_EQ(instrument.calls(), "size 600 200");
-    EXPECT_TRUE(messages.all.empty());
-    EXPECT_FALSE(edit.showsSkin());
-    EXPECT_EQ(pixel(599, 0), CColor(201, 201, 255));
-    EXPECT_EQ(pixel(25, 86), CColor(128, 128, 255));
-    std::string lines;
-    frame().forEachChild([&lines](CView* line) {
-        const std::string text = dynamic_cast<CTextLabel&>(*line).getText().getString();
-        if (text.rfind("for example ", 0) != 0) lines += text + '\n';
-    });
-    EXPECT_EQ(lines,
-              "The plugin is not installed correctly, some files are missing.\n"
-              "Please find the \"Tembrilon Data\" folder and type the full path of this plug-in's "
-              "files,\n\n"
-              "Alternatively you may place the files along with the DLL in the VSTplugins folder.\n"
-              "Press Enter and reload the plugin.\n"
-              "Enter here the full path to your Tembrilon Data folder\n");
-
-    const auto kept = [] { return state::settings().read("DataPath"); };
-    click(100, 90);
-    press(VirtualKey::Return);
-    EXPECT_FALSE(kept());
-    click(100, 90);
-    type("/the/path");
-    click(5, 5);  // only Return confirms
-    EXPECT_FALSE(kept());
-    click(100, 90);
-    press(VirtualKey::Return);
-    EXPECT_EQ(kept(), "/the/path");
-    idle();
-
-    // The skin stays missing for the process.
-    EXPECT_TRUE(open(R"(<ViewTaps x="0" y="0" w="110" h="30"/>)"));
-    EXPECT_FALSE(edit.showsSkin());
-}
-
-TEST_F(EditorTest, ThePathThatCannotBeKeptIsSaid) {
-    const platform::ScopedSettings unwritable(platform::ScopedSettings::kReadOnly);
-    editor::setSkinMissing(true);
-    ASSERT_TRUE(edit.open(&instrument));
-    const auto before = look();
-    click(100, 90);
-    type("x");
-    press(VirtualKey::Return);
-    EXPECT_STREQ(viewAs<CTextLabel>(0)->getText(), "Not Saved!");
-    EXPECT_STREQ(viewAs<CTextLabel>(3)->getText(), "Registry Can't be written");
-    EXPECT_NE(look(), before);
-}
-
 TEST_F(EditorTest, EverySpellingOfAPictureIsThatPicture) {
     const std::string kick = R"(<kick x="1" y="1" id="42" bitmap_handle=")";
     ASSERT_TRUE(open(kick + R"(20X40.PNG"/>)" + kick + R"(.//20x40.png"/>)" + kick +
@@ -349,6 +248,15 @@ TEST_F(EditorTest, EverySpellingOfAPictureIsThatPicture) {
 }
 
 TEST_F(EditorTest, ThePicturesOfASkinShareOneBudget) {
+    // The header alone is charged: 33554432 pixels but for a hundred.
+    for (const char last : {'\x9C', '\x9D'}) {
+        const char size[] = {'\x01', '\xFF', '\xFF', last, 0, 0, 0, 1};
+        module.write("skin/claim.png",
+                     std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16) + std::string(size, 8));
+        editor::PictureCache pictures(module.path() + "skin" + platform::kSeparator);
+        EXPECT_FALSE(pictures.find("claim.png"));
+        EXPECT_EQ(pictures.find("10x10.png") != nullptr, last == '\x9C');
+    }
     const std::string folder = module.path() + "skin" + platform::kSeparator;
     editor::writePng(folder + "10x10#2.0x.png", plainPicture(20, 20, kBlueCColor));
     for (const bool doubleFits : {false, true}) {
@@ -360,39 +268,6 @@ TEST_F(EditorTest, ThePicturesOfASkinShareOneBudget) {
         pictures.readDoubles();
         EXPECT_EQ(small->getBestPlatformBitmapForScaleFactor(2)->getSize().x, doubleFits ? 20 : 10);
     }
-}
-
-TEST_F(EditorTest, HostileNumbersMakeHarmlessControls) {
-    std::string elements;
-    for (const char* const number : {"0", "-5", "2147483647", "0-2147483647", "1/0", "0/0"}) {
-        const std::string n = number;
-        elements += "<knob x=\"" + n + "\" y=\"0\" w=\"" + n + "\" h=\"" + n + "\" id=\"" + n +
-                    R"(" stackbmp="1" bitmap_handle="10x10.png" default=")" + n + "\"/>";
-        elements += "<slider x=\"0\" y=\"" + n + "\" len=\"" + n + "\" id=\"1\" style=\"" + n +
-                    R"(" bitmap_handle="10x10.png"/>)";
-        elements +=
-            "<vswitch x=\"9\" y=\"9\" id=\"2\" entries=\"" + n + R"(" bitmap_handle="20x40.png"/>)";
-        elements += "<vumeter x=\"9\" y=\"9\" id=\"2\" style=\"" + n + "\" leds=\"" + n +
-                    R"(" bitmap_on="20x40.png" bitmap_off="10x10.png"/>)";
-        elements += "<optionmenu x=\"9\" y=\"9\" w=\"" + n + "\" h=\"" + n +
-                    "\" id=\"3\" style=\"" + n + "\" halign=\"" + n + "\" txtface=\"" + n +
-                    "\" font=\"" + n + "\"/>";
-        elements += "<ViewTaps x=\"9\" y=\"9\" w=\"" + n + "\" h=\"" + n + "\"/>";
-        elements += "<PresetsDisplay x=\"9\" y=\"9\" id=\"0\" w=\"" + n + "\" h=\"" + n + "\"/>";
-        elements += "<update src=\"" + n + "\" dst=\"" + n + "\"/>";
-    }
-    ASSERT_TRUE(open(elements));
-    for (int y = 0; y < 300; y += 20) {
-        for (int x = 0; x < 400; x += 20) {
-            headless::press(frame(), CPoint(x, y));
-            headless::move(frame(), CPoint(x + 30, y - 7));
-            headless::release(frame(), CPoint(x + 30, y - 7));
-            press(VirtualKey::Escape);
-            headless::wheel(frame(), CPoint(x, y), 1);
-        }
-        edit.idle();
-    }
-    for (const float value : instrument.values) EXPECT_TRUE(value >= 0.0f && value <= 1.0f);
 }
 
 TEST_F(EditorTest, TenThousandElementsAreBuilt) {
