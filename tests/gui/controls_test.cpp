@@ -69,24 +69,6 @@ class Display : public CParamDisplay {
     std::string shown;
 };
 
-// Closes the splash screen at its second press.
-class About : public CControl {
-  public:
-    using CControl::CControl;
-    void draw(CDrawContext* context) override {
-        context->setFillColor(kBlueCColor);
-        context->drawRect(getViewSize(), kDrawFilled);
-        setDirty(false);
-    }
-    CMouseEventResult onMouseDown(CPoint&, const CButtonState&) override {
-        if (++presses_ % 2 == 0) valueChanged();
-        return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
-    }
-
-  private:
-    int presses_ = 0;
-};
-
 class Controls : public GuiTest, public testing::WithParamInterface<script::Case> {
   protected:
     Controls() {
@@ -167,12 +149,6 @@ class Controls : public GuiTest, public testing::WithParamInterface<script::Case
                                 width > height ? CVuMeter::kHorizontal : CVuMeter::kVertical);
         });
         kind("splash", [this](Words, const CRect& area) {
-            auto* const about = new About(CRect(100, 100, 200, 200));
-            auto* const splash = new CSplashScreen(area, &recorder, 1, about);
-            about->setListener(splash);
-            return splash;
-        });
-        kind("splashpicture", [this](Words, const CRect& area) {
             return new CSplashScreen(area, &recorder, 1, gradient(200, 200),
                                      CRect(100, 100, 150, 150), CPoint(30, 40));
         });
@@ -270,6 +246,11 @@ class Controls : public GuiTest, public testing::WithParamInterface<script::Case
         setting<CControl>("end", [](CControl& c, Words) { c.endEdit(); });
         setting<CControl>("nopicture", [](CControl& c, Words) { c.setBackground(nullptr); });
         setting<CAnimKnob>("inverse", [](CAnimKnob& knob, Words) { knob.setInverseBitmap(true); });
+        setting<CKnob>("angles", [](CKnob& knob, Words words) {
+            constexpr float kDegree = 3.14159265f / 180;
+            knob.setStartAngle(static_cast<float>(number(words)) * kDegree);
+            knob.setRangeAngle(static_cast<float>(number(words)) * kDegree);
+        });
         setting<CKnob>("lines", [](CKnob& knob, Words) {
             knob.setColorHandle(kGreenCColor);
             knob.setColorShadowHandle(kRedCColor);

@@ -18,6 +18,8 @@ TEST_F(Menus, KeepTheirEntries) {
     menu->checkEntryAlone(3);
     EXPECT_FALSE(menu->getEntry(1)->isChecked());
     EXPECT_TRUE(menu->getEntry(3)->isChecked());
+    EXPECT_TRUE(menu->checkEntry(3, false));
+    EXPECT_FALSE(menu->checkEntry(4, true));
     menu->addEntry("first", 0);
     EXPECT_TRUE(menu->getEntry(0)->getTitle() == "first");
     menu->setValue(3);
