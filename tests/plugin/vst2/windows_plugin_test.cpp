@@ -94,42 +94,4 @@ TEST(WindowsPlugin, RendersOnAHostsOwnThreadWithoutTheHeap) {
     EXPECT_EQ(block.after, block.before);
 }
 
-// Dispatches this thread's pending window messages.
-void pumpMessages() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
-}
-
-TEST(WindowsPlugin, OpensItsEditorInTheHostsWindow) {
-    const TestHost host;
-    const PluginLibrary library;
-    PluginInstance plugin(library.entry());
-    const HWND parent = CreateWindowA("STATIC", "host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                      1300, 800, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(parent, nullptr);
-    ERect* rect = nullptr;
-    ASSERT_EQ(plugin.dispatch(effEditGetRect, 0, 0, &rect), 1);
-    const int width = rect->right;
-    const int height = rect->bottom;
-    for (int i = 0; i < 5; ++i) {
-        // Only the first time may a missing bank be reported.
-        std::thread user([i] {
-            if (i == 0) dismissMessageBox("Missing Bank");
-        });
-        EXPECT_EQ(plugin.dispatch(effEditOpen, 0, 0, parent), 1);
-        user.join();
-        const HWND child = GetWindow(parent, GW_CHILD);
-        RECT area = {};
-        ASSERT_TRUE(GetClientRect(child, &area));
-        EXPECT_EQ(area.right, width);
-        EXPECT_EQ(area.bottom, height);
-        pumpMessages();
-        plugin.dispatch(effEditIdle);
-        plugin.dispatch(effEditClose);
-        pumpMessages();
-        EXPECT_EQ(GetWindow(parent, GW_CHILD), nullptr);
-    }
-    DestroyWindow(parent);
-}
-
 }  // namespace

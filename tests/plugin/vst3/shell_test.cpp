@@ -1,7 +1,6 @@
 // The shell in a host's hands, with the bank that is delivered.
 #include <functional>
 #include <memory>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -145,24 +144,11 @@ TEST_F(Vst3, RefusesEveryOtherStateAndChangesNothing) {
     auto instance = make();
     instance.controller->setParamNormalized(kProgramId, program(3));
     const std::string good = instance.saved();
-    std::mt19937 random(1);
-    std::vector<std::string> bad = {"",
-                                    "Q",
-                                    "QZS1",
-                                    "VstW",
-                                    "CcnK",
-                                    good.substr(0, 26095),
-                                    good + '\0',
-                                    good + std::string("\x02\0\0\0", 4),
-                                    std::string(1 << 20, 'Q'),
-                                    "QZS1\x80" + good.substr(5),
-                                    "QZS1" + std::string(4, '\xFF') + good.substr(8)};
-    for (const size_t size : {1u, 100u, 26088u, 26096u, 30000u}) {
-        std::string bytes(size, '\0');
-        for (char& c : bytes) c = static_cast<char>(random());
-        bad.push_back(bytes);
-    }
-    for (const std::string& bytes : bad) {
+    for (const std::string& bytes :
+         {std::string(), std::string("Q"), std::string("QZS1"), std::string("VstW"),
+          std::string("CcnK"), good.substr(0, 26095), good + '\0',
+          good + std::string("\x02\0\0\0", 4), std::string(26088, 'Q'), std::string(1 << 20, 'Q'),
+          "QZS1\x80" + good.substr(5), "QZS1" + std::string(4, '\xFF') + good.substr(8)}) {
         EXPECT_EQ(instance.load(bytes), kResultFalse) << bytes.size();
         EXPECT_EQ(instance.saved(), good);
     }
@@ -384,18 +370,6 @@ TEST_F(Vst3, PutsAProgramBeforeTheParametersOfItsFrame) {
     instance.render(64);
     EXPECT_EQ(instance.value(kProgramId), program(40));
     EXPECT_NEAR(instance.value(state::kSize), 0.987, 1e-6);
-}
-
-TEST_F(Vst3, LivesAHundredTimesAtOnce) {
-    std::vector<std::unique_ptr<Instance>> all;
-    for (int i = 0; i < 100; ++i) {
-        all.push_back(std::make_unique<Instance>(factory_.get()));
-        all.back()->start();
-        all.back()->changes.add(kProgramId, 0, program(i));
-        all.back()->render(64);
-    }
-    for (int i = 0; i < 100; i += 2) all[i].reset();
-    for (int i = 1; i < 100; i += 2) EXPECT_EQ(all[i]->value(kProgramId), program(i));
 }
 
 TEST_F(Vst3, AnswersForTheInterfacesItHasOnly) {
