@@ -6,7 +6,6 @@
 #include "host/patches.h"
 #include "tests/host/midi_bytes.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/traced_child.h"
 
 namespace {
 
@@ -79,29 +78,6 @@ void fillPrograms(host::PluginHost& host) {
     }
 }
 
-TEST_F(SavedState, ComesBackBitForBitFromABankChunk) {
-    fillPrograms(saved_);
-    saved_.setProgram(98);  // "Horn"
-    restored_.setChunk(host::Extent::kBank, saved_.chunk(host::Extent::kBank));
-    restored_.setProgram(98);
-    EXPECT_EQ(restored_.programName(127), "Patch 127");
-    EXPECT_EQ(restored_.parameter(kHorn), 98.0f / 127.0f);
-    expectSameState(saved_, restored_);
-    expectSameSound(saved_, restored_);
-}
-
-TEST_F(SavedState, ComesBackBitForBitFromAProgramChunk) {
-    fillPrograms(saved_);
-    saved_.setProgram(98);
-    restored_.setProgram(5);
-    restored_.setChunk(host::Extent::kProgram, saved_.chunk(host::Extent::kProgram));
-    EXPECT_EQ(restored_.program(), 5);
-    EXPECT_EQ(restored_.programName(5), "Patch 98");
-    EXPECT_EQ(restored_.programName(98), "Init");
-    EXPECT_EQ(restored_.chunk(host::Extent::kProgram), saved_.chunk(host::Extent::kProgram));
-    expectSameSound(saved_, restored_);
-}
-
 TEST_F(SavedState, ComesBackBitForBitFromFiles) {
     const TemporaryFolder folder;
     fillPrograms(saved_);
@@ -112,37 +88,15 @@ TEST_F(SavedState, ComesBackBitForBitFromFiles) {
     EXPECT_EQ(folder.read("a.fxp").size(), 60u + 192);
     EXPECT_EQ(folder.read("a.fxb").substr(160), saved_.chunk(host::Extent::kBank));
 
-    host::PluginHost withPreset(QUARZEL_PLUGIN, 44100, kBlock);
-    host::loadPreset(withPreset, folder.path("a.fxp"));
-    EXPECT_EQ(withPreset.programName(0), "Patch 98");
+    restored_.setProgram(5);
+    host::loadPreset(restored_, folder.path("a.fxp"));
+    EXPECT_EQ(restored_.program(), 5);
+    EXPECT_EQ(restored_.programName(5), "Patch 98");
+    EXPECT_EQ(restored_.programName(98), "Init");
+    EXPECT_EQ(restored_.chunk(Extent::kProgram), saved_.chunk(Extent::kProgram));
     host::loadBank(restored_, folder.path("a.fxb"));
     expectSameState(saved_, restored_);
     expectSameSound(saved_, restored_);
-}
-
-TEST_F(SavedState, IsOldOrNewInItsFilesWhereverTheProcessIsKilled) {
-    const TemporaryFolder folder;
-    const std::string bank = folder.path("a.fxb"), preset = folder.path("a.fxp");
-    const auto save = [&](host::PluginHost& host) {
-        host::saveBank(host, bank);
-        host::savePreset(host, preset);
-        return true;
-    };
-    fillPrograms(saved_);
-    save(saved_);
-    const auto savedBank = folder.read("a.fxb"), savedPreset = folder.read("a.fxp");
-    save(restored_);
-    const auto otherBank = folder.read("a.fxb"), otherPreset = folder.read("a.fxp");
-    const int killed = killAtEachCall(
-        [&] { return save(saved_); },
-        [&] {
-            const auto bankNow = folder.read("a.fxb"), presetNow = folder.read("a.fxp");
-            EXPECT_TRUE(bankNow == savedBank || bankNow == otherBank);
-            EXPECT_TRUE(presetNow == savedPreset || presetNow == otherPreset);
-            save(restored_);
-            EXPECT_EQ(folder.entryCount(), 2);
-        });
-    EXPECT_GT(killed, 20);
 }
 
 TEST_F(SavedState, TakesListsThoughItHasChunks) {
@@ -184,28 +138,6 @@ TEST_F(SavedState, IsTheSameInWhateverOrderAHostGoesThroughIt) {
     restored_.setProgram(98);
     expectSameState(saved_, restored_);
     expectSameSound(saved_, restored_);
-}
-
-TEST_F(SavedState, IsOnlyRenamedByTheFirst24BytesOfAProgram) {
-    fillPrograms(saved_);
-    saved_.setProgram(98);
-    const std::string before = saved_.chunk(host::Extent::kProgram);
-    saved_.setChunk(host::Extent::kProgram, "Renamed" + std::string(17, '\0'));
-    EXPECT_EQ(saved_.programName(98), "Renamed");
-    EXPECT_EQ(saved_.chunk(host::Extent::kProgram).substr(24), before.substr(24));
-}
-
-TEST_F(SavedState, HoldsACopiedProgram) {
-    fillPrograms(saved_);
-    saved_.setProgram(98);
-    EXPECT_EQ(saved_.dispatch(effCopyProgram, 127), 1);
-    EXPECT_EQ(saved_.dispatch(effCopyProgram, 128), 0);
-    EXPECT_EQ(saved_.dispatch(effCopyProgram, -1), 0);
-    EXPECT_EQ(saved_.program(), 98);
-    EXPECT_EQ(saved_.programName(127), "Patch 98");
-    const std::string original = saved_.chunk(host::Extent::kProgram);
-    saved_.setProgram(127);
-    EXPECT_EQ(saved_.chunk(host::Extent::kProgram), original);
 }
 
 }  // namespace
