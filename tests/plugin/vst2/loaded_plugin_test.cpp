@@ -176,7 +176,7 @@ TEST_F(LoadedPlugin, RedrawsTheHostOnceMoreWhenItAnswers) {
     }
 }
 
-TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithoutPointers) {
+TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithAnyArguments) {
     std::vector<VstInt32> opcodes = {-1, INT32_MIN, INT32_MAX, 0x73744341, 9999};
     for (VstInt32 opcode = 0; opcode <= 100; ++opcode) opcodes.push_back(opcode);
     struct {
@@ -197,7 +197,20 @@ TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithoutPointers) {
                             argument.opt);
         }
     }
-    EXPECT_EQ(plugin.dispatch(effGetVstVersion), 2400);
+    EXPECT_TRUE(plugin.sounds());
+    // With a buffer, except those that open a window or a message box.
+    for (VstInt32 opcode = 0; opcode < 100; ++opcode) {
+        if (opcode == effClose || opcode == effEditOpen || opcode == effSetChunk ||
+            opcode == effGetSpeakerArrangement)
+            continue;
+        alignas(16) char buffer[4096] = {};
+        for (const VstInt32 index : {0, 43, 99999, -1}) plugin.dispatch(opcode, index, 0, buffer);
+    }
+    for (const VstInt32 index : {INT32_MIN, -1, 42, 43, 99999, 100000, INT32_MAX}) {
+        for (const float value : {1e30f, -INFINITY, NAN, 0.5f}) plugin.set(index, value);
+        EXPECT_TRUE(std::isfinite(plugin.value(index))) << index;
+    }
+    plugin.rate(44100.0f);
     EXPECT_TRUE(plugin.sounds());
 }
 

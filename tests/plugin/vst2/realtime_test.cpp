@@ -101,10 +101,6 @@ class AudioThread : public testing::Test {
     }
     ~AudioThread() override { state::controllerMap().clear(); }
 
-    void dispatch(VstInt32 opcode, VstIntPtr value = 0, void* ptr = nullptr, float opt = 0.0f) {
-        const watch::Watch watched;
-        plugin_.dispatch(opcode, 0, value, ptr, opt);
-    }
     void render(int frames) {
         float* outputs[] = {left_.data(), right_.data()};
         double* doubles[] = {nullptr, nullptr};
@@ -113,86 +109,57 @@ class AudioThread : public testing::Test {
         plugin_->process(plugin_.record(), nullptr, outputs, frames);
         plugin_->processDoubleReplacing(plugin_.record(), nullptr, doubles, frames);
     }
-    void set(VstInt32 index, float value) {
-        const watch::Watch watched;
-        plugin_.set(index, value);
-        plugin_.value(index);
-    }
-    // Plays one message in its own block, before an entry that is missing.
+    // Plays one message before an entry that is missing.
     void play(int status, int data1, int data2, VstInt32 type = kVstMidiType, VstInt32 size = 32) {
-        EventList list({++events_ % 32, 0}, status, data1, data2);
+        EventList list({data1 % 32, 0}, status, data1, data2);
         list[0].type = type;
         list[0].byteSize = size;
         list.loseEntry(1);
-        dispatch(effProcessEvents, 0, list.address());
+        {
+            const watch::Watch watched;
+            plugin_.send(list);
+        }
         render(32);
     }
 
-    void playEveryEvent() {
-        for (int status = 0x00; status < 0x100; status += 0x0F) {
-            for (const int data : {0, 1, 64, 127, 255}) play(status, data, 127 - data % 128);
+    // Every message and parameter in turn, between other calls at random. The locks of the tone
+    // steps and of the phaser's sweep, each with its table, are free at any time.
+    void doEverything() {
+        constexpr float kInfinity = std::numeric_limits<float>::infinity();
+        constexpr float kValues[] = {NAN, kInfinity, -3.0f, 2.0f, 0.0f, 1.0f, 0.2f, 0.5f, 0.9f};
+        constexpr float kRates[] = {0.0f,      8000.5f,   22050.0f, 44100.0f,   96000.0f,
+                                    192000.0f, 767999.5f, -1.0f,    float{NAN}, 48000.0f};
+        constexpr VstInt32 kSizes[] = {0, -1, 1, INT32_MIN, INT32_MAX, 17, 1024, -5};
+        std::mt19937 random(1);
+        for (int i = 0; i < 128 * 16; ++i) {
+            const int status = random() % 2 ? 0xB0 | i % 16 : i;
+            if (i % 17 == 0) learnSlot().arm(i % state::kNumParams);
+            play(status & 0xFF, i / 16, static_cast<int>(random() % 256));
+            const watch::Watch watched;
+            plugin_.set(i % (state::kNumParams + 2) - 1, kValues[random() % 9]);
+            plugin_.value(i % (state::kNumParams + 2) - 1);
+            if (i % 8 == 0) plugin_.dispatch(effSetProgram, 0, i / 8 % 131 - 1);
+            if (i % 32 == 0) plugin_.rate(kRates[i / 32 % 10]);
+            if (i % 32 == 8) plugin_.dispatch(effSetBlockSize, 0, kSizes[i / 32 % 8]);
+            if (i % 32 == 16) plugin_.mains(i / 32 % 2);
         }
-        for (int key = 0; key < 128; ++key) play(0x90, key, 1 + key % 127);
-        for (int cc = 0; cc < 128; ++cc) {
-            learnSlot().arm(cc % 17 == 0 ? cc / 17 : state::LearnSlot::kNone);
-            for (const int value : {0, 63, 64, 127}) play(0xB0 | cc % 16, cc, value);
-        }
-        for (int program = 0; program < 128; ++program) play(0xC0, program, 0);
-        for (const VstInt32 type : {0, 2, int{kVstSysExType}, -1, INT32_MAX}) {
-            for (const VstInt32 size : {0, -1, INT32_MIN, INT32_MAX}) {
+        for (const VstInt32 size : kSizes) {
+            for (const VstInt32 type : {0, 2, int{kVstSysExType}, -1, INT32_MAX}) {
                 play(0xF0, 0x7E, 0xF7, type, size);
             }
+            if (size < kLongest) render(size);
         }
-    }
-    state::LearnSlot& learnSlot() { return plugin_.synth()->instrument().learnSlot(); }
-    // Leaves the effects on.
-    void setEveryParameter() {
-        constexpr float kInfinity = std::numeric_limits<float>::infinity();
-        for (int index = -1; index <= state::kNumParams; ++index) {
-            play(0x90, 30 + index, 100);
-            for (const float value : {NAN, kInfinity, -3.0f, 2.0f, 0.0f, 1.0f, 0.2f, 0.5f, 0.9f}) {
-                set(index, value);
-                render(40);
-            }
-        }
-        for (const float value : {0.0f, 0.3f, 1.0f}) {
-            set(state::kVoiceCountParam, value);
-            render(64);
-        }
-    }
-    void changeProgramsAndRates() {
-        for (VstIntPtr program = -1; program <= 128; ++program) {
-            dispatch(effSetProgram, program);
-            render(8);
-        }
-        for (const float rate : {0.0f, 8000.5f, 22050.0f, 44100.0f, 96000.0f, 192000.0f, 767999.5f,
-                                 -1.0f, float{NAN}, 48000.0f}) {
-            dispatch(effSetSampleRate, 0, nullptr, rate);
-            for (const int frames : {0, 1, 17, 1024, -5}) {
-                dispatch(effSetBlockSize, frames);
-                play(0x90, 50, 100);
-                render(frames);
-            }
-            dispatch(effMainsChanged, 0);
-            dispatch(effMainsChanged, 1);
-        }
+        plugin_.mains(true);
         render(kLongest);
-    }
-    // Among it, the locks of the tone steps and of the phaser's sweep, each with its table, which
-    // nobody else holds.
-    void doEverything() {
-        setEveryParameter();
-        playEveryEvent();
-        changeProgramsAndRates();
         EXPECT_EQ(watch::locks().awaited, 0);
         EXPECT_EQ(watch::calls(), "");
     }
+    state::LearnSlot& learnSlot() { return plugin_.synth()->instrument().learnSlot(); }
 
     static constexpr int kLongest = 16384;
     OwnInstance plugin_{hostAnswer};
     std::vector<float> left_ = std::vector<float>(kLongest);
     std::vector<float> right_ = std::vector<float>(kLongest);
-    int events_ = 0;
 };
 
 // The mutexes that the audio thread may lock.

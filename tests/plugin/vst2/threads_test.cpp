@@ -74,63 +74,65 @@ TEST_F(Threads, ParametersCostNoBlock) {
         [&] { ASSERT_GT(level_, 1e-4f); });
 }
 
-TEST_F(Threads, ProgramsLoseNoBlockAndNoValue) {
-    std::mt19937 random(2);
-    renderAgainst(
-        600,
-        [&] {
-            const int program = static_cast<int>(random() % 128);
-            synth_.dispatch(effSetProgram, 0, program);
-            synth_.set(state::kPan, 0.25f);
-            EXPECT_EQ(synth_.value(state::kPan), 0.25f);
-        },
-        [&] { ASSERT_TRUE(std::isfinite(level_)); });
-    noteOn(60);
-    for (int i = 0; i < 200; ++i) render();
-    EXPECT_GT(level_, 1e-4f);
-}
-
-TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
+// Also while controllers set, on the audio thread, what the host reads, copies and saves.
+TEST_F(Threads, ProgramsChunksRatesAndMainsMayCrossBlocks) {
     std::mt19937 random(3);
+    const auto any = [&](int count) { return static_cast<int>(random() % count); };
+    void* own = nullptr;
+    synth_.dispatch(effGetChunk, 0, 0, &own);
+    const auto bank = std::make_unique<state::BankChunk>(*static_cast<state::BankChunk*>(own));
+    int block = 0;
     renderAgainst(
-        400,
+        1000,
         [&] {
             void* chunk = nullptr;
-            switch (random() % 6) {
+            char name[] = "moved";
+            switch (any(9)) {
                 case 0:
-                    synth_.rate(random() % 2 ? 44100.0f : 48000.0f);
-                    synth_.dispatch(effSetBlockSize, 0, 64 << random() % 4);
+                    synth_.rate(any(2) ? 44100.0f : 48000.0f);
+                    synth_.dispatch(effSetBlockSize, 0, 64 << any(4));
                     break;
                 case 1:
-                    synth_.set(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
+                    synth_.set(state::kVoiceCountParam, any(2) ? 0.1f : 1.0f);
                     break;
-                case 2: {
-                    const auto bank = std::make_unique<state::BankChunk>();
+                case 2:
                     synth_.dispatch(effSetChunk, 0, sizeof *bank, bank.get());
                     break;
-                }
                 case 3:
                     EXPECT_EQ(synth_.dispatch(effGetChunk, 1, 0, &chunk), 192);
+                    synth_.dispatch(effSetChunk, 1, 192, bank->programs);
                     break;
-                case 4: {
-                    char name[] = "moved";
+                case 4:
                     synth_.dispatch(effSetProgramName, 0, 0, name);
-                    synth_.dispatch(effCopyProgram, static_cast<int>(random() % 128));
+                    synth_.dispatch(effCopyProgram, any(128));
                     break;
-                }
-                default:
+                case 5:
                     synth_.mains(false), synth_.mains(true);
                     break;
+                case 6:
+                    synth_.synth()->instrument().learnSlot().arm(any(state::kNumParams));
+                    state::controllerMap().bind(any(state::kNumParams), any(2) ? 20 : -1);
+                    state::controllerMap().saveIfChanged();
+                    break;
+                default:
+                    synth_.dispatch(effSetProgram, 0, any(128));
+                    synth_.set(state::kWidth, 0.25f);
             }
         },
         [&] {
             synth_.text(effGetProgramName);
-            synth_.text(effGetParamName, state::kPan);
-            EXPECT_GE(synth_.synth()->getSampleRate(), 44100.0f);
-            EXPECT_GT(synth_.synth()->getBlockSize(), 0);
+            synth_.text(effGetParamDisplay, state::kPan);
+            synth_.value(state::kNumParams);
             ASSERT_TRUE(std::isfinite(level_));
-            noteOn(48 + static_cast<int>(level_ * 1e6f) % 24);
+            play(0xB0, 20, ++block % 128);
+            if (block % 16 == 0) play(0xC0, block % 128, 0);
+            noteOn(48 + block % 24);
         });
+    state::controllerMap().clear();
+    synth_.dispatch(effSetProgram, 0, 1);
+    synth_.set(state::kPan, 0.25f);
+    EXPECT_EQ(synth_.value(state::kPan), 0.25f);
+    EXPECT_TRUE(synth_.sounds());
 }
 
 // Remembers the last volume.
@@ -180,33 +182,6 @@ TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     }
     finished = true;
     audio.join();
-}
-
-// Controllers set values on the audio thread while the host reads, copies and saves their programs.
-TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
-    noteOn(60);
-    int block = 0;
-    std::mt19937 random(4);
-    const int controller = 20;
-    renderAgainst(
-        400,
-        [&] {
-            const int index = static_cast<int>(random() % state::kNumParams);
-            synth_.synth()->instrument().learnSlot().arm(index);
-            synth_.dispatch(effCopyProgram, static_cast<int>(random() % 128));
-            synth_.value(state::kNumParams);
-            synth_.text(effGetParamDisplay, index);
-            state::controllerMap().bind(index, random() % 2 ? controller : -1);
-            state::controllerMap().saveIfChanged();
-            const auto preset = std::make_unique<state::ProgramRecord>();
-            synth_.dispatch(effSetChunk, 1, sizeof *preset, preset.get());
-        },
-        [&] {
-            play(0xB0, controller, ++block % 128);
-            if (block % 16 == 0) play(0xC0, block % 128, 0);
-            ASSERT_TRUE(std::isfinite(level_));
-        });
-    state::controllerMap().clear();
 }
 
 // Instances share the controller map, its file, the tables and the missing-bank flag.
