@@ -1,55 +1,13 @@
-// The built DLL on Windows: messages, files, registry.
+// The built DLL on Windows: its heap.
 #include <algorithm>
-#include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
 
-#include "platform/file.h"
-#include "platform/folders.h"
 #include "tests/plugin/vst2/plugin_under_test.h"
-#include "tests/support/message_box_user.h"
 
 namespace {
-
-TEST(WindowsPlugin, RefusesChunksOfAnotherSizeWithABox) {
-    const TestHost host;
-    const PluginLibrary library;
-    PluginInstance plugin(library.entry());
-    const struct {
-        int isPreset;
-        int size;
-        const char* text;
-    } rows[] = {{0, 26087, "Can't load bank, wrong file size! [OK]"},
-                {1, 193, "Can't load preset, wrong file size! [OK]"}};
-    for (const auto& row : rows) {
-        std::string chunk(26088, '\0');
-        std::string seen;
-        std::thread user([&] { seen = dismissMessageBox("Error!"); });
-        EXPECT_EQ(plugin.dispatch(effSetChunk, row.isPreset, row.size, chunk.data()), 1);
-        user.join();
-        EXPECT_EQ(seen, row.text);
-    }
-}
-
-TEST(WindowsPlugin, WritesTheControllerMapToTheRoamingFolder) {
-    const auto roaming = platform::applicationDataFolder();
-    ASSERT_TRUE(roaming);
-    const std::string path = *roaming + "\\Quarzel Studio 9\\Quarzel Strings\\Pluginccmap.bin";
-    const std::string bindings = std::string(4, '\x07') + std::string(164, '\xFF');
-    platform::writeFile(path, "");
-    {
-        const TestHost host;
-        const PluginLibrary library;
-        PluginInstance first(library.entry());  // makes the folders
-        ASSERT_TRUE(platform::writeFile(path, bindings));
-        PluginInstance second(library.entry());
-        ASSERT_TRUE(DeleteFileA(path.c_str()));
-    }
-    EXPECT_EQ(platform::readFile(path, 1000), bindings);
-}
 
 // The number of blocks in use in all heaps of the process.
 int heapBlocks() {
