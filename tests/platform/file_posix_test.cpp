@@ -126,6 +126,22 @@ TEST_F(WrittenFile, IsWhatTheAnswerSaysWhicheverCallFails) {
     }
 }
 
+TEST_F(WrittenFile, IsReadWholeOrNotAtAllWhenReadingFails) {
+    writeOld(file_);
+    for (const int error : {EINTR, EIO}) {
+        TracedChild child([file = file_] { return contentsOf(file) == kOld; });
+        while (const auto call = child.next()) {
+            if (*call != SYS_read) continue;
+            child.fail(error);
+            break;
+        }
+        int calls = 0;
+        while (child.next() && ++calls < 1000) {
+        }
+        EXPECT_EQ(child.result(), error == EINTR ? TracedChild::kTrue : TracedChild::kFalse);
+    }
+}
+
 // A loss of power cannot be tested, but the order of calls that it depends on can.
 TEST_F(WrittenFile, ReachesTheDiskBeforeItsNameDoes) {
     std::vector<long> calls;

@@ -359,6 +359,83 @@ TEST_F(Vst3, TellsTheHostWhatItDoesNotKnow) {
     EXPECT_EQ(handler.references, 0);
 }
 
+TEST_F(Vst3, DescribesItsModuleBusesAndUnits) {
+    const auto wide = query<IPluginFactory3>(factory_.get());
+    PFactoryInfo maker{};
+    PClassInfo narrowClass{};
+    PClassInfoW wideClass{};
+    EXPECT_EQ(factory_->getFactoryInfo(&maker), kResultOk);
+    EXPECT_STREQ(maker.vendor, "Tembrilon");
+    EXPECT_EQ(factory_->countClasses(), 1);
+    EXPECT_EQ(factory_->getClassInfo(0, &narrowClass), kResultOk);
+    EXPECT_EQ(wide->getClassInfoUnicode(0, &wideClass), kResultOk);
+    EXPECT_TRUE(std::equal(kClassId.begin(), kClassId.end(), narrowClass.cid));
+    EXPECT_STREQ(narrowClass.category, "Audio Module Class");
+    EXPECT_EQ(utf8Of(wideClass.name) + ", " + wideClass.subCategories,
+              "Quarzel Strings, Instrument|Synth");
+    EXPECT_NE(factory_->getClassInfo(1, &narrowClass), kResultOk);
+
+    const struct {
+        MediaType type;
+        BusDirection direction;
+        int32 count;
+        int32 channels;
+    } buses[] = {{kAudio, kOutput, 1, 2},
+                 {kEvent, kInput, 1, 16},
+                 {kAudio, kInput, 0, 0},
+                 {kEvent, kOutput, 0, 0}};
+    const auto units = query<IUnitInfo>(instance_.component.get());
+    for (const auto& row : buses) {
+        for (const int32 index : {-1, 0, 1}) {
+            const bool exists = index == 0 && row.count == 1;
+            BusInfo bus{};
+            UnitID unit = -1;
+            EXPECT_EQ(instance_.component->getBusCount(row.type, row.direction), row.count);
+            EXPECT_EQ(
+                instance_.component->getBusInfo(row.type, row.direction, index, bus) == kResultOk,
+                exists);
+            EXPECT_EQ(
+                instance_.component->activateBus(row.type, row.direction, index, 1) == kResultOk,
+                exists);
+            EXPECT_EQ(units->getUnitByBus(row.type, row.direction, index, 0, unit) == kResultOk,
+                      exists);
+            RoutingInfo from{row.type, index, 0}, to{};
+            EXPECT_EQ(instance_.component->getRoutingInfo(from, to) == kResultOk,
+                      row.type == kEvent && index == 0);
+            EXPECT_EQ(bus.channelCount, exists ? row.channels : 0);
+        }
+    }
+    SpeakerArrangement stereo = kSpeakerL | kSpeakerR, mono = kSpeakerM, found = 0;
+    const struct {
+        int32 inputs;
+        SpeakerArrangement* outputs;
+        int32 count;
+    } arrangements[] = {
+        {0, &stereo, 1}, {1, &stereo, 1}, {0, &mono, 1}, {0, &stereo, 0}, {0, nullptr, 1}};
+    for (const auto& row : arrangements) {
+        EXPECT_EQ(instance_.processor->setBusArrangements(&stereo, row.inputs, row.outputs,
+                                                          row.count) == kResultTrue,
+                  &row == arrangements);
+    }
+    EXPECT_EQ(instance_.processor->getBusArrangement(kOutput, 0, found), kResultOk);
+    EXPECT_EQ(found, stereo);
+    EXPECT_NE(instance_.processor->getBusArrangement(kInput, 0, found), kResultOk);
+
+    UnitInfo unit{};
+    ProgramListInfo programs{};
+    String128 name{};
+    EXPECT_EQ(units->getUnitCount(), 2);
+    EXPECT_EQ(units->getUnitInfo(1, unit), kResultOk);
+    EXPECT_EQ(unit.id, kControllerUnitId);
+    EXPECT_EQ(unit.parentUnitId, kRootUnitId);
+    EXPECT_NE(units->getUnitInfo(2, unit), kResultOk);
+    EXPECT_EQ(units->getProgramListInfo(0, programs), kResultOk);
+    EXPECT_EQ(programs.programCount, 128);
+    EXPECT_EQ(units->getProgramName(programs.id, 127, name), kResultOk);
+    EXPECT_EQ(utf8Of(name), instance_.text(kProgramId, 1.0));
+    EXPECT_NE(units->getProgramName(programs.id, 128, name), kResultOk);
+}
+
 TEST_F(Vst3, AnswersForTheInterfacesItHasOnly) {
     EXPECT_TRUE(query<IUnitInfo>(instance_.component.get()));
     EXPECT_FALSE(query<IPlugView>(instance_.component.get()));
