@@ -131,10 +131,11 @@ class AudioThread : public testing::Test {
                                     192000.0f, 767999.5f, -1.0f,    float{NAN}, 48000.0f};
         constexpr VstInt32 kSizes[] = {0, -1, 1, INT32_MIN, INT32_MAX, 17, 1024, -5};
         std::mt19937 random(1);
+        const auto any = [&random] { return static_cast<int>(random() % 256); };
         for (int i = 0; i < 128 * 16; ++i) {
-            const int status = random() % 2 ? 0xB0 | i % 16 : i;
             if (i % 17 == 0) learnSlot().arm(i % state::kNumParams);
-            play(status & 0xFF, i / 16, static_cast<int>(random() % 256));
+            play(0xB0 | i % 16, i / 16, any());
+            play(i & 0xFF, any(), any());
             const watch::Watch watched;
             plugin_.set(i % (state::kNumParams + 2) - 1, kValues[random() % 9]);
             plugin_.value(i % (state::kNumParams + 2) - 1);
