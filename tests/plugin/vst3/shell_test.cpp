@@ -57,6 +57,11 @@ TEST_F(Vst3, ReadsItsTextsBack) {
             EXPECT_EQ(instance_.text(info.id, back), text) << info.id;
         }
     }
+    for (const std::string text : {"\xC3\xA9", "\xE5\xBC\xA6", "\xF0\x9F\x8E\xBB and"}) {
+        String128 wide;
+        copyText(text, wide);
+        EXPECT_EQ(utf8Of(wide), text);
+    }
     EXPECT_EQ(instance_.text(state::kWaveform, 0.5), "Bowed");
     EXPECT_EQ(instance_.text(state::kKSplit, 3.0 / 7), "A2");  // a float below its step
     EXPECT_EQ(instance_.text(99, 0.5), "?");
