@@ -76,8 +76,7 @@ class PluginInstance {
     }
     ERect rect() {
         ERect* rect = nullptr;
-        dispatch(effEditGetRect, 0, 0, &rect);
-        return rect ? *rect : ERect{};
+        return dispatch(effEditGetRect, 0, 0, &rect) == 1 ? *rect : ERect{};
     }
 
     void send(EventList& list) { dispatch(effProcessEvents, 0, 0, list.address()); }
