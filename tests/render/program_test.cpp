@@ -1,7 +1,6 @@
 // The whole program in-process: exit codes, messages, files, lists and reports.
 #include "render/program.h"
 
-#include <locale>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -12,6 +11,7 @@
 #include "platform/folders.h"
 #include "tests/host/midi_bytes.h"
 #include "tests/render/wav_file.h"
+#include "tests/support/foreign_locale.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -253,18 +253,10 @@ TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     EXPECT_EQ(folder_.entryCount(), 2);
 }
 
-// Formats 1234.5 as 1.234,5.
-class Foreign : public std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\1"; }
-};
-
 TEST_F(QuarzelRender, WritesAndReadsNumbersWithAPointInEveryLocale) {
-    const std::locale before = std::locale::global(std::locale(std::locale(), new Foreign));
+    const ForeignLocale locale;
     const auto outcome =
         run(with({"--gain", "60.0", "--set", "Ring=0.5", "--tail", "0.5"}, song_, output_));
-    std::locale::global(before);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_NE(outcome.out.find("1.500 s"), std::string::npos) << outcome.out;
     EXPECT_NE(outcome.out.find("clipped   132300 samples"), std::string::npos) << outcome.out;
