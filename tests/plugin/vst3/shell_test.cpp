@@ -57,7 +57,8 @@ TEST_F(Vst3, ReadsItsTextsBack) {
             EXPECT_EQ(instance_.text(info.id, back), text) << info.id;
         }
     }
-    for (const std::string text : {"\xC3\xA9", "\xE5\xBC\xA6", "\xF0\x9F\x8E\xBB and"}) {
+    for (const std::string text :
+         {"\xC3\xA9", "\xE5\xBC\xA6", "\xF0\x9F\x8E\xBB and", "\xF0\x90\x80\x80"}) {
         String128 wide;
         copyText(text, wide);
         EXPECT_EQ(utf8Of(wide), text);
