@@ -45,14 +45,11 @@ TEST(CommandLine, TakesEveryOptionAnywhere) {
     EXPECT_EQ(line.settings[0].value, 0.5f);
     EXPECT_EQ(line.settings[1].parameter, "a=b");
     EXPECT_EQ(line.output, "b.wav");
-}
-
-TEST(CommandLine, NeedsNoSongToSave) {
-    const auto line = parsed({"--bank", "a.fxb", "--preset", "a.fxp", "--save-preset", "b.fxp"});
-    EXPECT_EQ(line.bank, "a.fxb");
-    EXPECT_EQ(line.preset, "a.fxp");
-    EXPECT_EQ(line.savedPreset, "b.fxp");
-    EXPECT_EQ(line.song, "");
+    const auto saving = parsed({"--bank", "a.fxb", "--preset", "a.fxp", "--save-preset", "b.fxp"});
+    EXPECT_EQ(saving.bank, "a.fxb");
+    EXPECT_EQ(saving.preset, "a.fxp");
+    EXPECT_EQ(saving.savedPreset, "b.fxp");
+    EXPECT_EQ(saving.song, "");
     EXPECT_EQ(parsed({"--save-bank", "b.fxb", "a.mid", "b.wav"}).song, "a.mid");
 }
 

@@ -108,25 +108,4 @@ TEST(WavWriter, LeavesNothingBehindUnlessCommitted) {
     EXPECT_EQ(folder.read("a.wav.part1"), "somebody else's");
 }
 
-TEST(WavWriter, WritesThroughALink) {
-    const TemporaryFolder folder;
-    folder.write("real.wav", "");
-    std::filesystem::create_symlink("real.wav", folder.path("link.wav"));
-    WavWriter writer(folder.path("link.wav"), {44100, 1, SampleFormat::kInt16, 1});
-    writer.commit();
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.wav")));
-    EXPECT_EQ(folder.read("real.wav").substr(0, 4), "RIFF");
-}
-
-TEST(WavWriter, RefusesAPlaceThatItCannotWriteTo) {
-    const TemporaryFolder folder;
-    folder.write("file", "");
-    for (const std::string& path : {folder.path("missing/a.wav"), folder.path("file/a.wav"),
-                                    folder.path(""), std::string("/dev/null")}) {
-        SCOPED_TRACE(path);
-        EXPECT_THROW(WavWriter(path, {44100, 2, SampleFormat::kInt16, 1}), host::Error);
-    }
-    EXPECT_EQ(folder.entryCount(), 1);
-}
-
 }  // namespace
