@@ -1,0 +1,21 @@
+// Functions of the interface's records that call a method of the shell.
+#pragma once
+
+#include "plugin/clap/shell.h"
+
+namespace clap {
+
+template <auto kMethod>
+struct Forward;
+
+template <typename Answer, typename... Arguments, Answer (Shell::*kMethod)(Arguments...)>
+struct Forward<kMethod> {
+    static Answer CLAP_CALL call(const Plugin* plugin, Arguments... arguments) {
+        return (static_cast<Shell*>(plugin->plugin_data)->*kMethod)(arguments...);
+    }
+};
+
+template <auto kMethod>
+constexpr auto forward = &Forward<kMethod>::call;
+
+}  // namespace clap
