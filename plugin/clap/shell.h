@@ -24,6 +24,7 @@ class Shell final : private instrument::Host {
     ~Shell() override;
 
     const Plugin& plugin() const { return plugin_; }
+    instrument::Instrument& instrument() { return instrument_; }  // for tests
 
     // shell.cpp: life.
     bool init();
