@@ -8,8 +8,8 @@ namespace state {
 const std::vector<Panel>& panels() {
     static const std::vector<Panel> all = {
         {"Keys and voice", {kKSplit, kWaveform, kConfigs, kMasterP, kVelocityAmp, kVlphs}},
-        {"Sections", {kViola, kViolin, kBrass, kHorn, kContrabass, kCello}},
-        {"Section switches", {kViola2, kViolin2, kBrass2, kHorn2, kContrabass2, kCello2}},
+        {"Sections", {kViolin, kViola, kBrass, kHorn, kCello, kContrabass}},
+        {"Section switches", {kViolin2, kViola2, kBrass2, kHorn2, kCello2, kContrabass2}},
         {"Envelope", {kEnvAttack, kEnvDecay, kEnvSustain, kEnvRelease}},
         {"Tone", {kHP, kBrigthness}},
         {"Output", {kVolume, kPan}},

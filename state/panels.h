@@ -9,7 +9,7 @@ namespace state {
 
 struct Panel {
     const char* name;
-    std::vector<ParamIndex> parameters;  // as they stand on it, from left to right
+    std::vector<ParamIndex> parameters;  // as they stand on it, a switch first
 };
 
 // All panels; every parameter stands on one.
