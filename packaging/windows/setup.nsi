@@ -55,16 +55,21 @@ Function un.onInit
 FunctionEnd
 
 ; Removes what was delivered; skins and banks that the musician added stay.
+!macro RemoveFiles FOLDER LIBRARY
+    Delete "${FOLDER}\${LIBRARY}"
+    Delete "${FOLDER}\default.fxb"
+    Delete "${FOLDER}\ZLM_help.rtf"
+    RMDir /r "${FOLDER}\skin"
+    RMDir /r "${FOLDER}\Night"
+!macroend
+
 Section Uninstall
-    Delete "$INSTDIR\QuarzelStrings.dll"
-    Delete "$INSTDIR\default.fxb"
-    Delete "$INSTDIR\ZLM_help.rtf"
+    !insertmacro RemoveFiles "$INSTDIR" QuarzelStrings.dll
     Delete "$INSTDIR\uninstall.exe"
-    RMDir /r "$INSTDIR\skin"
-    RMDir /r "$INSTDIR\Night"
     RMDir /r "$INSTDIR\licences"
     RMDir "$INSTDIR"
     RMDir /r "$COMMONFILES64\VST3\QuarzelStrings.vst3"
-    RMDir /r "${CLAP}"
+    !insertmacro RemoveFiles "${CLAP}" QuarzelStrings.clap
+    RMDir "${CLAP}"
     DeleteRegKey HKLM "${UNINSTALL}"
 SectionEnd

@@ -10,7 +10,7 @@ namespace clap {
 
 namespace {
 
-// --- ports: no audio in, stereo out, notes in ----------------------------------------------------
+// --- ports: no audio in, stereo out, notes in ---
 
 bool audioPort(const Plugin*, uint32_t index, bool isInput, AudioPortInfo* info) {
     if (isInput || index != 0 || !info) return false;
@@ -39,8 +39,7 @@ constexpr PluginNotePorts kNotePorts = {
 
 constexpr PluginNoteName kNoteNames = {forward<&Shell::noteNameCount>, forward<&Shell::noteName>};
 
-// --- parameters
-// ------------------------------------------------------------------------------------
+// --- parameters ---
 
 constexpr PluginParams kParams = {
     forward<&Shell::parameterCount>, forward<&Shell::parameterInfo>,
@@ -68,15 +67,13 @@ constexpr PluginRemoteControls kRemoteControls = {
     page,
 };
 
-// --- state and presets
-// -----------------------------------------------------------------------------
+// --- state and presets ---
 
 constexpr PluginState kState = {forward<&Shell::save>, forward<&Shell::load>};
 constexpr PluginStateContext kStateContext = {forward<&Shell::saveFor>, forward<&Shell::loadFor>};
 constexpr PluginPresetLoad kPresetLoad = {forward<&Shell::loadPreset>};
 
-// --- editor
-// ----------------------------------------------------------------------------------------
+// --- editor ---
 
 constexpr PluginGui kGui = {
     forward<&Shell::isGuiSupported>,  forward<&Shell::preferredGui>,
@@ -90,8 +87,7 @@ constexpr PluginGui kGui = {
 };
 constexpr PluginTimerSupport kTimerSupport = {forward<&Shell::onTimer>};
 
-// --- sound
-// -----------------------------------------------------------------------------------------
+// --- sound ---
 
 constexpr PluginLatency kLatency = {[](const Plugin*) -> uint32_t { return 0; }};
 constexpr PluginTail kTail = {forward<&Shell::tail>};

@@ -57,12 +57,8 @@ bool Shell::preferredGui(const char** api, bool* isFloating) {
 
 bool Shell::createGui(const char* api, bool isFloating) {
     if (editor_ || !isGuiSupported(api, isFloating)) return false;
-    try {
-        editor_ = std::make_shared<EditorWindow>(instrument_, host_, hostTimers_);
-        return true;
-    } catch (const std::exception&) {  // no memory
-        return false;
-    }
+    editor_ = std::make_shared<EditorWindow>(instrument_, host_, hostTimers_);
+    return true;
 }
 
 void Shell::destroyGui() {
@@ -77,14 +73,10 @@ bool Shell::setGuiScale(double scale) {
 
 bool Shell::guiSize(uint32_t* width, uint32_t* height) {
     if (!editor_ || !width || !height) return false;
-    try {
-        const editor::EditorRect size = editor_->size();
-        *width = static_cast<uint32_t>(size.right - size.left);
-        *height = static_cast<uint32_t>(size.bottom - size.top);
-        return true;
-    } catch (const std::exception&) {  // no memory
-        return false;
-    }
+    const editor::EditorRect size = editor_->size();
+    *width = static_cast<uint32_t>(size.right - size.left);
+    *height = static_cast<uint32_t>(size.bottom - size.top);
+    return true;
 }
 
 // By its zoom alone.

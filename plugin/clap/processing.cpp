@@ -77,8 +77,7 @@ void Shell::flush(const InputEvents* in, const OutputEvents* out) {
     pushChanges(out);
 }
 
-// --- in
-// ----------------------------------------------------------------------------------------------
+// --- in ---
 
 void Shell::takeEvents(const InputEvents* in, int frames, bool notes) {
     const uint32_t count = in && in->size && in->get ? in->size(in) : 0;
@@ -191,8 +190,7 @@ void Shell::end(const NoteTable::Note& note) {
     if (endedCount_ < static_cast<int>(ended_.size())) ended_[endedCount_++] = note;
 }
 
-// --- out
-// ---------------------------------------------------------------------------------------------
+// --- out ---
 
 bool Shell::push(const OutputEvents& out, const EventHeader& event) {
     return out.try_push && out.try_push(&out, &event);
