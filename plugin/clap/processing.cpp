@@ -134,7 +134,6 @@ void Shell::takeProgram(double plain, int frame, int frames) {
 }
 
 void Shell::takeNote(const EventNote& event, int frame) {
-    if (event.port_index > 0) return;
     const NoteTable::Note note = addressOf(event);
     const auto finish = [this](const NoteTable::Note& ended) { end(ended); };
     switch (event.header.type) {
@@ -157,7 +156,7 @@ void Shell::takeNote(const EventNote& event, int frame) {
 void Shell::takeMessage(const EventMidi& event, int frame) {
     const Message bytes = {event.data[0], event.data[1], event.data[2]};
     const int status = bytes[0] & 0xF0;
-    if (event.port_index > 0 || bytes[0] < 0x80 || status == 0xF0) return;
+    if (bytes[0] < 0x80 || status == 0xF0) return;
     constexpr int kAllSoundOff = 120;
     constexpr int kAllNotesOff = 123;
     NoteTable::Note note;

@@ -356,6 +356,10 @@ TEST_F(Clap, TellsOfNotesThatEndAndSleeps) {
     instance.events.note(kEventNoteChoke, {}, NAN);  // cuts off
     EXPECT_LT(instance.render(4096).peak(), kQuiet);
     EXPECT_EQ(instance.news, "note 60 0 0 60; note 65 0 1 64");
+    instance.events.value(state::kVolume, 0.0);  // not a note's end
+    instance.events.note(kEventNoteOn, {66, 0, 0, 66}, 0.8);
+    EXPECT_TRUE(comesToRest(instance, news));
+    EXPECT_EQ(news, "");
 }
 
 TEST_F(Clap, FallsSilentWhenResetOrActivatedAgain) {
