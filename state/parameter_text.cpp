@@ -54,13 +54,6 @@ std::string quantityText(Unit unit, double plain) {
     return numberText(plain, 3);
 }
 
-// Middle C, key 60, is C3.
-std::string keyText(int key) {
-    constexpr const char* kNames[] = {"C",  "C#", "D",  "D#", "E",  "F",
-                                      "F#", "G",  "G#", "A",  "A#", "B"};
-    return kNames[key % 12] + std::to_string(key / 12 - 2);
-}
-
 std::string positionText(const Law& law, int position) {
     return law.kind == Law::kSplitKey ? keyText(splitKeyAt(position)) : law.names[position];
 }
@@ -110,6 +103,12 @@ float positionValue(const Law& law, int position) {
 }
 
 }  // namespace
+
+std::string keyText(int key) {
+    constexpr const char* kNames[] = {"C",  "C#", "D",  "D#", "E",  "F",
+                                      "F#", "G",  "G#", "A",  "A#", "B"};
+    return kNames[key % 12] + std::to_string(key / 12 - 2);
+}
 
 double plainValue(int index, float value) {
     return parameter(index).law.plain(engineValue(value));
