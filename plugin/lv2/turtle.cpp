@@ -52,16 +52,16 @@ std::string uri(const std::string& fragment = "") {
 }
 
 std::string presetUri(int program) {
-    return uri("#preset-" + std::to_string(program));
+    return uri("#preset" + std::to_string(1000 + program).substr(1));  // in order as texts
 }
 
 std::string groupUri(Panel panel) {
-    return uri(std::string("#group-") + kPanels[static_cast<int>(panel)].symbol);
+    return uri(std::string("#group_") + kPanels[static_cast<int>(panel)].symbol);
 }
 
 std::string familyUri(const std::string& family) {
-    std::string name = "#family-";
-    for (const char c : family) name += c == ' ' ? '-' : c;
+    std::string name = "#family_";
+    for (const char c : family) name += c == ' ' ? '_' : c;
     return uri(name);
 }
 

@@ -1,7 +1,7 @@
 // The names by which hosts know the plug-in and what belongs to it. Saved songs contain them.
 #pragma once
 
-#define QUARZEL_LV2_URI "https://tembrilon.com/quarzel-strings"
+#define QUARZEL_LV2_URI "https://tembrilon.com/QuarzelStrings"
 
 namespace lv2 {
 
