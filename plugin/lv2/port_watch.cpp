@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "plugin/lv2/ports.h"
 
@@ -13,9 +12,8 @@ namespace {
 constexpr double kPatienceSeconds = 1.0;
 }  // namespace
 
-PortWatch::PortWatch() {
-    // Whatever a port shows first has moved there.
-    seen_.fill(std::numeric_limits<float>::quiet_NaN());
+void PortWatch::start(int index, float port) {
+    seen_[index] = known_[index] = port;
 }
 
 void PortWatch::beginBlock(int frames, double sampleRate) {

@@ -19,19 +19,19 @@ namespace lv2 {
 //    late it carries out what the editor writes.
 class PortWatch {
   public:
-    PortWatch();
+    // Before the first block: where the port stands unless its host says otherwise.
+    void start(int index, float port);
 
     // Audio thread: before the ports of a block.
     void beginBlock(int frames, double sampleRate);
     // Audio thread: whether the parameter is to follow its port, which is here now.
     bool moved(int index, float port);
 
-    // Any thread. The host holds this value.
-    void assume(int index, float port) { known_[index] = port; }
     // Any thread. The host holds this value, and the port will come to it.
     void expect(int index, float port);
     // Any thread. The port will not come, after all.
     void refuse(int index) { framesLeft_[index] = kArrived; }
+    // Any thread. What the host holds, as far as is known here.
     float known(int index) const { return known_[index]; }
     // Any thread. Whether the host should be told that the parameter has this value.
     bool isBehind(int index, float value) const;
@@ -42,7 +42,7 @@ class PortWatch {
 
     std::array<std::atomic<float>, state::kNumParams> known_{};
     std::array<std::atomic<int>, state::kNumParams> framesLeft_{};  // or one of the above
-    std::array<float, state::kNumParams> seen_;                     // audio thread
+    std::array<float, state::kNumParams> seen_{};                   // audio thread
     int frames_ = 0;
     int patience_ = 0;  // frames
 };

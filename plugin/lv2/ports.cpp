@@ -77,7 +77,10 @@ float valueAtPort(int index, float port) {
     const float value = state::valueFromPlain(index, port / unitsOf(index));
     if (state::parameter(index).law.positions > 0) return value;
     const double decimal = std::round(value * 1000.0) / 1000.0;
-    return std::abs(value - decimal) <= kSameValue ? static_cast<float>(decimal) : value;
+    const auto rounded = static_cast<float>(decimal);
+    // Where a law is flat, many values share a port.
+    const bool same = std::abs(value - decimal) <= kSameValue || portValue(index, rounded) == port;
+    return same ? rounded : value;
 }
 
 bool standsAt(int index, float port, float value) {

@@ -34,7 +34,7 @@ Shell::Shell(double sampleRate, const LV2_URID_Map& map, const ChangeRequest* ch
       sampleRate_(engine::isAcceptedRate(sampleRate) ? sampleRate : engine::kInitialRate) {
     instrument_.start(sampleRate);
     for (int i = 0; i < state::kNumParams; ++i) {
-        watch_.assume(i, portValue(i, instrument_.parameter(i)));
+        watch_.start(i, portValue(i, instrument_.parameter(i)));
     }
 }
 
