@@ -76,11 +76,9 @@ float portValue(int index, float value) {
 float valueAtPort(int index, float port) {
     const float value = state::valueFromPlain(index, port / unitsOf(index));
     if (state::parameter(index).law.positions > 0) return value;
-    const double decimal = std::round(value * 1000.0) / 1000.0;
-    const auto rounded = static_cast<float>(decimal);
-    // Where a law is flat, many values share a port.
-    const bool same = std::abs(value - decimal) <= kSameValue || portValue(index, rounded) == port;
-    return same ? rounded : value;
+    // Many values share a port where it is the coarser of the two.
+    const auto decimal = static_cast<float>(std::round(value * 1000.0) / 1000.0);
+    return portValue(index, decimal) == port ? decimal : value;
 }
 
 bool standsAt(int index, float port, float value) {
