@@ -40,14 +40,14 @@ bool isWithin(const LV2_Atom_Sequence& sequence, const LV2_Atom_Event& event) {
 }  // namespace
 
 void Shell::run(std::uint32_t frameCount) {
-    const int frames =
-        left_ && right_ ? static_cast<int>(std::min(frameCount, kLongestBlock)) : kNoFrames;
+    const int count = static_cast<int>(std::min(frameCount, kLongestBlock));
+    const int frames = left_ && right_ ? count : kNoFrames;
     followPorts(frames);
     followEnabled();
     takeMidi(frames);
     // Rendering goes on while not enabled, so that the instrument comes back where the song is.
-    instrument_.render(left_, right_, frames);
-    if (silenced_) {
+    instrument_.render(left_, right_, count);
+    if (silenced_ && frames > kNoFrames) {
         std::fill_n(left_, frames, 0.0f);
         std::fill_n(right_, frames, 0.0f);
     }

@@ -355,6 +355,11 @@ TEST_F(Lv2, PlaysThroughBlocksAndListsOfEveryKind) {
         instance->connect(port, nullptr);
         instance->run(64);
     }
+    std::vector<float> side(64, NAN);
+    instance->connect(lv2::kLeftPort, side.data());
+    instance->connect(lv2::kRightPort, nullptr);
+    lv2_descriptor(0)->run(instance->handle, 64);
+    EXPECT_EQ(side, std::vector<float>(64));
     for (std::uint32_t i = 0; i < lv2::kPortCount; ++i) instance->connect(i, nullptr);
     lv2_descriptor(0)->run(instance->handle, 64);
     instance->connect(lv2::kMidiPort, &instance->midi());
