@@ -7,6 +7,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,15 +44,17 @@ struct Sound {
     bool operator==(const Sound& o) const { return left == o.left && right == o.right; }
 };
 
-// Numbers for URIs, from 1.
+// Numbers for URIs, from 1. Any thread.
 class UridMap {
   public:
     LV2_URID operator()(const char* uri) {
+        const std::lock_guard<std::mutex> lock(mutex_);
         return ids_.emplace(uri, static_cast<LV2_URID>(ids_.size() + 1)).first->second;
     }
     LV2_URID_Map* data() { return &map_; }
 
   private:
+    std::mutex mutex_;
     std::map<std::string, LV2_URID> ids_;
     LV2_URID_Map map_{
         this, [](void* self, const char* uri) { return (*static_cast<UridMap*>(self))(uri); }};

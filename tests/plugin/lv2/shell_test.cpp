@@ -1,10 +1,12 @@
 // The shell in a host's hands, with the bank that is delivered.
+#include <atomic>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <random>
 #include <set>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -313,6 +315,27 @@ TEST_F(Lv2, AsksForPortsThatShowWhatItHas) {
     instance->controls[state::kSize] = 62.5f;
     instance->run(64);
     EXPECT_EQ(instance->value(state::kSize), 0.625f);
+}
+
+// "threadSafeRestore": states come and go while the audio thread plays, which wins no bit of them.
+TEST_F(Lv2, SavesAndRestoresWhileItPlays) {
+    const auto instance = make();
+    const Saved first = oddState();
+    Saved second = instance->preset(9);
+    std::atomic<bool> ends{false};
+    std::thread audio([&] {
+        for (int i = 0; !ends; ++i) {
+            instance->controls[state::kSize] = static_cast<float>(i % 7);
+            EXPECT_TRUE(std::isfinite(instance->run(64).peak()));
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        EXPECT_EQ(instance->restore(i % 2 ? first : second), LV2_STATE_SUCCESS);
+        EXPECT_EQ(instance->program(), i % 2 ? 5 : 9);
+    }
+    ends = true;
+    audio.join();
+    EXPECT_GT(instance->playedPeak(), 0.01f);
 }
 
 TEST_F(Lv2, PlaysThroughBlocksAndListsOfEveryKind) {
