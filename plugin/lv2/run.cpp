@@ -18,14 +18,14 @@ bool isNoteOn(const std::uint8_t* bytes) {
     return (bytes[0] & 0xF0) == 0x90 && bytes[2] != 0;
 }
 
-// The message, if it is one that the instrument may know: one to three bytes, of a channel.
+// The one to three bytes of a message; false if there are more.
 bool readMessage(const LV2_Atom_Event& event, std::array<std::uint8_t, 3>& bytes) {
     const std::uint32_t size = event.body.size;
-    if (size == 0 || size > bytes.size()) return false;
+    if (size > bytes.size()) return false;
     bytes = {};
     std::copy_n(static_cast<const std::uint8_t*>(LV2_ATOM_BODY_CONST(&event.body)), size,
                 bytes.begin());
-    return bytes[0] >= 0x80 && bytes[0] < 0xF0;
+    return true;
 }
 
 // Whether the event lies within the sequence, all of it.

@@ -221,11 +221,11 @@ TEST_F(Lv2, RestoresTheSavedBytesInEveryOrder) {
             {'S', [&] { EXPECT_EQ(instance->restore(saved), LV2_STATE_SUCCESS); }},
             {'P', [&] { std::copy(ports.begin(), ports.end(), instance->controls.begin()); }},
             {'r', [&] { instance->run(1024); }},
-            {'t',  // written with eight decimals, and read back
+            {'t',  // written as text, and read back
              [&] {
                  for (int i = 0; i < state::kNumParams; ++i) {
                      char text[32];
-                     std::snprintf(text, sizeof text, "%.8f", ports[i]);
+                     std::snprintf(text, sizeof text, "%f", ports[i]);
                      instance->controls[i] = std::strtof(text, nullptr);
                  }
              }},
@@ -277,13 +277,18 @@ TEST_F(Lv2, RefusesEveryOtherStateAndChangesNothing) {
         EXPECT_TRUE(instance->state() == good);
     }
     // Ports that make no sense do no harm.
-    for (const std::string& bytes : {std::string(8 + 168, '\xFF'), std::string("?")}) {
-        Saved saved = instance->saved();
-        saved[id(lv2::kPortsKey)].bytes = bytes;
+    Saved saved = instance->saved();
+    std::string& ports = saved[id(lv2::kPortsKey)].bytes;
+    for (const std::string& bytes : {ports.substr(0, 8) + std::string(168, '\xFF'),
+                                     std::string(8 + 168, '\xFF'), std::string("?")}) {
+        ports = bytes;
         EXPECT_EQ(instance->restore(saved), LV2_STATE_SUCCESS);
         instance->run(64);
         EXPECT_TRUE(instance->state() == good);
     }
+    instance->controls[state::kSize] = 62.5f;
+    instance->run(64);
+    EXPECT_EQ(instance->value(state::kSize), 0.625f);
 }
 
 TEST_F(Lv2, AsksForPortsThatShowWhatItHas) {
@@ -395,12 +400,15 @@ TEST_F(Lv2, IsSilentUnlessEnabled) {
     EXPECT_GT(instance->run(44100).peak(), 0.01f);
     instance->controls[lv2::kEnabledPort] = 0.0f;
     instance->send(40, {0x90, 64, 100});
-    instance->send(41, {0xC0, 9});
     EXPECT_EQ(instance->run(512).peak(), 0.0f);
-    EXPECT_EQ(instance->program(), 9);
     instance->controls[lv2::kEnabledPort] = 1.0f;
     instance->run(64);
     EXPECT_LT(instance->run(4096).peak(), 1e-4f);  // no note hangs
+    instance->controls[lv2::kEnabledPort] = 0.0f;
+    instance->send(41, {0xC0, 9});
+    instance->run(512);
+    EXPECT_EQ(instance->program(), 9);
+    instance->controls[lv2::kEnabledPort] = 1.0f;
     EXPECT_GT(instance->playedPeak(), 0.01f);
 }
 
