@@ -59,5 +59,7 @@ void forEachStep(int start, int size, Play play) {
 Sound throughVst2();
 Sound throughVst3();
 Sound throughClap();
+// Not on Windows.
+Sound throughLv2();
 
 }  // namespace song

@@ -11,7 +11,13 @@ TEST(Song, GivesTheSameBitsThroughAllFormats) {
     const struct {
         const char* format;
         song::Sound sound;
-    } rows[] = {{"VST 3", song::throughVst3()}, {"CLAP", song::throughClap()}};
+    } rows[] = {
+        {"VST 3", song::throughVst3()},
+        {"CLAP", song::throughClap()},
+#ifdef QUARZEL_LV2
+        {"LV2", song::throughLv2()},
+#endif
+    };
     for (const auto& row : rows) {
         for (int i = 0; i < song::kFrames; ++i) {
             ASSERT_EQ(row.sound.left[i], expected.left[i]) << row.format << ' ' << i;
