@@ -39,6 +39,19 @@ TEST_F(Vst3, StartsWithTheValuesThatItDeclares) {
         EXPECT_EQ(instance_.value(info.id), info.defaultNormalizedValue) << i;
         EXPECT_TRUE(i >= state::kNumParams || info.id == static_cast<ParamID>(i));
     }
+    const struct {
+        ParamID controller;
+        const char* title;
+        double value;
+    } rows[] = {
+        {7, "CC 7", 0.0}, {11, "CC 11", 1.0}, {128, "Pressure", 0.0}, {129, "Pitch bend", 0.5}};
+    for (const auto& row : rows) {
+        ParameterInfo info;
+        instance_.controller->getParameterInfo(static_cast<int32>(44 + row.controller), info);
+        EXPECT_EQ(info.id, kFirstControllerId + row.controller);
+        EXPECT_EQ(utf8Of(info.title), row.title);
+        EXPECT_EQ(info.defaultNormalizedValue, row.value);
+    }
     // Those of the bank, not those of the table.
     EXPECT_NE(instance_.value(state::kVolume), state::parameter(state::kVolume).defaultValue);
 }
