@@ -66,6 +66,12 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
         });
         on("document",
            [this](Words words) { module.write(script::word(words) + "/skin.xml", skin); });
+        on("delete", [this](Words words) {
+            std::filesystem::remove_all(module.path() + script::word(words));
+        });
+        on("directory", [this](Words words) {
+            std::filesystem::create_directories(module.path() + script::word(words));
+        });
         on("present", [](Words) { editor::setSkinMissing(false); });
         tells("missing", [](Words) { return editor::isSkinMissing() ? "yes" : "no"; });
         tells("screen", [this](Words) { return edit.showsSkin() ? "skin" : "data folder"; });

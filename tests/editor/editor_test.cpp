@@ -1,6 +1,4 @@
 // What the scripts cannot say: the editor's life, its host, files and settings, and limits.
-#include <functional>
-
 #include "editor/editor_zoom.h"
 #include "editor/views/about_view.h"
 #include "editor/views/note_display.h"
@@ -214,27 +212,6 @@ TEST_F(EditorTest, TheAboutPictureOpensHelpOfTheDataFolderOrBesideTheLibrary) {
     clickHelp();
     EXPECT_EQ(opened, data + "ZLM_help.rtf");
     EXPECT_EQ(frame().getModalView(), nullptr);
-}
-
-TEST_F(EditorTest, AnUnreadableSkinIsMissing) {
-    const std::string folder = module.path() + "skin";
-    const std::function<void()> damages[] = {
-        [] {},  // the pictures alone
-        [&] { module.write("skin/skin.xml", "<GUI>"); },
-        [&] { std::filesystem::create_directories(folder + "/skin.xml"); },
-        [&] { std::filesystem::remove_all(folder); },
-    };
-    for (const auto& damage : damages) {
-        std::filesystem::remove_all(folder + "/skin.xml");
-        damage();
-        editor::setSkinMissing(false);
-        ASSERT_TRUE(edit.open(&instrument));
-        EXPECT_TRUE(editor::isSkinMissing());
-        EXPECT_FALSE(edit.showsSkin());
-        EXPECT_EQ(edit.getRect().right, 600);
-        edit.close();
-    }
-    EXPECT_TRUE(messages.all.empty());
 }
 
 TEST_F(EditorTest, EverySpellingOfAPictureIsThatPicture) {
