@@ -1,24 +1,20 @@
 // The editor in a CLAP host's window.
-#include <chrono>
-#include <functional>
-#include <thread>
-
 #include <gtest/gtest.h>
 
 #include "tests/plugin/clap/driver.h"
-#include "tests/plugin/vst2/installed_skin.h"
-#include "tests/support/host_window.h"
+#include "tests/plugin/editor_kit.h"
 #include "tests/support/recorded_messages.h"
 
 namespace {
 
 using namespace clap_driver;
 
-class ClapGui : public testing::Test {
+class ClapGui : public WindowTest {
   protected:
+    ClapGui() : WindowTest(400, 200) {}
     void SetUp() override {
-        if (!window_.isOpen()) GTEST_SKIP() << "needs a desktop; on Linux Xvfb and xdotool";
-        start(TestHost::kAll);
+        WindowTest::SetUp();
+        if (!IsSkipped()) start(TestHost::kAll);
     }
     void start(TestHost::Offer offer) {
         instance_.reset();
@@ -41,24 +37,10 @@ class ClapGui : public testing::Test {
         EXPECT_EQ(height, width / 2);
         return width;
     }
-    void runLoop() {
+    void idle() override {
         for (const Id id : std::vector(host_->timers)) timer_->on_timer(plugin_, id);
         told_ += instance_->told();
-        window_.serve();
     }
-    // Runs the host's loop until the condition holds; false when it never does.
-    bool waitFor(const std::function<bool()>& condition) {
-        using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
-        while (steady_clock::now() < end) {
-            runLoop();
-            if (condition()) return true;
-            std::this_thread::sleep_for(milliseconds(5));
-        }
-        return false;
-    }
-
-    HostWindow window_{400, 200};
     RecordedMessages messages_;  // the bank is missing
     InstalledSkin skin_;
     std::unique_ptr<TestHost> host_;
@@ -77,7 +59,7 @@ TEST_F(ClapGui, ShowsTheEditorAndTellsOfItsGestures) {
         EXPECT_EQ(width(), 200u);
         ASSERT_TRUE(setParent() && gui_->show(plugin_));
         EXPECT_EQ(host_->timers.size(), offer == TestHost::kAll ? 1u : 0u);
-        runLoop();
+        idle();
         window_.drag(20, 4, 35, 20);
         std::string news;
         EXPECT_TRUE(waitFor([&] {
@@ -112,14 +94,14 @@ TEST_F(ClapGui, SurvivesEveryOrderOfItsLife) {
         EXPECT_EQ(i % 4 && setParent(), i % 4 != 0);
         if (i % 2) instance_->activate();
         if (i % 3 && i % 2) instance_->render(64);
-        runLoop();
+        idle();
         if (i % 5) gui_->hide(plugin_);
-        runLoop();
+        idle();
         EXPECT_EQ(gui_->show(plugin_), i % 4 != 0);
         EXPECT_EQ(host_->timers.size(), i % 4 ? 1u : 0u);
         instance_->load(instance_->saved());
         EXPECT_EQ(i % 4 && setParent(), i % 4 != 0);  // again
-        runLoop();
+        idle();
         instance_->deactivate();
         if (i % 7) gui_->hide(plugin_);
         gui_->destroy(plugin_);
@@ -146,7 +128,7 @@ TEST_F(ClapGui, TakesTheSizeOfTheDisplaysScale) {
         gui_->set_scale(plugin_, row.scale);
         EXPECT_EQ(host_->width, row.width) << row.scale;
         EXPECT_EQ(width(), row.width);
-        runLoop();
+        idle();
     }
     uint32_t wide = 999;
     uint32_t high = 5;

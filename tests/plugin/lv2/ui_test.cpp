@@ -1,13 +1,8 @@
 // The editor in an LV2 host's window.
-#include <chrono>
-#include <functional>
-#include <thread>
-
 #include <gtest/gtest.h>
 
 #include "tests/plugin/lv2/driver.h"
-#include "tests/plugin/vst2/installed_skin.h"
-#include "tests/support/host_window.h"
+#include "tests/plugin/editor_kit.h"
 #include "tests/support/recorded_messages.h"
 
 extern "C" const LV2_Descriptor* lv2_descriptor(uint32_t index);
@@ -76,25 +71,24 @@ class Window {
     LV2UI_Handle ui_ = nullptr;
 };
 
-class Lv2Ui : public testing::Test {
+class Lv2Ui : public WindowTest {
   protected:
+    Lv2Ui() : WindowTest(400, 200) {}
     void SetUp() override {
-        if (!window_.isOpen()) GTEST_SKIP() << "needs Xvfb and xdotool";
+        WindowTest::SetUp();
         instance_ = std::make_unique<Instance>(lv2_descriptor(0), host_);
     }
-    // Runs the host's loop until the condition holds; false when it never does.
+    void idle() override {
+        if (shown_) shown_->idle();
+    }
     bool waitFor(Window& window, const std::function<bool()>& condition) {
-        using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
-        while (steady_clock::now() < end) {
-            window.idle();
-            if (condition()) return true;
-            std::this_thread::sleep_for(milliseconds(5));
-        }
-        return false;
+        shown_ = &window;
+        const bool holds = WindowTest::waitFor(condition);
+        shown_ = nullptr;
+        return holds;
     }
 
-    HostWindow window_{400, 200};
+    Window* shown_ = nullptr;
     RecordedMessages messages_;  // the bank is missing
     InstalledSkin skin_;
     Host host_;
