@@ -52,62 +52,61 @@ class TestHost {
     static void CLAP_CALL callback(const Host* host) { of(host).callback_ = true; }
 
     static const void* CLAP_CALL extension(const Host* host, const char* id) {
+        static const HostParams params = {
+            [](const Host* host, uint32_t flags) {
+                onMain(host).note("rescan " + std::to_string(flags));
+            },
+            [](const Host*, Id, uint32_t) {},
+            [](const Host* host) { onMain(host).note("flush"); },
+        };
+        static const HostState state = {[](const Host* host) { onMain(host).note("dirty"); }};
+        static const HostNoteName noteNames = {
+            [](const Host* host) { onMain(host).note("names"); }};
+        static const HostPresetLoad presets = {
+            [](const Host* host, uint32_t, const char*, const char*, int32_t, const char* message) {
+                onMain(host).note(message);
+            },
+            [](const Host* host, uint32_t, const char*, const char* key) {
+                onMain(host).note(std::string("loaded ") + key);
+            },
+        };
+        static const HostGui gui = {
+            [](const Host*) {},
+            [](const Host* host, uint32_t width, uint32_t height) {
+                of(host).width = width;
+                of(host).height = height;
+                return of(host).grantsResize;
+            },
+            [](const Host*) { return false; },
+            [](const Host*) { return false; },
+            [](const Host*, bool) {},
+        };
+        static const HostTimerSupport timerSupport = {
+            [](const Host* host, uint32_t, Id* id) {
+                *id = static_cast<Id>(1000 + onMain(host).timers.size());
+                of(host).timers.push_back(*id);
+                return true;
+            },
+            [](const Host* host, Id id) {
+                auto& timers = onMain(host).timers;
+                const auto found = std::find(timers.begin(), timers.end(), id);
+                if (found == timers.end()) return false;
+                timers.erase(found);
+                return true;
+            },
+        };
         const TestHost& self = of(host);
         const auto is = [id](const char* other) { return std::strcmp(id, other) == 0; };
         if (self.offer_ == kNothing) return nullptr;
         static constexpr void* kNulls[16] = {};
         if (self.offer_ == kEmptyExtensions) return kNulls;
-        if (is(kExtParams)) return &kParams;
-        if (is(kExtState)) return &kState;
-        if (is(kExtGui)) return &kGui;
-        if (is(kExtTimerSupport)) return self.offer_ == kNoTimer ? nullptr : &kTimers;
-        if (is(kExtPresetLoad)) return &kPresets;
-        return is(kExtNoteName) ? &kNoteNames : nullptr;
+        if (is(kExtParams)) return &params;
+        if (is(kExtState)) return &state;
+        if (is(kExtGui)) return &gui;
+        if (is(kExtTimerSupport)) return self.offer_ == kNoTimer ? nullptr : &timerSupport;
+        if (is(kExtPresetLoad)) return &presets;
+        return is(kExtNoteName) ? &noteNames : nullptr;
     }
-
-    static constexpr HostParams kParams = {
-        [](const Host* host, uint32_t flags) {
-            onMain(host).note("rescan " + std::to_string(flags));
-        },
-        [](const Host*, Id, uint32_t) {},
-        [](const Host* host) { onMain(host).note("flush"); },
-    };
-    static constexpr HostState kState = {[](const Host* host) { onMain(host).note("dirty"); }};
-    static constexpr HostNoteName kNoteNames = {
-        [](const Host* host) { onMain(host).note("names"); }};
-    static constexpr HostPresetLoad kPresets = {
-        [](const Host* host, uint32_t, const char*, const char*, int32_t, const char* message) {
-            onMain(host).note(message);
-        },
-        [](const Host* host, uint32_t, const char*, const char* key) {
-            onMain(host).note(std::string("loaded ") + key);
-        },
-    };
-    static constexpr HostGui kGui = {
-        [](const Host*) {},
-        [](const Host* host, uint32_t width, uint32_t height) {
-            of(host).width = width;
-            of(host).height = height;
-            return of(host).grantsResize;
-        },
-        [](const Host*) { return false; },
-        [](const Host*) { return false; },
-        [](const Host*, bool) {},
-    };
-    static constexpr HostTimerSupport kTimers = {
-        [](const Host* host, uint32_t, Id* id) {
-            *id = static_cast<Id>(1000 + onMain(host).timers.size());
-            of(host).timers.push_back(*id);
-            return true;
-        },
-        [](const Host* host, Id id) {
-            auto& timers = onMain(host).timers;
-            const auto found = std::find(timers.begin(), timers.end(), id);
-            if (found == timers.end()) return false;
-            timers.erase(found);
-            return true;
-        },
-    };
 
     const Offer offer_;
     std::string log_;
