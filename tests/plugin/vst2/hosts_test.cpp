@@ -12,7 +12,9 @@
 #include <string>
 #include <vector>
 
+#ifdef __SSE__
 #include <xmmintrin.h>
+#endif
 
 #include <gtest/gtest.h>
 
@@ -348,6 +350,7 @@ TEST_F(Hosts, MayNameAnyParameterAndProgram) {
     EXPECT_TRUE(std::isfinite(session.listen()));
 }
 
+#ifdef __SSE__
 // The host's floating-point modes (flushing, rounding, trapping) do not change.
 TEST_F(Hosts, MaySetTheProcessorsModes) {
     constexpr unsigned kStatus = 0x3F;
@@ -382,6 +385,7 @@ TEST_F(Hosts, MaySetTheProcessorsModes) {
         EXPECT_EQ(after & ~kStatus, mode);
     }
 }
+#endif
 
 TEST_F(Hosts, MayCountWithCommas) {
     const auto answers = [this] {
