@@ -103,7 +103,7 @@ const Kernels*& chosen() {
 
 InstructionSet widestInstructionSet() {
 #ifdef __x86_64__
-    // Older processors with AVX-512 lower their clock for it; those with VBMI2 do not.
+    // The first processors with AVX-512 lower their clock much for it; they lack VBMI2.
     if (__builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("avx512vl") &&
         __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw")) {
         return InstructionSet::kAvx512;
