@@ -1,7 +1,7 @@
 # Entry points for everyday tasks, based on the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist package bench fuzz soak coverage mutants format check-format deps clean
+.PHONY: demo test dist dist-arm64 package bench fuzz soak coverage mutants format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -16,6 +16,9 @@ test: deps check-format
 
 dist: deps
 	@scripts/dist $(JOBS)
+
+dist-arm64: deps
+	@scripts/dist $(JOBS) linux-arm64
 
 package: deps
 	@scripts/package $(JOBS)

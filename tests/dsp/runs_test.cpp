@@ -54,7 +54,7 @@ TEST_F(Runs, OfTheDelaySwept) {
         for (std::size_t i = 0; i < signal.size(); ++i) {
             delays.push_back(run % 5 == 0 ? between(-0.5f, 1.5f) : between(0.0f, highest));
         }
-        delays.resize(delays.size() + 7);
+        delays.resize(delays.size() + kMostLanes);
         std::vector<float> expected = signal;
         for (std::size_t i = 0; i < expected.size(); ++i) {
             one.setDelay(delays[i]);

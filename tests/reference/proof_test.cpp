@@ -30,15 +30,17 @@ bool sameBits(const StereoSound& a, const StereoSound& b) {
     return same(a.left, b.left) && same(a.right, b.right);
 }
 
-// Plays the scene with the literal engine, and with the shipped one on both instruction sets.
+// Plays the scene with the literal engine, and with the shipped one on every instruction set.
 // Returns the loudest sample of the literal engine.
 float prove(const Scene& scene, int blockSize) {
     const StereoSound literal =
         playScene(scene, blockSize, std::make_unique<reference::Engine>(44100.0));
-    const StereoSound widest = playOn(dsp::widestInstructionSet(), scene, blockSize);
     const StereoSound baseline = playOn(dsp::InstructionSet::kBaseline, scene, blockSize);
-    EXPECT_TRUE(sameBits(widest, baseline));
-    EXPECT_TRUE(sameBits(widest, literal));
+    EXPECT_TRUE(sameBits(baseline, literal));
+    for (const auto set : {dsp::InstructionSet::kAvx2, dsp::InstructionSet::kAvx512}) {
+        if (set > dsp::widestInstructionSet()) break;
+        EXPECT_TRUE(sameBits(playOn(set, scene, blockSize), baseline));
+    }
     float loudest = 0.0f;
     for (const float x : literal.left) loudest = std::max(loudest, std::fabs(x));
     return loudest;
@@ -76,7 +78,7 @@ Scene randomScene(unsigned seed) {
     return scene;
 }
 
-TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEitherPath) {
+TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEveryPath) {
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
         EXPECT_GT(prove(scene, 64), 0.01f);
@@ -107,7 +109,7 @@ TEST(Proof, HoldsOnBothSidesOfEachThreshold) {
     }
 }
 
-TEST(Proof, RandomScenesSoundLikeTheLiteralEngineOnEitherPath) {
+TEST(Proof, RandomScenesSoundLikeTheLiteralEngineOnEveryPath) {
     const char* const wanted = std::getenv("QUARZEL_SCENES");
     const unsigned seeds = wanted ? std::stoul(wanted) : 200;
     constexpr int kBlocks[] = {1, 17, 64, 100, 512};

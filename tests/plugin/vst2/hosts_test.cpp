@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#ifdef __SSE__
 #include <xmmintrin.h>
+#endif
 
 #include <gtest/gtest.h>
 
@@ -206,6 +208,7 @@ TEST_F(Hosts, MaySendEventsWhileTheMainsAreOff) {
     EXPECT_TRUE(session.sounds());
 }
 
+#ifdef __SSE__
 // The host's floating-point modes (flushing, rounding, trapping) do not change.
 TEST_F(Hosts, MaySetTheProcessorsModes) {
     constexpr unsigned kStatus = 0x3F;
@@ -240,6 +243,7 @@ TEST_F(Hosts, MaySetTheProcessorsModes) {
         EXPECT_EQ(after & ~kStatus, mode);
     }
 }
+#endif
 
 TEST_F(Hosts, MayCountWithCommas) {
     const auto answers = [this] {
