@@ -1,4 +1,4 @@
-// Symbols and panels, and the way from values to ports and back.
+// Symbols, and the way from values to ports and back.
 #include "plugin/lv2/ports.h"
 
 #include <cmath>
@@ -13,51 +13,16 @@ namespace {
 constexpr double kSameValue = 1e-6;
 
 // By parameter.
-constexpr ParameterPort kParameterPorts[] = {
-    {"volume", Panel::kOutput},
-    {"pan", Panel::kOutput},
-    {"tune", Panel::kKeys},
-    {"velocity", Panel::kKeys},
-    {"high_pass", Panel::kTone},
-    {"brightness", Panel::kTone},
-    {"waveform", Panel::kKeys},
-    {"attack", Panel::kEnvelope},
-    {"decay", Panel::kEnvelope},
-    {"sustain", Panel::kEnvelope},
-    {"release", Panel::kEnvelope},
-    {"viola", Panel::kSections},
-    {"violin", Panel::kSections},
-    {"brass", Panel::kSections},
-    {"horn", Panel::kSections},
-    {"contrabass", Panel::kSections},
-    {"cello", Panel::kSections},
-    {"viola_on", Panel::kSections},
-    {"violin_on", Panel::kSections},
-    {"brass_on", Panel::kSections},
-    {"horn_on", Panel::kSections},
-    {"contrabass_on", Panel::kSections},
-    {"cello_on", Panel::kSections},
-    {"key_split", Panel::kKeys},
-    {"violin_phase", Panel::kKeys},
-    {"configs", Panel::kKeys},
-    {"ensemble_on", Panel::kEnsemble},
-    {"depth_1", Panel::kEnsemble},
-    {"depth_6", Panel::kEnsemble},
-    {"wide", Panel::kEnsemble},
-    {"stereo", Panel::kEnsemble},
-    {"dry_add", Panel::kEnsemble},
-    {"phaser_on", Panel::kPhaser},
-    {"phaser_rate", Panel::kPhaser},
-    {"phaser_amount", Panel::kPhaser},
-    {"phaser_stages", Panel::kPhaser},
-    {"phaser_width", Panel::kPhaser},
-    {"reverb_on", Panel::kReverb},
-    {"reverb_mix", Panel::kReverb},
-    {"reverb_size", Panel::kReverb},
-    {"reverb_brite", Panel::kReverb},
-    {"spring", Panel::kReverb},
+constexpr const char* kSymbols[] = {
+    "volume",       "pan",       "tune",        "velocity",      "high_pass",     "brightness",
+    "waveform",     "attack",    "decay",       "sustain",       "release",       "viola",
+    "violin",       "brass",     "horn",        "contrabass",    "cello",         "viola_on",
+    "violin_on",    "brass_on",  "horn_on",     "contrabass_on", "cello_on",      "key_split",
+    "violin_phase", "configs",   "ensemble_on", "depth_1",       "depth_6",       "wide",
+    "stereo",       "dry_add",   "phaser_on",   "phaser_rate",   "phaser_amount", "phaser_stages",
+    "phaser_width", "reverb_on", "reverb_mix",  "reverb_size",   "reverb_brite",  "spring",
 };
-static_assert(std::size(kParameterPorts) == state::kNumParams);
+static_assert(std::size(kSymbols) == state::kNumParams);
 
 double unitsOf(int index) {
     return portUnitsPer(state::parameter(index).law.unit);
@@ -65,8 +30,8 @@ double unitsOf(int index) {
 
 }  // namespace
 
-const ParameterPort& parameterPort(int index) {
-    return kParameterPorts[index];
+const char* portSymbol(int index) {
+    return kSymbols[index];
 }
 
 float portValue(int index, float value) {

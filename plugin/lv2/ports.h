@@ -20,14 +20,8 @@ constexpr bool isParameterPort(std::uint32_t port) {
     return port < state::kNumParams;
 }
 
-// The panels of the editor, in its order.
-enum class Panel { kKeys, kSections, kEnvelope, kTone, kOutput, kEnsemble, kPhaser, kReverb };
-
-struct ParameterPort {
-    const char* symbol;
-    Panel panel;
-};
-const ParameterPort& parameterPort(int index);
+// Of a parameter's port.
+const char* portSymbol(int index);
 
 // Times are in milliseconds: hosts write ports with eight decimals.
 constexpr double portUnitsPer(state::Unit unit) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "lv2/atom/util.h"
+#include "plugin/block.h"
 #include "plugin/lv2/shell.h"
 
 namespace lv2 {
@@ -10,8 +11,6 @@ using instrument::TimedEvent;
 
 namespace {
 
-// Of a block that is not rendered: changes are made at once, events wait.
-constexpr int kNoFrames = 0;
 constexpr std::uint32_t kLongestBlock = 1u << 30;
 
 bool isNoteOn(const std::uint8_t* bytes) {
@@ -19,7 +18,7 @@ bool isNoteOn(const std::uint8_t* bytes) {
 }
 
 // The one to three bytes of a message; false if there are more.
-bool readMessage(const LV2_Atom_Event& event, std::array<std::uint8_t, 3>& bytes) {
+bool readMessage(const LV2_Atom_Event& event, plugin::Message& bytes) {
     const std::uint32_t size = event.body.size;
     if (size > bytes.size()) return false;
     bytes = {};
@@ -41,13 +40,13 @@ bool isWithin(const LV2_Atom_Sequence& sequence, const LV2_Atom_Event& event) {
 
 void Shell::run(std::uint32_t frameCount) {
     const int count = static_cast<int>(std::min(frameCount, kLongestBlock));
-    const int frames = left_ && right_ ? count : kNoFrames;
+    const int frames = left_ && right_ ? count : plugin::kNoFrames;
     followPorts(frames);
     followEnabled();
     takeMidi(frames);
     // Rendering goes on while not enabled, so that the instrument comes back where the song is.
     instrument_.render(left_, right_, count);
-    if (silenced_ && frames > kNoFrames) {
+    if (silenced_ && frames > plugin::kNoFrames) {
         std::fill_n(left_, frames, 0.0f);
         std::fill_n(right_, frames, 0.0f);
     }
@@ -79,8 +78,7 @@ void Shell::takeMidi(int frames) {
         TimedEvent timed;
         if (event->body.type != urids_.midiEvent || !readMessage(*event, timed.bytes)) continue;
         if (silenced_ && isNoteOn(timed.bytes.data())) continue;
-        // Times outside the block are limited to it: nothing gets lost.
-        timed.frame = static_cast<int>(std::clamp<std::int64_t>(event->time.frames, 0, frames));
+        timed.frame = plugin::frameIn(event->time.frames, frames);
         instrument_.addEvent(timed);
     }
 }

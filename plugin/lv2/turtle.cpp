@@ -2,14 +2,16 @@
 #include "plugin/lv2/turtle.h"
 
 #include <cstdlib>
-#include <iterator>
 #include <sstream>
+#include <stdexcept>
 
 #include "platform/product.h"
+#include "plugin/factory_sounds.h"
 #include "plugin/lv2/change_request.h"
 #include "plugin/lv2/ports.h"
 #include "plugin/lv2/turtle_text.h"
 #include "plugin/lv2/uris.h"
+#include "state/panels.h"
 #include "state/parameter_text.h"
 
 namespace lv2 {
@@ -39,14 +41,6 @@ constexpr char kPrefixes[] = R"(@prefix atom: <http://lv2plug.in/ns/ext/atom#> .
 
 )";
 
-// By Panel.
-constexpr struct {
-    const char* symbol;
-    const char* name;
-} kPanels[] = {{"keys", "Keys and voice"}, {"sections", "Sections"},   {"envelope", "Envelope"},
-               {"tone", "Tone"},           {"output", "Output"},       {"ensemble", "Ensemble"},
-               {"phaser", "Phaser"},       {"reverb", "Spring reverb"}};
-
 std::string uri(const std::string& fragment = "") {
     return std::string("<") + kPluginUri + fragment + '>';
 }
@@ -55,14 +49,26 @@ std::string presetUri(int program) {
     return uri("#preset" + std::to_string(1000 + program).substr(1));  // in order as texts
 }
 
-std::string groupUri(Panel panel) {
-    return uri(std::string("#group_") + kPanels[static_cast<int>(panel)].symbol);
+// A name as a part of URIs and symbols.
+std::string symbolOf(const std::string& prefix, const std::string& name) {
+    std::string symbol = prefix;
+    for (const char c : name) symbol += c == ' ' ? '_' : c;
+    return symbol;
+}
+
+std::string groupSymbol(const state::Panel& panel) {
+    return symbolOf("group_", panel.name);
 }
 
 std::string familyUri(const std::string& family) {
-    std::string name = "#family_";
-    for (const char c : family) name += c == ' ' ? '_' : c;
-    return uri(name);
+    return uri("#" + symbolOf("family_", family));
+}
+
+const plugin::FactorySound& soundOf(const state::Bank& bank, int program) {
+    const std::string name = bank.programName(program);
+    const plugin::FactorySound* const sound = plugin::factorySound(program, name);
+    if (!sound) throw std::runtime_error("program \"" + name + "\" is not among the sounds");
+    return *sound;
 }
 
 // Odd versions are those under development, so ours count by two.
@@ -120,13 +126,13 @@ bool isLogarithmic(int index) {
 
 std::string parameterTurtle(int index, const state::Bank& bank) {
     const state::Parameter& parameter = state::parameter(index);
-    const ParameterPort& port = parameterPort(index);
     std::string text = "\t\ta lv2:InputPort , lv2:ControlPort ;\n\t\tlv2:index " +
-                       std::to_string(index) + " ;\n\t\tlv2:symbol " + quoted(port.symbol) +
+                       std::to_string(index) + " ;\n\t\tlv2:symbol " + quoted(portSymbol(index)) +
                        " ;\n\t\tlv2:name " + quoted(parameter.title) + " ;\n\t\tlv2:default " +
                        decimal(portValue(index, bank.value(0, index))) + " ;\n\t\tlv2:minimum " +
                        decimal(portValue(index, 0.0f)) + " ;\n\t\tlv2:maximum " +
-                       decimal(portValue(index, 1.0f)) + " ;\n\t\tpg:group " + groupUri(port.panel);
+                       decimal(portValue(index, 1.0f)) + " ;\n\t\tpg:group " +
+                       uri("#" + groupSymbol(state::panelOf(index)));
     if (parameter.law.positions > 0) text += positionsTurtle(index);
     if (isLogarithmic(index)) text += " ;\n\t\tlv2:portProperty pprops:logarithmic";
     if (const char* const unit = unitName(parameter.law.unit)) {
@@ -180,7 +186,7 @@ std::string otherPortsTurtle() {
 
 }  // namespace
 
-std::string manifestTurtle(const std::vector<SoundNote>& sounds) {
+std::string manifestTurtle(const state::Bank& bank) {
     std::ostringstream text;
     text << kPrefixes << uri() << "\n\ta lv2:Plugin ;\n"
          << "\tlv2:binary <QuarzelStrings.so> ;\n"
@@ -188,10 +194,11 @@ std::string manifestTurtle(const std::vector<SoundNote>& sounds) {
          << versionTurtle() << " .\n\n<" << kUiUri << ">\n\ta ui:X11UI ;\n"
          << "\tlv2:binary <QuarzelStrings.so> ;\n"
          << "\trdfs:seeAlso <QuarzelStrings.ttl> .\n";
-    for (const SoundNote& sound : sounds) {
+    for (int program = 0; program < state::kNumPrograms; ++program) {
         text << '\n'
-             << presetUri(sound.program) << "\n\ta pset:Preset ;\n\tlv2:appliesTo " << uri()
-             << " ;\n\trdfs:label " << quoted(sound.name) << " ;\n\trdfs:seeAlso <presets.ttl> .\n";
+             << presetUri(program) << "\n\ta pset:Preset ;\n\tlv2:appliesTo " << uri()
+             << " ;\n\trdfs:label " << quoted(soundOf(bank, program).name)
+             << " ;\n\trdfs:seeAlso <presets.ttl> .\n";
     }
     return text.str();
 }
@@ -199,10 +206,10 @@ std::string manifestTurtle(const std::vector<SoundNote>& sounds) {
 std::string pluginTurtle(const state::Bank& bank) {
     std::ostringstream text;
     text << kPrefixes;
-    for (int i = 0; i < static_cast<int>(std::size(kPanels)); ++i) {
-        text << groupUri(static_cast<Panel>(i)) << "\n\ta pg:InputGroup ;\n\tlv2:name "
-             << quoted(kPanels[i].name) << " ;\n\tlv2:symbol \"group_" << kPanels[i].symbol
-             << "\" .\n\n";
+    for (const state::Panel& panel : state::panels()) {
+        const std::string symbol = groupSymbol(panel);
+        text << uri("#" + symbol) << "\n\ta pg:InputGroup ;\n\tlv2:name " << quoted(panel.name)
+             << " ;\n\tlv2:symbol " << quoted(symbol) << " .\n\n";
     }
     text << uri("#out") << "\n\ta pg:OutputGroup , pg:StereoGroup ;\n"
          << "\tlv2:name \"Stereo Out\" ;\n\tlv2:symbol \"out\" .\n\n<" << kProgramKey
@@ -238,23 +245,24 @@ std::string pluginTurtle(const state::Bank& bank) {
     return text.str();
 }
 
-std::string presetsTurtle(const state::Bank& bank, const std::vector<SoundNote>& sounds) {
+std::string presetsTurtle(const state::Bank& bank) {
     std::ostringstream text;
     text << kPrefixes;
     std::string family;
-    for (const SoundNote& sound : sounds) {
+    for (int program = 0; program < state::kNumPrograms; ++program) {
+        const plugin::FactorySound& sound = soundOf(bank, program);
         if (sound.family != family) {
             family = sound.family;
             text << familyUri(family) << "\n\ta pset:Bank ;\n\trdfs:label " << quoted(family)
                  << " .\n\n";
         }
-        text << presetUri(sound.program) << "\n\ta pset:Preset ;\n\tlv2:appliesTo " << uri()
+        text << presetUri(program) << "\n\ta pset:Preset ;\n\tlv2:appliesTo " << uri()
              << " ;\n\tpset:bank " << familyUri(family) << " ;\n\trdfs:label " << quoted(sound.name)
              << " ;\n\trdfs:comment " << quoted(sound.character) << " ;\n\tstate:state [ <"
-             << kProgramKey << "> " << sound.program << " ] ;\n\tlv2:port ";
+             << kProgramKey << "> " << program << " ] ;\n\tlv2:port ";
         for (int i = 0; i < state::kNumParams; ++i) {
-            text << (i ? " ,\n\t\t" : "") << "[ lv2:symbol " << quoted(parameterPort(i).symbol)
-                 << " ; pset:value " << decimal(portValue(i, bank.value(sound.program, i))) << " ]";
+            text << (i ? " ,\n\t\t" : "") << "[ lv2:symbol " << quoted(portSymbol(i))
+                 << " ; pset:value " << decimal(portValue(i, bank.value(program, i))) << " ]";
         }
         text << " .\n\n";
     }

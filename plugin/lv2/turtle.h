@@ -3,26 +3,15 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "state/bank.h"
 
 namespace lv2 {
 
-// What the manual says of a factory sound.
-struct SoundNote {
-    int program = 0;
-    std::string name;
-    std::string family;
-    std::string character;
-};
-
-// Reads the tables of docs/presets.md: "## FAMILY", and rows "| NUMBER | NAME | CHARACTER | ...".
-std::vector<SoundNote> readSoundNotes(const std::string& markdown);
-
-// Manifest, plug-in and presets. The defaults are the values of the bank's program 0.
-std::string manifestTurtle(const std::vector<SoundNote>& sounds);
+// Manifest, plug-in and presets of the factory bank. The defaults are the values of its program 0.
+// Throw std::runtime_error if a program is not the factory sound of its number.
+std::string manifestTurtle(const state::Bank& bank);
 std::string pluginTurtle(const state::Bank& bank);
-std::string presetsTurtle(const state::Bank& bank, const std::vector<SoundNote>& sounds);
+std::string presetsTurtle(const state::Bank& bank);
 
 }  // namespace lv2

@@ -108,7 +108,7 @@ TEST_F(Lv2, StartsWhereItsDescriptionSays) {
     const std::string before = instance->state();
     std::set<std::string> symbols;
     for (int i = 0; i < state::kNumParams; ++i) {
-        symbols.insert(lv2::parameterPort(i).symbol);
+        symbols.insert(lv2::portSymbol(i));
         EXPECT_TRUE(lowest[i] <= defaults[i] && defaults[i] <= highest[i]) << i;
         instance->controls[i] = defaults[i];
     }
