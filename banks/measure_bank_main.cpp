@@ -22,7 +22,8 @@ constexpr const char* kUsage =
     "Usage: measure_bank [--settle] SOURCE [PROGRAM...]\n"
     "       measure_bank --song SONG.mid SOURCE [PROGRAM...]\n"
     "--settle first writes the levels and volumes of the programs (all when none is named) to the\n"
-    "source. --song plays the notes of all channels, at most two minutes, with each program.\n"
+    "source. --song plays at most a minute of a song with each program, without the drums on\n"
+    "channel 10, and compares the families of eight programs.\n"
     "The exit status is 1 if a sound is out of its bounds or two are alike.\n";
 
 template <typename Work>
@@ -117,7 +118,8 @@ std::vector<banks::Note> notesOf(const host::MidiSong& song, double seconds) {
         const double time = static_cast<double>(event.time) / song.unitsPerSecond;
         const auto [status, key, velocity] = event.message;
         const int kind = status & 0xF0;
-        if (time >= seconds || (kind != 0x80 && kind != 0x90)) continue;
+        const bool drums = (status & 0x0F) == 9;
+        if (time >= seconds || drums || (kind != 0x80 && kind != 0x90)) continue;
         if (kind == 0x90 && velocity > 0) {
             notes.push_back({time, seconds, key, velocity});
             continue;
@@ -130,22 +132,60 @@ std::vector<banks::Note> notesOf(const host::MidiSong& song, double seconds) {
     return notes;
 }
 
+struct Played {
+    int program;
+    double loudness, peak;
+};
+
+// A family is as loud as its sounds are on average.
+void printFamilies(std::vector<Played> played) {
+    constexpr int kFamilySize = 8;
+    std::printf("\nfamily        mean  softest         loudest         peak\n");
+    double softest = 0.0, loudest = -200.0;
+    for (auto first = played.begin(); first != played.end();) {
+        const int family = first->program / kFamilySize;
+        const auto end = std::stable_partition(first, played.end(), [family](const Played& p) {
+            return p.program / kFamilySize == family;
+        });
+        const auto softer = [](const Played& a, const Played& b) {
+            return a.loudness < b.loudness;
+        };
+        const auto [low, high] = std::minmax_element(first, end, softer);
+        double mean = 0.0, peak = -200.0;
+        for (auto p = first; p != end; ++p) {
+            mean += p->loudness / static_cast<double>(end - first);
+            peak = std::max(peak, p->peak);
+        }
+        softest = std::min(softest, mean);
+        loudest = std::max(loudest, mean);
+        std::printf("%3d to %3d  %7.1f  %7.1f (%3d)  %7.1f (%3d)  %7.1f\n", family * kFamilySize,
+                    (family + 1) * kFamilySize - 1, mean, low->loudness, low->program,
+                    high->loudness, high->program, peak);
+        first = end;
+    }
+    const auto highest =
+        std::max_element(played.begin(), played.end(),
+                         [](const Played& a, const Played& b) { return a.peak < b.peak; });
+    std::printf("families within %.1f dB, highest peak %.1f dB (%d)\n", loudest - softest,
+                highest->peak, highest->program);
+}
+
 void printSong(const state::Bank& bank, const std::vector<int>& programs, const char* path) {
     const host::MidiSong song = host::readMidiSong(path);
-    const double seconds = std::min(120.0, static_cast<double>(song.endTime) / song.unitsPerSecond);
+    const double seconds = std::min(60.0, static_cast<double>(song.endTime) / song.unitsPerSecond);
     const std::vector<banks::Note> notes = notesOf(song, seconds);
-    std::vector<double> loudness(programs.size()), peaks(programs.size());
+    std::vector<Played> played(programs.size());
     onTwoThreads(static_cast<int>(programs.size()), [&](int i) {
         const auto instrument = banks::instrumentWith(bank);
         banks::choose(*instrument, programs[i]);
         const banks::Take take = banks::play(*instrument, notes, seconds);
-        loudness[i] = banks::integratedLoudness(take);
-        peaks[i] = banks::peakDb(take);
+        played[i] = {programs[i], banks::integratedLoudness(take), banks::peakDb(take)};
     });
-    for (std::size_t i = 0; i < programs.size(); ++i) {
-        std::printf("%3d %-24s %6.1f LUFS, peak %6.1f dB\n", programs[i],
-                    bank.programName(programs[i]).c_str(), loudness[i], peaks[i]);
+    for (const Played& p : played) {
+        std::printf("%3d %-24s %6.1f LUFS, peak %6.1f dB\n", p.program,
+                    bank.programName(p.program).c_str(), p.loudness, p.peak);
     }
+    printFamilies(played);
 }
 
 int run(int argc, char** argv) {

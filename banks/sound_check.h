@@ -33,6 +33,7 @@ struct Figures {
     double rest = 0.0;           // peak after the release, dB of full scale
     double lean = 0.0;           // right against left once the keys are let go, dB
     Edge edge;                   // the sharpest in the phrase
+    bool shared = false;         // "Para": one loudness for all keys, which grows with their number
 };
 
 // Seconds from letting a key go to a thousandth of its level.
