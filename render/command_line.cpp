@@ -14,6 +14,7 @@ namespace {
 struct Typed {
     std::optional<std::string> rate, block, bits, gain, tail;
     std::vector<std::string> settings;
+    host::SongOptions song;
 };
 
 SampleFormat formatOf(const std::string& bits) {
@@ -65,6 +66,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--tail", typed.tail,
                    "Length after the song, 0 to 600 (default: until silent, at most 30)")
         ->type_name("SECONDS");
+    typed.song.declare(app);
     app.add_flag("--list", line.list, "Print programs and parameters with their values");
     app.add_flag("--quiet", line.quiet, "Print nothing but errors");
 }
@@ -75,6 +77,7 @@ void readTyped(const Typed& typed, CommandLine& line) {
     if (typed.bits) line.format = formatOf(*typed.bits);
     if (typed.gain) line.render.gainDb = host::readDouble("--gain", *typed.gain, -60.0, 60.0);
     if (typed.tail) line.render.tailSeconds = host::readDouble("--tail", *typed.tail, 0.0, 600.0);
+    line.selection = typed.song.selection();
     for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
 }
 

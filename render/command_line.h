@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/song_selection.h"
 #include "render/renderer.h"
 #include "render/wav_writer.h"
 
@@ -18,6 +19,7 @@ struct ParameterSetting {
 struct CommandLine {
     std::string song;  // empty: render nothing
     std::string output;
+    host::SongSelection selection;
     std::string plugin;  // empty: the instrument beside the program
     int sampleRate = 44100;
     int blockSize = 512;

@@ -140,7 +140,10 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
     checkWrittenFiles(line);
     const bool renders = !line.song.empty();
     host::MidiSong song = {};
-    if (renders) song = host::readMidiSong(line.song);
+    if (renders) {
+        song = host::readMidiSong(line.song);
+        host::keep(song, line.selection);
+    }
     host::PluginHost host(host::instrumentPath(line.plugin), line.sampleRate, line.blockSize);
     applySettings(line, host);
     saveState(line, host, surroundings.out);

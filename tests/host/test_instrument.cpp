@@ -1,8 +1,9 @@
 // An instrument for tests of hosts. It marks the frame of each event.
 //
-// Left: "Level" for a note-on. Right: velocity / 128 for a note-on, the negative for a note-off.
-// For "Ring" x 10 s after each note-on, both channels hold "Level" / 2. "Fault" makes every sample
-// NaN. If a host breaks the rules of the interface, the output is kAlarm.
+// A MIDI program change chooses a program. Left: "Level" for a note-on. Right: velocity / 128 for a
+// note-on, the negative for a note-off. For "Ring" x 10 s after each note-on, both channels hold
+// "Level" / 2. "Fault" makes every sample NaN. If a host breaks the rules of the interface, the
+// output is kAlarm.
 //
 // Its state is saved as parameter lists. Programs do not contain "Ring" and "Fault": a program
 // change sets them to 0. It refuses banks and programs of version 13.
@@ -50,6 +51,12 @@ void copyText(void* buffer, const char* text) {
     std::strcpy(static_cast<char*>(buffer), text);
 }
 
+void choose(Instrument& self, int program) {
+    self.program = program;
+    std::memcpy(self.parameters, self.programs[program].values, sizeof(Program::values));
+    self.parameters[kRing] = self.parameters[kFault] = 0.0f;
+}
+
 VstIntPtr dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                    float opt) {
     Instrument& self = instrumentOf(effect);
@@ -61,9 +68,7 @@ VstIntPtr dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr v
             delete &self;
             return 1;
         case effSetProgram:
-            self.program = static_cast<int>(value);
-            std::memcpy(self.parameters, self.programs[value].values, sizeof(Program::values));
-            self.parameters[kRing] = self.parameters[kFault] = 0.0f;
+            choose(self, static_cast<int>(value));
             return 1;
         case effGetProgram:
             return self.program;
@@ -133,6 +138,7 @@ void processReplacing(AEffect* effect, float**, float** outputs, VstInt32 frames
             const char* const midi = reinterpret_cast<const VstMidiEvent&>(event).midiData;
             const int kind = midi[0] & 0xf0;
             if (kind == 0x80) right -= static_cast<float>(midi[2]) / 128.0f;
+            if (kind == 0xc0) choose(self, midi[1] % kNumPrograms);
             if (kind != 0x90) continue;
             left = level;
             right += static_cast<float>(midi[2]) / 128.0f;
