@@ -336,6 +336,18 @@ TEST_F(EditorTest, ListsAndChoosesSkins) {
     ASSERT_TRUE(openAsWritten());
     EXPECT_EQ(edit.getRect().right, 20);
 
+    // The user's own skins come last, and those beside the library hide theirs.
+    const std::string own =
+        *state::findDataFolder(platform::kProductName) + "Skins" + platform::kSeparator;
+    for (const char* const name : {"Night", "Own"}) {
+        std::filesystem::create_directories(own + name);
+        platform::writeFile(own + name + platform::kSeparator + "skin.xml", "");
+    }
+    EXPECT_EQ(editor::findSkins().folder(), module.path() + "Night" + platform::kSeparator);
+    EXPECT_EQ(editor::findSkins().installed.size(), 3u);
+    editor::chooseSkin("Own");
+    EXPECT_EQ(editor::findSkins().folder(), own + "Own" + platform::kSeparator);
+    EXPECT_EQ(editor::findSkins().selected(), 2);
     for (const char* const gone : {"Gone", "", "no skin"}) {
         state::settings().write("SkinName", gone);
         EXPECT_EQ(editor::findSkins().name, "skin");
