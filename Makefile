@@ -1,7 +1,7 @@
 # Entry points for everyday tasks, based on the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist package bench fuzz soak coverage format check-format deps clean
+.PHONY: demo test dist dist-arm64 package bench fuzz soak coverage mutants format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -17,6 +17,9 @@ test: deps check-format
 dist: deps
 	@scripts/dist $(JOBS)
 
+dist-arm64: deps
+	@scripts/dist $(JOBS) linux-arm64
+
 package: deps
 	@scripts/package $(JOBS)
 
@@ -31,6 +34,10 @@ soak: deps
 
 coverage: deps
 	@scripts/coverage $(JOBS)
+
+# N faults (20) for each folder of DIRS, chosen by SEED (1).
+mutants: deps
+	@scripts/mutants $(DIRS)
 
 format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i

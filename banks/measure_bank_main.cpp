@@ -22,7 +22,8 @@ constexpr const char* kUsage =
     "Usage: measure_bank [--settle] SOURCE [PROGRAM...]\n"
     "       measure_bank --song SONG.mid SOURCE [PROGRAM...]\n"
     "--settle first writes the levels and volumes of the programs (all when none is named) to the\n"
-    "source. --song plays the notes of all channels, at most two minutes, with each program.\n";
+    "source. --song plays the notes of all channels, at most two minutes, with each program.\n"
+    "The exit status is 1 if a sound is out of its bounds or two are alike.\n";
 
 template <typename Work>
 void onTwoThreads(int count, Work work) {
@@ -83,8 +84,9 @@ void printFigures(const state::Bank& bank, const std::vector<int>& programs,
     }
 }
 
-void printNearest(const state::Bank& bank, const std::vector<int>& programs,
-                  const std::vector<banks::Picture>& pictures) {
+// Returns the number of pairs that are too near.
+std::size_t printNearest(const state::Bank& bank, const std::vector<int>& programs,
+                         const std::vector<banks::Picture>& pictures) {
     struct Pair {
         double distance;
         int a, b;
@@ -106,6 +108,7 @@ void printNearest(const state::Bank& bank, const std::vector<int>& programs,
                     bank.programName(pairs[i].a).c_str(), pairs[i].b,
                     bank.programName(pairs[i].b).c_str());
     }
+    return close;
 }
 
 std::vector<banks::Note> notesOf(const host::MidiSong& song, double seconds) {
@@ -192,8 +195,11 @@ int run(int argc, char** argv) {
         pictures[i] = banks::phrasePicture(source.bank, programs[i]);
     });
     printFigures(source.bank, programs, figures);
-    printNearest(source.bank, programs, pictures);
-    return 0;
+    const bool apart = printNearest(source.bank, programs, pictures) == 0;
+    const bool bounded = std::all_of(figures.begin(), figures.end(), [](const auto& figure) {
+        return banks::faults(figure).empty();
+    });
+    return apart && bounded ? 0 : 1;
 }
 
 }  // namespace

@@ -2,68 +2,22 @@
 #include <fstream>
 #include <memory>
 #include <sstream>
-#include <utility>
 
 #include "banks/bank_source.h"
 #include "bench/bench_support.h"
+#include "bench/player.h"
 #include "dsp/lanes/kernels.h"
 #include "engine/engine.h"
-#include "instrument/instrument.h"
 #include "tests/reference/engine.h"
 
 namespace bench {
 namespace {
 
-// One instance, played as by a host.
-class Player {
-  public:
-    explicit Player(std::unique_ptr<engine::SoundEngine> engine)
-        : instrument_(std::make_unique<instrument::Instrument>(host_, std::move(engine))) {
-        instrument_->start(kRate);
-        instrument_->resume();
-    }
-
-    void set(int index, float value) { instrument_->setParameter(index, value); }
-
-    void noteOn(int key) { send(0x90, key, 100); }
-    void noteOff(int key) { send(0x80, key, 0); }
-
-    void render(float* left, float* right, int frames) { instrument_->render(left, right, frames); }
-
-  private:
-    void send(int status, int key, int velocity) {
-        const std::uint8_t message[] = {static_cast<std::uint8_t>(status),
-                                        static_cast<std::uint8_t>(key),
-                                        static_cast<std::uint8_t>(velocity)};
-        instrument_->addMessage(0, message);
-        float left[1], right[1];
-        render(left, right, 1);
-    }
-
-    instrument::Host host_;
-    std::unique_ptr<instrument::Instrument> instrument_;
-};
-
-// Switches on every section and effect, with a short attack and a slow release.
-void useEverything(Player& player) {
-    using namespace state;
-    for (int index = kViola; index <= kCello; ++index) player.set(index, 0.5f);
-    for (int index = kViola2; index <= kCello2; ++index) player.set(index, 1.0f);
-    player.set(kVoiceCountParam, 1.0f);
-    player.set(kConfigs, 1.0f);
-    player.set(kEnvAttack, 0.1f);
-    player.set(kChorus, 1.0f);
-    player.set(kPhaser, 1.0f);
-    player.set(kStages, 0.8f);
-    player.set(kReverb, 1.0f);
-    player.set(kSpring, 0.5f);
-}
-
 template <typename Engine>
 void held(benchmark::State& state) {
     Player player(std::make_unique<Engine>(kRate));
-    useEverything(player);
-    for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
+    player.useEverything();
+    player.press(static_cast<int>(state.range(0)));
     timeBlocks(state, [&](float* l, float* r, int n) { player.render(l, r, n); });
 }
 
@@ -78,16 +32,16 @@ void heldOnBaseline(benchmark::State& state) {
 template <typename Engine>
 void decaying(benchmark::State& state) {
     Player player(std::make_unique<Engine>(kRate));
-    useEverything(player);
+    player.useEverything();
     player.set(state::kEnvRelease, 1.0f);
-    for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
-    for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
+    player.press(static_cast<int>(state.range(0)));
+    player.release(static_cast<int>(state.range(0)));
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {
         // Restrikes the voices before the first release ends.
         if (++blocks % 4096 == 0) {
-            for (int i = 0; i < state.range(0); ++i) player.noteOn(40 + i);
-            for (int i = 0; i < state.range(0); ++i) player.noteOff(40 + i);
+            player.press(static_cast<int>(state.range(0)));
+            player.release(static_cast<int>(state.range(0)));
         }
         player.render(l, r, n);
     });
@@ -97,7 +51,7 @@ void decaying(benchmark::State& state) {
 template <typename Engine>
 void tail(benchmark::State& state) {
     Player player(std::make_unique<Engine>(kRate));
-    useEverything(player);
+    player.useEverything();
     player.set(state::kEnvRelease, 0.0f);
     int blocks = 0;
     timeBlocks(state, [&](float* l, float* r, int n) {

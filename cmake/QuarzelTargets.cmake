@@ -53,14 +53,14 @@ function(quarzel_library name)
 endfunction()
 
 # quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program. ctest runs
-# its cases one by one; those with the same lock do not overlap. The Windows build runs the whole
-# program through Wine.
+# its cases one by one; those with the same lock do not overlap. A cross build runs the whole
+# program through its emulator.
 function(quarzel_test name)
     cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES} $<TARGET_OBJECTS:quarzel_own_settings>)
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
-    if(WIN32)
-        # Starting a program under Wine costs more than most cases, so one test runs all of them.
+    if(CMAKE_CROSSCOMPILING)
+        # Starting the emulator costs more than most cases, so one test runs all of them.
         add_test(NAME ${name} COMMAND ${name})
     else()
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120

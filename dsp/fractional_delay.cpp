@@ -83,7 +83,7 @@ bool FractionalDelay::keepsClear(const float* delays, int count) const {
 }
 
 void FractionalDelay::sweep(const float* delays, float* signal, int count) {
-    constexpr int kRoom = kMostFrames + 8;
+    constexpr int kRoom = kMostFrames + kMostLanes;
     std::array<int, kRoom> index, next;
     std::array<float, kRoom> fraction;
     const bool placed = keepsClear(delays, count) &&

@@ -36,14 +36,14 @@ void ReverbCombs::clear() {
 
 // The kernel works in the rings themselves. A ring that wraps within the run goes through a copy.
 void ReverbCombs::render(const float* in, int frames, float* left, float* right) {
-    constexpr int kStride = kMostFrames + 8;
-    alignas(32) std::array<float, CombLanes::kCount * kStride> copies;
+    constexpr int kStride = kMostFrames + kMostLanes;
+    alignas(kVectorBytes) std::array<float, CombLanes::kCount * kStride> copies;
     std::array<float*, CombLanes::kCount> rows;
     std::array<bool, CombLanes::kCount> copied;
     for (int comb = 0; comb < CombLanes::kCount; ++comb) {
         int straight;
         rows[comb] = rings_[comb].run(frames, straight);
-        copied[comb] = straight < frames || frames % 8 != 0;
+        copied[comb] = straight < frames || frames % kMostLanes != 0;
         if (!copied[comb]) continue;
         rows[comb] = &copies[comb * kStride];
         rings_[comb].read(rows[comb], frames);

@@ -103,8 +103,8 @@ void ReverbModel::render(float* left, float* right, int frames) {
 }
 
 void ReverbModel::renderRun(float* left, float* right, int frames) {
-    constexpr int kRoom = kMostFrames + 8;
-    alignas(32) std::array<float, kRoom> in, roomLeft, roomRight;
+    constexpr int kRoom = kMostFrames + kMostLanes;
+    alignas(kVectorBytes) std::array<float, kRoom> in, roomLeft, roomRight;
     for (int t = 0; t < frames; ++t) in[t] = (left[t] + right[t]) * gain_;
     combs_.render(in.data(), frames, roomLeft.data(), roomRight.data());
     for (ReverbAllpass& allpass : leftAllpasses_) allpass.render(roomLeft.data(), frames);

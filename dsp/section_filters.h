@@ -34,6 +34,12 @@ class SectionFilters {
         dcBlocker_.keep(from.dcBlocker_, on);
     }
 
+    // Without input, brass and horn then give +0 and stay as they are.
+    bool formantsRest() const {
+        const SectionMask moving = (first_.band != 0.0f) | (first_.low != 0.0f);
+        return (moving[2] | moving[3]) == 0;
+    }
+
     SectionFloat tickFirst(SectionFloat x) {
         first_.tick(x, kCoefficient, kDamping);
         return first_.band;

@@ -18,8 +18,8 @@ namespace engine {
 struct BassRows {
     using Lanes = std::array<float, kLongestSegment * dsp::kBassLanes>;
     // Per frame: contrabass, cello, idle lanes; phases in turns.
-    alignas(32) Lanes phases{};
-    alignas(32) Lanes tone{};
+    alignas(dsp::kVectorBytes) Lanes phases{};
+    alignas(dsp::kVectorBytes) Lanes tone{};
     Signal amplitude;
     int sounding = 0;  // number of leading frames that sound
 

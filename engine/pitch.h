@@ -45,7 +45,7 @@ constexpr float kLowestKeyHighPassHertz = 32.703196f;  // C1
 struct PhaseRows {
     std::array<std::array<double, kSemitones>, kLongestSegment> turns;  // 0..1
     // The same as float, padded for the lane kernels.
-    alignas(32) std::array<float, kLongestSegment * dsp::kPaddedPhases> rounded{};
+    alignas(dsp::kVectorBytes) std::array<float, kLongestSegment * dsp::kPaddedPhases> rounded{};
 };
 
 class MasterPhases {

@@ -11,8 +11,8 @@ namespace engine {
 static_assert(kLongestSegment <= dsp::kMostFrames);
 
 // Room for whole vectors. Values after the last frame of a segment are meaningless.
-constexpr int kRowStride = kLongestSegment + 8;
-struct alignas(32) Signal : std::array<float, kRowStride> {};
+constexpr int kRowStride = kLongestSegment + dsp::kMostLanes;
+struct alignas(dsp::kVectorBytes) Signal : std::array<float, kRowStride> {};
 
 struct StereoSignal {
     Signal left;

@@ -88,6 +88,15 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
     };
     const dsp::SectionMask on = {mask(kContrabass, bassSounds), mask(kCello, bassSounds),
                                  mask(kBrass, true), mask(kHorn, true)};
+    const bool basses = on[0] | on[1];
+    const bool formants = on[2] | on[3];
+    const bool rest = from >= sources.voices.sounding && sectionFilters_.formantsRest();
+    if (!basses && (!formants || rest)) {
+        std::fill(&bass[from], &bass[0] + until, dsp::SectionFloat{});
+        std::fill(&brassBand_[from], &brassBand_[0] + until, 0.0f);
+        std::fill(&hornBand_[from], &hornBand_[0] + until, 0.0f);
+        return;
+    }
     const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
     kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[from * dsp::kBassLanes],
                           &sources.bass.amplitude[from], &sources.voices.viola[from], &bass[from],

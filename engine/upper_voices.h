@@ -85,8 +85,8 @@ class UpperVoices {
     VoiceLevels levels_;
     dsp::VoiceLanes lanes_;
     // Signals of all lanes over one segment, with room for whole vectors.
-    struct alignas(32) Scratch {
-        using Rows = std::array<float, (kLongestSegment + 8) * dsp::kVoiceLanes>;
+    struct alignas(dsp::kVectorBytes) Scratch {
+        using Rows = std::array<float, kRowStride * dsp::kVoiceLanes>;
         Rows a, b, phasesA, phasesB;
     };
     Scratch scratch_{};

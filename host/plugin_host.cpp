@@ -23,7 +23,10 @@ constexpr std::size_t kEventListHead = offsetof(VstEvents, events) / sizeof(VstI
 
 platform::SharedLibrary loadLibrary(const std::string& path) {
     std::error_code error;
-    if (!std::filesystem::exists(path, error)) throw Error("There is no file " + path + ".");
+    const auto status = std::filesystem::status(path, error);
+    if (!exists(status)) throw Error("There is no file " + path + ".");
+    // The loader would wait for the other end of a pipe.
+    if (!is_regular_file(status)) throw Error(path + " is not a file that can be read.");
     try {
         return platform::SharedLibrary(path);
     } catch (const std::runtime_error& reason) {

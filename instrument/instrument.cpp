@@ -113,6 +113,13 @@ void Instrument::loadProgramChunk(const void* data, std::int32_t size) {
     if (state::takeProgramChunk(bank_, program(), data, size)) sendProgram();
 }
 
+void Instrument::loadProgram(int program, const state::ProgramRecord& record) {
+    if (starting_ || !state::isProgram(program)) return;
+    state::takeProgramChunk(bank_, program, &record, sizeof record);
+    program_.store(program, std::memory_order_relaxed);
+    sendProgram();
+}
+
 state::SavedState Instrument::savedState() {
     state::SavedState saved;
     saved.program = program();

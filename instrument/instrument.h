@@ -96,6 +96,8 @@ class Instrument final : public editor::EditorHost {
     // intentional: a refused bank still sends the program.
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
+    // Replaces a program and selects it.
+    void loadProgram(int program, const state::ProgramRecord& record);
     // The same for formats that save the whole instrument: bank and current program in one.
     state::SavedState savedState();
     void loadSavedState(const state::SavedState& saved);

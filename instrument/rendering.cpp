@@ -132,9 +132,8 @@ void Instrument::playMessage(const std::uint8_t* message) {
 
 // Covers bindings from anywhere: another instance, the editor or the map's file.
 void Instrument::letGoOfBoundControllers() {
-    for (int index = 0; index < state::kNumParams; ++index) {
-        letGo(*engine_, state::controllerMap().controller(index));
-    }
+    const state::ControllerMap& map = state::controllerMap();
+    for (int index = 0; index < state::kNumParams; ++index) letGo(*engine_, map.controller(index));
 }
 
 bool Instrument::moveBoundParameters(int controller, int value) {

@@ -14,19 +14,19 @@ namespace {
 // A way to write quantities of one unit. The first of a unit whose limit is not reached is used.
 struct Scale {
     Unit unit;
+    int decimals;
     const char* name;  // behind the number
     double size;       // in the law's unit
-    int decimals;
-    double below;  // rounded magnitudes, in the law's unit
+    double below;      // rounded magnitudes, in the law's unit
 };
 
 constexpr double kAny = std::numeric_limits<double>::infinity();
 constexpr Scale kScales[] = {
-    {Unit::kPercent, "%", 1.0, 1, kAny},    {Unit::kSeconds, "ms", 0.001, 1, 0.1},
-    {Unit::kSeconds, "s", 1.0, 2, kAny},    {Unit::kHertz, "Hz", 1.0, 0, 1000.0},
-    {Unit::kHertz, "kHz", 1000.0, 2, kAny}, {Unit::kSlowHertz, "Hz", 1.0, 2, kAny},
-    {Unit::kDecibels, "dB", 1.0, 1, kAny},  {Unit::kCents, "ct", 1.0, 1, kAny},
-    {Unit::kDegrees, "°", 1.0, 1, kAny},
+    {Unit::kPercent, 1, "%", 1.0, kAny},    {Unit::kSeconds, 1, "ms", 0.001, 0.1},
+    {Unit::kSeconds, 2, "s", 1.0, kAny},    {Unit::kHertz, 0, "Hz", 1.0, 1000.0},
+    {Unit::kHertz, 2, "kHz", 1000.0, kAny}, {Unit::kSlowHertz, 2, "Hz", 1.0, kAny},
+    {Unit::kDecibels, 1, "dB", 1.0, kAny},  {Unit::kCents, 1, "ct", 1.0, kAny},
+    {Unit::kDegrees, 1, "°", 1.0, kAny},
 };
 
 constexpr double kSilentDecibels = -119.95;  // rounded, what lies below shows as none at all
@@ -52,13 +52,6 @@ std::string quantityText(Unit unit, double plain) {
         return numberText(number, scale.decimals) + ' ' + scale.name;
     }
     return numberText(plain, 3);
-}
-
-// Middle C, key 60, is C3.
-std::string keyText(int key) {
-    constexpr const char* kNames[] = {"C",  "C#", "D",  "D#", "E",  "F",
-                                      "F#", "G",  "G#", "A",  "A#", "B"};
-    return kNames[key % 12] + std::to_string(key / 12 - 2);
 }
 
 std::string positionText(const Law& law, int position) {
@@ -110,6 +103,12 @@ float positionValue(const Law& law, int position) {
 }
 
 }  // namespace
+
+std::string keyText(int key) {
+    constexpr const char* kNames[] = {"C",  "C#", "D",  "D#", "E",  "F",
+                                      "F#", "G",  "G#", "A",  "A#", "B"};
+    return kNames[key % 12] + std::to_string(key / 12 - 2);
+}
 
 double plainValue(int index, float value) {
     return parameter(index).law.plain(engineValue(value));

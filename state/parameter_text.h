@@ -24,4 +24,7 @@ std::string plainText(int index, float value);
 // decimal comma, in any case. Nothing when it means no value; what lies beyond an end is that end.
 std::optional<float> valueFromText(int index, const std::string& text);
 
+// "C3" for key 60, middle C.
+std::string keyText(int key);
+
 }  // namespace state

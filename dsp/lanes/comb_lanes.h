@@ -3,9 +3,11 @@
 
 #include <array>
 
+#include "dsp/lanes/width.h"
+
 namespace dsp {
 
-struct alignas(32) CombLanes {
+struct alignas(kVectorBytes) CombLanes {
     static constexpr int kCount = 16;  // eight on the left, eight on the right
 
     std::array<float, kCount> filterStore{};
@@ -16,7 +18,7 @@ struct alignas(32) CombLanes {
 };
 
 // `rows` holds the delayed samples of each comb; the kernel replaces them by the comb's next input.
-// All rows and sums need room for 7 more frames.
+// All rows and sums need room for whole vectors.
 struct CombRun {
     CombLanes& combs;
     const float* in;

@@ -3,7 +3,7 @@
 
 namespace dsp {
 
-// All rows need room for 7 more frames.
+// All rows need room for whole vectors.
 struct DelayTaps {
     const float* delays;  // samples
     int write;            // write index at the first frame

@@ -13,18 +13,14 @@ namespace dsp {
 
 #define QUARZEL_LANES 4
 namespace baseline {
-#include "dsp/lanes/lanes.inc"
-#include "dsp/lanes/stagger.inc"
-#include "dsp/lanes/comb_kernel.inc"
-#include "dsp/lanes/delay_kernel.inc"
-#include "dsp/lanes/limiter_kernel.inc"
-#include "dsp/lanes/tone_kernel.inc"
-#include "dsp/lanes/voice_kernel.inc"
+#include "dsp/lanes/kernels.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               runRamps,  runSections, runTone,    runPhaser,
                               placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
+
+#ifdef __x86_64__
 
 #ifdef __clang__
 #pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
@@ -34,13 +30,7 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 #endif
 #define QUARZEL_LANES 8
 namespace avx2 {
-#include "dsp/lanes/lanes.inc"
-#include "dsp/lanes/stagger.inc"
-#include "dsp/lanes/comb_kernel.inc"
-#include "dsp/lanes/delay_kernel.inc"
-#include "dsp/lanes/limiter_kernel.inc"
-#include "dsp/lanes/tone_kernel.inc"
-#include "dsp/lanes/voice_kernel.inc"
+#include "dsp/lanes/kernels.inc"
 constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               runRamps,  runSections, runTone,    runPhaser,
                               placeTaps, runCombs,    runAllpass, holdPeaks};
@@ -52,10 +42,56 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 #pragma GCC pop_options
 #endif
 
+// Sixteen lanes only for more than eight voices: for fewer they compute nothing more, and lower the
+// clock of some processors.
+#ifdef __clang__
+#pragma clang attribute push(__attribute__((target("avx512f,avx512vl,avx512dq,avx512bw"))), \
+                             apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx512f,avx512vl,avx512dq,avx512bw")
+#endif
+#define QUARZEL_LANES 16
+namespace avx512wide {
+#include "dsp/lanes/kernels.inc"
+}  // namespace avx512wide
+#undef QUARZEL_LANES
+#define QUARZEL_LANES 8
+namespace avx512 {
+#include "dsp/lanes/kernels.inc"
+
+inline void runFeedbackInEither(const VoiceRun& run) {
+    (Groups(run.on).count > 1 ? avx512wide::runFeedback : runFeedback)(run);
+}
+inline void runSquaredInEither(const VoiceRun& run) {
+    (Groups(run.on).count > 1 ? avx512wide::runSquared : runSquared)(run);
+}
+inline void sumVoicesInEither(const VoiceSum& job) {
+    (Groups(job.on).count > 1 ? avx512wide::sumVoices : sumVoices)(job);
+}
+
+constexpr Kernels kKernels = {
+    runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither, runRamps,   runSections,
+    runTone,   runPhaser,           placeTaps,          runCombs,          runAllpass, holdPeaks};
+}  // namespace avx512
+#undef QUARZEL_LANES
+#ifdef __clang__
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
+
+#endif  // __x86_64__
+
 namespace {
 
 const Kernels& kernelsFor(InstructionSet set) {
-    return set == InstructionSet::kAvx2 ? avx2::kKernels : baseline::kKernels;
+#ifdef __x86_64__
+    if (set == InstructionSet::kAvx512) return avx512::kKernels;
+    if (set == InstructionSet::kAvx2) return avx2::kKernels;
+#endif
+    (void)set;
+    return baseline::kKernels;
 }
 
 const Kernels*& chosen() {
@@ -66,7 +102,15 @@ const Kernels*& chosen() {
 }  // namespace
 
 InstructionSet widestInstructionSet() {
-    return __builtin_cpu_supports("avx2") ? InstructionSet::kAvx2 : InstructionSet::kBaseline;
+#ifdef __x86_64__
+    // The first processors with AVX-512 lower their clock much for it; they lack VBMI2.
+    if (__builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("avx512vl") &&
+        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw")) {
+        return InstructionSet::kAvx512;
+    }
+    if (__builtin_cpu_supports("avx2")) return InstructionSet::kAvx2;
+#endif
+    return InstructionSet::kBaseline;
 }
 
 const Kernels& kernels() {

@@ -40,7 +40,7 @@ struct Kernels {
     void (*holdPeaks)(double* followers, int frames);
 };
 
-enum class InstructionSet { kBaseline, kAvx2 };
+enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
 
 // The widest set that this processor supports.
 InstructionSet widestInstructionSet();

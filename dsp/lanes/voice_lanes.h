@@ -4,21 +4,22 @@
 #include <array>
 
 #include "dsp/biquad.h"
+#include "dsp/lanes/width.h"
 
 namespace dsp {
 
-constexpr int kVoiceLanes = 48;  // 44 voices in whole groups of eight
+constexpr int kVoiceLanes = 48;  // 44 voices in whole vectors
 constexpr int kPhases = 12;      // shared by all voices: one per semitone
 constexpr int kPaddedPhases = 16;
 
-constexpr int kBassLanes = 8;  // two operators in a whole group
+constexpr int kBassLanes = kMostLanes;  // two operators in a whole vector
 
 using LaneFloats = std::array<float, kVoiceLanes>;
 using LaneMasks = std::array<int, kVoiceLanes>;  // all bits set, or 0
 
 // kLanes operators (see ModuleFMop) as a structure of arrays.
 template <int kLanes>
-struct alignas(32) OperatorLanesOf {
+struct alignas(kVectorBytes) OperatorLanesOf {
     using Floats = std::array<float, kLanes>;
 
     OperatorLanesOf();
@@ -44,7 +45,7 @@ struct alignas(32) OperatorLanesOf {
 using OperatorLanes = OperatorLanesOf<kVoiceLanes>;
 
 // kVoiceLanes biquads as a structure of arrays.
-struct alignas(32) BiquadLanes {
+struct alignas(kVectorBytes) BiquadLanes {
     void setCoefficients(int lane, const BiquadCoefficients& c);
     void clear(int lane);
 
@@ -52,7 +53,7 @@ struct alignas(32) BiquadLanes {
     LaneFloats x1{}, x2{}, y1{}, y2{};
 };
 
-struct alignas(32) VoiceLanes {
+struct alignas(kVectorBytes) VoiceLanes {
     OperatorLanes oscA;
     OperatorLanes oscB;
     BiquadLanes keyHighPass;  // follows oscA
@@ -101,12 +102,12 @@ struct VoiceSum {
     const float* levels;  // one row per lane, levelStride apart; null: all 1
     int levelStride;
     const LaneMasks& on;
-    float* sum;  // needs room for 7 more frames
+    float* sum;  // needs room for whole vectors
     int frames;
 };
 
 // Levels on a ramp: level[n] = level[n-1] x factor + step.
-struct alignas(32) LevelRamps {
+struct alignas(kVectorBytes) LevelRamps {
     LaneFloats level{};  // in: before the first frame, out: after the last
     LaneFloats factor{};
     LaneFloats step{};

@@ -1,5 +1,5 @@
 ; Installs the instrument and its files in a folder where Windows hosts look for VST plug-ins, and the
-; VST 3 bundle where they look for those.
+; VST 3 bundle and the CLAP plug-in, each with its own copy of these files, where they look for those.
 ; makensis -DVERSION=... -DFILES=FOLDER -DOUTPUT=FILE setup.nsi
 ; The instrument is 64-bit only, and so is the installer.
 Target amd64-unicode
@@ -7,6 +7,7 @@ Target amd64-unicode
 !include LogicLib.nsh
 
 !define NAME "Quarzel Strings"
+!define CLAP "$COMMONFILES64\CLAP\${NAME}"  ; a single file has its resources beside it
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 
 Name "${NAME} ${VERSION}"
@@ -35,10 +36,12 @@ FunctionEnd
 
 Section
     SetOutPath "$INSTDIR"
-    File /r /x QuarzelStrings.vst3 "${FILES}\*"
+    File /r /x QuarzelStrings.vst3 /x QuarzelStrings.clap "${FILES}\*"
     ; Hosts look for VST 3 here alone.
     SetOutPath "$COMMONFILES64\VST3"
     File /r "${FILES}\QuarzelStrings.vst3"
+    SetOutPath "${CLAP}"
+    File /r /x QuarzelStrings.vst3 /x QuarzelStrings.dll /x licences "${FILES}\*"
     SetOutPath "$INSTDIR"
     WriteUninstaller "$INSTDIR\uninstall.exe"
     WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "${NAME}"
@@ -52,15 +55,21 @@ Function un.onInit
 FunctionEnd
 
 ; Removes what was delivered; skins and banks that the musician added stay.
+!macro RemoveFiles FOLDER LIBRARY
+    Delete "${FOLDER}\${LIBRARY}"
+    Delete "${FOLDER}\default.fxb"
+    Delete "${FOLDER}\ZLM_help.rtf"
+    RMDir /r "${FOLDER}\skin"
+    RMDir /r "${FOLDER}\Night"
+!macroend
+
 Section Uninstall
-    Delete "$INSTDIR\QuarzelStrings.dll"
-    Delete "$INSTDIR\default.fxb"
-    Delete "$INSTDIR\ZLM_help.rtf"
+    !insertmacro RemoveFiles "$INSTDIR" QuarzelStrings.dll
     Delete "$INSTDIR\uninstall.exe"
-    RMDir /r "$INSTDIR\skin"
-    RMDir /r "$INSTDIR\Night"
     RMDir /r "$INSTDIR\licences"
     RMDir "$INSTDIR"
     RMDir /r "$COMMONFILES64\VST3\QuarzelStrings.vst3"
+    !insertmacro RemoveFiles "${CLAP}" QuarzelStrings.clap
+    RMDir "${CLAP}"
     DeleteRegKey HKLM "${UNINSTALL}"
 SectionEnd

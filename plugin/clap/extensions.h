@@ -230,6 +230,11 @@ struct HostPresetLoad {  // [main]
 inline constexpr char kExtGui[] = "clap.gui";
 inline constexpr char kWindowApiWin32[] = "win32";
 inline constexpr char kWindowApiX11[] = "x11";
+#ifdef _WIN32
+inline constexpr const char* kWindowApi = kWindowApiWin32;  // of this system
+#else
+inline constexpr const char* kWindowApi = kWindowApiX11;
+#endif
 
 struct Window {
     const char* api;

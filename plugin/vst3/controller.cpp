@@ -18,7 +18,7 @@ void Shell::gestureBegins(int parameter) {
 }
 
 void Shell::edited(int parameter, float value) {
-    if (state::isParameter(parameter)) told_[parameter] = value;
+    if (state::isParameter(parameter)) told_.set(parameter, value);
     if (handler_) handler_->performEdit(static_cast<ParamID>(parameter), state::engineValue(value));
 }
 
@@ -38,13 +38,8 @@ void Shell::resizeEditor(int width, int height) {
 void Shell::tellHost() {
     if (!handler_) return;
     const auto handler = shared(handler_.get());  // it may be taken away meanwhile
-    bool changed = false;
-    for (int i = 0; i < state::kNumParams; ++i) {
-        const float value = instrument_.parameter(i);
-        changed |= told_[i].exchange(value) != value;
-    }
-    const int program = instrument_.program();
-    if (toldProgram_.exchange(program) != program) {
+    const bool changed = told_.takeChanged(instrument_) != 0;
+    if (told_.takeChangedProgram(instrument_)) {
         handler->beginEdit(kProgramId);
         handler->performEdit(kProgramId, getParamNormalized(kProgramId));
         handler->endEdit(kProgramId);

@@ -1,8 +1,8 @@
 // Values and texts of the parameters.
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
+#include "plugin/program_text.h"
 #include "plugin/vst3/shell.h"
 #include "plugin/vst3/text.h"
 #include "state/parameter_text.h"
@@ -26,14 +26,6 @@ int stepAt(ParamID id, double value) {
     return static_cast<int>(unit(value) * lastStep(id) + 0.5);
 }
 
-std::optional<double> numberIn(const std::string& text) {
-    double number = 0.0;
-    const size_t start = std::min(text.find_first_not_of(' '), text.size());
-    const auto read = std::from_chars(text.data() + start, text.data() + text.size(), number);
-    if (read.ec != std::errc() || std::isnan(number)) return std::nullopt;
-    return number;
-}
-
 }  // namespace
 
 tresult Shell::getParameterInfo(int32 index, ParameterInfo& info) {
@@ -49,7 +41,7 @@ std::string Shell::textOf(ParamID id, double value) const {
         return state::plainText(index, state::valueFromNormalized(index, unit(value)));
     }
     const int step = stepAt(id, value);
-    if (id == kProgramId) return nameOfProgram(step);
+    if (id == kProgramId) return plugin::programText(instrument_, step);
     if (id == kBypassId) return step ? "On" : "Off";
     return std::to_string(step);
 }
@@ -60,12 +52,12 @@ std::optional<double> Shell::valueIn(ParamID id, const std::string& text) const 
         return value ? std::optional<double>(*value) : std::nullopt;
     }
     const double last = lastStep(id);
-    if (!isControllerId(id)) {
-        for (int step = 0; step <= last; ++step) {
-            if (textOf(id, step / last) == text) return step / last;
-        }
+    if (id == kProgramId) {
+        const auto program = plugin::programIn(instrument_, text);
+        return program ? std::optional<double>(*program / last) : std::nullopt;
     }
-    const auto number = numberIn(text);
+    if (id == kBypassId && (text == "On" || text == "Off")) return text == "On" ? 1.0 : 0.0;
+    const auto number = plugin::numberIn(text);
     return number ? std::optional<double>(unit(*number / last)) : std::nullopt;
 }
 
@@ -109,15 +101,15 @@ tresult Shell::setParamNormalized(ParamID id, ParamValue value) {
     if (!isKnownId(id) || std::isnan(value)) return kInvalidArgument;
     if (isInstrumentId(id)) {
         const auto index = static_cast<int>(id);
-        told_[index] = state::valueFromNormalized(index, unit(value));
-        instrument_.changeParameter(index, told_[index]);
+        told_.set(index, state::valueFromNormalized(index, unit(value)));
+        instrument_.changeParameter(index, told_.value(index));
     } else if (isControllerId(id)) {
         controllers_[id - kFirstControllerId] = static_cast<float>(unit(value));
     } else if (id == kBypassId) {
         bypassed_ = value >= 0.5;
     } else if (stepAt(id, value) != instrument_.program()) {
-        toldProgram_ = stepAt(id, value);
-        instrument_.setProgram(toldProgram_);
+        told_.setProgram(stepAt(id, value));
+        instrument_.setProgram(stepAt(id, value));
         tellHost();
     }
     return kResultOk;

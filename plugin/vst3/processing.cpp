@@ -2,51 +2,39 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plugin/block.h"
 #include "plugin/vst3/shell.h"
 #include "state/parameter_text.h"
 
 namespace vst3 {
 
 using instrument::TimedEvent;
+using plugin::frameIn;
+using plugin::isSilent;
+using plugin::kNoFrames;
 
 namespace {
 
-// The longest release, and a hall after it.
-constexpr double kTailSeconds = 30.0;
-
-// Of a block that is not rendered: changes are made at once, events wait.
-constexpr int kNoFrames = 0;
-
-bool isSilent(const float* samples, int count) {
-    return std::all_of(samples, samples + count, [](float x) { return x == 0.0f; });
-}
-
-// Offsets outside the block are limited to it: nothing gets lost.
-int frameIn(int offset, int frames) {
-    return std::clamp(offset, 0, frames);
-}
-
-uint8 dataByte(double unit) {
-    return static_cast<uint8>(std::clamp(unit, 0.0, 1.0) * 127.0 + 0.5);
-}
-
 // False for what the instrument has no message for.
-bool writeMessage(const Event& event, std::array<uint8, 3>& bytes) {
-    const auto write = [&bytes](uint8 status, int16 key, uint8 value) {
-        bytes = {status, static_cast<uint8>(key), value};
-        return key >= 0 && key <= 127;
+bool writeMessage(const Event& event, plugin::Message& bytes) {
+    const auto write = [&bytes](int16 key, const plugin::Message& message) {
+        bytes = message;
+        return plugin::isKey(key);
     };
     switch (event.type) {
         case Event::kNoteOnEvent: {
+            const int16 key = event.noteOn.pitch;
             const float velocity = event.noteOn.velocity;
-            // Soft is not off.
-            const auto value = velocity > 0.0f ? std::max<uint8>(dataByte(velocity), 1) : uint8{0};
-            return write(0x90, event.noteOn.pitch, value);
+            return write(key,
+                         velocity > 0.0f ? plugin::noteOn(key, velocity) : plugin::noteOff(key));
         }
         case Event::kNoteOffEvent:
-            return write(0x80, event.noteOff.pitch, 0);
-        case Event::kPolyPressureEvent:
-            return write(0xA0, event.polyPressure.pitch, dataByte(event.polyPressure.pressure));
+            return write(event.noteOff.pitch, plugin::noteOff(event.noteOff.pitch));
+        case Event::kPolyPressureEvent: {
+            const auto& pressure = event.polyPressure;
+            return write(pressure.pitch, {0xA0, static_cast<uint8>(pressure.pitch),
+                                          plugin::dataByte(pressure.pressure)});
+        }
         default:
             return false;
     }
@@ -69,8 +57,7 @@ tresult Shell::setupProcessing(ProcessSetup& setup) {
 }
 
 uint32 Shell::getTailSamples() {
-    const double rate = std::isfinite(sampleRate_) ? std::clamp(sampleRate_, 0.0, 1e8) : 0.0;
-    return static_cast<uint32>(kTailSeconds * rate);
+    return plugin::tailFrames(sampleRate_);
 }
 
 tresult Shell::process(ProcessData& data) {
@@ -126,7 +113,7 @@ void Shell::takePoint(ParamID id, int frame, double value, int frames) {
         instrument_.addEvent(event);
     } else if (id == kProgramId) {
         const int program = static_cast<int>(value * (state::kNumPrograms - 1) + 0.5);
-        toldProgram_ = program;
+        told_.setProgram(program);
         if (frames > kNoFrames) {
             instrument_.addEvent({frame, TimedEvent::kProgram, {}, program});
         } else if (program != instrument_.program()) {
@@ -135,7 +122,7 @@ void Shell::takePoint(ParamID id, int frame, double value, int frames) {
     } else {
         const auto index = static_cast<int>(id);
         const float wanted = state::valueFromNormalized(index, value);
-        told_[index] = wanted;
+        told_.set(index, wanted);
         if (frames > kNoFrames) {
             instrument_.addEvent({frame, TimedEvent::kParameter, {}, index, wanted});
         } else {

@@ -23,9 +23,9 @@ bool isEventInput(MediaType type, BusDirection direction) {
 Shell::Shell(FUnknown* moduleContext)
     : instrument_(*this), sampleRate_(engine::kInitialRate), moduleContext_(shared(moduleContext)) {
     instrument_.start(engine::kInitialRate);
+    told_.take(instrument_);
     for (int i = 0; i < state::kNumParams; ++i) {
         defaults_[i] = state::engineValue(instrument_.parameter(i));
-        told_[i] = instrument_.parameter(i);
     }
     for (int i = 0; i < kCountCtrlNumber; ++i) {
         controllers_[i] = static_cast<float>(controllerDefault(i));

@@ -12,6 +12,7 @@
 #include "plugin/vst3/idle_timer.h"
 #include "plugin/vst3/parameter_list.h"
 #include "plugin/vst3/reference.h"
+#include "plugin/told_values.h"
 
 namespace vst3 {
 
@@ -131,15 +132,12 @@ class Shell final : public IComponent,
 
     std::string textOf(ParamID id, double value) const;
     std::optional<double> valueIn(ParamID id, const std::string& text) const;
-    std::string nameOfProgram(int program) const;
 
     ReferenceCount references_;
     instrument::Instrument instrument_;
     std::array<float, state::kNumParams> defaults_;
 
-    // What the host has said last, or has been told: not what it is out of date about.
-    std::array<std::atomic<float>, state::kNumParams> told_;
-    std::atomic<int> toldProgram_{0};
+    plugin::ToldValues told_;
     std::atomic<bool> namesChanged_{false};
 
     std::array<std::atomic<float>, kCountCtrlNumber> controllers_;

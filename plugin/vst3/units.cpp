@@ -1,4 +1,5 @@
 // The program list, and the unit that keeps the controllers out of the way.
+#include "plugin/program_text.h"
 #include "plugin/vst3/shell.h"
 #include "plugin/vst3/text.h"
 
@@ -41,15 +42,10 @@ tresult Shell::getProgramListInfo(int32 listIndex, ProgramListInfo& info) {
     return kResultOk;
 }
 
-// Hosts take a program without a name for a fault.
-std::string Shell::nameOfProgram(int program) const {
-    const std::string name = instrument_.programName(program);
-    return name.empty() ? "Program " + std::to_string(program) : name;
-}
-
 tresult Shell::getProgramName(ProgramListID listId, int32 programIndex, String128 name) {
     if (listId != kProgramListId || !state::isProgram(programIndex)) return kResultFalse;
-    copyText(nameOfProgram(programIndex), name, sizeof(String128) / sizeof(TChar));
+    copyText(plugin::programText(instrument_, programIndex), name,
+             sizeof(String128) / sizeof(TChar));
     return kResultOk;
 }
 

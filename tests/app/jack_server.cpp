@@ -67,9 +67,13 @@ void JackServer::connect() {
     jack_activate(client_);
 }
 
-bool JackServer::listen() {
+bool JackServer::feed(const char* input) {
+    return jack_connect(client_, jack_port_name(midi_), input) == 0;
+}
+
+bool JackServer::listen(const char* output) {
     const char** const ports =
-        jack_get_ports(client_, "Quarzel Strings:.*0", JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
+        jack_get_ports(client_, output, JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
     if (!ports) return false;
     if (!jack_port_connected_to(sound_, ports[0])) {
         jack_connect(client_, ports[0], jack_port_name(sound_));

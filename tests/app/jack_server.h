@@ -26,7 +26,9 @@ class JackServer {
     static void acceptClients(int count);
 
     // Connects to the program's output once it exists. Returns whether it does.
-    bool listen();
+    bool listen(const char* output = "Quarzel Strings:.*0");
+    // Connects MIDI to a program that does not do it itself. Returns false if it has no such port.
+    bool feed(const char* input);
     // The latest half second of the left channel.
     std::vector<float> heard() const;
     void sendMidi(const std::array<unsigned char, 3>& message);

@@ -102,6 +102,7 @@ TEST(Player, FadesOutToSilence) {
         EXPECT_FALSE(rig.player.isFaded());
         rig.player.render(rig.left, rig.right, kBlock, false);
         for (int i = 0; i < kBlock; ++i) {
+            EXPECT_EQ(rig.right[i], rig.left[i]);
             EXPECT_LE(rig.left[i], before);
             EXPECT_LT(before - rig.left[i], i + block == 0 ? 1.0f : 0.01f);
             before = rig.left[i];

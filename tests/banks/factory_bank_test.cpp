@@ -1,4 +1,4 @@
-// Plays every program of the factory bank and judges it by ear, in numbers.
+// The names of the factory bank, its built file, and the measures that measure_bank judges it by.
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "banks/bank_source.h"
-#include "banks/sound_check.h"
+#include "banks/listening.h"
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/product.h"
@@ -17,9 +17,6 @@
 #include "tests/support/recorded_messages.h"
 
 namespace {
-
-constexpr int kFamilies = 16;
-constexpr int kFamilySize = 8;
 
 const banks::BankSource& factoryBank() {
     static const banks::BankSource source = [] {
@@ -29,35 +26,8 @@ const banks::BankSource& factoryBank() {
     return source;
 }
 
-std::string label(int program) {
-    return std::to_string(program) + ' ' + factoryBank().bank.programName(program);
-}
-
-class FactoryFamily : public testing::TestWithParam<int> {};
-
-TEST_P(FactoryFamily, KeepsEverySoundInItsBounds) {
-    for (int i = 0; i < kFamilySize; ++i) {
-        const int program = GetParam() * kFamilySize + i;
-        const auto faults = banks::faults(banks::measure(factoryBank().bank, program));
-        EXPECT_EQ(faults, std::vector<std::string>{}) << label(program);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(All, FactoryFamily, testing::Range(0, kFamilies));
-
-TEST(FactoryBank, HasNoTwoSoundsAlike) {
-    std::vector<banks::Picture> pictures;
-    for (int program = 0; program < state::kNumPrograms; ++program) {
-        pictures.push_back(banks::phrasePicture(factoryBank().bank, program));
-        for (int other = 0; other < program; ++other) {
-            EXPECT_GT(banks::distanceDb(pictures[other], pictures[program]), banks::kLeastDistance)
-                << label(other) << " and " << label(program);
-        }
-    }
-}
-
 TEST(FactoryBank, NamesEverySoundWithWordsUsedTwiceAtMost) {
-    EXPECT_EQ(factoryBank().programs, kFamilies * kFamilySize);
+    EXPECT_EQ(factoryBank().programs, state::kNumPrograms);
     std::map<std::string, int> uses;
     for (int program = 0; program < state::kNumPrograms; ++program) {
         std::istringstream name(factoryBank().bank.programName(program));

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "dsp/random.h"
 
@@ -25,22 +24,6 @@ TEST(PeakLimiter, PassesQuietSoundTimesFour) {
     EXPECT_DOUBLE_EQ(limiter.follower(), before * (1.0 - 0.01085387128));
 }
 
-TEST(PeakLimiter, HoldsLoudSoundJustAboveItsThreshold) {
-    for (const float level : {1.0f, 4.0f, 100.0f}) {
-        SCOPED_TRACE(level);
-        dsp::PeakLimiter limiter;
-        float left = 0.0f;
-        for (int i = 0; i < 500; ++i) {
-            left = level;
-            float right = level;
-            limiter.process(left, right);
-        }
-        // A hundredth of the level above -1 dB remains; the make-up gain is 4.
-        const double overshoot = 20.0 * std::log10(level) + 1.0;
-        EXPECT_NEAR(20.0 * std::log10(left / 4.0f), -1.0 + overshoot * 0.01, 1e-3);
-    }
-}
-
 TEST(PeakLimiter, GivesTheFullGainLawToTheLastBit) {
     dsp::PeakLimiter limiter;
     dsp::Random random;
@@ -56,19 +39,6 @@ TEST(PeakLimiter, GivesTheFullGainLawToTheLastBit) {
         }
         const float expected = static_cast<float>(in * std::pow(10.0, exponent) * 4.0);
         ASSERT_NEAR(left, expected, std::fabs(expected) * 1.2e-7f);
-    }
-}
-
-TEST(PeakLimiter, RecoversFromWhatIsNoNumber) {
-    const float infinity = std::numeric_limits<float>::infinity();
-    for (const float bad : {infinity, -infinity, std::numeric_limits<float>::quiet_NaN()}) {
-        dsp::PeakLimiter limiter;
-        float left = bad;
-        float right = 0.0f;
-        limiter.process(left, right);
-        left = right = 0.25f;
-        limiter.process(left, right);
-        EXPECT_EQ(left, 1.0f);
     }
 }
 

@@ -1,10 +1,13 @@
-// Shared by the block tests: hostile values and a gain measurement.
+// Shared by the block tests: hostile values and measurements.
 #pragma once
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace dsp {
+
+constexpr double kTwoPi = 6.283185307179586;
 
 constexpr float kHostile[] = {std::numeric_limits<float>::quiet_NaN(),
                               std::numeric_limits<float>::infinity(),
@@ -17,13 +20,28 @@ double gainAt(double hz, double sampleRate, Tick&& tick) {
     double in = 0.0;
     double out = 0.0;
     for (int i = 0; i < frames; ++i) {
-        const float x = static_cast<float>(std::sin(2.0 * 3.141592653589793 * hz * i / sampleRate));
+        const float x = static_cast<float>(std::sin(kTwoPi * hz * i / sampleRate));
         const float y = tick(x);
         if (i < frames / 2) continue;
         in += x * x;
         out += y * y;
     }
     return std::sqrt(out / in);
+}
+
+// Amplitude of the partial with that many cycles in a signal that repeats, by Goertzel's
+// recurrence.
+inline double partial(const std::vector<double>& period, std::size_t cycles) {
+    const double size = static_cast<double>(period.size());
+    const double c = 2.0 * std::cos(kTwoPi * static_cast<double>(cycles) / size);
+    double last = 0.0;
+    double before = 0.0;
+    for (const double x : period) {
+        const double next = x + c * last - before;
+        before = last;
+        last = next;
+    }
+    return std::sqrt(last * last + before * before - c * last * before) * 2.0 / size;
 }
 
 }  // namespace dsp

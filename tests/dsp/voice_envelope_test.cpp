@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/dsp/measure.h"
-
 namespace dsp {
 namespace {
 
@@ -38,6 +36,13 @@ TEST(VoiceEnvelope, WalksThroughItsStages) {
         EXPECT_FLOAT_EQ(envelope.tick(), row.level);
         EXPECT_EQ(envelope.stage(), row.stage);
     }
+}
+
+TEST(VoiceEnvelope, BeginsAt44100Hz) {
+    VoiceEnvelope envelope;
+    envelope.setAttackTime(4.0f / 44100.0f);
+    envelope.trigger(1.0f, 60);
+    EXPECT_NEAR(envelope.tick(), 0.25f, 1e-6f);
 }
 
 TEST(VoiceEnvelope, EndedReleaseKeepsItsLastLevel) {
@@ -172,28 +177,6 @@ TEST(VoiceEnvelope, GlideSmoothsTheSustainAndHoldsTheRelease) {
     EXPECT_EQ(envelope.level(), 0.0f);
     envelope.kill();
     EXPECT_EQ(envelope.stage(), VoiceEnvelope::kIdle);
-}
-
-TEST(VoiceEnvelope, StaysFiniteWithHostileSettings) {
-    for (const float bad : kHostile) {
-        SCOPED_TRACE(bad);
-        VoiceEnvelope envelope;
-        envelope.setRate(bad);
-        envelope.setRate(0.0);
-        envelope.setAttackTime(bad);
-        envelope.setDecayTime(bad);
-        envelope.setSustain(bad);
-        envelope.setReleaseFactor(bad);
-        envelope.setVelocityAmount(bad);
-        envelope.setPeakScale(bad);
-        envelope.setLevelKeyTrack(bad);
-        envelope.setTimeKeyTrack(bad);
-        envelope.setKeyRange(60, 60);
-        envelope.setGlideHz(bad);
-        envelope.trigger(bad, 60);
-        for (int i = 0; i < 200; ++i) EXPECT_TRUE(std::isfinite(envelope.tick()));
-        EXPECT_EQ(envelope.stage(), VoiceEnvelope::kSustain);
-    }
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "instrument/midi_messages.h"
-
 namespace engine_test {
 
 namespace {
@@ -87,8 +85,13 @@ Rig::Rig(double rate) : engine_(std::make_unique<engine::Engine>(rate)) {
 
 void Rig::playOnly(engine::Section section) {
     for (int s = 0; s < engine::kNumSections; ++s) {
-        engine_->setSectionSwitch(static_cast<engine::Section>(s), s == section ? 1.0f : 0.0f);
+        engine_->setSectionSwitch(static_cast<engine::Section>(s), 0.0f);
     }
+    switchOn(section);
+}
+
+void Rig::switchOn(engine::Section section) {
+    engine_->setSectionSwitch(section, 1.0f);
     engine_->setSectionLevel(section, 1.0f);
 }
 
@@ -111,47 +114,33 @@ void Rig::useEffects() {
     reverb.set({0.8f, 1.0f, 1.0f, 1.0f});
 }
 
-void Rig::send(int status, int data1, int data2) {
-    const std::uint8_t message[3] = {static_cast<std::uint8_t>(status),
-                                     static_cast<std::uint8_t>(data1),
-                                     static_cast<std::uint8_t>(data2)};
-    play(message);
+void Rig::noteOn(int key, int velocity) {
+    engine_->wake();
+    engine_->noteOn(key, velocity);
 }
 
-void Rig::sendAt(int frame, int status, int data1, int data2) {
-    events_.push_back({frame,
-                       {static_cast<std::uint8_t>(status), static_cast<std::uint8_t>(data1),
-                        static_cast<std::uint8_t>(data2)}});
+void Rig::noteOff(int key) {
+    engine_->wake();
+    engine_->noteOff(key);
 }
 
 Sound Rig::render(int frames, int block) {
     Sound sound;
     sound.left.resize(static_cast<std::size_t>(frames), NAN);
     sound.right.resize(static_cast<std::size_t>(frames), NAN);
-    auto event = events_.begin();
     for (int begin = 0; begin < frames; begin += block) {
         const int end = std::min(begin + block, frames);
         float* const left = sound.left.data();
         float* const right = sound.right.data();
         engine_->beginBlock();
-        for (int at = begin; at < end;) {
-            for (; event != events_.end() && event->frame <= at; ++event) play(event->message);
-            const int due = event == events_.end() ? end : std::min(event->frame, end);
-            at += engine_->render(left + at, right + at, due - at);
-        }
+        for (int at = begin; at < end;) at += engine_->render(left + at, right + at, end - at);
         engine_->endBlock(left + begin, right + begin, end - begin);
     }
-    events_.clear();
     return sound;
 }
 
 Sound Rig::renderSeconds(double seconds) {
     return render(static_cast<int>(seconds * engine_->sampleRate()));
-}
-
-void Rig::play(const std::uint8_t* message) {
-    engine_->wake();
-    instrument::playMessage(*engine_, message);
 }
 
 }  // namespace engine_test

@@ -1,8 +1,7 @@
-// Plays MIDI into an engine frame by frame, keeps what it renders, and measures it.
+// Plays notes into an engine, keeps what it renders, and measures it.
 #pragma once
 
 #include <complex>
-#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -41,27 +40,19 @@ class Rig {
     engine::Engine& engine() { return *engine_; }
     // Switches one section on at full level.
     void playOnly(engine::Section section);
+    // Adds a section at full level.
+    void switchOn(engine::Section section);
     // Switches on chorus, phaser, spring and reverb with full modulation.
     void useEffects();
 
-    // Sends a message before the next frame, or before frame `frame` (from 0) of the next render.
-    void send(int status, int data1 = 0, int data2 = 0);
-    void sendAt(int frame, int status, int data1 = 0, int data2 = 0);
-    void noteOn(int key, int velocity = 127) { send(0x90, key, velocity); }
-    void noteOff(int key) { send(0x80, key); }
+    void noteOn(int key, int velocity = 127);
+    void noteOff(int key);
 
     Sound render(int frames, int block = 512);
     Sound renderSeconds(double seconds);
 
   private:
-    struct Event {
-        int frame;
-        std::uint8_t message[3];
-    };
-    void play(const std::uint8_t* message);
-
     std::unique_ptr<engine::Engine> engine_;
-    std::vector<Event> events_;  // ascending
 };
 
 }  // namespace engine_test

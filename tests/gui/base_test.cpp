@@ -1,4 +1,4 @@
-// Rectangles, text, references and button states.
+// Rectangles, text and references.
 #include "gui/base/utf8_string.h"
 #include "tests/gui/gui_fixture.h"
 
@@ -71,15 +71,6 @@ TEST(Utf8, StepsByCharactersAndSurvivesBrokenBytes) {
     EXPECT_EQ(utf8::encode(0xD800), "\xEF\xBF\xBD");
 }
 
-TEST(Text, ComparesAndJoins) {
-    UTF8String text = "ab";
-    text += "cd";
-    EXPECT_TRUE(text == "abcd");
-    EXPECT_TRUE(text == UTF8String(std::string("abcd")));
-    EXPECT_EQ(text.length(), 4u);
-    EXPECT_TRUE(UTF8String(nullptr).empty());
-}
-
 TEST(References, DeleteTheObjectWithTheLastOne) {
     struct Counted : CBaseObject {
         explicit Counted(int& alive) : alive(alive) { ++alive; }
@@ -100,16 +91,6 @@ TEST(References, DeleteTheObjectWithTheLastOne) {
         EXPECT_EQ(alive, 1);
     }
     EXPECT_EQ(alive, 0);
-}
-
-TEST(ButtonState, TellsButtonsFromModifiers) {
-    const CButtonState state(kLButton | kShift | kDoubleClick);
-    EXPECT_TRUE(state.isLeftButton());
-    EXPECT_TRUE(state.isDoubleClick());
-    EXPECT_EQ(state.getModifierState(), kShift);
-    EXPECT_FALSE(CButtonState(kLButton | kRButton).isLeftButton()) << "that button alone";
-    EXPECT_EQ(kLButton, 2);
-    EXPECT_EQ(kDoubleClick, 1024);
 }
 
 TEST(Library, CountsItsUsers) {

@@ -85,13 +85,6 @@ class GuiTest : public ::testing::Test {
         return control;
     }
 
-    // Sets half the range, draws it and drops the reports.
-    void setHalf(CControl* control) {
-        control->setValue(0.5f);
-        frame->idle();
-        reports();
-    }
-
     CColor pixel(int x, int y) {
         const uint32_t word = headless::picture(*frame).at(x, y);
         return CColor(word >> 16 & 255, word >> 8 & 255, word & 255, word >> 24);

@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "plugin/vst2/vst2.h"
+#include "plugin/vst2/audio_effect_x.h"
 
 namespace {
 
@@ -28,157 +28,111 @@ struct Program {
     float values[kNumHeldByPrograms];
 };
 
-struct Instrument {
-    AEffect effect = {};
-    Program programs[kNumPrograms] = {{"Init", {0.5f, 0.25f, 0.75f}},
-                                      {"Init", {0.375f, 0.25f, 0.75f}},
-                                      {"Soft", {0.25f, 0.25f, 0.75f}}};
-    float parameters[kNumParameters] = {0.5f, 0.25f, 0.75f, 0.0f, 0.0f};
-    int program = 0;
-    float sampleRate = 0.0f;
-    VstIntPtr blockSize = 0;
-    bool open = false;
-    bool running = false;
-    const VstEvents* events = nullptr;
-    double ringing = 0.0;  // frames
-};
-
-Instrument& instrumentOf(AEffect* effect) {
-    return *static_cast<Instrument*>(effect->object);
-}
-
-void copyText(void* buffer, const char* text) {
-    std::strcpy(static_cast<char*>(buffer), text);
-}
-
-void choose(Instrument& self, int program) {
-    self.program = program;
-    std::memcpy(self.parameters, self.programs[program].values, sizeof(Program::values));
-    self.parameters[kRing] = self.parameters[kFault] = 0.0f;
-}
-
-VstIntPtr dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
-                   float opt) {
-    Instrument& self = instrumentOf(effect);
-    switch (opcode) {
-        case effOpen:
-            self.open = true;
-            return 1;
-        case effClose:
-            delete &self;
-            return 1;
-        case effSetProgram:
-            choose(self, static_cast<int>(value));
-            return 1;
-        case effGetProgram:
-            return self.program;
-        case effGetProgramName:
-            copyText(ptr, self.programs[self.program].name);
-            return 1;
-        case effSetProgramName:
-            copyText(self.programs[self.program].name, static_cast<const char*>(ptr));
-            return 1;
-        case effBeginLoadBank:
-        case effBeginLoadProgram:
-            return static_cast<VstPatchChunkInfo*>(ptr)->pluginVersion == kRefusedVersion ? -1 : 1;
-        case effGetParamName:
-            copyText(ptr, kParameterNames[index]);
-            return 1;
-        case effGetParamDisplay:
-            std::snprintf(static_cast<char*>(ptr), kVstMaxParamStrLen, "%d",
-                          static_cast<int>(self.parameters[index] * 100.0f));
-            return 1;
-        case effGetParamLabel:
-            copyText(ptr, index == kLevel ? "%" : "");
-            return 1;
-        case effGetEffectName:
-            copyText(ptr, "Test Instrument");
-            return 1;
-        case effSetSampleRate:
-            self.sampleRate = opt;
-            return 1;
-        case effSetBlockSize:
-            self.blockSize = value;
-            return 1;
-        case effMainsChanged:
-            self.running = value != 0;
-            return 1;
-        case effProcessEvents:
-            self.events = static_cast<const VstEvents*>(ptr);
-            return 1;
+class Instrument final : public vst2::AudioEffectX {
+  public:
+    explicit Instrument(audioMasterCallback host)
+        : AudioEffectX(host, kNumPrograms, kNumParameters) {
+        setNumInputs(0);
+        setUniqueID(platform::fourCharCode("TstI"));
+        isSynth();
+        cEffect_.version = 3;
     }
-    return 0;
-}
 
-bool keepsTheRules(const Instrument& self, int frames) {
-    if (!self.open || !self.running || self.sampleRate <= 0.0f) return false;
-    if (frames < 1 || frames > self.blockSize) return false;
-    int previous = 0;
-    for (int i = 0; self.events && i < self.events->numEvents; ++i) {
-        const VstEvent& event = *self.events->events[i];
-        const bool isInOrder = event.deltaFrames >= previous && event.deltaFrames < frames;
-        if (event.type != kVstMidiType || !isInOrder) return false;
-        previous = event.deltaFrames;
+    void open() override { open_ = true; }
+    void suspend() override { running_ = false; }
+    void resume() override { running_ = true; }
+    void setSampleRate(float hz) override { rate_ = hz; }
+    void setBlockSize(VstInt32 frames) override { largestBlock_ = frames; }
+    void setProgram(VstInt32 program) override {
+        currentProgram_ = program;
+        std::memcpy(parameters_, programs_[program].values, sizeof(Program::values));
+        parameters_[kRing] = parameters_[kFault] = 0.0f;
     }
-    return true;
-}
+    void getProgramName(char* name) override { std::strcpy(name, programs_[getProgram()].name); }
+    void setProgramName(const char* name) override {
+        std::strcpy(programs_[getProgram()].name, name);
+    }
+    VstInt32 beginLoadBank(VstPatchChunkInfo* info) override {
+        return info->pluginVersion == kRefusedVersion ? -1 : 1;
+    }
+    VstInt32 beginLoadProgram(VstPatchChunkInfo* info) override { return beginLoadBank(info); }
+    void getParameterName(VstInt32 index, char* text) override {
+        std::strcpy(text, kParameterNames[index]);
+    }
+    void getParameterDisplay(VstInt32 index, char* text) override {
+        std::snprintf(text, kVstMaxParamStrLen, "%d", static_cast<int>(parameters_[index] * 100));
+    }
+    void getParameterLabel(VstInt32 index, char* text) override {
+        std::strcpy(text, index == kLevel ? "%" : "");
+    }
+    bool getEffectName(char* text) override { return std::strcpy(text, "Test Instrument"); }
+    VstInt32 processEvents(VstEvents* events) override {
+        events_ = events;
+        return 1;
+    }
+    float getParameter(VstInt32 index) override { return parameters_[index]; }
+    void setParameter(VstInt32 index, float value) override {
+        parameters_[index] = value;
+        if (index < kNumHeldByPrograms) programs_[getProgram()].values[index] = value;
+    }
 
-void processReplacing(AEffect* effect, float**, float** outputs, VstInt32 frames) {
-    Instrument& self = instrumentOf(effect);
-    const float level = self.parameters[kLevel];
-    const bool obeyed = keepsTheRules(self, frames);
-    int next = 0;
-    for (int frame = 0; frame < frames; ++frame) {
-        float left = self.ringing > 0.0 ? level / 2 : 0.0f;
-        float right = left;
-        self.ringing -= 1.0;
-        for (; self.events && next < self.events->numEvents; ++next) {
-            const VstEvent& event = *self.events->events[next];
-            if (obeyed && event.deltaFrames != frame) break;
-            const char* const midi = reinterpret_cast<const VstMidiEvent&>(event).midiData;
-            const int kind = midi[0] & 0xf0;
-            if (kind == 0x80) right -= static_cast<float>(midi[2]) / 128.0f;
-            if (kind == 0xc0) choose(self, midi[1] % kNumPrograms);
-            if (kind != 0x90) continue;
-            left = level;
-            right += static_cast<float>(midi[2]) / 128.0f;
-            self.ringing = self.parameters[kRing] * 10.0 * self.sampleRate;
+    void processReplacing(float**, float** outputs, VstInt32 frames) override {
+        const float level = parameters_[kLevel];
+        const bool obeyed = keepsTheRules(frames);
+        int next = 0;
+        for (int frame = 0; frame < frames; ++frame) {
+            float left = ringing_ > 0.0 ? level / 2 : 0.0f;
+            float right = left;
+            ringing_ -= 1.0;
+            for (; events_ && next < events_->numEvents; ++next) {
+                const VstEvent& event = *events_->events[next];
+                if (obeyed && event.deltaFrames != frame) break;
+                const char* const midi = reinterpret_cast<const VstMidiEvent&>(event).midiData;
+                const int kind = midi[0] & 0xf0;
+                if (kind == 0x80) right -= static_cast<float>(midi[2]) / 128.0f;
+                if (kind == 0xc0) setProgram(midi[1] % kNumPrograms);
+                if (kind != 0x90) continue;
+                left = level;
+                right += static_cast<float>(midi[2]) / 128.0f;
+                ringing_ = parameters_[kRing] * 10.0 * rate_;
+            }
+            if (!obeyed) left = right = kAlarm;
+            if (parameters_[kFault] > 0.5f) left = right = std::nanf("");
+            outputs[0][frame] = left;
+            outputs[1][frame] = right;
         }
-        if (!obeyed) left = right = kAlarm;
-        if (self.parameters[kFault] > 0.5f) left = right = std::nanf("");
-        outputs[0][frame] = left;
-        outputs[1][frame] = right;
+        events_ = nullptr;
     }
-    self.events = nullptr;
-}
 
-void setParameter(AEffect* effect, VstInt32 index, float value) {
-    Instrument& self = instrumentOf(effect);
-    self.parameters[index] = value;
-    if (index < kNumHeldByPrograms) self.programs[self.program].values[index] = value;
-}
+  private:
+    bool keepsTheRules(int frames) const {
+        if (!open_ || !running_ || rate_ <= 0.0f) return false;
+        if (frames < 1 || frames > largestBlock_) return false;
+        int previous = 0;
+        for (int i = 0; events_ && i < events_->numEvents; ++i) {
+            const VstEvent& event = *events_->events[i];
+            const bool isInOrder = event.deltaFrames >= previous && event.deltaFrames < frames;
+            if (event.type != kVstMidiType || !isInOrder) return false;
+            previous = event.deltaFrames;
+        }
+        return true;
+    }
 
-float getParameter(AEffect* effect, VstInt32 index) {
-    return instrumentOf(effect).parameters[index];
-}
+    Program programs_[kNumPrograms] = {{"Init", {0.5f, 0.25f, 0.75f}},
+                                       {"Init", {0.375f, 0.25f, 0.75f}},
+                                       {"Soft", {0.25f, 0.25f, 0.75f}}};
+    float parameters_[kNumParameters] = {0.5f, 0.25f, 0.75f, 0.0f, 0.0f};
+    float rate_ = 0.0f;
+    VstInt32 largestBlock_ = 0;
+    bool open_ = false;
+    bool running_ = false;
+    const VstEvents* events_ = nullptr;
+    double ringing_ = 0.0;  // frames
+};
 
 }  // namespace
 
 extern "C" AEffect* VSTPluginMain(audioMasterCallback host) {
     if (host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) < 2400) return nullptr;
-    auto* const self = new Instrument;
-    AEffect& effect = self->effect;
-    effect.magic = kEffectMagic;
-    effect.dispatcher = dispatch;
-    effect.setParameter = setParameter;
-    effect.getParameter = getParameter;
-    effect.processReplacing = processReplacing;
-    effect.numPrograms = kNumPrograms;
-    effect.numParams = kNumParameters;
-    effect.numOutputs = 2;
-    effect.flags = effFlagsIsSynth | effFlagsCanReplacing;
-    effect.object = self;
-    effect.uniqueID = platform::fourCharCode("TstI");
-    effect.version = 3;
-    return &effect;
+    return (new Instrument(host))->getAeffect();
 }

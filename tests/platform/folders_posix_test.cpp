@@ -1,13 +1,16 @@
-// Folders of a user and of a library on Linux.
+// Folders and documents on Linux, as the environment names them.
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include <gtest/gtest.h>
 
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/open_document.h"
 #include "platform/shared_library.h"
 #include "tests/support/temporary_folder.h"
 
@@ -79,6 +82,25 @@ TEST(PosixFolders, OfALibraryAreUnknownOnceItsFileIsGone) {
     EXPECT_EQ(ownFolder(), std::filesystem::canonical(folder.path()).string() + '/');
     std::filesystem::remove(path);
     EXPECT_STREQ(ownFolder(), "unknown");
+}
+
+TEST(OpenDocument, HandsThePathToTheOpenerAsItIs) {
+    const TemporaryFolder folder;
+    {
+        const Variable path("PATH", folder.path().c_str());
+        EXPECT_FALSE(platform::openDocument("/a document"));  // no opener
+    }
+    const std::string opener = folder.write(
+        "xdg-open", "#!/bin/sh\nprintf %s \"$1\" > \"$0.part\"\nmv \"$0.part\" \"$0.seen\"\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const std::string folders = folder.path() + ":" + std::getenv("PATH");
+    const Variable path("PATH", folders.c_str());
+    const std::string document = "/a folder/$HOME; \"quoted\" `x`.rtf";
+    EXPECT_TRUE(platform::openDocument(document));
+    for (int i = 0; i < 2000 && !platform::fileExists(opener + ".seen"); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    EXPECT_EQ(platform::readFile(opener + ".seen", 1000), document);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 # Fails unless LIBRARY exports exactly its entry points, which are given in order, separated by |.
-# Usage: cmake -DLIBRARY=FILE -DENTRY_POINTS=NAMES -DNM=nm -DOBJDUMP=objdump -P check_exports.cmake
-if(LIBRARY MATCHES "\\.(dll|vst3)$")
+# Usage: cmake -DLIBRARY=FILE -DENTRY_POINTS=NAMES -DNM=nm -DOBJDUMP=objdump
+# [-DWINDOWS=BOOL] -P check_exports.cmake
+if(LIBRARY MATCHES "\\.(dll|vst3)$" OR WINDOWS)
     set(lister "${OBJDUMP}" -p)
     set(heading ".*\\[Ordinal/Name Pointer\\] Table")
     # Newer versions print the ordinal and a hint before the name.

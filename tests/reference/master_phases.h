@@ -4,22 +4,21 @@
 #include <array>
 
 #include "engine/pitch.h"
-#include "tests/reference/names.h"
 
 namespace reference {
 
 class MasterPhases {
   public:
     void advance(double bendRatio, double sampleRate) {
-        for (int s = 0; s < kSemitones; ++s) {
-            phase_[s] += bendRatio * kMasterFrequencies[s] / sampleRate;
+        for (int s = 0; s < engine::kSemitones; ++s) {
+            phase_[s] += bendRatio * engine::kMasterFrequencies[s] / sampleRate;
             if (phase_[s] >= 1.0) phase_[s] -= 1.0;
         }
     }
     double operator[](int semitone) const { return phase_[semitone]; }
 
   private:
-    std::array<double, kSemitones> phase_{};
+    std::array<double, engine::kSemitones> phase_{};
 };
 
 }  // namespace reference

@@ -1,7 +1,6 @@
 // The bank as a record: layout, values and names.
 #include "state/bank.h"
 
-#include <cmath>
 #include <cstring>
 #include <memory>
 
@@ -20,30 +19,6 @@ TEST(Bank, StartsWithDefaultsInEveryProgram) {
         }
     }
     EXPECT_EQ(bank.parameterName(5), "Brigthness");
-}
-
-TEST(Bank, LimitsWhatIsStoredUnlessTheRecordSaysOtherwise) {
-    Bank bank;
-    bank.setValue(3, 5, 1.7f);
-    EXPECT_EQ(bank.value(3, 5), 1.0f);
-    bank.setValue(3, 5, -0.2f);
-    EXPECT_EQ(bank.value(3, 5), 0.0f);
-    bank.setValue(3, 5, 0.5f);
-    bank.setValue(3, 5, std::nanf(""));
-    EXPECT_EQ(bank.value(3, 5), 0.0f);
-    EXPECT_EQ(bank.value(2, 5), state::parameter(5).defaultValue);
-
-    bank.chunk().parameters[5].unclamped = 1;
-    bank.setValue(3, 5, 1.7f);
-    EXPECT_EQ(bank.value(3, 5), 1.7f);
-}
-
-TEST(Bank, HoldsAValueInTheTableWhenProgramsDoNot) {
-    Bank bank;
-    bank.chunk().parameters[7].programHeld = 0;
-    bank.setValue(1, 7, 0.75f);
-    EXPECT_EQ(bank.value(2, 7), 0.75f);
-    EXPECT_EQ(bank.chunk().programs[1].values[7], state::parameter(7).defaultValue);
 }
 
 TEST(Bank, ReadsNamesWithoutAnEndWithinTheirField) {

@@ -3,14 +3,12 @@
 
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <memory>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
-#include "tests/support/random_bytes.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
@@ -93,33 +91,6 @@ TEST(Chunks, OfAnotherSizeAreRefusedWithAMessage) {
     EXPECT_EQ(messages.all, (std::vector<Message>{preset, preset, whole, whole}));
 }
 
-TEST(Chunks, WithWildBytesAreKept) {
-    const RecordedMessages messages;
-    Bank bank;
-    const std::string sane = bytesOf(namedBank("Signature"));
-    std::mt19937 random(7);
-    for (int round = 0, rounds = mutationCount(80); round < rounds; ++round) {
-        SCOPED_TRACE(round);
-        const int program = static_cast<int>(random() % 128);
-        const bool isProgram = round % 2 == 1;
-        const std::string whole = isProgram ? sane.substr(1512, 192) : sane;
-        const std::string chunk =
-            round % 4 < 2 ? randomlyDamaged(whole, random) : randomBytes(whole.size(), random);
-        std::string expected = bytesOf(bank);
-        const auto size = static_cast<std::int32_t>(chunk.size());
-        if (isProgram) {
-            const bool fits = size <= 192;
-            if (fits) expected.replace(1512 + 192 * program, chunk.size(), chunk);
-            EXPECT_EQ(state::takeProgramChunk(bank, program, chunk.data(), size), fits);
-        } else {
-            const bool fits = size == 26088;
-            if (fits) expected = chunk;
-            EXPECT_EQ(state::takeBankChunk(bank, chunk.data(), size), fits);
-        }
-        ASSERT_EQ(bytesOf(bank), expected);
-    }
-}
-
 TEST(DefaultBank, LoadsAnOpaqueBank) {
     const LoadedDefault loaded(opaqueFile(bytesOf(namedBank("Signature")), 26088));
     EXPECT_EQ(loaded.bank.programName(0), "Signature");
@@ -196,24 +167,6 @@ TEST(DefaultBank, ThatCannotBeOpenedIsOnlyRemembered) {
     EXPECT_TRUE(state::defaultBankMissing());
     EXPECT_TRUE(messages.all.empty());
     EXPECT_EQ(bank.programName(0), "Init");
-}
-
-TEST(DefaultBank, SurvivesDamageAnywhere) {
-    const TemporaryFolder folder;
-    const RecordedMessages messages;
-    const platform::ScopedFolders folders(folder.path(), "");
-    std::mt19937 random(11);
-    const std::string files[] = {opaqueFile(bytesOf(Bank()), 26088),
-                                 header("FxBk", kId, 3) + listEntry(42, std::vector<float>(42))};
-    for (int round = 0, rounds = mutationCount(1000); round < rounds; ++round) {
-        folder.write("default.fxb", randomlyDamaged(files[round % 2], random));
-        Bank bank;
-        state::loadDefaultBank(bank, kId);
-        for (int i = 0; i < state::kNumParams; ++i) {
-            const float value = state::engineValue(bank.value(round % 128, i));
-            ASSERT_TRUE(value >= 0.0f && value <= 1.0f);
-        }
-    }
 }
 
 }  // namespace

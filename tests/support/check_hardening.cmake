@@ -1,5 +1,6 @@
 # Fails unless a linked program or library has its hardening options.
-# Usage: cmake -DFILE=FILE -DOBJDUMP=objdump -DOPTIMISED=BOOL -P check_hardening.cmake
+# Usage: cmake -DFILE=FILE -DOBJDUMP=objdump -DOPTIMISED=BOOL
+# [-DWINDOWS=BOOL] -P check_hardening.cmake
 cmake_minimum_required(VERSION 3.25)
 
 # require(LISTING PATTERN WHAT): objdump's output must match.
@@ -11,7 +12,7 @@ endfunction()
 
 execute_process(COMMAND "${OBJDUMP}" -p "${FILE}" OUTPUT_VARIABLE headers
     COMMAND_ERROR_IS_FATAL ANY)
-if(FILE MATCHES "\\.(dll|exe|vst3)$")
+if(FILE MATCHES "\\.(dll|exe|vst3)$" OR WINDOWS)
     set(symbols -t)  # the run-time library is linked statically
     require("${headers}" "HIGH_ENTROPY_VA" "not to be loaded at high addresses")
     require("${headers}" "DYNAMIC_BASE" "not to be loaded at any address")

@@ -8,7 +8,7 @@
 
 #include "engine/sound_engine.h"
 
-// All calls in order, separated by spaces: "volume=0.3 reset section-level:2=0.1".
+// All calls in order, separated by spaces: "volume=0.3 reset level:brass=0.1".
 class EngineLog {
   public:
     void add(const std::string& call) { text_ += (text_.empty() ? "" : " ") + call; }
@@ -42,7 +42,9 @@ class RecordingEngine : public engine::SoundEngine {
     void endBlock(float*, float*, int) override {}
     void reset() override { log.add("reset"); }
 
-    void noteOn(int key, int) override { log.add("note-on", key); }
+    void noteOn(int key, int velocity) override {
+        log.add("note-on=" + std::to_string(key) + '/' + std::to_string(velocity));
+    }
     void noteOff(int key) override { log.add("note-off", key); }
     void allNotesOff() override { log.add("all-notes-off"); }
     void allSoundOff() override { log.add("all-sound-off"); }
@@ -69,10 +71,10 @@ class RecordingEngine : public engine::SoundEngine {
     void setSustain(float v) override { log.add("sustain", v); }
     void setRelease(const engine::ReleaseTime& v) override { log.add("release", v.span); }
     void setSectionLevel(engine::Section s, float v) override {
-        log.add("level:" + std::to_string(s), v);
+        log.add(std::string("level:") + kSections[s], v);
     }
     void setSectionSwitch(engine::Section s, float v) override {
-        log.add("switch:" + std::to_string(s), v);
+        log.add(std::string("switch:") + kSections[s], v);
     }
     void setKeySplit(float v) override { log.add("split", v); }
 
@@ -87,6 +89,8 @@ class RecordingEngine : public engine::SoundEngine {
     void forgetHeldNotes() override {}
 
   private:
+    static constexpr const char* kSections[] = {"viola", "violin",     "brass",
+                                                "horn",  "contrabass", "cello"};
     struct Chorus : engine::ChorusControl {
         explicit Chorus(EngineLog& to) : log(to) {}
         void setOn(bool v) override { log.add("chorus", v); }

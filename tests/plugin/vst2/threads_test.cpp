@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/engine.h"
-#include "tests/plugin/vst2/midi_block.h"
+#include "tests/plugin/vst2/own_instance.h"
 
 namespace {
 
@@ -44,27 +44,20 @@ class Threads : public testing::Test {
         other.join();
     }
 
-    void render() {
-        float* outputs[] = {block_.data(), block_.data() + kMidiBlockFrames};
-        synth_->processReplacing(nullptr, outputs, kMidiBlockFrames);
-    }
+    void render() { level_ = synth_.peak(); }
     void play(int status, int data1, int data2) {
-        block_ = playMessage(*synth_, status, data1, data2);
+        EventList list({0}, status, data1, data2);
+        synth_.send(list);
+        render();
     }
     void noteOn(int key) { play(0x90, key, 100); }
 
-    float level() const {
-        float sum = 0.0f;
-        for (const float sample : block_) sum += sample * sample;
-        return std::sqrt(sum / kMidiBlockFrames);
-    }
-
-    std::unique_ptr<vst2::VstSynth> synth_ = std::make_unique<vst2::VstSynth>(nullptr);
-    MidiBlock block_;
+    OwnInstance synth_;
+    float level_ = 0.0f;  // the last block's peak
 };
 
 TEST_F(Threads, ParametersCostNoBlock) {
-    synth_->setParameter(state::kEnvAttack, 0.0f);
+    synth_.set(state::kEnvAttack, 0.0f);
     noteOn(60);
     for (int i = 0; i < 20; ++i) render();
     std::mt19937 random(1);
@@ -76,67 +69,70 @@ TEST_F(Threads, ParametersCostNoBlock) {
         2000,
         [&] {
             const float value = 0.2f + 0.7f * static_cast<float>(random() % 1000) / 1000.0f;
-            synth_->setParameter(indices[random() % std::size(indices)], value);
+            synth_.set(indices[random() % std::size(indices)], value);
         },
-        [&] { ASSERT_GT(level(), 1e-4f); });
+        [&] { ASSERT_GT(level_, 1e-4f); });
 }
 
-TEST_F(Threads, ProgramsLoseNoBlockAndNoValue) {
-    std::mt19937 random(2);
-    renderAgainst(
-        600,
-        [&] {
-            const int program = static_cast<int>(random() % 128);
-            synth_->setProgram(program);
-            synth_->setParameter(state::kPan, 0.25f);
-            EXPECT_EQ(synth_->getParameter(state::kPan), 0.25f);
-        },
-        [&] { ASSERT_TRUE(std::isfinite(level())); });
-    noteOn(60);
-    for (int i = 0; i < 200; ++i) render();
-    EXPECT_GT(level(), 1e-4f);
-}
-
-TEST_F(Threads, ChunksRatesAndMainsMayCrossBlocks) {
+// Also while controllers set, on the audio thread, what the host reads, copies and saves.
+TEST_F(Threads, ProgramsChunksRatesAndMainsMayCrossBlocks) {
     std::mt19937 random(3);
+    const auto any = [&](int count) { return static_cast<int>(random() % count); };
+    void* own = nullptr;
+    synth_.dispatch(effGetChunk, 0, 0, &own);
+    const auto bank = std::make_unique<state::BankChunk>(*static_cast<state::BankChunk*>(own));
+    int block = 0;
     renderAgainst(
-        400,
+        1000,
         [&] {
             void* chunk = nullptr;
-            switch (random() % 6) {
+            char name[] = "moved";
+            switch (any(9)) {
                 case 0:
-                    synth_->setSampleRate(random() % 2 ? 44100.0f : 48000.0f);
-                    synth_->setBlockSize(64 << random() % 4);
+                    synth_.rate(any(2) ? 44100.0f : 48000.0f);
+                    synth_.dispatch(effSetBlockSize, 0, 64 << any(4));
                     break;
                 case 1:
-                    synth_->setParameter(state::kVoiceCountParam, random() % 2 ? 0.1f : 1.0f);
+                    synth_.set(state::kVoiceCountParam, any(2) ? 0.1f : 1.0f);
                     break;
-                case 2: {
-                    const auto bank = std::make_unique<state::BankChunk>();
-                    synth_->setChunk(bank.get(), sizeof *bank, false);
+                case 2:
+                    synth_.dispatch(effSetChunk, 0, sizeof *bank, bank.get());
                     break;
-                }
                 case 3:
-                    EXPECT_EQ(synth_->getChunk(&chunk, true), 192);
+                    EXPECT_EQ(synth_.dispatch(effGetChunk, 1, 0, &chunk), 192);
+                    synth_.dispatch(effSetChunk, 1, 192, bank->programs);
                     break;
                 case 4:
-                    synth_->setProgramName("moved");
-                    synth_->copyProgram(static_cast<int>(random() % 128));
+                    synth_.dispatch(effSetProgramName, 0, 0, name);
+                    synth_.dispatch(effCopyProgram, any(128));
+                    break;
+                case 5:
+                    synth_.mains(false), synth_.mains(true);
+                    break;
+                case 6:
+                    synth_.synth()->instrument().learnSlot().arm(any(state::kNumParams));
+                    state::controllerMap().bind(any(state::kNumParams), any(2) ? 20 : -1);
+                    state::controllerMap().saveIfChanged();
                     break;
                 default:
-                    synth_->suspend(), synth_->resume();
-                    break;
+                    synth_.dispatch(effSetProgram, 0, any(128));
+                    synth_.set(state::kWidth, 0.25f);
             }
         },
         [&] {
-            char name[state::kNameSize];
-            synth_->getProgramName(name);
-            synth_->getParameterName(state::kPan, name);
-            EXPECT_GE(synth_->getSampleRate(), 44100.0f);
-            EXPECT_GT(synth_->getBlockSize(), 0);
-            ASSERT_TRUE(std::isfinite(level()));
-            noteOn(48 + static_cast<int>(level() * 1e6f) % 24);
+            synth_.text(effGetProgramName);
+            synth_.text(effGetParamDisplay, state::kPan);
+            synth_.value(state::kNumParams);
+            ASSERT_TRUE(std::isfinite(level_));
+            play(0xB0, 20, ++block % 128);
+            if (block % 16 == 0) play(0xC0, block % 128, 0);
+            noteOn(48 + block % 24);
         });
+    state::controllerMap().clear();
+    synth_.dispatch(effSetProgram, 0, 1);
+    synth_.set(state::kPan, 0.25f);
+    EXPECT_EQ(synth_.value(state::kPan), 0.25f);
+    EXPECT_TRUE(synth_.sounds());
 }
 
 // Remembers the last volume.
@@ -152,25 +148,19 @@ TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     using Clock = std::chrono::steady_clock;
     auto owned = std::make_unique<HeardEngine>(44100.0);
     HeardEngine& engine = *owned;
-    const auto synth = std::make_unique<vst2::VstSynth>(nullptr, std::move(owned));
-    AEffect* const host = synth->getAeffect();
-    const auto ask = [host](VstInt32 opcode, VstIntPtr value, void* data = nullptr) {
-        return host->dispatcher(host, opcode, 0, value, data, 0.0f);
-    };
+    OwnInstance synth(std::make_unique<vst2::VstSynth>(nullptr, std::move(owned)));
     const auto bank = std::make_unique<state::BankChunk>();
     bank->parameters[state::kVolume].programHeld = 1;
     for (int i = 0; i < state::kNumPrograms; ++i) {
         bank->programs[i].values[state::kVolume] = static_cast<float>(i) / 128.0f;
     }
-    ask(effSetChunk, sizeof *bank, bank.get());
+    synth.dispatch(effSetChunk, 0, sizeof *bank, bank.get());
 
     std::atomic<bool> finished{false};
     std::atomic<int> blocks{0};
     std::thread audio([&] {
-        MidiBlock block;
-        float* outputs[] = {block.data(), block.data() + kMidiBlockFrames};
         for (; !finished; ++blocks) {
-            host->processReplacing(host, nullptr, outputs, kMidiBlockFrames);
+            synth.block();
             std::this_thread::sleep_for(std::chrono::microseconds(50));
         }
     });
@@ -178,48 +168,20 @@ TEST(ThreadsOfOneInstance, TheLastOfTwoProgramsIsTheOneThatPlays) {
     for (int pair = 0; pair < kPairs; ++pair) {
         const int last = static_cast<int>(random() % 128);
         if (pair % 2) {
-            ask(effSetChunk, sizeof *bank, bank.get());
+            synth.dispatch(effSetChunk, 0, sizeof *bank, bank.get());
         } else {
-            ask(effSetProgram, random() % 128);
+            synth.dispatch(effSetProgram, 0, random() % 128);
         }
         const auto next = Clock::now() + std::chrono::microseconds(random() % 100);
         while (Clock::now() < next) continue;
-        ask(effSetProgram, last);
-        EXPECT_EQ(ask(effGetProgram, 0), last);
+        synth.dispatch(effSetProgram, 0, last);
+        EXPECT_EQ(synth.dispatch(effGetProgram), last);
         if (pair % 10 != 0) continue;
         for (const int from = blocks; blocks - from < 2;) std::this_thread::yield();
-        EXPECT_EQ(engine.volume, synth->getParameter(state::kVolume)) << pair;
+        EXPECT_EQ(engine.volume, synth.value(state::kVolume)) << pair;
     }
     finished = true;
     audio.join();
-}
-
-// Controllers set values on the audio thread while the host reads, copies and saves their programs.
-TEST_F(Threads, ControllersMayMoveWhatIsSavedCopiedAndLearnt) {
-    noteOn(60);
-    int block = 0;
-    std::mt19937 random(4);
-    const int controller = 20;
-    renderAgainst(
-        400,
-        [&] {
-            const int index = static_cast<int>(random() % state::kNumParams);
-            synth_->instrument().learnSlot().arm(index);
-            synth_->copyProgram(static_cast<int>(random() % 128));
-            synth_->getParameter(state::kNumParams);
-            char text[64];
-            synth_->getParameterDisplay(index, text);
-            state::controllerMap().bind(index, random() % 2 ? controller : -1);
-            state::controllerMap().saveIfChanged();
-            const auto preset = std::make_unique<state::ProgramRecord>();
-            synth_->setChunk(preset.get(), sizeof *preset, true);
-        },
-        [&] {
-            play(0xB0, controller, ++block % 128);
-            if (block % 16 == 0) play(0xC0, block % 128, 0);
-            ASSERT_TRUE(std::isfinite(level()));
-        });
-    state::controllerMap().clear();
 }
 
 // Instances share the controller map, its file, the tables and the missing-bank flag.
@@ -230,15 +192,15 @@ TEST(ThreadsOfManyInstances, ShareTheProcess) {
         hosts.emplace_back([&heard, host] {
             const int index = state::kVlphs + host;  // cannot silence the note
             for (int life = 0; life < 4; ++life) {
-                const auto synth = std::make_unique<vst2::VstSynth>(nullptr);
-                synth->setParameter(state::kEnvAttack, 0.0f);
-                synth->setSampleRate(life % 2 ? 48000.0f : 96000.0f);
-                playMessage(*synth, 0x90, 48 + host, 100);
+                OwnInstance synth;
+                synth.set(state::kEnvAttack, 0.0f);
+                synth.rate(life % 2 ? 48000.0f : 96000.0f);
+                synth.play(0x90, 48 + host, 100);
                 float sum = 0.0f;
                 for (int i = 0; i < 30; ++i) {
-                    synth->instrument().learnSlot().arm(index);
+                    synth.synth()->instrument().learnSlot().arm(index);
                     state::controllerMap().bind(index, i);
-                    sum += std::fabs(playMessage(*synth, 0xB0, i, i)[i]);
+                    sum += std::fabs(synth.play(0xB0, i, i)[i]);
                 }
                 heard += sum > 1e-3f && std::isfinite(sum);
             }

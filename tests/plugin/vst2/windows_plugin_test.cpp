@@ -1,55 +1,13 @@
-// The built DLL on Windows: messages, files, registry.
+// The built DLL on Windows: its heap.
 #include <algorithm>
-#include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
 
-#include "platform/file.h"
-#include "platform/folders.h"
 #include "tests/plugin/vst2/plugin_under_test.h"
-#include "tests/support/message_box_user.h"
 
 namespace {
-
-TEST(WindowsPlugin, RefusesChunksOfAnotherSizeWithABox) {
-    const TestHost host;
-    const PluginLibrary library;
-    PluginInstance plugin(library.entry());
-    const struct {
-        int isPreset;
-        int size;
-        const char* text;
-    } rows[] = {{0, 26087, "Can't load bank, wrong file size! [OK]"},
-                {1, 193, "Can't load preset, wrong file size! [OK]"}};
-    for (const auto& row : rows) {
-        std::string chunk(26088, '\0');
-        std::string seen;
-        std::thread user([&] { seen = dismissMessageBox("Error!"); });
-        EXPECT_EQ(plugin.dispatch(effSetChunk, row.isPreset, row.size, chunk.data()), 1);
-        user.join();
-        EXPECT_EQ(seen, row.text);
-    }
-}
-
-TEST(WindowsPlugin, WritesTheControllerMapToTheRoamingFolder) {
-    const auto roaming = platform::applicationDataFolder();
-    ASSERT_TRUE(roaming);
-    const std::string path = *roaming + "\\Quarzel Studio 9\\Quarzel Strings\\Pluginccmap.bin";
-    const std::string bindings = std::string(4, '\x07') + std::string(164, '\xFF');
-    platform::writeFile(path, "");
-    {
-        const TestHost host;
-        const PluginLibrary library;
-        PluginInstance first(library.entry());  // makes the folders
-        ASSERT_TRUE(platform::writeFile(path, bindings));
-        PluginInstance second(library.entry());
-        ASSERT_TRUE(DeleteFileA(path.c_str()));
-    }
-    EXPECT_EQ(platform::readFile(path, 1000), bindings);
-}
 
 // The number of blocks in use in all heaps of the process.
 int heapBlocks() {
@@ -92,44 +50,6 @@ TEST(WindowsPlugin, RendersOnAHostsOwnThreadWithoutTheHeap) {
     CloseHandle(thread);
     EXPECT_GT(block.before, 0);
     EXPECT_EQ(block.after, block.before);
-}
-
-// Dispatches this thread's pending window messages.
-void pumpMessages() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
-}
-
-TEST(WindowsPlugin, OpensItsEditorInTheHostsWindow) {
-    const TestHost host;
-    const PluginLibrary library;
-    PluginInstance plugin(library.entry());
-    const HWND parent = CreateWindowA("STATIC", "host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                      1300, 800, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(parent, nullptr);
-    ERect* rect = nullptr;
-    ASSERT_EQ(plugin.dispatch(effEditGetRect, 0, 0, &rect), 1);
-    const int width = rect->right;
-    const int height = rect->bottom;
-    for (int i = 0; i < 5; ++i) {
-        // Only the first time may a missing bank be reported.
-        std::thread user([i] {
-            if (i == 0) dismissMessageBox("Missing Bank");
-        });
-        EXPECT_EQ(plugin.dispatch(effEditOpen, 0, 0, parent), 1);
-        user.join();
-        const HWND child = GetWindow(parent, GW_CHILD);
-        RECT area = {};
-        ASSERT_TRUE(GetClientRect(child, &area));
-        EXPECT_EQ(area.right, width);
-        EXPECT_EQ(area.bottom, height);
-        pumpMessages();
-        plugin.dispatch(effEditIdle);
-        plugin.dispatch(effEditClose);
-        pumpMessages();
-        EXPECT_EQ(GetWindow(parent, GW_CHILD), nullptr);
-    }
-    DestroyWindow(parent);
 }
 
 }  // namespace

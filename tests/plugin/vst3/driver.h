@@ -14,6 +14,7 @@
 #include "plugin/vst3/reference.h"
 #include "plugin/vst3/shell.h"
 #include "plugin/vst3/text.h"
+#include "tests/plugin/sound.h"
 
 namespace driver {
 
@@ -170,23 +171,7 @@ class RunLoop final : public Local<IRunLoop> {
     std::vector<ITimerHandler*> timers;
 };
 
-struct Sound {
-    std::vector<float> left;
-    std::vector<float> right;
-    uint64 silent = 0;
-
-    float peak() const {
-        float highest = 0.0f;
-        for (const auto* side : {&left, &right}) {
-            for (const float x : *side) {
-                if (!std::isfinite(x)) return NAN;
-                highest = std::max(highest, std::abs(x));
-            }
-        }
-        return highest;
-    }
-    bool operator==(const Sound& o) const { return left == o.left && right == o.right; }
-};
+using tests::Sound;
 
 // One instance, from its creation to its last reference.
 class Instance {

@@ -1,13 +1,8 @@
 // The editor in a VST 3 host's window.
-#include <chrono>
-#include <functional>
-#include <thread>
-
 #include <gtest/gtest.h>
 
-#include "tests/plugin/vst2/installed_skin.h"
+#include "tests/plugin/editor_kit.h"
 #include "tests/plugin/vst3/driver.h"
-#include "tests/support/host_window.h"
 #include "tests/support/recorded_messages.h"
 
 namespace {
@@ -34,46 +29,32 @@ class Frame final : public Local<IPlugFrame> {
     ViewRect asked{};
 };
 
-class Vst3View : public testing::Test {
+class Vst3View : public WindowTest {
   protected:
-    void SetUp() override {
-        if (!window_.isOpen()) GTEST_SKIP() << "needs a desktop; on Linux Xvfb and xdotool";
-        instance_ = std::make_unique<Instance>(factory_.get());
+    Vst3View() : WindowTest(400, 200) {
         instance_->controller->setComponentHandler(&handler_);
         frame_.loop = &loop_;
     }
+    void idle() override { loop_.run(); }
     Ref<IPlugView> makeView() {
         Ref<IPlugView> view(instance_->controller->createView("editor"));
         view->setFrame(&frame_);
         return view;
     }
     tresult attach(IPlugView& view) { return view.attached(window_.parent(), kHere); }
-    // Runs the host's loop until the condition holds; false when it never does.
-    bool waitFor(const std::function<bool()>& condition) {
-        using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
-        while (steady_clock::now() < end) {
-            loop_.run();
-            window_.serve();
-            if (condition()) return true;
-            std::this_thread::sleep_for(milliseconds(5));
-        }
-        return false;
-    }
     ViewRect sizeOf(IPlugView& view) {
         ViewRect size{};
         EXPECT_EQ(view.getSize(&size), kResultTrue);
         return size;
     }
 
-    HostWindow window_{400, 200};
     RecordedMessages messages_;  // the bank is missing
     InstalledSkin skin_;
     RunLoop loop_;
     Frame frame_;
     Handler handler_;
     Ref<IPluginFactory> factory_{factory()};
-    std::unique_ptr<Instance> instance_;
+    std::unique_ptr<Instance> instance_ = std::make_unique<Instance>(factory_.get());
 };
 
 TEST_F(Vst3View, ShowsTheEditorAndTellsOfItsGestures) {

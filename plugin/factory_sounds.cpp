@@ -1,0 +1,40 @@
+// The table that the build makes of their document, and the bank beside the library.
+#include "plugin/factory_sounds.h"
+
+#include <cstring>
+#include <iterator>
+
+#include "platform/file.h"
+#include "platform/folders.h"
+#include "platform/product.h"
+#include "state/chunks.h"
+#include "state/data_folder.h"
+
+namespace plugin {
+
+namespace {
+
+constexpr FactorySound kSounds[] = {
+#include "factory_sounds.inc"
+};
+static_assert(std::size(kSounds) == state::kNumPrograms);
+
+constexpr std::size_t kLargestFile = 1 << 20;
+
+}  // namespace
+
+const FactorySound* factorySound(int program, const std::string& name) {
+    return name == kSounds[program].name ? &kSounds[program] : nullptr;
+}
+
+bool readFactoryBank(state::BankChunk& bank) {
+    const auto folder = platform::resourceFolder();
+    const auto file =
+        folder ? platform::readFile(*folder + state::kDefaultBankFile, kLargestFile) : std::nullopt;
+    const auto found = file ? state::findBankChunk(*file, platform::kProductCode) : std::nullopt;
+    if (!found) return false;
+    std::memcpy(&bank, found->chunk, sizeof bank);
+    return true;
+}
+
+}  // namespace plugin

@@ -1,0 +1,22 @@
+// The factory sounds as a host's browser lists them.
+#pragma once
+
+#include <string>
+
+#include "state/bank.h"
+
+namespace plugin {
+
+struct FactorySound {
+    const char* family;
+    const char* name;
+    const char* character;
+};
+
+// What is known of a program; null if the name is not that of the factory sound of this number.
+const FactorySound* factorySound(int program, const std::string& name);
+
+// Reads the bank that is delivered, into `bank`. False, without a message, when it cannot.
+bool readFactoryBank(state::BankChunk& bank);
+
+}  // namespace plugin

@@ -1,0 +1,239 @@
+// Tests of the oscillators: feedback operator, chorus LFO, wavetable and its columns.
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "dsp/module_fm_op.h"
+#include "dsp/pitched_oscillator.h"
+#include "dsp/square_lfo.h"
+#include "tests/dsp/measure.h"
+
+namespace dsp {
+namespace {
+
+// The operator's sine, in double.
+double polynomialSine(double p) {
+    const double a = std::fabs(p);
+    return (a - 0.5) * (a - 0.732963) * (a + 0.232963) * (p * 68.5949);
+}
+
+TEST(ModuleFMop, SineIsCloseToTheTrueOne) {
+    for (int i = -49; i < 150; ++i) {
+        const float phase = static_cast<float>(i) / 100.0f;
+        SCOPED_TRACE(phase);
+        ModuleFMop fresh;
+        EXPECT_NEAR(fresh.process(phase + 0.001f), std::sin(kTwoPi * phase), 0.012);
+    }
+}
+
+TEST(ModuleFMop, WrapBelowMinusOneHalfLeavesACycle) {
+    ModuleFMop op;
+    EXPECT_NEAR(op.process(-0.9f), polynomialSine(-0.901), 1e-3);
+}
+
+TEST(ModuleFMop, FeedbackGainSwitchesAt2100Hz) {
+    for (const float hz : {2099.99f, 2100.0f}) {
+        SCOPED_TRACE(hz);
+        ModuleFMop op;
+        op.setFrequency(hz);
+        EXPECT_EQ(op.frequency(), hz);
+        op.process(0.251f);  // the raw sine is 1
+
+        const double gain = hz < 2100.0f ? 1.11 : 0.8963;
+        const double w = hz / 44100.0 * 12.56636;
+        const double second = polynomialSine(gain * 0.15915507 + 0.1);
+        const double low = w + (second - w) * w;
+        const double high = w * 1.0053087 + (low - w * 1.0053087) * 1.0053087;
+        EXPECT_NEAR(op.process(0.101f), (second - low) * 0.9 + (second - high) * 0.1, 1e-4);
+    }
+}
+
+TEST(ModuleFMop, SquaredFeedbackTakesOneFilter) {
+    ModuleFMop op;
+    op.setRate(48000.0f);
+    op.setFrequency(440.0f);
+    const double w = 440.0 / 48000.0 * 9.42477;
+    EXPECT_NEAR(op.processSquared(0.251f), 1.0 - w, 1e-4);
+    const double second = polynomialSine(0.15915507 - 0.2);
+    EXPECT_NEAR(op.processSquared(-0.199f), second - (w + (second - w) * w), 1e-4);
+}
+
+// The sign of each step of the output, which shows the square before smoothing.
+std::string shape(SquareLfo& lfo, int frames) {
+    std::string text;
+    float before = 0.0f;
+    for (int i = 0; i < frames; ++i) {
+        const float now = lfo.tick();
+        text += now > before ? '+' : '-';
+        before = now;
+    }
+    return text;
+}
+
+TEST(SquareLfo, CountsWholeSamplesOfAHalfPeriod) {
+    SquareLfo lfo;
+    lfo.setFrequency(1.0);
+    lfo.setRate(6.0);
+    EXPECT_EQ(shape(lfo, 12), "+++---+++---");
+    lfo.clear();
+    lfo.setRate(5.0);
+    EXPECT_EQ(shape(lfo, 10), "+++--+++--");
+    lfo.clear();
+    EXPECT_EQ(lfo.tick(), static_cast<float>(1.0 / 5.0 * 0.628318));
+}
+
+double noteHz(int note) {
+    return noteFrequencies()[static_cast<std::size_t>(note)];
+}
+
+TEST(PitchedOscillator, PlaysItsColumnRowByRow) {
+    PitchedOscillator oscillator;
+    oscillator.setNote(48);
+    const double rate = noteHz(48) * 400.0;  // one row per sample
+    oscillator.setRate(rate);
+    const WaveCycle& column = StringWavetable::shared().column(48);
+    const float coefficient = static_cast<float>(6.28319 / rate * (0.5 * noteHz(48)));
+    float low = 0.0f;
+    for (std::size_t i = 0; i < 1000; ++i) {
+        low += (column[i % 400] - low) * coefficient;
+        ASSERT_NEAR(oscillator.tick(1.0), column[i % 400] - low, 1e-5f) << i;
+    }
+    oscillator.clear();
+    EXPECT_EQ(oscillator.tick(1.0), column[0] - column[0] * coefficient);
+}
+
+TEST(PitchedOscillator, InterpolatesBetweenRowsAndFollowsTheBend) {
+    PitchedOscillator halfStep;
+    PitchedOscillator bent;
+    halfStep.setNote(60);
+    bent.setNote(60);
+    halfStep.setRate(noteHz(60) * 800.0);
+    bent.setRate(noteHz(60) * 800.0);
+    const WaveCycle& column = StringWavetable::shared().column(60);
+    // The high-pass scales each sample and subtracts a little of the previous one.
+    const float kept = 1.0f - static_cast<float>(6.28319 / 1600.0);
+    const float before = (1.0f - kept) * column[0];
+    halfStep.tick(1.0);
+    bent.tick(0.5);
+    EXPECT_NEAR(halfStep.tick(1.0), kept * (0.5f * (column[0] + column[1]) - before), 1e-6f);
+    EXPECT_NEAR(bent.tick(0.5), kept * (0.75f * column[0] + 0.25f * column[1] - before), 1e-6f);
+}
+
+// Loudest partial below 16 kHz (lower at rates below 44.1 kHz) that is no harmonic of the note, in
+// dB against the fundamental. The note is bent up by at most two semitones, so that an odd number
+// of cycles fills the period and every image has its own bin.
+double worstAliasDb(int note, double rate) {
+    const std::size_t size = note < 36 ? 16384 : 8192;
+    const double cyclesUnbent = noteHz(note) / rate * static_cast<double>(size);
+    auto cycles = static_cast<std::size_t>(cyclesUnbent * 1.1225);
+    if (cycles % 2 == 0) --cycles;
+    const double bend = static_cast<double>(cycles) / cyclesUnbent;
+    EXPECT_GE(bend, 1.0) << "no odd number of cycles";
+
+    PitchedOscillator oscillator;
+    oscillator.setRate(rate);
+    oscillator.setNote(note);
+    std::vector<double> period(size);
+    for (int settling = 0; settling < 3; ++settling) {
+        for (double& y : period) y = oscillator.tick(bend);
+    }
+    double worst = 0.0;
+    const auto top = static_cast<std::size_t>(16000.0 / 44100.0 * static_cast<double>(size));
+    for (std::size_t bin = 1; bin < top; ++bin) {
+        if (bin % cycles != 0) worst = std::max(worst, partial(period, bin));
+    }
+    return 20.0 * std::log10(worst / partial(period, cycles));
+}
+
+TEST(PitchedOscillator, FoldsNothingAudibleBackBelowSixteenKilohertz) {
+    for (const int note : {24, 36, 43, 48, 57, 64, 72, 84, 96, 108, 120, 127}) {
+        EXPECT_LT(worstAliasDb(note, 44100.0), -80.0) << "note " << note;
+    }
+    for (const double rate : {22050.0, 32000.0}) {
+        for (const int note : {36, 60, 96}) {
+            EXPECT_LT(worstAliasDb(note, rate), -80.0) << "note " << note << " at " << rate;
+        }
+    }
+}
+
+TEST(PitchedOscillator, BoundsTheNote) {
+    for (const auto& [given, bounded] : {std::pair{-5, 0}, {128, 127}, {1 << 30, 127}}) {
+        PitchedOscillator a;
+        PitchedOscillator b;
+        a.setNote(given);
+        b.setNote(bounded);
+        for (int i = 0; i < 100; ++i) ASSERT_EQ(a.tick(1.0), b.tick(1.0)) << given;
+    }
+}
+
+TEST(PitchedOscillator, IsSilentAboveHalfTheRate) {
+    PitchedOscillator oscillator;
+    oscillator.setRate(8000.0);
+    oscillator.setNote(120);
+    float y = 1.0f;
+    for (int i = 0; i < 1000; ++i) y = oscillator.tick(1.0);
+    EXPECT_LT(std::fabs(y), 1e-6f);
+}
+
+double harmonic(const WaveCycle& cycle, int number) {
+    return partial({cycle.begin(), cycle.end() - 1}, static_cast<std::size_t>(number));
+}
+
+TEST(StringCycle, StartsWithTheSlipAndClosesOnItself) {
+    const WaveCycle cycle = rawStringCycle();
+    const float slip[] = {-0.004425f, -0.420515f, -0.709494f, -0.853633f, -0.926786f,
+                          -0.970244f, -0.989959f, -0.996399f, -0.994385f};
+    for (std::size_t i = 0; i < std::size(slip); ++i) EXPECT_EQ(cycle[i], slip[i]);
+    EXPECT_EQ(cycle[399], 0.017762f);
+    EXPECT_EQ(cycle[400], -0.004425f);
+}
+
+TEST(StringColumns, KeepWhatIsHeardOfTheirHarmonics) {
+    const WaveCycle raw = rawStringCycle();
+    for (int note = 0; note < kNumNotes; note += 7) {
+        SCOPED_TRACE(note);
+        const WaveCycle& column = StringWavetable::shared().column(note);
+        const double hz = noteFrequencies()[static_cast<std::size_t>(note)];
+        // Upper harmonics are lowered to keep their images quiet.
+        for (int h = 1; h < kCyclePoints / 2 && h * hz < 16000.0; ++h) {
+            const double kept = 20.0 * std::log10(harmonic(column, h) / harmonic(raw, h));
+            ASSERT_GT(kept, h <= 40 ? -2.5 : -14.0) << h;
+        }
+    }
+}
+
+TEST(StringColumns, AreClosedFreeOfDcAndOfEvenLevel) {
+    double before = 0.0;
+    for (int note = 0; note < kNumNotes; ++note) {
+        SCOPED_TRACE(note);
+        const WaveCycle& column = StringWavetable::shared().column(note);
+        EXPECT_EQ(column.front(), column.back());
+        double sum = 0.0;
+        double energy = 0.0;
+        for (std::size_t i = 0; i < kCyclePoints; ++i) {
+            sum += column[i];
+            energy += column[i] * column[i];
+            EXPECT_LT(std::fabs(column[i]), 1.15f);
+        }
+        EXPECT_NEAR(sum, 0.0, 1e-4);
+        const double level = 10.0 * std::log10(energy);
+        if (note > 0) {
+            EXPECT_NEAR(level, before, 0.25);
+        }
+        before = level;
+    }
+}
+
+TEST(NoteFrequencies, ReachConcertPitch) {
+    EXPECT_EQ(noteFrequencies()[0], 8.175798915636872);
+    EXPECT_NEAR(noteFrequencies()[69], 440.0, 1e-6);
+    EXPECT_NEAR(noteFrequencies()[127], 12543.853951, 1e-4);
+}
+
+}  // namespace
+}  // namespace dsp
