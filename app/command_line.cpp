@@ -17,6 +17,8 @@ namespace {
 struct Typed {
     std::optional<std::string> rate, block;
     bool noWindow = false;
+    bool noCeiling = false;
+    host::SongOptions song;
 };
 
 std::string joined(const std::vector<std::string>& names) {
@@ -36,6 +38,9 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--bank", line.bank, "Load a bank in place of the one of the last run")
         ->type_name("FILE.fxb");
     app.add_option("--program", line.program, "Program to begin with")->type_name("N|NAME");
+    app.add_flag("--factory", line.isFactoryFresh,
+                 "Begin with the factory bank; the one of the last run is put aside");
+    typed.song.declare(app);
     app.add_option("--api", line.audio.api, "Audio through: " + joined(audioApis()))
         ->type_name("NAME");
     app.add_option("--device", line.audio.device, "Audio output, or a part of its name")
@@ -49,6 +54,8 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--midi-port", line.midiPort,
                    "Listen to the ports with this in their names only (default: all)")
         ->type_name("NAME");
+    app.add_flag("--no-ceiling", typed.noCeiling,
+                 "Let sound above full scale clip instead of turning it down");
     app.add_flag("--list-devices", line.listsDevices, "Print audio outputs and MIDI ports");
     app.add_flag("--no-window", typed.noWindow,
                  "Show no editor; with a song, leave when it has ended");
@@ -74,7 +81,9 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     checkApi("--midi-api", line.midiApi, midiApis());
     if (typed.rate) line.audio.rate = host::readInteger("--rate", *typed.rate, 8000, 768000);
     if (typed.block) line.audio.blockSize = host::readInteger("--block", *typed.block, 16, 8192);
+    line.selection = typed.song.selection();
     line.hasWindow = !typed.noWindow;
+    line.hasCeiling = !typed.noCeiling;
     return line;
 }
 

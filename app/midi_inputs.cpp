@@ -2,6 +2,7 @@
 #include "app/midi_inputs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <RtMidi.h>
 
@@ -123,6 +124,14 @@ void MidiInputs::poll() {
         if (name.find(portName_) == std::string::npos) continue;
         const auto isThat = [&](const Port& port) { return port.name == name; };
         if (std::none_of(ports_.begin(), ports_.end(), isThat)) open(number, name);
+    }
+    const auto matches = [&](const std::string& name) {
+        return name.find(portName_) != std::string::npos;
+    };
+    if (portName_.empty() || std::any_of(names.begin(), names.end(), matches)) {
+        saidNoneMatches_ = false;
+    } else if (!std::exchange(saidNoneMatches_, true)) {
+        say_("No MIDI port has " + portName_ + " in its name; waiting for one.");
     }
 }
 

@@ -64,6 +64,7 @@ class MidiInputs {
     std::unique_ptr<RtMidiIn> ownPort_;    // so that other programs find a port to send to
     std::unique_ptr<RtMidiIn> directory_;  // only to query names
     std::vector<Port> ports_;
+    bool saidNoneMatches_ = false;
     std::vector<std::string> refused_;  // failed to open: reported once, retried
 };
 

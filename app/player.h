@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/ceiling.h"
 #include "app/midi_inbox.h"
 #include "host/plugin_host.h"
 #include "host/song_playback.h"
@@ -15,12 +16,14 @@ namespace app {
 class Player {
   public:
     // song may be null. All arguments must outlive the player.
-    Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song);
+    Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* song, bool hasCeiling);
 
     // Call start() before the first block and stop() after the last. A song continues where it was.
     // Keys held before or pressed in between are forgotten.
     void start();
     void stop();
+    // Call after stop(). If the song was cut short, brings back the program from before it.
+    void leaveSong();
 
     // Audio thread. frames is at most the host's block size. late means that the previous block was
     // not ready in time.
@@ -31,9 +34,11 @@ class Player {
     bool isFaded() const { return faded_; }
     bool songHasEnded() const { return songHasEnded_; }  // including its tail
     double load() const { return load_; }  // share of the available time; 1 and above is too slow
-    int lateBlocks() const { return lateBlocks_; }
+    int lateBlocks() const { return lateBlocks_; }  // since start()
 
   private:
+    static constexpr int kNoProgram = -1;
+
     void collectEvents(const BlockWindow& window);
     void putOut(float* left, float* right, int frames);
     void followSong(const float* left, const float* right, int frames);
@@ -41,12 +46,17 @@ class Player {
     host::PluginHost& host_;
     MidiInbox& inbox_;
     const host::MidiSong* song_;
+    const bool hasCeiling_;
+    bool hasBegun_ = false;
 
     // Audio thread, while rendering.
     std::optional<host::SongFeed> feed_;
     std::optional<host::SongEnding> ending_;
     int64_t songFrame_ = 0;
-    int songRate_ = 0;  // sample rate of songFrame_
+    int songRate_ = 0;                // sample rate of songFrame_
+    int programBefore_ = kNoProgram;  // the song; none if it changes no program or is left
+    bool songIsOver_ = false;         // its controllers and its program are still to be reset
+    std::optional<Ceiling> ceiling_;
     std::vector<host::BlockEvent> events_;
     Clock::time_point lastBlock_;
     bool wasStopped_ = false;

@@ -64,6 +64,14 @@ void SavedState::load() {
     saved_ = host::bankBytes(host_);
 }
 
+std::string SavedState::putAside() {
+    if (path_.empty() || !platform::fileExists(path_)) return {};
+    const std::string aside = path_ + ".before";
+    if (std::rename(path_.c_str(), aside.c_str()) == 0) return aside;
+    mayWrite_ = false;
+    throw host::Error(path_ + " cannot be renamed, so nothing is saved.");
+}
+
 void SavedState::save() {
     if (path_.empty()) throw host::Error("There is no folder to keep the state in.");
     std::string bytes = host::bankBytes(host_);

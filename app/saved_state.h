@@ -15,6 +15,9 @@ class SavedState {
     // Restores the state of the last run, if any. If the file cannot be used, renames it and throws
     // host::Error. If even the renaming fails, save will not overwrite the file.
     void load();
+    // Renames the file of the last run, if any, instead of loading it. Returns the new name, or an
+    // empty string. Throws host::Error if it cannot be renamed.
+    std::string putAside();
     // Writes the file if anything changed since load or the last save. Throws host::Error.
     void save();
 

@@ -39,9 +39,12 @@ class Every {
     Clock::time_point next_;
 };
 
-std::optional<host::MidiSong> readSong(const std::string& path) {
+std::optional<host::MidiSong> readSong(const std::string& path,
+                                       const host::SongSelection& selection) {
     if (path.empty()) return std::nullopt;
-    return host::readMidiSong(path);
+    host::MidiSong song = host::readMidiSong(path);
+    host::keep(song, selection);
+    return song;
 }
 
 }  // namespace
@@ -49,11 +52,11 @@ std::optional<host::MidiSong> readSong(const std::string& path) {
 Session::Session(const CommandLine& line, const Surroundings& surroundings)
     : line_(line),
       surroundings_(surroundings),
-      song_(readSong(line.song)),
+      song_(readSong(line.song, line.selection)),
       host_(host::instrumentPath(line.plugin), line.audio.rate.value_or(kFirstRate),
             line.audio.blockSize, kIdentity),
       state_(host_),
-      player_(host_, inbox_, song_ ? &*song_ : nullptr),
+      player_(host_, inbox_, song_ ? &*song_ : nullptr, line.hasCeiling),
       output_([this](float* left, float* right, int frames, bool late) {
           player_.render(left, right, frames, late);
       }),
@@ -71,7 +74,12 @@ Session::~Session() {
 
 void Session::loadState() {
     try {
-        state_.load();
+        if (line_.isFactoryFresh) {
+            const std::string aside = state_.putAside();
+            if (!aside.empty()) say("The bank of the last run is kept as " + aside + ".");
+        } else {
+            state_.load();
+        }
     } catch (const host::Error& error) {
         say(error.what());
     }
@@ -114,6 +122,7 @@ void Session::run() {
         std::this_thread::sleep_for(5ms);
     }
     closeAudio();
+    player_.leaveSong();
     saveState();
 }
 

@@ -14,6 +14,7 @@
 #include "banks/bank_source.h"
 #include "banks/sound_check.h"
 #include "host/midi_song.h"
+#include "host/song_selection.h"
 #include "platform/folders.h"
 
 namespace {
@@ -118,8 +119,7 @@ std::vector<banks::Note> notesOf(const host::MidiSong& song, double seconds) {
         const double time = static_cast<double>(event.time) / song.unitsPerSecond;
         const auto [status, key, velocity] = event.message;
         const int kind = status & 0xF0;
-        const bool drums = (status & 0x0F) == 9;
-        if (time >= seconds || drums || (kind != 0x80 && kind != 0x90)) continue;
+        if (time >= seconds || (kind != 0x80 && kind != 0x90)) continue;
         if (kind == 0x90 && velocity > 0) {
             notes.push_back({time, seconds, key, velocity});
             continue;
@@ -171,7 +171,8 @@ void printFamilies(std::vector<Played> played) {
 }
 
 void printSong(const state::Bank& bank, const std::vector<int>& programs, const char* path) {
-    const host::MidiSong song = host::readMidiSong(path);
+    host::MidiSong song = host::readMidiSong(path);
+    host::keep(song, {});
     const double seconds = std::min(60.0, static_cast<double>(song.endTime) / song.unitsPerSecond);
     const std::vector<banks::Note> notes = notesOf(song, seconds);
     std::vector<Played> played(programs.size());

@@ -68,7 +68,7 @@ class PreviewEditor final : public myEditor {
         while (!folder.empty() && folder.back() == platform::kSeparator) folder.pop_back();
         const std::size_t nameStart = folder.rfind(platform::kSeparator) + 1;
         const std::string name = folder.substr(nameStart);
-        choice_ = {folder.substr(0, nameStart), name, {name}};
+        choice_ = {folder.substr(0, nameStart), name, {{name, folder + platform::kSeparator}}};
     }
 
   protected:

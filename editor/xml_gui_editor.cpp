@@ -247,9 +247,9 @@ void xmlGuiEditor::addControl(CControl* control) {
 }
 
 void xmlGuiEditor::fillSkinSelector(COptionMenu& menu) {
-    for (const std::string& name : skins_.installed) {
+    for (const Skin& skin : skins_.installed) {
         const std::string title =
-            name == kDefaultSkin ? "Default Skin" : platform::utf8FromPath(name);
+            skin.name == kDefaultSkin ? "Default Skin" : platform::utf8FromPath(skin.name);
         menu.addEntry(new CMenuItem(UTF8String(title)));
     }
     menu.setCurrent(skins_.selected());

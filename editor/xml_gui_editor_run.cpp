@@ -62,7 +62,7 @@ void xmlGuiEditor::selectSkin(int index) {
     if (index < 0 || index >= static_cast<int>(skins_.installed.size())) return;
     skinChanged_ = true;
     idle();
-    chooseSkin(skins_.installed[index]);
+    chooseSkin(skins_.installed[index].name);
 }
 
 void xmlGuiEditor::redrawLinked(int source) {

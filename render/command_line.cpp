@@ -1,6 +1,10 @@
 // Parses the command line with CLI11.
 #include "render/command_line.h"
 
+#include <algorithm>
+#include <cstring>
+#include <tuple>
+
 #include <CLI/CLI.hpp>
 
 #include "host/error.h"
@@ -10,10 +14,15 @@
 namespace render {
 namespace {
 
+constexpr double kUsualLoudness = -16.0;  // LUFS
+constexpr double kUsualPeak = -1.0;       // dBFS
+
 // The options as typed.
 struct Typed {
-    std::optional<std::string> rate, block, bits, gain, tail;
+    std::vector<std::string> files;
+    std::optional<std::string> rate, block, bits, gain, tail, format, normalize;
     std::vector<std::string> settings;
+    host::SongOptions song;
 };
 
 SampleFormat formatOf(const std::string& bits) {
@@ -21,6 +30,26 @@ SampleFormat formatOf(const std::string& bits) {
     if (bits == "24") return SampleFormat::kInt24;
     if (bits == "32f") return SampleFormat::kFloat32;
     throw host::UsageError("--bits: " + bits + " is none of 16, 24 and 32f");
+}
+
+Container containerOf(const std::string& format) {
+    if (format == "wav") return Container::kWav;
+    if (format == "flac") return Container::kFlac;
+    if (format == "ogg") return Container::kOgg;
+    throw host::UsageError("--format: " + format + " is none of wav, flac and ogg");
+}
+
+// "LUFS" and "PEAK", with a level in front or without.
+Normalization normalizationOf(const std::string& text) {
+    for (const auto& [unit, of, usual] :
+         {std::tuple("LUFS", Normalization::Of::kLoudness, kUsualLoudness),
+          std::tuple("PEAK", Normalization::Of::kPeak, kUsualPeak)}) {
+        const std::size_t length = text.size() - std::min(text.size(), std::strlen(unit));
+        if (text.substr(length) != unit) continue;
+        if (length == 0) return {of, usual};
+        return {of, host::readDouble("--normalize", text.substr(0, length), -60.0, 0.0)};
+    }
+    throw host::UsageError("--normalize: " + text + " does not end in LUFS or PEAK");
 }
 
 ParameterSetting settingOf(const std::string& text) {
@@ -35,8 +64,14 @@ ParameterSetting settingOf(const std::string& text) {
 void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.set_version_flag("--version", std::string("quarzel-render ") + platform::productVersion(),
                          "Print the version and leave");
-    app.add_option("SONG.mid", line.song, "Standard MIDI file of type 0 or 1")->type_name("");
-    app.add_option("OUT.wav", line.output, "File to write")->type_name("");
+    app.add_option(
+           "SONG.mid OUT.wav", typed.files,
+           "Standard MIDI file of type 0 or 1, and the file to write; with --to, any number "
+           "of songs")
+        ->type_name("");
+    app.add_option("--to", line.folder,
+                   "Write into this folder, under the songs' names; several songs at once")
+        ->type_name("FOLDER");
     app.add_option("--plugin", line.plugin,
                    "VST 2.4 instrument (default: QuarzelStrings.so beside this program)")
         ->type_name("FILE");
@@ -46,6 +81,16 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
         ->type_name("FRAMES");
     app.add_option("--bits", typed.bits, "Sample format: 16, 24 or 32f (default: 24)")
         ->type_name("FORMAT");
+    app.add_option("--format", typed.format,
+                   "Container: wav, flac or ogg (default: by the name of the file, else wav)")
+        ->type_name("NAME");
+    app.add_flag("--stem", line.hasStems,
+                 "Write a file for each section that is on, with its name; leaves out the program "
+                 "changes of songs");
+    app.add_option(
+           "--normalize", typed.normalize,
+           "Bring each file to a loudness (LUFS, -16LUFS, ...) or a peak (PEAK, -3PEAK, ...)")
+        ->type_name("LEVEL");
     app.add_option("--gain", typed.gain, "Gain, -60 to 60 (default: 0)")->type_name("DB");
     app.add_option("--bank", line.bank, "Load a bank before all else")->type_name("FILE.fxb");
     app.add_option("--program", line.program, "Program to play, after --bank")->type_name("N|NAME");
@@ -65,6 +110,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--tail", typed.tail,
                    "Length after the song, 0 to 600 (default: until silent, at most 30)")
         ->type_name("SECONDS");
+    typed.song.declare(app);
     app.add_flag("--list", line.list, "Print programs and parameters with their values");
     app.add_flag("--quiet", line.quiet, "Print nothing but errors");
 }
@@ -72,19 +118,49 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
 void readTyped(const Typed& typed, CommandLine& line) {
     if (typed.rate) line.sampleRate = host::readInteger("--rate", *typed.rate, 8000, 768000);
     if (typed.block) line.blockSize = host::readInteger("--block", *typed.block, 1, 65536);
-    if (typed.bits) line.format = formatOf(*typed.bits);
+    if (typed.normalize && typed.gain) {
+        throw host::UsageError("--gain has no effect with --normalize");
+    }
+    if (typed.normalize) line.normalization = normalizationOf(*typed.normalize);
     if (typed.gain) line.render.gainDb = host::readDouble("--gain", *typed.gain, -60.0, 60.0);
     if (typed.tail) line.render.tailSeconds = host::readDouble("--tail", *typed.tail, 0.0, 600.0);
+    line.selection = typed.song.selection();
+    // A program would bring the other sections back.
+    if (line.hasStems) line.selection.programs = false;
     for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
 }
 
-void checkFiles(const CommandLine& line) {
-    if (line.list && !line.song.empty()) throw host::UsageError("--list takes no files");
-    const bool hasOtherWork = line.list || line.savedBank || line.savedPreset;
-    if (hasOtherWork && line.song.empty() && line.output.empty()) return;
-    if (line.song.empty() || line.output.empty()) {
-        throw host::UsageError("SONG.mid and OUT.wav are needed");
+// FLAC has no floating-point samples, Vorbis no sample format at all.
+void readFormat(const Typed& typed, CommandLine& line) {
+    if (typed.bits) line.format = formatOf(*typed.bits);
+    const std::size_t dot = line.output.rfind('.');
+    const std::string extension = dot == std::string::npos ? "" : line.output.substr(dot + 1);
+    if (typed.format) {
+        line.container = containerOf(*typed.format);
+    } else if (extension == "flac" || extension == "ogg") {
+        line.container = containerOf(extension);
     }
+    if (line.container == Container::kOgg && typed.bits)
+        throw host::UsageError("--bits: an Ogg file has no sample format");
+    if (line.container == Container::kFlac && line.format == SampleFormat::kFloat32)
+        throw host::UsageError("--bits: a FLAC file holds 16 or 24 bits");
+}
+
+void readFiles(const Typed& typed, CommandLine& line) {
+    if (line.list && !typed.files.empty()) throw host::UsageError("--list takes no files");
+    for (const auto& file : typed.files) {
+        if (file.empty()) throw host::UsageError("a file needs a name");
+    }
+    const bool hasOtherWork = line.list || line.savedBank || line.savedPreset;
+    if (typed.files.empty() && line.folder.empty() && hasOtherWork) return;
+    line.songs = typed.files;
+    if (!line.folder.empty()) {
+        if (line.songs.empty()) throw host::UsageError("SONG.mid is needed");
+        return;
+    }
+    if (line.songs.size() != 2) throw host::UsageError("SONG.mid and OUT.wav are needed");
+    line.output = line.songs.back();
+    line.songs.pop_back();
 }
 
 }  // namespace
@@ -92,13 +168,14 @@ void checkFiles(const CommandLine& line) {
 CommandLine parseCommandLine(int argc, const char* const* argv) {
     CommandLine line;
     Typed typed;
-    CLI::App app("Renders a MIDI file through a VST 2.4 instrument into a WAV file.",
+    CLI::App app("Renders MIDI files through a VST 2.4 instrument into sound files.",
                  "quarzel-render");
     declare(app, line, typed);
     line.answer = host::parseWords(app, argc, argv);
     if (!line.answer.empty()) return line;
+    readFiles(typed, line);
     readTyped(typed, line);
-    checkFiles(line);
+    readFormat(typed, line);
     return line;
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/song_selection.h"
+#include "render/normalization.h"
 #include "render/renderer.h"
 #include "render/wav_writer.h"
 
@@ -16,8 +18,13 @@ struct ParameterSetting {
 };
 
 struct CommandLine {
-    std::string song;  // empty: render nothing
-    std::string output;
+    std::vector<std::string> songs;  // empty: render nothing
+    std::string output;              // of the only song
+    std::string folder;              // of all outputs, if not empty; their names are the songs'
+    Container container = Container::kWav;
+    bool hasStems = false;  // one file a section
+    std::optional<Normalization> normalization;
+    host::SongSelection selection;
     std::string plugin;  // empty: the instrument beside the program
     int sampleRate = 44100;
     int blockSize = 512;

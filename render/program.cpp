@@ -1,9 +1,6 @@
-// Executes a command line: lists an instrument or renders a song, and reports.
+// Executes a command line: lists an instrument, saves its state, renders songs.
 #include "render/program.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -13,24 +10,10 @@
 #include "host/instrument_names.h"
 #include "host/numbers.h"
 #include "host/patches.h"
-#include "render/progress_bar.h"
-#include "host/song_playback.h"
+#include "render/jobs.h"
 
 namespace render {
 namespace {
-
-void applySettings(const CommandLine& line, host::PluginHost& host) {
-    if (line.bank) host::loadBank(host, *line.bank);
-    if (line.program) {
-        host.setProgram(host::indexOf(*line.program, host::distinctProgramNames(host), "program"));
-    }
-    if (line.preset) host::loadPreset(host, *line.preset);
-    if (line.settings.empty()) return;
-    const auto names = host::distinctParameterNames(host);
-    for (const auto& setting : line.settings) {
-        host.setParameter(host::indexOf(setting.parameter, names, "parameter"), setting.value);
-    }
-}
 
 std::string padded(const std::string& text, std::size_t width) {
     return text.size() < width ? text + std::string(width - text.size(), ' ') : text;
@@ -59,53 +42,14 @@ void list(host::PluginHost& host, std::ostream& out) {
     }
 }
 
-std::string dbfs(double level) {
-    return level > 0.0 ? host::fixedText(20.0 * std::log10(level), 2) + " dBFS" : "-inf dBFS";
-}
-
-void report(const CommandLine& line, const RenderStatistics& statistics, double secondsTaken,
-            std::ostream& out) {
-    const double length = static_cast<double>(statistics.frames) / line.sampleRate;
-    out << line.output << '\n'
-        << "  length    " << host::fixedText(length, 3) << " s\n"
-        << "  peak      " << dbfs(statistics.peak) << '\n'
-        << "  RMS       " << dbfs(statistics.rms) << '\n';
-    if (statistics.clippedSamples > 0) {
-        out << "  clipped   " << std::to_string(statistics.clippedSamples) << " samples\n";
-    }
-    if (statistics.nonFiniteSamples > 0) {
-        out << "  silenced  " << std::to_string(statistics.nonFiniteSamples)
-            << " samples that were no number\n";
-    }
-    out << "  took      " << host::fixedText(secondsTaken, 3) << " s, "
-        << host::fixedText(length / std::max(secondsTaken, 1e-6), 1) << " times real time\n";
-}
-
-void renderFile(const CommandLine& line, host::PluginHost& host, const host::MidiSong& song,
-                const Surroundings& surroundings) {
-    const auto begin = std::chrono::steady_clock::now();
-    WavWriter writer(line.output,
-                     {line.sampleRate, channelsOf(host), line.format,
-                      host::maxFramesOf(song, line.sampleRate, line.render.tailSeconds)});
-    RenderStatistics statistics;
-    {
-        ProgressBar bar(surroundings.err, surroundings.errIsTerminal && !line.quiet);
-        statistics = renderSong(song, host, writer, line.render, [&](double done) {
-            bar.update(done);
-            return !surroundings.interrupted;
-        });
-    }
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    if (!line.quiet) report(line, statistics, taken.count(), surroundings.out);
-}
-
-// An output file must not be the song, the instrument or another output file.
-void checkWrittenFiles(const CommandLine& line) {
+// An output file must not be a song, the instrument or another output file.
+void checkWrittenFiles(const CommandLine& line, const std::vector<Job>& jobs) {
     const std::string instrument = host::instrumentPath(line.plugin);
     std::vector<std::string> written;
     const auto check = [&](const std::string& path) {
-        const bool isSong = !line.song.empty() && host::isSameFile(path, line.song);
-        if (isSong) throw host::Error(path + " is the song itself.");
+        for (const auto& song : line.songs) {
+            if (host::isSameFile(path, song)) throw host::Error(path + " is the song itself.");
+        }
         if (host::isSameFile(path, instrument))
             throw host::Error(path + " is the instrument itself.");
         for (const auto& other : written) {
@@ -113,7 +57,7 @@ void checkWrittenFiles(const CommandLine& line) {
         }
         written.push_back(path);
     };
-    if (!line.output.empty()) check(line.output);
+    for (const Job& job : jobs) check(job.output);
     if (line.savedBank) check(*line.savedBank);
     if (line.savedPreset) check(*line.savedPreset);
 }
@@ -137,15 +81,14 @@ void carryOut(const CommandLine& line, const Surroundings& surroundings) {
         surroundings.out << line.answer;
         return;
     }
-    checkWrittenFiles(line);
-    const bool renders = !line.song.empty();
-    host::MidiSong song = {};
-    if (renders) song = host::readMidiSong(line.song);
+    const Songs songs = readSongs(line);
     host::PluginHost host(host::instrumentPath(line.plugin), line.sampleRate, line.blockSize);
     applySettings(line, host);
+    const std::vector<Job> jobs = jobsOf(line, songs, host);
+    checkWrittenFiles(line, jobs);
     saveState(line, host, surroundings.out);
     if (line.list) list(host, surroundings.out);
-    if (renders) renderFile(line, host, song, surroundings);
+    if (!jobs.empty()) renderAll(jobs, line, surroundings);
 }
 
 }  // namespace

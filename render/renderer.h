@@ -1,4 +1,4 @@
-// Renders a song through an instrument into a WAV file and measures the result.
+// Renders a song through an instrument and measures the result.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,8 @@
 
 #include "host/midi_song.h"
 #include "host/plugin_host.h"
-#include "render/wav_writer.h"
+#include "render/levels.h"
+#include "render/sample_sink.h"
 
 namespace render {
 
@@ -16,24 +17,20 @@ struct RenderSettings {
     std::optional<double> tailSeconds;  // after the song; if not set, until silence
 };
 
-// Levels are linear, after the gain, over all channels. 1.0 is full scale.
 struct RenderStatistics {
     int64_t frames = 0;
-    double peak = 0.0;
-    double rms = 0.0;
-    int64_t clippedSamples = 0;    // limited to fit the format
-    int64_t nonFiniteSamples = 0;  // infinite or NaN, written as silence
+    Levels levels;  // after the gain
 };
 
 // Receives the progress, 0..1. Returns whether to continue.
 using Progress = std::function<bool(double)>;
 
-// The number of channels in the file: one for an instrument with one output, else two.
+// The number of channels to render: one for an instrument with one output, else two.
 int channelsOf(const host::PluginHost& host);
 
-// Renders and commits the file. The block size does not affect the result. Throws Error, also if
-// progress returns false.
-RenderStatistics renderSong(const host::MidiSong& song, host::PluginHost& host, WavWriter& writer,
+// Samples that are no number become silence. The block size does not affect the result. Throws
+// Error, also if progress returns false.
+RenderStatistics renderSong(const host::MidiSong& song, host::PluginHost& host, SampleSink& sink,
                             const RenderSettings& settings, const Progress& progress);
 
 }  // namespace render

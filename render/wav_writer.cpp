@@ -1,21 +1,17 @@
-// WAV files through libsndfile, with our own rounding.
+// Sound files through libsndfile, with our own rounding.
 #include "render/wav_writer.h"
 
-#include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
 
 #include <sndfile.h>
 
-#include "host/error.h"
 #include "host/files.h"
 
 namespace render {
 namespace {
 
 constexpr std::size_t kBufferedSamples = 16384;
+constexpr double kVorbisQuality = 0.7;        // 0..1; about 220 kbit/s
 constexpr int64_t kMaxWavBytes = 0xffff0000;  // sizes in the file have 32 bits
 
 int bytesOf(SampleFormat format) {
@@ -35,7 +31,18 @@ SF_INFO fileInfo(const WavSettings& settings) {
     info.samplerate = settings.sampleRate;
     info.channels = settings.channels;
     const int64_t maxBytes = settings.maxFrames * settings.channels * bytesOf(settings.format);
-    info.format = maxBytes > kMaxWavBytes ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
+    const bool isLarge = maxBytes > kMaxWavBytes;
+    switch (settings.container) {
+        case Container::kOgg:
+            info.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
+            return info;
+        case Container::kFlac:
+            info.format = SF_FORMAT_FLAC;
+            break;
+        case Container::kWav:
+            info.format = isLarge ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
+            break;
+    }
     switch (settings.format) {
         case SampleFormat::kInt16:
             info.format |= SF_FORMAT_PCM_16;
@@ -63,47 +70,30 @@ std::string libraryError(SNDFILE* file) {
 
 WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
     : path_(host::writablePath(path)),
+      temporary_(path_),
       channels_(settings.channels),
       format_(settings.format),
+      container_(settings.container),
       bits_(8 * bytesOf(settings.format)),
       fullScale_(std::ldexp(1.0, bits_ - 1)) {
-    createTemporary();
     SF_INFO info = fileInfo(settings);
-    file_ = sf_open(temporaryPath_.c_str(), SFM_WRITE, &info);
-    if (!file_) {
-        std::remove(temporaryPath_.c_str());
-        fail(libraryError(nullptr));
-    }
+    file_ = sf_open(temporary_.path().c_str(), SFM_WRITE, &info);
+    if (!file_) failToWrite(path_, libraryError(nullptr));
     // A peak chunk would contain the date, so equal renders would differ.
     sf_command(file_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     sf_command(file_, SFC_RF64_AUTO_DOWNGRADE, nullptr, SF_TRUE);
+    double quality = kVorbisQuality;
+    sf_command(file_, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
 }
 
 WavWriter::~WavWriter() {
     if (file_) sf_close(file_);
-    if (!temporaryPath_.empty()) std::remove(temporaryPath_.c_str());
-}
-
-// Creates an empty file beside the final one, under an unused name.
-void WavWriter::createTemporary() {
-    for (int attempt = 1;; ++attempt) {
-        temporaryPath_ = path_ + ".part" + std::to_string(attempt);
-        errno = 0;
-        std::FILE* const file = std::fopen(temporaryPath_.c_str(), "wbx");
-        if (file) {
-            std::fclose(file);
-            return;
-        }
-        if (errno != EEXIST) {
-            const int reason = errno;
-            temporaryPath_.clear();
-            fail(std::generic_category().message(reason));
-        }
-    }
 }
 
 void WavWriter::write(const std::vector<float>& samples) {
-    if (format_ == SampleFormat::kFloat32) {
+    if (container_ == Container::kOgg) {
+        for (const float sample : samples) floats_.push_back(limited(sample));
+    } else if (format_ == SampleFormat::kFloat32) {
         floats_.insert(floats_.end(), samples.begin(), samples.end());
     } else {
         for (const float sample : samples) integers_.push_back(quantized(sample));
@@ -117,9 +107,15 @@ void WavWriter::flush() {
     const auto integers = static_cast<sf_count_t>(integers_.size());
     const bool wrote = sf_write_float(file_, floats_.data(), floats) == floats &&
                        sf_write_int(file_, integers_.data(), integers) == integers;
-    if (!wrote) fail(libraryError(file_));
+    if (!wrote) failToWrite(path_, libraryError(file_));
     floats_.clear();
     integers_.clear();
+}
+
+float WavWriter::limited(float sample) {
+    if (std::fabs(sample) <= 1.0f) return sample;
+    ++clippedSamples_;
+    return sample < 0.0f ? -1.0f : 1.0f;
 }
 
 // The sample in the upper bits of a 32-bit integer, as libsndfile expects it.
@@ -138,15 +134,8 @@ void WavWriter::commit() {
     sf_write_sync(file_);
     const int closeError = sf_close(file_);
     file_ = nullptr;
-    if (closeError != 0) fail(sf_error_number(closeError));
-    std::error_code error;
-    std::filesystem::rename(temporaryPath_, path_, error);
-    if (error) fail(error.message());
-    temporaryPath_.clear();
-}
-
-void WavWriter::fail(const std::string& reason) const {
-    throw host::Error(path_ + " cannot be written: " + reason + ".");
+    if (closeError != 0) failToWrite(path_, sf_error_number(closeError));
+    temporary_.commit();
 }
 
 }  // namespace render

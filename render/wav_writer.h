@@ -1,37 +1,41 @@
-// Writes a WAV file under a temporary name and renames it when it is complete.
+// Writes a sound file under a temporary name and renames it when it is complete.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "render/sample_sink.h"
+#include "render/temporary_file.h"
+
 struct sf_private_tag;  // libsndfile's SNDFILE
 
 namespace render {
 
 enum class SampleFormat { kInt16, kInt24, kFloat32 };
+enum class Container { kWav, kFlac, kOgg };  // Vorbis in Ogg, which has no sample format
 
 struct WavSettings {
     int sampleRate;  // Hz
     int channels;
     SampleFormat format;
-    int64_t maxFrames;  // largest length; beyond 4 GB the file is RF64
+    Container container = Container::kWav;
+    int64_t maxFrames = 0;  // largest length; beyond 4 GB a WAV file is RF64
 };
 
-class WavWriter {
+class WavWriter final : public SampleSink {
   public:
     // Throws Error if the file cannot be created.
     WavWriter(const std::string& path, const WavSettings& settings);
     // Removes the file unless commit() was called.
-    ~WavWriter();
+    ~WavWriter() override;
     WavWriter(const WavWriter&) = delete;
     WavWriter& operator=(const WavWriter&) = delete;
 
-    int channels() const { return channels_; }
+    int channels() const override { return channels_; }
 
-    // Appends interleaved finite samples; 1.0 is full scale. Integer formats round to the nearest
-    // step and limit what does not fit. Throws Error if writing fails.
-    void write(const std::vector<float>& samples);
+    // Integer formats round to the nearest step. They and Ogg limit what does not fit.
+    void write(const std::vector<float>& samples) override;
 
     // Finishes the file and moves it to its final name. Throws Error.
     void commit();
@@ -39,15 +43,15 @@ class WavWriter {
     int64_t clippedSamples() const { return clippedSamples_; }
 
   private:
-    [[noreturn]] void fail(const std::string& reason) const;
-    void createTemporary();
+    float limited(float sample);
     int quantized(float sample);
     void flush();
 
     std::string path_;
-    std::string temporaryPath_;
+    TemporaryFile temporary_;
     int channels_;
     SampleFormat format_;
+    Container container_;
     int bits_;
     double fullScale_;  // steps of an integer format
     sf_private_tag* file_ = nullptr;

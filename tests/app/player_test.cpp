@@ -9,10 +9,11 @@ namespace {
 
 constexpr int kRate = 8000;
 constexpr int kBlock = 64;
+constexpr host::HostIdentity kIdentity = {"test", true};
 
 // Hosts the test instrument, which marks the frame of every note-on with 0.5 on the left.
 struct Rig {
-    explicit Rig(const host::MidiSong* song = nullptr) : player(host, inbox, song) {
+    explicit Rig(const host::MidiSong* song = nullptr) : player(host, inbox, song, true) {
         player.start();
     }
     // Returns the frames of the marks in the next blocks.
@@ -27,7 +28,7 @@ struct Rig {
         return found;
     }
 
-    host::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, {"test", true}};
+    host::PluginHost host{TEST_INSTRUMENT, kRate, kBlock, kIdentity};
     app::MidiInbox inbox;
     app::Player player;
     float left[2 * kBlock] = {};
@@ -66,6 +67,29 @@ TEST(Player, GoesOnInTheSongAtAnotherRate) {
     EXPECT_EQ(rig.marks(4), (std::vector<int>{2 * (200 - 2 * kBlock)}));
 }
 
+TEST(Player, LeavesTheProgramOfBeforeTheSong) {
+    const host::MidiSong song = {kRate, {{3, {0x90, 60, 100}}, {200, {0xc0, 2, 0}}}, 300};
+    {
+        Rig rig(&song);
+        rig.host.setProgram(1);
+        rig.player.stop();
+        rig.player.start();  // the song has begun with program 0
+        rig.marks(4);
+        EXPECT_EQ(rig.host.program(), 2);
+        rig.player.stop();
+        rig.player.leaveSong();
+        EXPECT_EQ(rig.host.program(), 0) << "cut short";
+    }
+    Rig rig(&song);
+    rig.marks((300 + kRate / 2) / kBlock + 2);
+    EXPECT_TRUE(rig.player.songHasEnded());
+    EXPECT_EQ(rig.host.program(), 0) << "played to its end";
+    rig.host.setProgram(1);
+    rig.player.stop();
+    rig.player.leaveSong();
+    EXPECT_EQ(rig.host.program(), 1) << "chosen after the song";
+}
+
 TEST(Player, FadesOutToSilence) {
     Rig rig;
     EXPECT_TRUE(rig.player.songHasEnded());
@@ -86,6 +110,21 @@ TEST(Player, FadesOutToSilence) {
     }
     EXPECT_TRUE(rig.player.isFaded());
     EXPECT_EQ(before, 0.0f);
+}
+
+TEST(Ceiling, TurnsDownWhatExceedsFullScaleAndNothingElse) {
+    app::Ceiling ceiling(kRate);
+    const auto held = [&](float left, float right) {
+        ceiling.hold(left, right);
+        return std::pair(left, right);
+    };
+    EXPECT_EQ(held(1.0f, -0.7f), std::pair(1.0f, -0.7f));
+    EXPECT_EQ(held(2.0f, -4.0f), std::pair(0.5f, -1.0f));
+    const float soonAfter = held(0.5f, 0.5f).first;
+    EXPECT_GT(soonAfter, 0.125f);
+    EXPECT_LT(soonAfter, 0.13f);
+    for (int i = 0; i < kRate; ++i) held(0.0f, 0.0f);
+    EXPECT_EQ(held(0.5f, 0.25f), std::pair(0.5f, 0.25f));
 }
 
 TEST(Player, IsSilentForABlockThatIsTooLarge) {

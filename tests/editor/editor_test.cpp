@@ -53,6 +53,23 @@ TEST_F(EditorTest, AStoredSkinThatIsGoneGivesWayToTheDefault) {
     }
 }
 
+TEST_F(EditorTest, TheUsersSkinsComeAfterThoseBesideTheLibrary) {
+    const std::string own =
+        *state::findDataFolder(platform::kProductName) + "Skins" + platform::kSeparator;
+    for (const std::string& base : {module.path(), own}) {
+        std::filesystem::create_directories(base + "Night");
+        platform::writeFile(base + "Night" + platform::kSeparator + "skin.xml", "");
+    }
+    std::filesystem::create_directories(own + "Own");
+    platform::writeFile(own + "Own" + platform::kSeparator + "skin.xml", "");
+    editor::chooseSkin("Night");
+    EXPECT_EQ(editor::findSkins().folder(), module.path() + "Night" + platform::kSeparator);
+    editor::chooseSkin("Own");
+    const editor::SkinChoice skins = editor::findSkins();
+    EXPECT_EQ(skins.folder(), own + "Own" + platform::kSeparator);
+    EXPECT_EQ(skins.selected(), static_cast<int>(skins.installed.size()) - 1);
+}
+
 TEST_F(EditorTest, OpensOnlyInAParentWindowAndAnyNumberOfTimes) {
     writeSkin(R"(<background filename="bg.png"/>)" + std::string(kKnob));
     EXPECT_FALSE(edit.open(nullptr));

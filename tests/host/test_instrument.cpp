@@ -1,8 +1,9 @@
 // An instrument for tests of hosts. It marks the frame of each event.
 //
-// Left: "Level" for a note-on. Right: velocity / 128 for a note-on, the negative for a note-off.
-// For "Ring" x 10 s after each note-on, both channels hold "Level" / 2. "Fault" makes every sample
-// NaN. If a host breaks the rules of the interface, the output is kAlarm.
+// A MIDI program change chooses a program. Left: "Level" for a note-on. Right: velocity / 128 for a
+// note-on, the negative for a note-off. For "Ring" x 10 s after each note-on, both channels hold
+// "Level" / 2. "Fault" makes every sample NaN. If a host breaks the rules of the interface, the
+// output is kAlarm.
 //
 // Its state is saved as parameter lists. Programs do not contain "Ring" and "Fault": a program
 // change sets them to 0. It refuses banks and programs of version 13.
@@ -89,6 +90,7 @@ class Instrument final : public vst2::AudioEffectX {
                 const char* const midi = reinterpret_cast<const VstMidiEvent&>(event).midiData;
                 const int kind = midi[0] & 0xf0;
                 if (kind == 0x80) right -= static_cast<float>(midi[2]) / 128.0f;
+                if (kind == 0xc0) setProgram(midi[1] % kNumPrograms);
                 if (kind != 0x90) continue;
                 left = level;
                 right += static_cast<float>(midi[2]) / 128.0f;

@@ -14,8 +14,10 @@ render::CommandLine parsed(std::vector<const char*> arguments) {
 
 TEST(CommandLine, HasTheStatedDefaults) {
     const auto line = parsed({"a.mid", "b.wav"});
-    EXPECT_EQ(line.song, "a.mid");
+    EXPECT_EQ(line.songs, std::vector<std::string>{"a.mid"});
     EXPECT_EQ(line.output, "b.wav");
+    EXPECT_EQ(line.container, render::Container::kWav);
+    EXPECT_FALSE(line.hasStems || line.normalization);
     EXPECT_EQ(line.plugin, "");
     EXPECT_EQ(line.sampleRate, 44100);
     EXPECT_EQ(line.blockSize, 512);
@@ -49,16 +51,34 @@ TEST(CommandLine, TakesEveryOptionAnywhere) {
     EXPECT_EQ(saving.bank, "a.fxb");
     EXPECT_EQ(saving.preset, "a.fxp");
     EXPECT_EQ(saving.savedPreset, "b.fxp");
-    EXPECT_EQ(saving.song, "");
-    EXPECT_EQ(parsed({"--save-bank", "b.fxb", "a.mid", "b.wav"}).song, "a.mid");
+    EXPECT_TRUE(saving.songs.empty());
+    EXPECT_EQ(parsed({"--save-bank", "b.fxb", "a.mid", "b.wav"}).songs.size(), 1u);
+    EXPECT_EQ(parsed({"--to", "x", "a.mid", "b.mid", "c.mid"}).songs.size(), 3u);
+    EXPECT_FALSE(parsed({"--stem", "a.mid", "b.wav"}).selection.programs);
+    const struct {
+        const char* text;
+        render::Normalization::Of of;
+        double level;
+    } levels[] = {{"LUFS", render::Normalization::Of::kLoudness, -16.0},
+                  {"-23.5LUFS", render::Normalization::Of::kLoudness, -23.5},
+                  {"PEAK", render::Normalization::Of::kPeak, -1.0},
+                  {"-0.5PEAK", render::Normalization::Of::kPeak, -0.5}};
+    for (const auto& [text, of, level] : levels) {
+        const auto normalization = parsed({"a", "b", "--normalize", text}).normalization;
+        ASSERT_TRUE(normalization) << text;
+        EXPECT_EQ(normalization->of, of) << text;
+        EXPECT_EQ(normalization->level, level) << text;
+    }
 }
 
 TEST(CommandLine, AnswersForHelpAndVersion) {
     EXPECT_EQ(parsed({"--version"}).answer.substr(0, 15), "quarzel-render ");
     const std::string help = parsed({"--help"}).answer;
-    for (const char* option : {"--plugin", "--rate", "--block", "--bits", "--gain", "--bank",
-                               "--program", "--preset", "--set", "--save-bank", "--save-preset",
-                               "--tail", "--list", "--quiet", "--version", "--help"}) {
+    for (const char* option :
+         {"--plugin",   "--rate",    "--block", "--bits",      "--gain",        "--bank",
+          "--program",  "--preset",  "--set",   "--save-bank", "--save-preset", "--tail",
+          "--list",     "--quiet",   "--to",    "--stem",      "--normalize",   "--format",
+          "--channels", "--version", "--help"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }
@@ -82,6 +102,12 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
         {"--save-bank", "a.fxb", "a.mid"},
         {"--bank", "a.fxb"},
         {"", "b.wav"},
+        {"--to", "x"},
+        {"a.mid", "b.wav", "--format", "mp3"},
+        {"a.mid", "b.ogg", "--bits", "16"},
+        {"a.mid", "b.flac", "--bits", "32f"},
+        {"a.mid", "b.wav", "--normalize", "-3"},
+        {"a.mid", "b.wav", "--normalize", "PEAK", "--gain", "1"},
     };
     for (const auto& arguments : meaningless) {
         SCOPED_TRACE(testing::PrintToString(arguments));
@@ -90,7 +116,7 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
     const std::vector<std::vector<const char*>> outOfRange = {
         {"--rate", "7999"},     {"--rate", "768001"},  {"--block", "0"},   {"--block", "65537"},
         {"--gain", "-60.1"},    {"--gain", "nan"},     {"--tail", "-1"},   {"--tail", "600.1"},
-        {"--set", "Viola=1.1"}, {"--set", "Viola=-1"}, {"--set", "a=inf"},
+        {"--set", "Viola=1.1"}, {"--set", "Viola=-1"}, {"--set", "a=inf"}, {"--normalize", "1PEAK"},
     };
     for (auto arguments : outOfRange) {
         SCOPED_TRACE(testing::PrintToString(arguments));

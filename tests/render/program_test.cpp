@@ -1,6 +1,7 @@
 // The whole program in-process: exit codes, messages, files, lists and reports.
 #include "render/program.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -83,6 +84,60 @@ TEST_F(QuarzelRender, AppliesProgramAndParameters) {
         EXPECT_EQ(outcome.err + outcome.out, "");
         ASSERT_EQ(outcome.exitCode, 0);
         EXPECT_FLOAT_EQ(WavFile(output_).samples.at(0), c.left);
+    }
+}
+
+TEST_F(QuarzelRender, WritesEveryFormatLevelAndSection) {
+    struct Case {
+        std::vector<std::string> options;
+        const char* file;
+        int format;
+        double peak;
+    };
+    const std::string other = folder_.write("other.mid", kSong);
+    std::filesystem::create_directory(folder_.path("to"));
+    const Case cases[] = {
+        {{song_, folder_.path("a.flac")}, "a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_24, 0.5},
+        {{song_, folder_.path("b.ogg")}, "b.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.5},
+        {{song_, folder_.path("c"), "--format", "flac", "--bits", "16"},
+         "c",
+         SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
+         0.5},
+        {{song_, folder_.path("d.wav"), "--normalize", "-20PEAK"},
+         "d.wav",
+         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+         0.1},
+        // Loud for so short a sound, so its peak is what limits it.
+        {{song_, folder_.path("e.wav"), "--normalize", "LUFS", "--set", "Ring=0.1"},
+         "e.wav",
+         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+         0.891},
+        {{song_, folder_.path("f.wav"), "--stem"},
+         "f - Viola.wav",
+         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+         0.5},
+        {{song_, other, "--to", folder_.path("to")},
+         "to/song.wav",
+         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+         0.5},
+    };
+    for (auto c : cases) {
+        SCOPED_TRACE(c.file);
+        c.options.insert(c.options.end(), {"--plugin", TEST_INSTRUMENT, "--tail", "1"});
+        const auto outcome = run(c.options);
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+        EXPECT_NE(outcome.out.find("loudness"), std::string::npos);
+        const WavFile file(folder_.path(c.file));
+        EXPECT_EQ(file.info.format, c.format);
+        EXPECT_EQ(file.info.frames, 88200);
+        EXPECT_NEAR(*std::max_element(file.samples.begin(), file.samples.end()), c.peak, 0.02);
+    }
+    EXPECT_EQ(folder_.read("to/song.wav"), folder_.read("to/other.wav"));
+    EXPECT_EQ(folder_.entryCount(), 9);
+    const auto failed = run(with({"--to", folder_.path("none")}, song_, other));
+    EXPECT_EQ(failed.exitCode, 1);
+    for (const char* const name : {"none/song.wav cannot be", "none/other.wav cannot be"}) {
+        EXPECT_NE(failed.err.find(name), std::string::npos) << failed.err;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "host/song_playback.h"
+#include "render/wav_writer.h"
 #include "tests/host/midi_bytes.h"
 #include "tests/render/wav_file.h"
 #include "tests/support/temporary_folder.h"
@@ -36,11 +37,13 @@ Rendered render_(const host::MidiSong& song, const RenderSettings& settings, int
     const TemporaryFolder folder;
     host::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
     for (const auto& [index, value] : parameters) host.setParameter(index, value);
-    render::WavWriter writer(folder.path("a.wav"),
-                             {kRate, render::channelsOf(host), render::SampleFormat::kFloat32,
-                              host::maxFramesOf(song, kRate, settings.tailSeconds)});
+    render::WavWriter writer(
+        folder.path("a.wav"),
+        {kRate, render::channelsOf(host), render::SampleFormat::kFloat32, render::Container::kWav,
+         host::maxFramesOf(song, kRate, settings.tailSeconds)});
     const auto statistics =
         render::renderSong(song, host, writer, settings, [](double) { return true; });
+    writer.commit();
     return {statistics, WavFile(folder.path("a.wav"))};
 }
 
@@ -107,12 +110,12 @@ TEST(Renderer, MeasuresAfterTheGainAndSilencesWhatIsNoNumber) {
     const auto rendered = render_(threeNotes(), {20.0 * std::log10(2.0), 0.0}, 512);
     const double frames = 400 * 48;
     const double squares = 3 * 1.0 + 1.0 + 0.25 + 0.0625 + std::pow(127 / 64.0, 2);
-    EXPECT_FLOAT_EQ(rendered.statistics.peak, 127 / 64.0);
-    EXPECT_FLOAT_EQ(rendered.statistics.rms, std::sqrt(squares / (2 * frames)));
+    EXPECT_FLOAT_EQ(rendered.statistics.levels.peak, 127 / 64.0);
+    EXPECT_FLOAT_EQ(rendered.statistics.levels.rms, std::sqrt(squares / (2 * frames)));
     EXPECT_FLOAT_EQ(rendered.file.samples[1], 1.0f);
-    EXPECT_EQ(rendered.statistics.nonFiniteSamples, 0);
+    EXPECT_EQ(rendered.statistics.levels.nonFiniteSamples, 0);
     const auto faulty = render_(threeNotes(), {0.0, 0.0}, 512, {{kFault, 1.0f}});
-    EXPECT_EQ(faulty.statistics.nonFiniteSamples, 2 * 400 * 48);
+    EXPECT_EQ(faulty.statistics.levels.nonFiniteSamples, 2 * 400 * 48);
     EXPECT_EQ(faulty.file.samples, std::vector<float>(2 * 400 * 48, 0.0f));
 }
 

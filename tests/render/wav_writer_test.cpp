@@ -12,6 +12,7 @@
 
 namespace {
 
+using render::Container;
 using render::SampleFormat;
 using render::WavWriter;
 
@@ -26,7 +27,7 @@ TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
     for (const Case& c : {Case{SampleFormat::kInt16, 1.0 / 32768, 16, 32767},
                           Case{SampleFormat::kInt24, 1.0 / 8388608, 8, 8388607}}) {
         SCOPED_TRACE(c.most);
-        WavWriter writer(folder.path("a.wav"), {44100, 2, c.format, 1000});
+        WavWriter writer(folder.path("a.wav"), {44100, 2, c.format});
         const auto at = [&](double steps) { return static_cast<float>(steps * c.step); };
         writer.write({0.0f, at(1.0), at(-1.0), at(1000.4), at(1000.6), at(c.most), -1.0f, -0.5f});
         EXPECT_EQ(writer.clippedSamples(), 0);
@@ -49,7 +50,7 @@ TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
     const TemporaryFolder folder;
     const std::vector<float> samples = {0.1f, -3.5f, 1e-30f, 1.0f};
     for (const char* name : {"a.wav", "b.wav"}) {
-        WavWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32, 4});
+        WavWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32});
         writer.write(samples);
         writer.commit();
         EXPECT_EQ(writer.clippedSamples(), 0);
@@ -68,7 +69,7 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_IGN);
         try {
-            WavWriter writer(path, {44100, 2, SampleFormat::kFloat32, 100000});
+            WavWriter writer(path, {44100, 2, SampleFormat::kFloat32});
             for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
             writer.commit();
             return false;
@@ -86,7 +87,8 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
 TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
     const TemporaryFolder folder;
     for (const int64_t maxFrames : {int64_t{1000}, int64_t{1} << 32}) {
-        WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt24, maxFrames});
+        WavWriter writer(folder.path("a.wav"),
+                         {44100, 2, SampleFormat::kInt24, Container::kWav, maxFrames});
         writer.write({0.0f, 0.0f});
         writer.commit();
         EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // RIFF: it stayed small
@@ -94,14 +96,16 @@ TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
     }
 }
 
-TEST(WavWriter, LeavesNothingBehindUnlessCommitted) {
+TEST(WavWriter, LeavesNothingBehindUnlessCommittedAndClearsWhatOthersLeft) {
     const TemporaryFolder folder;
     folder.write("a.wav", "what was there before");
+    folder.write("a.wav.quarzel-part1", "of a run that was killed");
     folder.write("a.wav.part1", "somebody else's");
     {
-        WavWriter writer(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16, 1000});
-        writer.write(std::vector<float>(100000));
-        EXPECT_EQ(folder.entryCount(), 3);
+        const WavWriter first(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
+        WavWriter second(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
+        second.write(std::vector<float>(100000));
+        EXPECT_EQ(folder.entryCount(), 4);  // neither took the other's file for a leftover
     }
     EXPECT_EQ(folder.entryCount(), 2);
     EXPECT_EQ(folder.read("a.wav"), "what was there before");

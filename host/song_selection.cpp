@@ -1,0 +1,69 @@
+// Chooses channels and kinds of events.
+#include "host/song_selection.h"
+
+#include <algorithm>
+
+#include <CLI/CLI.hpp>
+
+#include "host/error.h"
+#include "host/option_values.h"
+
+namespace host {
+namespace {
+
+constexpr int kChannels = 16;
+constexpr int kDrumBit = 9;
+
+bool isProgramChange(const SongEvent& event) {
+    return (event.message[0] & 0xf0) == 0xc0;
+}
+
+int readChannel(const std::string& text) {
+    return readInteger("--channels", text, 1, kChannels);
+}
+
+// "1-4,7"
+std::bitset<16> readChannels(const std::string& text) {
+    std::bitset<16> channels;
+    for (const std::string& part : CLI::detail::split(text, ',')) {
+        const auto dash = part.find('-');
+        const int first = readChannel(part.substr(0, dash));
+        const int last = dash == std::string::npos ? first : readChannel(part.substr(dash + 1));
+        if (last < first) throw UsageError("--channels: " + part + " ends before it begins");
+        for (int channel = first; channel <= last; ++channel) channels.set(channel - 1);
+    }
+    return channels;
+}
+
+}  // namespace
+
+void keep(MidiSong& song, const SongSelection& selection) {
+    const auto isDropped = [&](const SongEvent& event) {
+        return !selection.channels[event.message[0] & 0x0f] ||
+               (!selection.programs && isProgramChange(event));
+    };
+    song.events.erase(std::remove_if(song.events.begin(), song.events.end(), isDropped),
+                      song.events.end());
+}
+
+bool changesProgram(const MidiSong& song) {
+    return std::any_of(song.events.begin(), song.events.end(), isProgramChange);
+}
+
+void SongOptions::declare(CLI::App& app) {
+    app.add_option("--channels", channels_,
+                   "Channels of songs to play, for example 1-4,7 (default: all but 10, the drums)")
+        ->type_name("LIST");
+    app.add_flag("--no-drums", noDrums_, "Leave channel 10 out of --channels");
+    app.add_flag("--ignore-programs", ignorePrograms_, "Leave out the program changes of songs");
+}
+
+SongSelection SongOptions::selection() const {
+    SongSelection selection;
+    if (channels_) selection.channels = readChannels(*channels_);
+    if (noDrums_) selection.channels.reset(kDrumBit);
+    selection.programs = !ignorePrograms_;
+    return selection;
+}
+
+}  // namespace host
