@@ -54,7 +54,6 @@ int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) 
         others |= !(level <= FLT_MAX);
     }
     const bool plain = others == 0 && follower_ > kSurelyNormal;
-    level_ = static_cast<float>(followers[frames - 1]);
     double follower = follower_;
     int quietFrames = 0;
     for (int t = 0; t < frames; ++t) {
@@ -90,7 +89,6 @@ double PeakLimiter::followedWithCare(double follower, float level) {
 }
 
 void PeakLimiter::renderSilence(float* left, float* right, int frames) {
-    level_ = 0.0f;
     for (int t = 0; t < frames && follower_ != 0.0; ++t) {
         follower_ = followedWithCare(follower_, 0.0f);
     }

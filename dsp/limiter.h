@@ -25,14 +25,9 @@ class PeakLimiter {
     // Limits silence: the follower falls and the output is zero.
     void renderSilence(float* left, float* right, int frames);
 
-    // Level of the last input frame.
-    float level() const { return level_; }
     double follower() const { return follower_; }
 
-    void clear() {
-        follower_ = 0.0;
-        level_ = 0.0f;
-    }
+    void clear() { follower_ = 0.0; }
 
   private:
     static constexpr int kRun = kMostFrames;
@@ -43,7 +38,6 @@ class PeakLimiter {
 
     const Kernels& kernels_ = kernels();
     double follower_ = 0.0;
-    float level_ = 0.0f;
 };
 
 }  // namespace dsp

@@ -54,8 +54,8 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
 
   private:
     EditorRect rect_;
-    std::int32_t knobMode_ = VSTGUI::kCircularMode;
-    std::optional<Toolkit> toolkit_;  // set while there is a frame
+    std::int32_t knobMode_ = VSTGUI::kLinearMode;  // until the host says
+    std::optional<Toolkit> toolkit_;               // set while there is a frame
 };
 
 }  // namespace editor

@@ -62,14 +62,20 @@ CControl* makeKnob(const ControlPlan& plan) {
     const CRect area = rectangleOf(plan.values);
     const int tag = integer(plan, "id");
     CBitmap* const handle = picture(plan, "bitmap_handle");
+    constexpr float kFine = 10;  // with Shift, as on a slider
     CControl* knob = nullptr;
     if (plan.values.flag("stackbmp").value_or(false)) {
         const CCoord frameHeight = std::max(area.getHeight(), 1.0);
         const auto frames = handle ? pixel(handle->getHeight() / frameHeight) : 0;
-        knob = new CAnimKnob(area, plan.listener, tag, frames, frameHeight, handle);
+        auto* const strip = new CAnimKnob(area, plan.listener, tag, frames, frameHeight, handle);
+        strip->setZoomFactor(kFine);
+        knob = strip;
     } else {
-        knob = new CKnob(area, plan.listener, tag, picture(plan, "bitmap_bk", plan.background),
-                         handle, backgroundOffset(plan));
+        auto* const dial =
+            new CKnob(area, plan.listener, tag, picture(plan, "bitmap_bk", plan.background), handle,
+                      backgroundOffset(plan));
+        dial->setZoomFactor(kFine);
+        knob = dial;
     }
     if (const auto transparent = plan.values.flag("transparent")) {
         knob->setTransparency(*transparent);
@@ -139,16 +145,19 @@ CControl* finishDisplay(const ControlPlan& plan, CParamDisplay* display, int tag
     return display;
 }
 
-CControl* makeDisplay(const ControlPlan& plan) {
+CDisplay* newDisplay(const ControlPlan& plan) {
     auto* const display =
         new CDisplay(rectangleOf(plan.values), picture(plan, "bitmap_bk"), integer(plan, "style"));
-    return finishDisplay(plan, display, integer(plan, "id"));
+    display->setShowsUnits(plan.values.flag("units").value_or(false));
+    return display;
+}
+
+CControl* makeDisplay(const ControlPlan& plan) {
+    return finishDisplay(plan, newDisplay(plan), integer(plan, "id"));
 }
 
 CControl* makeReadOut(const ControlPlan& plan) {
-    auto* const display =
-        new CDisplay(rectangleOf(plan.values), picture(plan, "bitmap_bk"), integer(plan, "style"));
-    return finishDisplay(plan, display, kNoTag);
+    return finishDisplay(plan, newDisplay(plan), kNoTag);
 }
 
 CControl* makeLinkedDisplay(const ControlPlan& plan) {
@@ -162,6 +171,7 @@ CControl* makeLinkedDisplay(const ControlPlan& plan) {
     auto* const display =
         new CParamDisplayLink(rectangleOf(plan.values), picture(plan, "bitmap_bk"),
                               integer(plan, "style"), plan.host, link);
+    display->setShowsUnits(plan.values.flag("units").value_or(false));
     return finishDisplay(plan, display, integer(plan, "id"));
 }
 

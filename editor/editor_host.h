@@ -8,6 +8,11 @@
 
 namespace editor {
 
+struct OutputPeaks {
+    float left = 0.0f;
+    float right = 0.0f;
+};
+
 // The editor calls all of this on the host's user-interface thread. It passes only parameter and
 // program indices in range. Values are 0..1 and texts are UTF-8.
 class EditorHost {
@@ -35,7 +40,8 @@ class EditorHost {
 
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // MIDI key of the latest note; -1 before the first
-    virtual float outputLevel() const = 0;
+    // The largest magnitudes of the output since the last call; 1 is full scale.
+    virtual OutputPeaks takeOutputPeaks() = 0;
     virtual int chorusTapCount() const = 0;
     virtual float chorusTap(int tap) const = 0;  // 0..1 is the usual range; may go beyond
 

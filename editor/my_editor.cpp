@@ -1,8 +1,11 @@
 // The elements, menus and preset switches of this instrument.
 #include "editor/my_editor.h"
 
+#include <algorithm>
+#include <cmath>
 #include <iterator>
 
+#include "editor/views/envelope_view.h"
 #include "editor/views/note_display.h"
 #include "editor/views/presets_display.h"
 #include "editor/skin_shapes.h"
@@ -49,19 +52,35 @@ void setColors(View& view, const SkinValues& values) {
     if (const auto rgb = values.colour("backcolor")) view.setBackColor(colorOf(*rgb));
 }
 
+MeterSide sideOf(const SkinValues& values) {
+    const int side = integerOf(values, "side");
+    return side == 1 ? MeterSide::kLeft : side == 2 ? MeterSide::kRight : MeterSide::kBoth;
+}
+
 }  // namespace
 
 myEditor::myEditor(EditorHost& host) : xmlGuiEditor(host) {
     switchPresets_.assign(std::begin(kSwitchPresets), std::end(kSwitchPresets));
 }
 
+bool myEditor::open(void* parentWindow) {
+    host_.takeOutputPeaks();  // from before it was open
+    return xmlGuiEditor::open(parentWindow);
+}
+
 void myEditor::close() {
     xmlGuiEditor::close();
-    if (!isOpen()) meters_.clear();
+    if (isOpen()) return;
+    meters_.clear();
+    peakMeters_.clear();
+    lamps_.clear();
 }
 
 void myEditor::idle() {
-    for (CVuMeter* const meter : meters_) meter->setValue(host_.outputLevel());
+    const OutputPeaks peaks = host_.takeOutputPeaks();
+    for (CVuMeter* const meter : meters_) meter->setValue(peakOf(peaks, MeterSide::kBoth));
+    for (CPeakMeter* const meter : peakMeters_) meter->feed(peaks);
+    for (CClipLamp* const lamp : lamps_) lamp->feed(peaks);
     xmlGuiEditor::idle();
 }
 
@@ -72,7 +91,13 @@ bool myEditor::buildElement(const std::string& element, const SkinAttributes& at
     };
     constexpr Row kRows[] = {{"NoteDisplay", &myEditor::addNoteDisplay},
                              {"PresetsDisplay", &myEditor::addPresetsDisplay},
-                             {"ViewTaps", &myEditor::addTapView}};
+                             {"ViewTaps", &myEditor::addTapView},
+                             {"ViewEnvelope", &myEditor::addEnvelopeView},
+                             {"cliplamp", &myEditor::addClipLamp}};
+    if (equalIgnoringCase(element, "vumeter") && attributes.find("from")) {
+        const auto values = readValues(element, attributes);
+        return values && addPeakMeter(*values);
+    }
     for (const Row& row : kRows) {
         if (!equalIgnoringCase(element, row.element)) continue;
         const auto values = readValues(element, attributes);
@@ -98,9 +123,61 @@ bool myEditor::addPresetsDisplay(const SkinValues& values) {
     return true;
 }
 
+bool myEditor::addEnvelopeView(const SkinValues& values) {
+    auto* const view = new CEnvelopeView(rectangleOf(values), host_);
+    setColors(*view, values);
+    addView(view);
+    return true;
+}
+
 bool myEditor::addTapView(const SkinValues& values) {
     addView(new CTapView(rectangleOf(values), host_));
     return true;
+}
+
+// With `from`, a meter shows decibels.
+bool myEditor::addPeakMeter(const SkinValues& values) {
+    CBitmap* const lit = pictureOf(values, "bitmap_on");
+    const double from = values.number("from").value_or(-60);
+    const double to = std::max(values.number("to").value_or(0), from + 1);
+    const int lamps = std::max(integerOf(values, "leds"), 1);
+    const bool horizontal = (integerOf(values, "style") & CVuMeter::kHorizontal) != 0;
+    auto* const meter = new CPeakMeter(CRect(cornerOf(values), lit->getSize()), lit,
+                                       pictureOf(values, "bitmap_off"),
+                                       {from, to, lamps, horizontal}, sideOf(values));
+    meter->setClicked([this] { resetLamps(); });
+    peakMeters_.push_back(meter);
+    addView(meter);
+    return true;
+}
+
+bool myEditor::addClipLamp(const SkinValues& values) {
+    CBitmap* const states = pictureOf(values, "bitmap_handle");
+    const CPoint size(states->getWidth(), std::trunc(states->getHeight() / 2));
+    auto* const lamp = new CClipLamp(CRect(cornerOf(values), size), states, sideOf(values));
+    lamp->setClicked([this] { resetLamps(); });
+    lamps_.push_back(lamp);
+    addView(lamp);
+    return true;
+}
+
+void myEditor::resetLamps() {
+    for (CClipLamp* const lamp : lamps_) lamp->reset();
+}
+
+std::vector<std::string> myEditor::describe(CView& view) const {
+    if (dynamic_cast<CPresetsDisplay*>(&view)) {
+        return {"Sound", "Click: all sounds. Double click: rename. Arrows and wheel: next."};
+    }
+    if (dynamic_cast<CNoteDisplay*>(&view)) return {"Note", "The key that is held."};
+    if (dynamic_cast<CTapView*>(&view)) return {"Taps", "The delays of the ensemble as they move."};
+    if (dynamic_cast<CPeakMeter*>(&view) || dynamic_cast<CVuMeter*>(&view)) {
+        return {"Level", "The peaks of the output."};
+    }
+    if (dynamic_cast<CClipLamp*>(&view)) {
+        return {"Clipping", "The output has gone beyond full scale. Click to reset."};
+    }
+    return xmlGuiEditor::describe(view);
 }
 
 void myEditor::fillMenu(COptionMenu& menu, int tag) {

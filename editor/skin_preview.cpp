@@ -51,7 +51,7 @@ class PreviewHost final : public EditorHost {
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }
-    float outputLevel() const override { return 0.0f; }
+    OutputPeaks takeOutputPeaks() override { return {}; }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return 0.25f * static_cast<float>(tap + 1); }
 

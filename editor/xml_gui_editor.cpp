@@ -89,6 +89,7 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
     if (isOpen()) {
         pictures_ = std::move(build.pictures);
         readDoublePictures();
+        addAids();
     } else if (!build.abandoned) {
         giveUpSkin();
     }
@@ -144,6 +145,10 @@ void xmlGuiEditor::close() {
         host_.learnSlot().disarm();
     }
     learners_.clear();
+    gestures_.clear();
+    aids_.reset();
+    learning_ = state::LearnSlot::kNone;
+    learningEnds_ = nullptr;
     pictures_.reset();
     AEffGUIEditor::close();
     parameterLinks_.clear();
@@ -163,6 +168,11 @@ std::optional<SkinValues> xmlGuiEditor::readValues(const std::string& element,
         *rule, attributes, build_->constants,
         [this](const std::string& fileName) { return build_->pictures.find(fileName) != nullptr; },
         build_->report);
+}
+
+CBitmap* xmlGuiEditor::pictureOf(const SkinValues& values, std::string_view name) {
+    const auto fileName = values.picture(name);
+    return fileName ? build_->pictures.find(*fileName) : nullptr;
 }
 
 bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes& attributes) {
@@ -236,6 +246,8 @@ void xmlGuiEditor::addControl(CControl* control) {
         menu->getTag() == kSkinSelectorTag ? fillSkinSelector(*menu)
                                            : fillMenu(*menu, menu->getTag());
     }
+    if (isSwitch(control->getTag())) showSwitch(*control);
+    if (control->wantsFocus()) gestures_.add(control);
     auto* const display = dynamic_cast<CDisplay*>(control);
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);
     if (!host_.isParameter(control->getTag())) return;

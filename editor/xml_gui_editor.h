@@ -10,6 +10,9 @@
 #include <vector>
 
 #include "editor/aeff_gui_editor.h"
+#include "editor/control_gestures.h"
+#include "editor/hover_help.h"
+#include "editor/sound_tools.h"
 #include "editor/views/midi_learn.h"
 #include "editor/picture_cache.h"
 #include "editor/skin_choice.h"
@@ -17,6 +20,9 @@
 #include "editor/skin/skin_messages.h"
 #include "editor/skin/skin_values.h"
 #include "editor/tags.h"
+#include "editor/value_entry.h"
+#include "editor/views/key_view.h"
+#include "editor/views/outline.h"
 #include "editor/views/text_display.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
@@ -52,6 +58,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     // Handles a wheel turn that the host passes on; up is positive. Returns true if the control
     // under the pointer used it.
     bool onWheel(double notches);
+    void beginEdit(std::int32_t tag) override;
     void endEdit(std::int32_t tag) override;
     void valueChanged(VSTGUI::CControl* control) override;
     std::int32_t controlModifierClicked(VSTGUI::CControl* control,
@@ -66,12 +73,15 @@ class xmlGuiEditor : public AEffGUIEditor,
     // Adds the items of a menu whose element lists none.
     virtual void fillMenu(VSTGUI::COptionMenu&, int /*tag*/) {}
     virtual void meterMade(VSTGUI::CVuMeter*, int /*number*/) {}
+    // The lines of the tool tip of a view. Usually the first is its name.
+    virtual std::vector<std::string> describe(VSTGUI::CView& view) const;
     // Called when a control with an unknown tag changes.
     virtual void otherControlChanged(VSTGUI::CControl*) {}
 
     // Helpers for buildElement. readValues returns nothing if the element cannot be built.
     std::optional<SkinValues> readValues(const std::string& element,
                                          const SkinAttributes& attributes);
+    VSTGUI::CBitmap* pictureOf(const SkinValues& values, std::string_view name);
     void addView(VSTGUI::CView* view);  // takes over the caller's reference
 
     std::vector<SwitchPreset> switchPresets_;
@@ -119,10 +129,22 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseEntered(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
     void onMouseExited(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
-    void openZoomMenu(const VSTGUI::CPoint& where);
+    void openMenu(const VSTGUI::CPoint& where);
     void zoomTo(int percent);
     double wantedZoom() const;
     void followZoom();
+    void addAids();
+    void useKey(VSTGUI::KeyboardEvent& event);
+    void moveFocus(bool back);
+    void followLearning();
+    void followSwitches();
+    void showSwitch(VSTGUI::CControl& control);
+    bool isSwitchAt(int number, int position) const;
+    void showCompare();
+    void run(int command, const VSTGUI::CPoint& where);
+    void openVaryMenu(const VSTGUI::CPoint& where);
+    void openControllerMenu(const VSTGUI::CPoint& where);
+    void openSizeMenu(const VSTGUI::CPoint& where);
     void readDoublePictures();
 
     SkinChoice skins_;
@@ -134,6 +156,23 @@ class xmlGuiEditor : public AEffGUIEditor,
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
     std::multimap<int, VSTGUI::CControl*> controls_;   // by tag
     std::vector<std::unique_ptr<CMidiLearn>> learners_;
+    ControlGestures gestures_{host_,
+                              [this](VSTGUI::CControl& control) { aids_->entry.open(control); },
+                              [this](VSTGUI::KeyboardEvent& event) { useKey(event); }};
+
+    // What lies above the controls while a skin is open.
+    struct Aids {
+        explicit Aids(xmlGuiEditor& editor);
+        ValueEntry entry;
+        VSTGUI::SharedPointer<COutline> learning;
+        VSTGUI::SharedPointer<COutline> focus;
+        HoverHelp help;
+        VSTGUI::SharedPointer<CKeyView> keys;
+    };
+    std::unique_ptr<Aids> aids_;
+    SoundTools tools_{host_};
+    int learning_ = state::LearnSlot::kNone;  // the parameter outlined
+    VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> learningEnds_;
     std::vector<CDisplay*> readOuts_;
 
     std::uint64_t released_ = 0;                  // one bit per parameter whose gesture has ended

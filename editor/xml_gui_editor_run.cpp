@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "editor/editor_zoom.h"
-#include "editor/views/pop_up_menu.h"
+#include "editor/parameter_line.h"
 #include "state/controller_map.h"
 
 namespace editor {
@@ -25,8 +25,12 @@ void xmlGuiEditor::valueChanged(CControl* control) {
     const int tag = control->getTag();
     if (host_.isParameter(tag)) {
         sendParameter(*control);
-    } else if (tag >= kFirstSwitchTag && tag < kFirstSwitchTag + kSwitchCount) {
+    } else if (isSwitch(tag)) {
         sendSwitch(tag - kFirstSwitchTag, control->getValue());
+    } else if (isCommand(tag)) {
+        const bool pressed = tag == kCompareCommand || control->getValue() == control->getMax();
+        const CRect& area = control->getViewSize();
+        if (pressed) run(tag, CPoint(area.left, area.bottom));
     } else if (tag == kSkinSelectorTag) {
         selectSkin(static_cast<int>(control->getValue()));
     } else {
@@ -82,6 +86,7 @@ void xmlGuiEditor::idle() {
     }
     state::controllerMap().saveIfChanged();
     if (!isOpen()) return;  // an event may have closed the editor
+    followLearning();
     followChanges();
     writeReadOut();
     showSkinNotice();
@@ -93,6 +98,9 @@ void xmlGuiEditor::followChanges() {
     for (int index = 0; index < host_.parameterCount(); ++index) {
         if (changed >> index & 1) followParameter(index);
     }
+    if (changed == 0) return;
+    followSwitches();
+    showCompare();
 }
 
 void xmlGuiEditor::followParameter(int index) {
@@ -112,7 +120,8 @@ void xmlGuiEditor::showValue(CControl& control) {
     if (auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
         menu->setValue(value * static_cast<float>(menu->getNbEntries() - 1));
     } else if (auto* const display = dynamic_cast<CDisplay*>(&control)) {
-        display->setText(host_.parameterDisplay(index));
+        display->setText(display->showsUnits() ? shortValueWithUnit(host_, index)
+                                               : host_.parameterDisplay(index));
         control.setValue(value);
     } else if (dynamic_cast<COnOffButton*>(&control)) {
         // The button lights only at exactly 1, but the engine switches at the middle.
@@ -122,21 +131,38 @@ void xmlGuiEditor::showValue(CControl& control) {
     }
 }
 
+void xmlGuiEditor::beginEdit(std::int32_t tag) {
+    if (host_.isParameter(tag) || isSwitch(tag)) tools_.history().begin();
+    AEffGUIEditor::beginEdit(tag);
+}
+
 void xmlGuiEditor::endEdit(std::int32_t tag) {
     AEffGUIEditor::endEdit(tag);
-    if (host_.isParameter(tag)) released_ |= std::uint64_t{1} << tag;
+    if (isSwitch(tag)) tools_.history().end("switches");
+    if (!host_.isParameter(tag)) return;
+    tools_.history().end(panelName(tag), tag);
+    released_ |= std::uint64_t{1} << tag;
 }
 
 void xmlGuiEditor::writeReadOut() {
     if (readOuts_.empty()) return;
     const bool isLearnTag = currentTag_ > 0 && (currentTag_ & kLearnTagBase) != 0;
     const int index = isLearnTag ? currentTag_ & kLearnTagMask : currentTag_;
-    std::string line = kNothingRead;
-    if (host_.isParameter(index)) {
-        line = host_.parameterName(index) + ": " + host_.parameterDisplay(index) + ' ' +
-               host_.parameterLabel(index);
+    if (host_.isParameter(learning_)) {
+        const std::string line = panelName(learning_) + ": move a controller... (Esc)";
+        for (CDisplay* const display : readOuts_) display->setText(line);
+        return;
     }
-    for (CDisplay* const display : readOuts_) display->setText(line);
+    for (CDisplay* const display : readOuts_) {
+        std::string line = kNothingRead;
+        if (host_.isParameter(index)) {
+            line = display->showsUnits()
+                       ? titleAndValue(host_, index)
+                       : host_.parameterName(index) + ": " + host_.parameterDisplay(index) + ' ' +
+                             host_.parameterLabel(index);
+        }
+        display->setText(line);
+    }
 }
 
 void xmlGuiEditor::showSkinNotice() {
@@ -150,12 +176,14 @@ void xmlGuiEditor::showSkinNotice() {
 
 void xmlGuiEditor::onMouseEntered(CView* view, CFrame*) {
     const auto* const control = dynamic_cast<CControl*>(view);
+    if (aids_) aids_->help.entered(view);
     currentView_ = view;
     currentTag_ = control ? control->getTag() : kNoTag;
 }
 
 void xmlGuiEditor::onMouseExited(CView* view, CFrame*) {
     if (view != currentView_) return;
+    if (aids_) aids_->help.left();
     currentView_ = nullptr;
     currentTag_ = kNoTag;
 }
@@ -169,25 +197,19 @@ bool xmlGuiEditor::onWheel(double notches) {
     return event.consumed;
 }
 
-// A right press on the background, where no view is, opens the zoom menu.
+// A right press on the background, where no view is, opens the menu of the editor.
 void xmlGuiEditor::onMouseEvent(MouseEvent& event, CFrame* in) {
-    if (event.type != EventType::MouseDown || event.consumed || !event.buttonState.isRight())
-        return;
+    if (event.type != EventType::MouseDown) return;
+    if (aids_) {
+        aids_->help.left();
+        aids_->focus->surround(nullptr);
+    }
+    if (event.consumed || !event.buttonState.isRight()) return;
     const auto everywhere = GetViewOptions().deep();
     if (in->getModalView() || in->getViewAt(event.mousePosition, everywhere)) return;
     event.consumed = true;
     castMouseDownEvent(event).ignoreFollowUpMoveAndUpEvents(true);
-    openZoomMenu(event.mousePosition);
-}
-
-void xmlGuiEditor::openZoomMenu(const CPoint& where) {
-    std::vector<std::string> lines;
-    int current = kNoLine;
-    for (const int step : kZoomSteps) {
-        if (step == readZoom()) current = static_cast<int>(lines.size());
-        lines.push_back(std::to_string(step) + " %");
-    }
-    popUpMenu(*frame, where, lines, current, [this](int line) { zoomTo(kZoomSteps[line]); });
+    openMenu(event.mousePosition);
 }
 
 void xmlGuiEditor::zoomTo(int percent) {

@@ -2,7 +2,6 @@
 #include "engine/engine.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 
 #include "dsp/bow_noise.h"
@@ -19,11 +18,6 @@ constexpr float kSharedGain = 2.5f;     // of the mix with a shared envelope, ov
 constexpr float kSharedFloor = 1e-10f;  // below it the shared gain counts as 0
 constexpr float kOutputGain = 4.0f;
 
-bool allFinite(const float* samples, int count) {
-    int others = 0;
-    for (int i = 0; i < count; ++i) others |= !(std::fabs(samples[i]) <= FLT_MAX);
-    return others == 0;
-}
 }  // namespace
 
 Engine::Engine(double sampleRate) : random_(dsp::kStateAfterTable), reverb_(kHighestRate) {
@@ -190,12 +184,14 @@ int Engine::render(float* left, float* right, int frames) {
 }
 
 void Engine::endBlock(float* left, float* right, int frames) {
-    if (!allFinite(left, frames) || !allFinite(right, frames)) {
+    const std::int32_t peaks[] = {peakBits(left, frames), peakBits(right, frames)};
+    if (std::max(peaks[0], peaks[1]) >= kInfinityBits) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
         std::fill_n(right, frames, 0.0f);
+    } else {
+        for (int side = 0; side < 2; ++side) peaks_[side].add(peaks[side]);
     }
-    outputLevel_.store(limiter_.level(), std::memory_order_relaxed);
     for (int tap = 0; tap < EnsembleChorus::kTaps; ++tap) {
         chorusTaps_[tap].store(chorus_.tapPosition(tap), std::memory_order_relaxed);
     }
@@ -204,7 +200,7 @@ void Engine::endBlock(float* left, float* right, int frames) {
 void Engine::renderAwake(float* left, float* right, int frames) {
     const int sounding = renderMono(frames);
     // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
-    if (!allFinite(mono_.data(), frames)) {
+    if (peakBits(mono_.data(), frames) >= kInfinityBits) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
         return;

@@ -8,6 +8,7 @@
 #include "dsp/random.h"
 #include "engine/bass_voice.h"
 #include "engine/ensemble_chorus.h"
+#include "engine/peak_slot.h"
 #include "engine/phaser_stage.h"
 #include "engine/sections.h"
 #include "engine/sound_engine.h"
@@ -71,7 +72,7 @@ class Engine : public SoundEngine {
 
     int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
-    float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    StereoPeaks takePeaks() override { return {peaks_[0].take(), peaks_[1].take()}; }
     float chorusTap(int tap) const override {
         return chorusTaps_[tap].load(std::memory_order_relaxed);
     }
@@ -135,7 +136,7 @@ class Engine : public SoundEngine {
 
     std::atomic<int> heldNotes_{0};
     std::atomic<int> lastKey_{-1};
-    std::atomic<float> outputLevel_{0.0f};
+    std::array<PeakSlot, 2> peaks_;  // left, right
     std::array<std::atomic<float>, EnsembleChorus::kTaps> chorusTaps_{};
 };
 

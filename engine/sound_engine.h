@@ -51,6 +51,11 @@ struct ReverbSettings {
     float spring = 0.0f;  // share of the side signal that enters the spring; off at 0.1 and below
 };
 
+struct StereoPeaks {
+    float left = 0.0f;
+    float right = 0.0f;
+};
+
 // Values are 0..1. Levels, damping and room each depend on several settings.
 class ReverbControl {
   public:
@@ -132,8 +137,9 @@ class SoundEngine {
 
     // Queries, from any thread.
     virtual int heldNotes() const = 0;
-    virtual int lastKey() const = 0;        // -1 before the first
-    virtual float outputLevel() const = 0;  // |left + right| / 2 before the limiter
+    virtual int lastKey() const = 0;  // -1 before the first
+    // The largest magnitudes of the output since the last call.
+    virtual StereoPeaks takePeaks() { return {}; }
     // Position of a chorus tap (0..2) after the last block; 0..1 spans the range of its delay.
     virtual float chorusTap(int tap) const = 0;
     virtual void forgetHeldNotes() = 0;

@@ -140,7 +140,7 @@ class Session {
             case 11:
                 instrument_.held = input.below(4);
                 instrument_.key = input.below(128);
-                instrument_.level = input.share() * 2.0f;
+                instrument_.peaks = {input.share() * 2.0f, input.share() * 2.0f};
                 instrument_.taps[input.below(3)] = input.real();
                 return;
             case 12:

@@ -105,7 +105,10 @@ class Instrument final : public editor::EditorHost {
     // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
     int lastKey() const override { return engine_->lastKey(); }
-    float outputLevel() const override { return engine_->outputLevel(); }
+    editor::OutputPeaks takeOutputPeaks() override {
+        const engine::StereoPeaks peaks = engine_->takePeaks();
+        return {peaks.left, peaks.right};
+    }
     int chorusTapCount() const override;
     float chorusTap(int tap) const override { return engine_->chorusTap(tap); }
 

@@ -27,15 +27,17 @@ constexpr SkinElementRule kRules[] = {
     {"kick",            "x y id bitmap_handle",             "transparent", "", kQxNoPicture},
     {"vswitch",         "x y id entries bitmap_handle",     "", "default"},
     {"hswitch",         "x y id entries bitmap_handle",     "", "default"},
-    {"display",         "x y w h id style",                 "bitmap_bk", kText},
-    {"autodisp",        "x y w h id style link",            "bitmap_bk", kText},
-    {"anydisp",         "x y w h style",                    "bitmap_bk", kText},
+    {"display",         "x y w h id style",                 "bitmap_bk units", kText},
+    {"autodisp",        "x y w h id style link",            "bitmap_bk units", kText},
+    {"anydisp",         "x y w h style",                    "bitmap_bk units", kText},
     {"optionmenu",      "x y w h id style",                 "bitmap_bk bitmap_bk_active", kText},
     {"skinselector",    "x y w h style",                    "bitmap_bk bitmap_bk_active", kText},
-    {"vumeter",         "x y id leds style bitmap_off bitmap_on", "", ""},
+    {"vumeter",         "x y id leds style bitmap_off bitmap_on", "from to side", ""},
+    {"cliplamp",        "x y bitmap_handle",                "side", ""},
     {"about",           "x y w h bitmap_pop",               "", "", kQxNoPicture},
     {"NoteDisplay",     "x y w h id",                       "", kColours},
     {"PresetsDisplay",  "x y w h id",                       "", kColours},
+    {"ViewEnvelope",    "x y w h",                          "", kColours},
     {"ViewTaps",        "x y w h",                          "", ""},
 };
 // clang-format on
@@ -50,7 +52,8 @@ SkinAttributeKind skinAttributeKind(std::string_view attribute) {
     if (attribute == "filename" || attribute.substr(0, 7) == "bitmap_") {
         return SkinAttributeKind::kPicture;
     }
-    if (attribute == "stackbmp" || attribute == "transparent") return SkinAttributeKind::kYesNo;
+    if (attribute == "stackbmp" || attribute == "transparent" || attribute == "units")
+        return SkinAttributeKind::kYesNo;
     if (endsWith(attribute, "color")) return SkinAttributeKind::kColour;
     return SkinAttributeKind::kNumber;
 }

@@ -6,6 +6,7 @@
 #include "editor/tags.h"
 #include "platform/file.h"
 #include "platform/folders.h"
+#include "platform/message_box.h"
 #include "platform/open_document.h"
 #include "platform/product.h"
 #include "state/data_folder.h"
@@ -34,7 +35,9 @@ void openHelp() {
     for (const std::string& folder : folders) {
         const std::string path = folder + state::kHelpFile;
         if (folder.empty() || !platform::fileExists(path)) continue;
-        platform::openDocument(path);
+        if (!platform::openDocument(path)) {
+            platform::showMessage("Help", path, platform::MessageIcon::kNone);
+        }
         return;
     }
 }
@@ -82,6 +85,13 @@ CMouseEventResult CAbout::onMouseDown(CPoint& where, const CButtonState& buttons
     state_ = kShowing;
     valueChanged();
     return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+}
+
+void CAbout::onKeyboardEvent(KeyboardEvent& event) {
+    if (event.type != EventType::KeyDown || event.virt != VirtualKey::Escape) return;
+    event.consumed = true;
+    state_ = kShowing;
+    valueChanged();
 }
 
 }  // namespace editor

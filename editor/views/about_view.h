@@ -1,13 +1,14 @@
 // The about picture, with a line that opens the help file.
 #pragma once
 
+#include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
 
 // A splash screen shows this view and listens to it. A click reports a change, and the splash
-// screen closes the view. While the pointer is over the line "Help", a click also opens the help
-// file.
+// screen closes the view. So does Escape. While the pointer is over the line "Help", a click also
+// opens the help file.
 class CAbout : public VSTGUI::CControl {
   public:
     enum State { kShowing = 1, kHelp = 2 };
@@ -22,6 +23,8 @@ class CAbout : public VSTGUI::CControl {
     VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
                                            const VSTGUI::CButtonState& buttons) override;
 
+    void onKeyboardEvent(VSTGUI::KeyboardEvent& event) override;
+
     CLASS_METHODS(CAbout, VSTGUI::CControl)
 
   private:
@@ -32,7 +35,7 @@ class CAbout : public VSTGUI::CControl {
 };
 
 // Opens the help file in the data folder, else the one beside the library. Does nothing if there is
-// none.
+// none. Where nothing opens documents, a message says where it is.
 void openHelp();
 
 }  // namespace editor

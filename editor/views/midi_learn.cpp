@@ -22,9 +22,12 @@ CMidiLearn::~CMidiLearn() noexcept {
 void CMidiLearn::viewOnEvent(CView*, Event& event) {
     if (event.type != EventType::MouseDown) return;
     MouseDownEvent& press = castMouseDownEvent(event);
-    if (!press.buttonState.isRight() || !control_->getFrame()) return;
+    if (!control_->getFrame()) return;
+    const bool isArmed = host_.learnSlot().armed() == control_->getTag();
+    if (!isArmed && !press.buttonState.isRight()) return;
     press.consumed = true;
     press.ignoreFollowUpMoveAndUpEvents(true);
+    if (isArmed) return host_.learnSlot().disarm();
     openMenu(press.mousePosition);
 }
 

@@ -7,8 +7,8 @@
 
 namespace editor {
 
-// A right press opens the menu. All other events reach the control unchanged. Destroy this before
-// the control leaves its frame.
+// A right press opens the menu. A press on a control that is learning ends that. All other events
+// reach the control unchanged. Destroy this before the control leaves its frame.
 class CMidiLearn : public VSTGUI::IViewEventListener {
   public:
     // The control's tag must be a parameter.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/editor_host.h"
+#include "editor/parameter_line.h"
 #include "editor/views/text_display.h"
 
 namespace editor {
@@ -13,17 +14,20 @@ class CParamDisplayLink : public CTextDisplay {
                       const EditorHost& host, int linkedParameter)
         : CTextDisplay(size, background, style), host_(host), linked_(linkedParameter) {}
 
+    void setShowsUnits(bool units) { showsUnits_ = units; }
     int linkedParameter() const { return linked_; }
 
   protected:
     // The index one past the last parameter is allowed. It has no text.
     std::string shownText() const override {
-        return host_.isParameter(linked_) ? host_.parameterDisplay(linked_) : std::string();
+        if (!host_.isParameter(linked_)) return {};
+        return showsUnits_ ? shortValueWithUnit(host_, linked_) : host_.parameterDisplay(linked_);
     }
 
   private:
     const EditorHost& host_;
     int linked_;
+    bool showsUnits_ = false;
 };
 
 }  // namespace editor

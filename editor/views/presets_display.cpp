@@ -16,21 +16,6 @@ namespace {
 
 constexpr uint32_t kSecondClickTime = 300;  // milliseconds
 
-// Shows only while it has the keyboard.
-class NameField : public CTextEdit {
-  public:
-    using CTextEdit::CTextEdit;
-
-    void takeFocus() override {
-        setVisible(true);
-        CTextEdit::takeFocus();
-    }
-    void looseFocus() override {
-        CTextEdit::looseFocus();
-        setVisible(false);
-    }
-};
-
 }  // namespace
 
 CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
@@ -38,7 +23,7 @@ CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
       host_(host),
       shown_(line(host.program())),
       nameField_(
-          makeOwned<NameField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
+          makeOwned<CPopUpField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
     nameField_->setVisible(false);
     setWantsIdle(true);
 }
@@ -142,9 +127,7 @@ void CPresetsDisplay::openList() {
 void CPresetsDisplay::rename() {
     if (!getFrame()) return;
     named_ = host_.program();
-    nameField_->setText(UTF8String(host_.programName(named_)));
-    nameField_->setVisible(true);
-    getFrame()->setFocusView(nameField_);
+    nameField_->open(textArea(), UTF8String(host_.programName(named_)));
 }
 
 void CPresetsDisplay::valueChanged(CControl*) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "editor/editor_host.h"
+#include "editor/views/pop_up_field.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
@@ -44,7 +45,7 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
     int named_ = 0;         // the program whose name is being typed
     std::string shown_;     // never changes while drawing: one draw() may cover only a part
     double wheelRest_ = 0;  // the part of a notch that has not been used yet
-    VSTGUI::SharedPointer<VSTGUI::CTextEdit> nameField_;
+    VSTGUI::SharedPointer<CPopUpField> nameField_;
     // Runs after a click until a second click can no longer follow.
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> clickTimer_;
 };

@@ -29,12 +29,16 @@ class CDisplay : public CTextDisplay {
     // Marks the view dirty only if the text differs.
     void setText(const std::string& text);
     const std::string& text() const { return text_; }
+    // Whether the text is to have units and the names of the panel.
+    void setShowsUnits(bool units) { showsUnits_ = units; }
+    bool showsUnits() const { return showsUnits_; }
 
   protected:
     std::string shownText() const override { return text_; }
 
   private:
     std::string text_ = "init";
+    bool showsUnits_ = false;
 };
 
 }  // namespace editor

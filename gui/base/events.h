@@ -84,6 +84,7 @@ enum class VirtualKey : uint32_t {
     Enter,
     Insert,
     Delete,
+    F2,
 };
 
 // Set this to true when you handle the event. Nobody else gets it then.

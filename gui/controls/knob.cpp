@@ -78,6 +78,7 @@ CMouseEventResult CKnobBase::onMouseDown(CPoint& where, const CButtonState& butt
 
 CMouseEventResult CKnobBase::onMouseMoved(CPoint& where, const CButtonState& buttons) {
     if (!isDragging()) return kMouseEventNotHandled;
+    if (linear_ && getFrame()) getFrame()->hidePointer();
     linear_ ? dragLinear(where, (buttons & kShift) != 0) : dragCircular(where);
     reportChange();
     return kMouseEventHandled;

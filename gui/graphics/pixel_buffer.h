@@ -72,7 +72,7 @@ constexpr uint32_t over(uint32_t source, uint32_t destination) {
 
 constexpr uint32_t premultiplied(CColor color) {
     const uint32_t opaque = 255u << 24 | color.red << 16 | color.green << 8 | color.blue;
-    return faded(opaque, color.alpha);
+    return color.alpha == 255 ? opaque : faded(opaque, color.alpha);
 }
 
 // Blends one colour into the part of the area that lies inside the buffer.

@@ -77,6 +77,14 @@ void CFrame::takeKeyboard() {
     if (window_) window_->takeKeyboard();
 }
 
+void CFrame::hidePointer() {
+    if (window_) window_->hidePointer();
+}
+
+void CFrame::showPointer() {
+    if (window_) window_->showPointer();
+}
+
 bool CFrame::getSize(CRect& size) const {
     if (!open_) return false;
     size = CRect(0, 0, surface_.picture().width(), surface_.picture().height());

@@ -79,6 +79,9 @@ class CFrame final : public CViewContainer {
     void redraw();
     void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
+    // Hides the pointer until the drag in progress ends. It comes back where it is now.
+    void hidePointer();
+    void showPointer();
     void serveTimersOfThisFrame() { timers_.makeCurrent(); }
     void addIdleView(CView* view) { idleViews_.push_back(view); }
     void removeIdleView(CView* view);

@@ -22,6 +22,10 @@ void eraseFrom(std::vector<Item>& items, const Item& item) {
     items.erase(std::remove(items.begin(), items.end(), item), items.end());
 }
 
+bool isNear(const CPoint& a, const CPoint& b) {
+    return std::abs(a.x - b.x) <= kDoubleClickReach && std::abs(a.y - b.y) <= kDoubleClickReach;
+}
+
 bool isWithin(const CView* view, const CView* ancestor) {
     for (; view; view = view->getParentView())
         if (view == ancestor) return true;
@@ -44,7 +48,9 @@ void FrameInput::duringEvent(Work work) {
         afterwards_.erase(afterwards_.begin());
         function();
     }
-    if (frame_.isOpen()) updateHover();
+    if (!frame_.isOpen()) return;
+    if (!dragged_) frame_.showPointer();
+    updateHover();
 }
 
 IReference& FrameInput::owner() {
@@ -177,11 +183,9 @@ void FrameInput::endTextEntry(const CView* keptFor) {
 
 uint32_t FrameInput::countClick(CPoint where, int32_t button) {
     const uint64_t now = millisecondsNow();
-    const CPoint moved = where - lastClick_.where;
     const bool second = lastClick_.count == 1 && lastClick_.button == button &&
                         now - lastClick_.time <= kDoubleClickTime &&
-                        std::abs(moved.x) <= kDoubleClickReach &&
-                        std::abs(moved.y) <= kDoubleClickReach;
+                        isNear(where, lastClick_.where);
     lastClick_ = {button, where, now, second ? 2u : 1u};
     return lastClick_.count;
 }
@@ -231,6 +235,7 @@ void FrameInput::pointerMoved(CPoint where, CButtonState state) {
     duringEvent([&] {
         noticePointer(where, state);
         if (dragged_ && !(state & dragButton_)) cancelDrag();  // the release was lost
+        if (dragged_ && !isNear(position_, lastClick_.where)) lastClick_ = {};  // a drag, no click
         updateHover();
 
         MouseMoveEvent event;

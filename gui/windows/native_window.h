@@ -45,6 +45,10 @@ class NativeWindow {
     virtual void show(const PixelBuffer& picture, const IntRect& area) = 0;
     // Takes the keyboard focus. Called for a press.
     virtual void takeKeyboard() = 0;
+    // Hides the pointer during a drag. Moves are then reported as if the screen had no edges.
+    virtual void hidePointer() = 0;
+    // Shows the pointer again, where it was hidden. Does nothing if it is not hidden.
+    virtual void showPointer() = 0;
     // Reports what has happened since the last call, where the system does not do so itself.
     virtual void pump() = 0;
 };

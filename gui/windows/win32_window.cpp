@@ -7,6 +7,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <optional>
@@ -31,6 +32,7 @@ constexpr struct {
     {VK_RIGHT, VirtualKey::Right},   {VK_DOWN, VirtualKey::Down},
     {VK_PRIOR, VirtualKey::PageUp},  {VK_NEXT, VirtualKey::PageDown},
     {VK_INSERT, VirtualKey::Insert}, {VK_DELETE, VirtualKey::Delete},
+    {VK_F2, VirtualKey::F2},
 };
 
 HINSTANCE ownModule() {
@@ -77,6 +79,8 @@ class Win32Window final : public NativeWindow {
     void resize(int width, int height) override;
     void show(const PixelBuffer& picture, const IntRect& area) override;
     void takeKeyboard() override;
+    void hidePointer() override;
+    void showPointer() override;
     void pump() override {}  // the host's message loop delivers events
 
   private:
@@ -86,6 +90,9 @@ class Win32Window final : public NativeWindow {
     void press(int32_t button, LPARAM position);
     void release(int32_t button, LPARAM position);
     void move(WPARAM keys, LPARAM position);
+    CPoint hiddenMotion(const CPoint& at);
+    void leaveTheEdge();
+    void moveHome();
     void turnWheel(WPARAM word, LPARAM position, bool sideways);
     bool handleKeyMessage(UINT message, WPARAM word, LPARAM position);
     bool handleKey(WPARAM code, EventType type);
@@ -93,7 +100,18 @@ class Win32Window final : public NativeWindow {
     void passPressOn();
     void paint();
 
+    // A pointer that hides during a drag. All places are in this window.
+    struct HiddenPointer {
+        CPoint home;                       // where the drag began
+        CPoint last;                       // where it was seen last
+        CPoint moved;                      // since the drag began
+        std::optional<CPoint> jumpedFrom;  // set until the first move after a jump home
+    };
+
     WindowClient& client_;
+    CPoint pressedAt_;  // the latest press
+    CPoint movedTo_;    // the latest move
+    std::optional<HiddenPointer> hidden_;
     HWND handle_ = nullptr;    // null once closed
     HDC paintedOn_ = nullptr;  // set during WM_PAINT
     bool awaitsLeave_ = false;
@@ -144,6 +162,7 @@ bool Win32Window::create(HWND parent, int width, int height) {
 
 void Win32Window::close() {
     if (!handle_) return;
+    showPointer();
     const HWND handle = handle_;
     handle_ = nullptr;
     SetWindowLongPtrW(handle, GWLP_USERDATA, 0);  // no more messages arrive here
@@ -159,6 +178,59 @@ void Win32Window::resize(int width, int height) {
 
 void Win32Window::takeKeyboard() {
     if (handle_) SetFocus(handle_);
+}
+
+void Win32Window::hidePointer() {
+    if (!handle_ || hidden_) return;
+    hidden_ = HiddenPointer{pressedAt_, movedTo_, movedTo_ - pressedAt_, std::nullopt};
+    SetCursor(nullptr);
+    leaveTheEdge();
+}
+
+void Win32Window::showPointer() {
+    if (!hidden_) return;
+    moveHome();
+    hidden_.reset();
+    SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW)));
+}
+
+// After a jump, moves from before it may still be queued. They are nearer to where the jump began.
+CPoint Win32Window::hiddenMotion(const CPoint& at) {
+    const auto distance = [](const CPoint& a, const CPoint& b) {
+        return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y));
+    };
+    HiddenPointer& hidden = *hidden_;
+    const bool isStale =
+        hidden.jumpedFrom && distance(at, *hidden.jumpedFrom) < distance(at, hidden.home);
+    CPoint& last = isStale ? *hidden.jumpedFrom : hidden.last;
+    hidden.moved = hidden.moved + at - last;
+    last = at;
+    if (isStale) return hidden.home + hidden.moved;
+    hidden.jumpedFrom.reset();
+    leaveTheEdge();
+    return hidden.home + hidden.moved;
+}
+
+// At the edge of the screen, the pointer cannot go further.
+void Win32Window::leaveTheEdge() {
+    const CPoint at = hidden_->last;
+    POINT screen = {static_cast<LONG>(at.x), static_cast<LONG>(at.y)};
+    ClientToScreen(handle_, &screen);
+    const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+    const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+    const bool atEdge = screen.x <= left || screen.y <= top ||
+                        screen.x >= left + GetSystemMetrics(SM_CXVIRTUALSCREEN) - 1 ||
+                        screen.y >= top + GetSystemMetrics(SM_CYVIRTUALSCREEN) - 1;
+    if (!atEdge) return;
+    hidden_->jumpedFrom = at;
+    hidden_->last = hidden_->home;
+    moveHome();
+}
+
+void Win32Window::moveHome() {
+    POINT home = {static_cast<LONG>(hidden_->home.x), static_cast<LONG>(hidden_->home.y)};
+    ClientToScreen(handle_, &home);
+    SetCursorPos(home.x, home.y);
 }
 
 void Win32Window::show(const PixelBuffer& picture, const IntRect& wanted) {
@@ -269,12 +341,13 @@ bool Win32Window::handlePointer(UINT message, WPARAM word, LPARAM position) {
 
 void Win32Window::press(int32_t button, LPARAM position) {
     if (pressed_++ == 0) SetCapture(handle_);
+    if (!hidden_) pressedAt_ = pointIn(position);
     client_.pointerPressed(pointIn(position), modifiersNow() | button);
 }
 
 void Win32Window::release(int32_t button, LPARAM position) {
     if (pressed_ > 0 && --pressed_ == 0) ReleaseCapture();
-    client_.pointerReleased(pointIn(position), modifiersNow() | button);
+    client_.pointerReleased(hidden_ ? hidden_->home : pointIn(position), modifiersNow() | button);
 }
 
 void Win32Window::move(WPARAM keys, LPARAM position) {
@@ -285,7 +358,9 @@ void Win32Window::move(WPARAM keys, LPARAM position) {
         wanted.hwndTrack = handle_;
         awaitsLeave_ = TrackMouseEvent(&wanted) != 0;
     }
-    client_.pointerMoved(pointIn(position), heldIn(keys) | modifiersNow()());
+    movedTo_ = pointIn(position);
+    const CPoint where = hidden_ ? hiddenMotion(movedTo_) : movedTo_;
+    client_.pointerMoved(where, heldIn(keys) | modifiersNow()());
 }
 
 void Win32Window::turnWheel(WPARAM word, LPARAM position, bool sideways) {

@@ -18,7 +18,7 @@ constexpr struct {
     {0xFF8D, VirtualKey::Enter},  {0xFF95, VirtualKey::Home},     {0xFF96, VirtualKey::Left},
     {0xFF97, VirtualKey::Up},     {0xFF98, VirtualKey::Right},    {0xFF99, VirtualKey::Down},
     {0xFF9A, VirtualKey::PageUp}, {0xFF9B, VirtualKey::PageDown}, {0xFF9C, VirtualKey::End},
-    {0xFF9E, VirtualKey::Insert}, {0xFF9F, VirtualKey::Delete},
+    {0xFF9E, VirtualKey::Insert}, {0xFF9F, VirtualKey::Delete},   {0xFFBF, VirtualKey::F2},
 };
 
 VirtualKey virtualKeyFor(xcb_keysym_t symbol) {

@@ -81,6 +81,8 @@ class X11Window final : public NativeWindow {
     void resize(int width, int height) override;
     void show(const PixelBuffer& picture, const IntRect& area) override;
     void takeKeyboard() override;
+    void hidePointer() override;
+    void showPointer() override;
     void pump() override;
 
   private:
@@ -93,6 +95,18 @@ class X11Window final : public NativeWindow {
     xcb_window_t windowAboveThatWants(uint32_t events) const;
     void handleFocusOut(const xcb_focus_out_event_t& focus);
     void deliverMotion();
+    CPoint placeOf(int x, int y);
+    void setCursor(xcb_cursor_t cursor);
+    void moveHiddenPointerBack();
+    void leaveTheEdge();
+
+    // A pointer that hides during a drag.
+    struct HiddenPointer {
+        CPoint home;    // where the drag began, on the screen
+        CPoint inside;  // the same in this window
+        CPoint last;    // where it was seen last, on the screen
+        CPoint moved;   // since the drag began
+    };
 
     XcbConnection connection_;  // null once closed
     platform::X11PixelFormat format_;
@@ -102,6 +116,11 @@ class X11Window final : public NativeWindow {
     xcb_window_t window_;
     xcb_gcontext_t graphics_;
     std::optional<xcb_motion_notify_event_t> motion_;  // the latest of several moves
+    xcb_window_t root_ = XCB_NONE;
+    CPoint screenSize_;
+    CPoint pressed_;  // the latest press, in this window
+    CPoint pressedOnScreen_;
+    std::optional<HiddenPointer> hidden_;
 };
 
 // The parent may have a depth of 32 bits. A colormap, a border and the root's visual let the child
@@ -109,6 +128,8 @@ class X11Window final : public NativeWindow {
 bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int width, int height) {
     xcb_create_colormap(link(), XCB_COLORMAP_ALLOC_NONE, colormap_, screen.root,
                         screen.root_visual);
+    root_ = screen.root;
+    screenSize_ = CPoint(screen.width_in_pixels, screen.height_in_pixels);
     const uint32_t values[] = {XCB_BACK_PIXMAP_NONE, 0, kEvents, colormap_};
     const auto made = xcb_create_window_checked(
         link(), screen.root_depth, window_, parent, 0, 0, static_cast<uint16_t>(width),
@@ -124,6 +145,7 @@ bool X11Window::create(const xcb_screen_t& screen, xcb_window_t parent, int widt
 
 void X11Window::close() {
     if (!isOpen()) return;
+    showPointer();
     xcb_destroy_window(link(), window_);
     xcb_flush(link());
     connection_.reset();  // the server frees everything else of this connection
@@ -154,6 +176,71 @@ void X11Window::takeKeyboard() {
     xcb_flush(link());
 }
 
+void X11Window::setCursor(xcb_cursor_t cursor) {
+    xcb_change_window_attributes(link(), window_, XCB_CW_CURSOR, &cursor);
+    xcb_flush(link());
+}
+
+void X11Window::hidePointer() {
+    if (!isOpen() || hidden_) return;
+    const XcbOwned<xcb_query_pointer_reply_t> now(
+        xcb_query_pointer_reply(link(), xcb_query_pointer(link(), window_), nullptr));
+    if (!now) return;
+    const CPoint at(now->root_x, now->root_y);
+    hidden_ = HiddenPointer{pressedOnScreen_, pressed_, at, at - pressedOnScreen_};
+    // A bitmap without a set pixel, used as its own mask, shows nothing.
+    const xcb_pixmap_t shape = xcb_generate_id(link());
+    const xcb_gcontext_t clear = xcb_generate_id(link());
+    const xcb_cursor_t cursor = xcb_generate_id(link());
+    const xcb_rectangle_t all = {0, 0, 1, 1};
+    xcb_create_pixmap(link(), 1, shape, window_, 1, 1);
+    xcb_create_gc(link(), clear, shape, 0, nullptr);
+    xcb_poly_fill_rectangle(link(), shape, clear, 1, &all);
+    xcb_create_cursor(link(), cursor, shape, shape, 0, 0, 0, 0, 0, 0, 0, 0);
+    setCursor(cursor);
+    leaveTheEdge();
+    xcb_free_cursor(link(), cursor);
+    xcb_free_gc(link(), clear);
+    xcb_free_pixmap(link(), shape);
+}
+
+void X11Window::showPointer() {
+    if (!isOpen() || !hidden_) return;
+    moveHiddenPointerBack();
+    hidden_.reset();
+    setCursor(XCB_CURSOR_NONE);
+}
+
+void X11Window::moveHiddenPointerBack() {
+    xcb_warp_pointer(link(), XCB_NONE, root_, 0, 0, 0, 0, static_cast<int16_t>(hidden_->home.x),
+                     static_cast<int16_t>(hidden_->home.y));
+    hidden_->last = hidden_->home;
+    xcb_flush(link());
+}
+
+// At the edge of the screen, the pointer cannot go further.
+void X11Window::leaveTheEdge() {
+    const CPoint& at = hidden_->last;
+    const bool atEdge =
+        at.x <= 0 || at.y <= 0 || at.x >= screenSize_.x - 1 || at.y >= screenSize_.y - 1;
+    if (atEdge) moveHiddenPointerBack();
+}
+
+// While hidden, asks the server instead of believing the event: after a jump, moves from before it
+// may still be queued.
+CPoint X11Window::placeOf(int x, int y) {
+    if (!hidden_) return {CCoord(x), CCoord(y)};
+    const XcbOwned<xcb_query_pointer_reply_t> now(
+        xcb_query_pointer_reply(link(), xcb_query_pointer(link(), window_), nullptr));
+    if (now) {
+        const CPoint at(now->root_x, now->root_y);
+        hidden_->moved = hidden_->moved + at - hidden_->last;
+        hidden_->last = at;
+        leaveTheEdge();
+    }
+    return hidden_->inside + hidden_->moved;
+}
+
 void X11Window::pump() {
     while (isOpen()) {
         const XcbOwned<xcb_generic_event_t> event(xcb_poll_for_event(link()));
@@ -173,7 +260,7 @@ void X11Window::deliverMotion() {
     if (!isOpen() || !motion_) return;
     const xcb_motion_notify_event_t motion = *motion_;
     motion_.reset();
-    client_.pointerMoved(CPoint(motion.event_x, motion.event_y), heldAndModifiers(motion.state));
+    client_.pointerMoved(placeOf(motion.event_x, motion.event_y), heldAndModifiers(motion.state));
 }
 
 void X11Window::handle(const xcb_generic_event_t& event) {
@@ -187,15 +274,14 @@ void X11Window::handle(const xcb_generic_event_t& event) {
         case XCB_BUTTON_RELEASE: {
             const auto& up = reinterpret_cast<const xcb_button_release_event_t&>(event);
             const int32_t button = buttonBit(up.detail);
-            if (button)
-                client_.pointerReleased(CPoint(up.event_x, up.event_y),
-                                        modifiersIn(up.state) | button);
+            const CPoint where = hidden_ ? hidden_->inside : CPoint(up.event_x, up.event_y);
+            if (button) client_.pointerReleased(where, modifiersIn(up.state) | button);
             return;
         }
         case XCB_ENTER_NOTIFY: {
             const auto& in = reinterpret_cast<const xcb_enter_notify_event_t&>(event);
             if (in.mode == XCB_NOTIFY_MODE_NORMAL)
-                client_.pointerMoved(CPoint(in.event_x, in.event_y), heldAndModifiers(in.state));
+                client_.pointerMoved(placeOf(in.event_x, in.event_y), heldAndModifiers(in.state));
             return;
         }
         case XCB_LEAVE_NOTIFY: {
@@ -234,7 +320,12 @@ void X11Window::handlePress(const xcb_button_press_event_t& press) {
             break;
     }
     const int32_t button = buttonBit(press.detail);
-    if (button) client_.pointerPressed(where, modifiers | button);
+    if (!button) return;
+    if (!hidden_) {
+        pressed_ = where;
+        pressedOnScreen_ = CPoint(press.root_x, press.root_y);
+    }
+    client_.pointerPressed(where, modifiers | button);
 }
 
 void X11Window::handleKey(const xcb_key_press_event_t& key, EventType type) {

@@ -19,7 +19,7 @@ constexpr struct {
     {VKEY_DOWN, VSTGUI::VirtualKey::Down},     {VKEY_PAGEUP, VSTGUI::VirtualKey::PageUp},
     {VKEY_NEXT, VSTGUI::VirtualKey::PageDown}, {VKEY_PAGEDOWN, VSTGUI::VirtualKey::PageDown},
     {VKEY_ENTER, VSTGUI::VirtualKey::Enter},   {VKEY_INSERT, VSTGUI::VirtualKey::Insert},
-    {VKEY_DELETE, VSTGUI::VirtualKey::Delete},
+    {VKEY_DELETE, VSTGUI::VirtualKey::Delete}, {VKEY_F2, VSTGUI::VirtualKey::F2},
 };
 
 constexpr struct {

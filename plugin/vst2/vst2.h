@@ -293,7 +293,8 @@ enum VstVirtualKey : VstInt32 {
     VKEY_DELETE,
     VKEY_HELP,
     VKEY_NUMPAD0,
-    VKEY_NUMPAD9 = VKEY_NUMPAD0 + 9
+    VKEY_NUMPAD9 = VKEY_NUMPAD0 + 9,
+    VKEY_F2 = 41
 };
 
 enum VstModifierKey : VstInt32 {

@@ -150,7 +150,7 @@ class Shell final : public IComponent,
     Ref<IComponentHandler> handler_;
     std::unique_ptr<IdleTimer> timer_;
     View* view_ = nullptr;
-    int knobMode_ = IEditController2::kCircularMode;
+    int knobMode_ = IEditController2::kLinearMode;  // until the host says
 };
 
 }  // namespace vst3

@@ -24,6 +24,7 @@ constexpr struct {
     {14, VSTGUI::VirtualKey::Down},     {15, VSTGUI::VirtualKey::PageUp},
     {16, VSTGUI::VirtualKey::PageDown}, {19, VSTGUI::VirtualKey::Enter},
     {21, VSTGUI::VirtualKey::Insert},   {22, VSTGUI::VirtualKey::Delete},
+    {41, VSTGUI::VirtualKey::F2},
 };
 constexpr struct {
     int16 bit;

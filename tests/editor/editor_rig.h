@@ -16,6 +16,9 @@
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
+// The editor puts so many views above those of a skin.
+constexpr unsigned kViewsAbove = 5;
+
 // Provides a library folder that contains one skin.
 class EditorTest : public testing::Test {
   protected:

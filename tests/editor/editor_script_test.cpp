@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "editor/views/text_display.h"
+#include "editor/views/tool_tip.h"
 #include "state/data_folder.h"
 #include "tests/editor/editor_rig.h"
 #include "tests/gui/player.h"
@@ -136,7 +137,8 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
             clock.run(frame(), 100);
         });
         on("level", [this](Words words) {
-            instrument.level = value(words);
+            const float left = value(words);
+            instrument.peaks = {left, value(words)};
             idle();
         });
         on("program", [this](Words words) { instrument.current = index(words); });
@@ -147,12 +149,40 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
         tells("current", [this](Words) { return std::to_string(instrument.current); });
         tells("name",
               [this](Words words) { return '"' + instrument.programName(index(words)) + '"'; });
+        on("bind", [](Words words) {
+            const int parameter = index(words);
+            state::controllerMap().bind(parameter, index(words));
+        });
+        tells("bound", [](Words words) {
+            return std::to_string(state::controllerMap().controller(index(words)));
+        });
         tells("learning", [this](Words) { return std::to_string(instrument.slot.take()); });
     }
 
     void addViews() {
         on("line", [this](Words words) { chooseLine(index(words)); });
-        tells("views", [this](Words) { return std::to_string(frame().getNbViews()); });
+        // Those of the skin.
+        tells("views", [this](Words) {
+            return std::to_string(frame().getNbViews() - (edit.showsSkin() ? kViewsAbove : 0));
+        });
+        tells("checks", [this](Words words) {
+            const auto& menu = dynamic_cast<COptionMenu&>(viewOf(words));
+            std::string line;
+            for (int i = 0; i < menu.getNbEntries(); ++i)
+                if (menu.getEntry(i)->isChecked()) line += menu.getEntry(i)->getTitle().getString();
+            return line;
+        });
+        tells("tip", [this](Words) {
+            std::string tip = "none";
+            frame().forEachChild([&tip](CView* child) {
+                const auto* const shown = dynamic_cast<editor::CToolTip*>(child);
+                if (!shown || !shown->isVisible()) return;
+                tip.clear();
+                for (const std::string& line : shown->lines())
+                    tip += (tip.empty() ? "" : "|") + line;
+            });
+            return tip;
+        });
         tells("view", [this](Words words) { return described(viewOf(words)); });
         tells("value", [this](Words words) {
             return text(dynamic_cast<CControl&>(viewOf(words)).getValue());
@@ -212,6 +242,9 @@ TEST_P(EditorScripts, Hold) {
 
 INSTANTIATE_TEST_SUITE_P(All, EditorScripts,
                          testing::ValuesIn(script::casesOf(QUARZEL_EDITOR_SCRIPTS "editor.txt")),
+                         script::nameOf);
+INSTANTIATE_TEST_SUITE_P(Face, EditorScripts,
+                         testing::ValuesIn(script::casesOf(QUARZEL_EDITOR_SCRIPTS "face.txt")),
                          script::nameOf);
 
 }  // namespace

@@ -105,7 +105,7 @@ TEST_F(EditorTest, TheHostMayCallAnythingWhileAMessageStands) {
         EXPECT_FALSE(edit.isOpen());
         edit.idle();
         EXPECT_TRUE(edit.open(&instrument));
-        EXPECT_EQ(frame().getNbViews(), 2u);
+        EXPECT_EQ(frame().getNbViews(), 2u + kViewsAbove);
         edit.idle();
     }
     writeSkin(meter);  // without a frame
@@ -160,6 +160,24 @@ TEST_F(EditorTest, NoZoomTakesTheWindowBeyondItsBounds) {
     ASSERT_TRUE(open(kKnob));
     EXPECT_EQ(edit.getRect().bottom, 32760);
     EXPECT_EQ(headless::picture(frame()).height(), 32760);
+}
+
+TEST_F(EditorTest, AHundredStepsAreTakenBackAndMadeAgain) {
+    ASSERT_TRUE(open(R"(<onoff x="0" y="0" id="17" bitmap_handle="20x40.png"/>)"
+                     R"(<onoff x="50" y="0" id="18" bitmap_handle="20x40.png"/>)"));
+    const auto before = instrument.values;
+    for (int step = 0; step < 99; ++step) click(step % 2 * 50 + 5, 5);
+    const auto after = instrument.values;
+    ASSERT_NE(after, before);
+    const auto times = [&](const char* key) {
+        int count = 0;
+        while (VSTGUI::headless::type(frame(), key, VSTGUI::kControl)) ++count;
+        return count;
+    };
+    EXPECT_EQ(times("z"), 99);
+    EXPECT_EQ(instrument.values, before);
+    EXPECT_EQ(times("y"), 99);
+    EXPECT_EQ(instrument.values, after);
 }
 
 TEST_F(EditorTest, DrawsASkinToAPicture) {
@@ -236,7 +254,7 @@ TEST_F(EditorTest, EverySpellingOfAPictureIsThatPicture) {
     ASSERT_TRUE(open(kick + R"(20X40.PNG"/>)" + kick + R"(.//20x40.png"/>)" + kick +
                      R"(x/./../20x40.Png"/>)"));
     EXPECT_EQ(messages.all, std::vector<RecordedMessage>());
-    ASSERT_EQ(frame().getNbViews(), 3u);
+    ASSERT_EQ(frame().getNbViews(), 3u + kViewsAbove);
     EXPECT_EQ(view(0)->getBackground(), view(1)->getBackground());
     EXPECT_EQ(view(0)->getBackground(), view(2)->getBackground());
 }
@@ -270,7 +288,7 @@ TEST_F(EditorTest, TenThousandElementsAreBuilt) {
         elements += R"(<knob x="1" y="1" w="9" h="9" id=")" + std::to_string(i % 42) + R"("/>)";
     }
     ASSERT_TRUE(open(elements));
-    EXPECT_EQ(frame().getNbViews(), 10000u);
+    EXPECT_EQ(frame().getNbViews(), 10000u + kViewsAbove);
     for (int i = 0; i < state::kNumParams; ++i) instrument.setParameter(i, 0.75f);
     idle();
     EXPECT_EQ(viewAs<CControl>(9999)->getValue(), 0.75f);

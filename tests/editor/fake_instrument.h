@@ -43,7 +43,7 @@ class FakeInstrument : public editor::EditorHost {
 
     int heldNotes() const override { return held; }
     int lastKey() const override { return key; }
-    float outputLevel() const override { return level; }
+    editor::OutputPeaks takeOutputPeaks() override { return std::exchange(peaks, {}); }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return taps[tap]; }
 
@@ -61,7 +61,7 @@ class FakeInstrument : public editor::EditorHost {
     int current = 0;
     int held = 0;
     int key = -1;
-    float level = 0.0f;
+    editor::OutputPeaks peaks;
     state::LearnSlot slot;
     std::uint64_t changed = 0;
 

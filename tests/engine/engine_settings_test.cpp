@@ -100,6 +100,26 @@ TEST(EngineSettings, ANewPolyphonyReleasesTheNotesAndEveryCountPlays) {
     }
 }
 
+TEST(EngineSettings, ThePeaksAreThoseOfTheOutput) {
+    Rig rig;
+    rig.playOnly(engine::kViola);
+    rig.useEffects();
+    for (const int key : {48, 55, 60, 64}) rig.noteOn(key);
+    rig.renderSeconds(0.1);
+    rig.engine().takePeaks();
+    const Sound sound = rig.render(3000);
+    const auto peakOf = [](const std::vector<float>& samples) {
+        float peak = 0.0f;
+        for (const float sample : samples) peak = std::max(peak, std::abs(sample));
+        return peak;
+    };
+    const engine::StereoPeaks peaks = rig.engine().takePeaks();
+    EXPECT_EQ(peaks.left, peakOf(sound.left));
+    EXPECT_EQ(peaks.right, peakOf(sound.right));
+    EXPECT_NE(peaks.left, peaks.right);
+    EXPECT_EQ(rig.engine().takePeaks().left, 0.0f);
+}
+
 TEST(EngineSettings, ARateChangeReleasesTheUpperVoicesAndKeepsTheBass) {
     Rig rig;
     rig.playOnly(engine::kViola);

@@ -62,7 +62,8 @@ void Player::addKeys() {
             {"Home", VirtualKey::Home},     {"Left", VirtualKey::Left},
             {"Up", VirtualKey::Up},         {"Right", VirtualKey::Right},
             {"Down", VirtualKey::Down},     {"Delete", VirtualKey::Delete},
-            {"PageUp", VirtualKey::PageUp}, {"PageDown", VirtualKey::PageDown}};
+            {"PageUp", VirtualKey::PageUp}, {"PageDown", VirtualKey::PageDown},
+            {"Tab", VirtualKey::Tab},       {"F2", VirtualKey::F2}};
         const std::string name = word(words);
         for (const auto& [known, code] : keys)
             if (name == known && !headless::key(*frame_(), code, modifiers_)) say("unused");

@@ -102,6 +102,11 @@ TEST_F(Win32Frames, PassOnTheMouseTheWheelAndTheKeys) {
     send(WM_MOUSEMOVE, MK_LBUTTON, 30, static_cast<WORD>(-20));
     send(WM_LBUTTONUP, 0, 30, 0);
     EXPECT_EQ(recorder.reports(), "begin 0.2 0.3 end");
+    POINT back = {};
+    GetCursorPos(&back);
+    ScreenToClient(child, &back);
+    EXPECT_EQ(back.x, 30);
+    EXPECT_EQ(back.y, 40) << "the pointer returns from a drag";
     EXPECT_NE(GetCapture(), child);
     POINT middle = {30, 30};
     ClientToScreen(child, &middle);

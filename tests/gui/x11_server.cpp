@@ -139,6 +139,15 @@ void X11Server::drive(const std::string& command) const {
     if (std::system(("xdotool " + command).c_str()) != 0) std::abort();
 }
 
+std::pair<int, int> X11Server::pointer() const {
+    auto* const reply = xcb_query_pointer_reply(
+        connection_, xcb_query_pointer(connection_, screen_->root), nullptr);
+    if (!reply) return {-1, -1};
+    const std::pair<int, int> place(reply->root_x, reply->root_y);
+    std::free(reply);
+    return place;
+}
+
 std::vector<uint32_t> X11Server::contents(int x, int y, int width, int height) const {
     const auto request = xcb_get_image(
         connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root, static_cast<int16_t>(x),

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace VSTGUI {
@@ -30,6 +31,8 @@ class X11Server {
     int takeKeyPresses() const;
     // `command` is an xdotool command line.
     void drive(const std::string& command) const;
+    // Where the pointer is on the screen.
+    std::pair<int, int> pointer() const;
     // The pixels of the screen as 32-bit words, row by row. Empty if the server refuses.
     std::vector<uint32_t> contents(int x, int y, int width, int height) const;
 

@@ -108,13 +108,23 @@ TEST_F(X11Frames, ControlsFollowTheMouseTheWheelAndTheKeys) {
         {"mousemove 40 50 mousedown 1 mousemove 40 10 mouseup 1", "begin 0.2 end"},
         {"mousemove 40 50 click 4", "begin 0.3 end"},  // the end comes when the wheel rests
         {"key Up key shift+Down", "begin 0.4 end begin 0.39 end"},
+        // beyond the edge of the screen
+        {"mousemove 40 50 mousedown 1 mousemove 40 0 sleep 0.4 mousemove_relative -- 0 -30 sleep "
+         "0.4 "
+         "mouseup 1",
+         "begin 0.64 0.79 end"},
         {"mousemove 180 40 click 1 key Return", "begin 1 end begin 0 end"},
         {"mousemove 50 180 click 1 mousemove 50 222 click 1", "begin 1 end"},
         {"mousemove 50 180 click 1 key Down key Return", "begin 2 end"},
         {"mousemove 250 180 click 1 type 'a Path/Z1'", ""},
         {"key Return", "begin 0 end"},
     };
-    for (const auto& row : rows) EXPECT_TRUE(drive(row.commands, row.reports));
+    for (const auto& row : rows) {
+        EXPECT_TRUE(drive(row.commands, row.reports));
+        if (&row == rows + 3) {
+            EXPECT_EQ(server->pointer(), std::make_pair(40, 50)) << "where the drag began";
+        }
+    }
     EXPECT_TRUE(edit->getText() == "a Path/Z1") << edit->getText().data();
     EXPECT_TRUE(waitFor([&] { return shows(*frame, 10, 20); }));
 }

@@ -61,7 +61,6 @@ class Engine final : public engine::SoundEngine {
             std::fill_n(left, frames, 0.0f);
             std::fill_n(right, frames, 0.0f);
         }
-        outputLevel_ = limiter_.level();
     }
     void reset() override {
         upper_.reset();
@@ -173,7 +172,6 @@ class Engine final : public engine::SoundEngine {
 
     int heldNotes() const override { return heldNotes_; }
     int lastKey() const override { return lastKey_; }
-    float outputLevel() const override { return outputLevel_; }
     // Nobody reads the taps of the literal engine.
     float chorusTap(int) const override { return 0.0f; }
     void forgetHeldNotes() override { heldNotes_ = 0; }
@@ -274,7 +272,6 @@ class Engine final : public engine::SoundEngine {
 
     std::atomic<int> heldNotes_{0};
     std::atomic<int> lastKey_{-1};
-    std::atomic<float> outputLevel_{0.0f};
 };
 
 }  // namespace reference

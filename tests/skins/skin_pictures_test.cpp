@@ -14,6 +14,7 @@
 #include "gui/graphics/picture_reader.h"
 #include "gui/headless.h"
 #include "platform/settings_store.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -34,12 +35,26 @@ std::string keptPicture(const std::string& skin) {
     return QUARZEL_PICTURES + skin + ".png";
 }
 
-PixelBuffer draw(const std::string& skin, int zoomPercent = 100) {
+PixelBuffer drawFolder(const std::string& path, int zoomPercent) {
     const platform::ScopedSettings settings;
-    const auto folder = std::filesystem::path(QUARZEL_SKINS + skin + '/').make_preferred();
+    const auto folder = std::filesystem::path(path).make_preferred();
     const auto picture = editor::drawSkin(folder.string(), zoomPercent);
     EXPECT_TRUE(picture);
     return picture.value_or(PixelBuffer());
+}
+
+PixelBuffer draw(const std::string& skin, int zoomPercent = 100) {
+    return drawFolder(QUARZEL_SKINS + skin + '/', zoomPercent);
+}
+
+// The skin's pictures with the layout that it had before meters, units and commands.
+PixelBuffer drawBefore(const std::string& skin, int zoomPercent) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path() + skin + '/';
+    std::filesystem::copy(QUARZEL_SKINS + skin, path);
+    std::filesystem::copy(QUARZEL_SKINS_BEFORE + skin + ".xml", path + "skin.xml",
+                          std::filesystem::copy_options::overwrite_existing);
+    return drawFolder(path, zoomPercent);
 }
 
 int meanOfTile(const PixelBuffer& picture, int left, int top, int shift) {
@@ -75,7 +90,8 @@ TEST(SkinPictures, AreTheKnownBytesAtEveryZoom) {
         for (const int zoom : {100, 200}) {
             std::ostringstream row;
             row << skin << ',' << zoom << ',' << std::hex
-                << VSTGUI::headless::hashOf(draw(skin, zoom)) << '\n';
+                << VSTGUI::headless::hashOf(draw(skin, zoom)) << ','
+                << VSTGUI::headless::hashOf(drawBefore(skin, zoom)) << '\n';
             hashes += row.str();
         }
     }

@@ -68,8 +68,9 @@ TEST(Skins, ReachEveryParameterShowWhatSlidesOrTurnsAndUseEveryElement) {
             EXPECT_EQ(summary.reachable.count(parameter), 1u);
             EXPECT_EQ(summary.shown.count(parameter) + switched.count(parameter), 1u);
         }
-        for (const char* const element : {"vumeter", "NoteDisplay", "PresetsDisplay", "ViewTaps",
-                                          "anydisp", "skinselector", "about"}) {
+        for (const char* const element :
+             {"vumeter", "cliplamp", "NoteDisplay", "PresetsDisplay", "ViewTaps", "ViewEnvelope",
+              "anydisp", "skinselector", "about"}) {
             EXPECT_EQ(summary.elements.count(element), 1u) << element;
         }
         used.merge(summary.elements);

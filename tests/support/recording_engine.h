@@ -84,7 +84,6 @@ class RecordingEngine : public engine::SoundEngine {
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }
-    float outputLevel() const override { return 0.0f; }
     float chorusTap(int) const override { return 0.0f; }
     void forgetHeldNotes() override {}
 

@@ -78,7 +78,8 @@ TEST_F(HostedEditor, TellsTheHostOfGesturesAndSizes) {
     EXPECT_FLOAT_EQ(plugin_.value(1), 0.6f);
 
     headless::click(frame(), CPoint(130, 50), VSTGUI::kRButton);
-    headless::key(frame(), VSTGUI::VirtualKey::End);
+    headless::key(frame(), VSTGUI::VirtualKey::Home);
+    for (int i = 0; i < 4; ++i) headless::key(frame(), VSTGUI::VirtualKey::Down);
     headless::key(frame(), VSTGUI::VirtualKey::Return);
     EXPECT_EQ(host_.told(), "size 600 300, ");
     EXPECT_EQ(plugin_.rect().right, 600);

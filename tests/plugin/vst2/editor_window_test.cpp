@@ -52,7 +52,7 @@ TEST_F(EditorWindow, ShowsTheSkinAndTurnsWithTheMouse) {
 
     plugin_->set(1, 0.5f);
     host_.calls.clear();
-    window_.drag(20, 4, 35, 20);
+    window_.drag(20, 30, 30, 4);
     EXPECT_TRUE(waitFor([this] {
         return !host_.calls.empty() && host_.calls.back().opcode == audioMasterEndEdit;
     }));
@@ -123,7 +123,7 @@ class PlayedEditor : public WindowTest {
             window_.click(static_cast<int>(where.x), static_cast<int>(where.y));
         };
         const CPoint from = at(control.getViewSize(), 0.25, 0.25);
-        const CPoint to = at(control.getViewSize(), 0.75, 0.75);
+        const CPoint to = at(control.getViewSize(), 0.75, 0.95);
         EXPECT_EQ(frame().getViewAt(from, GetViewOptions().deep()), &control);
         if (auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
             click(from);

@@ -1,0 +1,78 @@
+// A small text box that explains the control under the pointer.
+#include "editor/views/tool_tip.h"
+
+#include <algorithm>
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr CCoord kLineHeight = 16;
+constexpr CCoord kMarginX = 8;
+constexpr CCoord kMarginY = 5;
+constexpr CCoord kGap = 6;  // from the control
+constexpr CColor kBack(30, 30, 32);
+constexpr CColor kEdge(110, 110, 116);
+constexpr CColor kTitle(255, 255, 255);
+constexpr CColor kText(205, 205, 208);
+
+// Generous: there is no context to measure with before the first drawing.
+CCoord widthOf(const std::string& line, bool bold) {
+    constexpr CCoord kBoldWidth = 6.6;
+    constexpr CCoord kPlainWidth = 5.75;
+    return static_cast<CCoord>(line.size()) * (bold ? kBoldWidth : kPlainWidth);
+}
+
+}  // namespace
+
+CToolTip::CToolTip() : CView(CRect()) {
+    setMouseEnabled(false);
+    setVisible(false);
+}
+
+void CToolTip::show(const std::vector<std::string>& lines, const CRect& around) {
+    if (!getFrame() || lines.empty()) return;
+    hide();
+    lines_ = lines;
+    CCoord width = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        width = std::max(width, widthOf(lines[i], i == 0));
+    width += 2 * kMarginX;
+    const CCoord height = static_cast<CCoord>(lines.size()) * kLineHeight + 2 * kMarginY;
+
+    const CPoint room = getFrame()->getViewSize().getSize();
+    const CCoord left =
+        std::clamp(around.getCenter().x - width / 2, 0.0, std::max(room.x - width, 0.0));
+    CCoord top = around.bottom + kGap;
+    if (top + height > room.y) top = std::max(around.top - kGap - height, 0.0);
+    setViewSize(CRect(CPoint(left, top), CPoint(width, height)).makeIntegral());
+    setVisible(true);
+    invalid();
+}
+
+void CToolTip::hide() {
+    if (!isVisible()) return;
+    invalid();
+    setVisible(false);
+}
+
+void CToolTip::draw(CDrawContext* context) {
+    const CRect& view = getViewSize();
+    context->setDrawMode(kAliasing);
+    context->setFillColor(kBack);
+    context->setFrameColor(kEdge);
+    context->drawRect(view, kDrawFilledAndStroked);
+    CRect row(view.left + kMarginX, view.top + kMarginY, view.right,
+              view.top + kMarginY + kLineHeight);
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        context->setFont(kNormalFontSmall, 0, i == 0 ? kBoldFace : kNormalFace);
+        context->setFontColor(i == 0 ? kTitle : kText);
+        context->drawString(lines_[i].c_str(), row, kLeftText);
+        row.offset(0, kLineHeight);
+    }
+    setDirty(false);
+}
+
+}  // namespace editor

@@ -1,0 +1,278 @@
+// What the editor adds to the controls of a skin: explanations, keys, MIDI learn and commands.
+#include <algorithm>
+
+#include "editor/editor_zoom.h"
+#include "editor/parameter_line.h"
+#include "editor/views/about_view.h"
+#include "editor/views/pop_up_menu.h"
+#include "editor/xml_gui_editor.h"
+#include "state/controller_map.h"
+
+namespace editor {
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr CColor kLearningColor(255, 150, 30);
+constexpr CColor kFocusColor(90, 160, 255);
+constexpr uint32_t kLongestLearning = 20000;  // milliseconds
+
+struct Explanation {
+    int tag;
+    const char* title;
+    const char* text;
+};
+constexpr Explanation kExplanations[] = {
+    {kSkinSelectorTag, "Skin", "The installed looks."},
+    {kFirstSwitchTag, "Groups", "Chooses which of the upper sections play."},
+    {kFirstSwitchTag + 1, "Bass", "Switches cello and contrabass."},
+    {kFirstSwitchTag + 2, "Ensemble", "Switches the ensemble."},
+    {kFirstSwitchTag + 3, "Effects", "Switches phaser and reverb."},
+    {kUndoCommand, "Undo", "Takes the latest change back (Ctrl+Z)."},
+    {kRedoCommand, "Redo", "Makes it again (Ctrl+Y)."},
+    {kCompareCommand, "Compare A and B", "Goes to the other version of this sound."},
+    {kCopyCommand, "Copy", "Makes the other version equal to this one."},
+    {kVaryCommand, "Vary", "Moves the values of one panel a little."},
+    {kControllersCommand, "Controllers", "Lists the learnt controllers and forgets them."},
+    {kSizeCommand, "Size", "The size of the editor."},
+    {kHelpCommand, "Help", "Opens the help text."},
+    {kToolsCommand, "Tools", "Undo, compare, vary, controllers and the size."},
+};
+
+std::vector<std::string> sizeLines(int& current) {
+    std::vector<std::string> lines;
+    for (const int step : kZoomSteps) {
+        if (step == readZoom()) current = static_cast<int>(lines.size());
+        lines.push_back(std::to_string(step) + " %");
+    }
+    return lines;
+}
+
+}  // namespace
+
+xmlGuiEditor::Aids::Aids(xmlGuiEditor& editor)
+    : entry(editor.host_),
+      learning(makeOwned<COutline>(kLearningColor)),
+      focus(makeOwned<COutline>(kFocusColor)),
+      help([&editor](CView& view) { return editor.describe(view); }),
+      keys(makeOwned<CKeyView>([&editor](KeyboardEvent& event) { editor.useKey(event); })) {}
+
+void xmlGuiEditor::addAids() {
+    aids_ = std::make_unique<Aids>(*this);
+    const std::initializer_list<CView*> views = {aids_->keys.get(), aids_->focus.get(),
+                                                 aids_->learning.get(), aids_->entry.field(),
+                                                 aids_->help.tip()};
+    for (CView* const view : views) {
+        view->remember();
+        frame->addView(view);
+    }
+}
+
+std::vector<std::string> xmlGuiEditor::describe(CView& view) const {
+    const auto* const control = dynamic_cast<const CControl*>(&view);
+    if (!control) return {};
+    const int tag = control->getTag();
+    if (host_.isParameter(tag)) {
+        std::vector<std::string> lines = {titleAndValue(host_, tag), whatItDoes(tag)};
+        const std::string controller = boundController(tag);
+        if (!controller.empty()) lines.push_back("Follows " + controller + '.');
+        return lines;
+    }
+    for (const Explanation& row : kExplanations) {
+        if (row.tag == tag) return {row.title, row.text};
+    }
+    if (dynamic_cast<const CSplashScreen*>(control)) return {"About", "Who made this, and help."};
+    return {};
+}
+
+// A key that no control has used.
+void xmlGuiEditor::useKey(KeyboardEvent& event) {
+    if (event.type != EventType::KeyDown) return;
+    aids_->help.left();
+    if (event.virt == VirtualKey::Escape && host_.learnSlot().armed() != state::LearnSlot::kNone) {
+        host_.learnSlot().disarm();
+        event.consumed = true;
+    } else if (event.virt == VirtualKey::Tab) {
+        moveFocus(event.modifiers.has(ModifierKey::Shift));
+        event.consumed = true;
+    } else if (event.virt == VirtualKey::F2) {
+        const auto range = controls_.equal_range(currentTag_);
+        for (auto it = range.first; it != range.second; ++it) {
+            if (it->second != currentView_ || !gestures_.takesTyping(*it->second)) continue;
+            aids_->entry.open(*it->second);
+            event.consumed = true;
+            return;
+        }
+    } else if (event.modifiers.has(ModifierKey::Control)) {
+        const char32_t letter = event.character | 0x20;
+        const bool shift = event.modifiers.has(ModifierKey::Shift);
+        if (letter == 'z' && !shift) event.consumed = tools_.history().undo();
+        if (letter == 'y' || (letter == 'z' && shift)) event.consumed = tools_.history().redo();
+    }
+}
+
+// Goes through the controls in the order of the skin. The keyboard's control is outlined until the
+// pointer takes over.
+void xmlGuiEditor::moveFocus(bool back) {
+    std::vector<CView*> stops;
+    frame->forEachChild([&stops](CView* view) {
+        const bool isControl = dynamic_cast<CControl*>(view) && !dynamic_cast<CTextEdit*>(view);
+        if (isControl && view->wantsFocus() && view->isVisible()) stops.push_back(view);
+    });
+    if (stops.empty()) return;
+    const auto at = std::find(stops.begin(), stops.end(), frame->getFocusView());
+    const auto count = static_cast<std::ptrdiff_t>(stops.size());
+    std::ptrdiff_t next = back ? count - 1 : 0;
+    if (at != stops.end()) next = (at - stops.begin() + (back ? count - 1 : 1)) % count;
+    frame->setFocusView(stops[next]);
+    aids_->focus->surround(stops[next]);
+    onMouseEntered(stops[next], frame);  // the read-out shows its value
+}
+
+// The engine disarms when a controller arrives.
+void xmlGuiEditor::followLearning() {
+    if (!aids_) return;
+    if (!frame->getFocusView() && !frame->getModalView()) frame->setFocusView(aids_->keys);
+    const int armed = host_.learnSlot().armed();
+    if (armed == learning_) return;
+    learning_ = armed;
+    learningEnds_ = makeOwned<CVSTGUITimer>(
+        [this](CVSTGUITimer* timer) {
+            timer->stop();
+            host_.learnSlot().disarm();
+        },
+        kLongestLearning, armed != state::LearnSlot::kNone);
+    CView* outlined = nullptr;
+    const auto range = controls_.equal_range(armed);
+    for (auto it = range.first; it != range.second && armed >= 0; ++it) {
+        if (it->second->wantsFocus()) outlined = it->second;
+    }
+    aids_->learning->surround(outlined);
+}
+
+bool xmlGuiEditor::isSwitchAt(int number, int position) const {
+    bool known = false;
+    for (const SwitchPreset& preset : switchPresets_) {
+        if (preset.switchNumber != number || preset.position != position) continue;
+        known = true;
+        if ((host_.parameter(preset.parameter) > 0.5f) != (preset.value > 0.5f)) return false;
+    }
+    return known;
+}
+
+// A preset switch shows where its parameters are, however they came there.
+void xmlGuiEditor::showSwitch(CControl& control) {
+    const int number = control.getTag() - kFirstSwitchTag;
+    if (auto* const menu = dynamic_cast<COptionMenu*>(&control)) {
+        for (int i = 0; i < menu->getNbEntries(); ++i) {
+            menu->getEntry(i)->setChecked(isSwitchAt(number, i));
+        }
+    } else if (!dynamic_cast<CKickButton*>(&control)) {
+        control.setValue(isSwitchAt(number, 1) ? 1.0f : 0.0f);
+    }
+}
+
+void xmlGuiEditor::followSwitches() {
+    for (auto it = controls_.lower_bound(kFirstSwitchTag);
+         it != controls_.end() && isSwitch(it->first); ++it) {
+        if (!it->second->isEditing()) showSwitch(*it->second);
+    }
+}
+
+void xmlGuiEditor::run(int command, const CPoint& where) {
+    switch (command) {
+        case kUndoCommand:
+            tools_.history().undo();
+            break;
+        case kRedoCommand:
+            tools_.history().redo();
+            break;
+        case kCompareCommand:
+            tools_.compare();
+            break;
+        case kCopyCommand:
+            tools_.copyToOther();
+            break;
+        case kVaryCommand:
+            return openVaryMenu(where);
+        case kControllersCommand:
+            return openControllerMenu(where);
+        case kSizeCommand:
+            return openSizeMenu(where);
+        case kHelpCommand:
+            return openHelp();
+        case kToolsCommand:
+            return openMenu(where);
+        default:
+            break;
+    }
+    showCompare();
+}
+
+// The button of the versions shows which one plays.
+void xmlGuiEditor::showCompare() {
+    tools_.followProgram();
+    const auto range = controls_.equal_range(kCompareCommand);
+    for (auto it = range.first; it != range.second; ++it) {
+        if (it->second->isEditing()) continue;
+        it->second->setValue(tools_.showsB() ? 1.0f : 0.0f);
+    }
+}
+
+// The sizes come first, then everything that the buttons of a skin can do.
+void xmlGuiEditor::openMenu(const CPoint& where) {
+    std::vector<int> commands;
+    int current = kNoLine;
+    std::vector<std::string> lines = sizeLines(current);
+    const auto add = [&](const std::string& line, int command) {
+        lines.push_back(line);
+        commands.push_back(command);
+    };
+    const std::string undo = tools_.history().undoName();
+    const std::string redo = tools_.history().redoName();
+    if (!undo.empty()) add("Undo " + undo, kUndoCommand);
+    if (!redo.empty()) add("Redo " + redo, kRedoCommand);
+    add(tools_.showsB() ? "Go to A" : "Go to B", kCompareCommand);
+    add(tools_.showsB() ? "Copy B to A" : "Copy A to B", kCopyCommand);
+    add("Vary...", kVaryCommand);
+    add("Controllers...", kControllersCommand);
+    add("Help", kHelpCommand);
+    popUpMenu(*frame, where, lines, current, [this, where, commands](int line) {
+        const auto sizes = static_cast<int>(kZoomSteps.size());
+        line < sizes ? zoomTo(kZoomSteps[line]) : run(commands[line - sizes], where);
+    });
+}
+
+void xmlGuiEditor::openSizeMenu(const CPoint& where) {
+    int current = kNoLine;
+    const std::vector<std::string> lines = sizeLines(current);
+    popUpMenu(*frame, where, lines, current, [this](int line) { zoomTo(kZoomSteps[line]); });
+}
+
+void xmlGuiEditor::openVaryMenu(const CPoint& where) {
+    popUpMenu(*frame, where, SoundTools::panels(), kNoLine,
+              [this](int panel) { tools_.vary(panel); });
+}
+
+// Choosing a line forgets its controller.
+void xmlGuiEditor::openControllerMenu(const CPoint& where) {
+    std::vector<std::string> lines;
+    std::vector<int> bound;
+    for (int i = 0; i < host_.parameterCount(); ++i) {
+        if (state::controllerMap().controller(i) < 0) continue;
+        lines.push_back("Forget " + boundController(i) + ": " + panelName(i));
+        bound.push_back(i);
+    }
+    const bool none = bound.empty();
+    lines.emplace_back(none ? "No controller is learnt" : "Forget all");
+    popUpMenu(*frame, where, lines, kNoLine, [bound](int line) {
+        const bool all = line == static_cast<int>(bound.size());
+        for (int i = 0; i < static_cast<int>(bound.size()); ++i) {
+            if (!all && i != line) continue;
+            state::controllerMap().bind(bound[i], state::ControllerMap::kUnbound);
+        }
+    });
+}
+
+}  // namespace editor

@@ -1,0 +1,44 @@
+// Hands the peak of the output from the renderer to whoever shows it.
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+
+namespace engine {
+
+// The largest magnitude among the samples, as the bits of that float. They are in the same order as
+// the numbers, and at or above kInfinityBits exactly if a sample is not finite.
+constexpr std::int32_t kInfinityBits = 0x7F800000;
+inline std::int32_t peakBits(const float* samples, int count) {
+    std::int32_t peak = 0;
+    for (int i = 0; i < count; ++i) {
+        std::int32_t bits;
+        std::memcpy(&bits, samples + i, sizeof bits);
+        peak = std::max(peak, bits & 0x7FFFFFFF);
+    }
+    return peak;
+}
+
+// One thread adds, any thread takes. A peak may be taken twice if both happen at once.
+class PeakSlot {
+  public:
+    void add(std::int32_t bits) {
+        if (bits > bits_.load(std::memory_order_relaxed)) {
+            bits_.store(bits, std::memory_order_relaxed);
+        }
+    }
+    // Returns the largest magnitude since the last call.
+    float take() {
+        const std::int32_t bits = bits_.exchange(0, std::memory_order_relaxed);
+        float peak;
+        std::memcpy(&peak, &bits, sizeof peak);
+        return peak;
+    }
+
+  private:
+    std::atomic<std::int32_t> bits_{0};
+};
+
+}  // namespace engine
