@@ -1,9 +1,6 @@
 // jalv, a host of its own, plays the bundle against a private JACK server and shows the editor.
-#include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <set>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -12,19 +9,9 @@
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_for.h"
 
 namespace {
-
-using namespace std::chrono_literals;
-
-bool waitFor(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + 30s;
-    while (std::chrono::steady_clock::now() < end) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(100ms);
-    }
-    return false;
-}
 
 float peakOf(const std::vector<float>& sound) {
     float peak = 0.0f;

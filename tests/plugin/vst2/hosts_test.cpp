@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -31,37 +30,6 @@ class Hosts : public testing::Test {
     TestHost host_;
     PluginLibrary library_;
 };
-
-TEST_F(Hosts, MayCallInAnyOrder) {
-    constexpr VstInt32 kOpcodes[] = {effOpen,
-                                     effMainsChanged,
-                                     effSetSampleRate,
-                                     effSetBlockSize,
-                                     effStartProcess,
-                                     effStopProcess,
-                                     effEditIdle,
-                                     effEditGetRect,
-                                     effEditClose,
-                                     effSetProgram,
-                                     effSetBypass,
-                                     effMainsChanged,
-                                     effSetProcessPrecision,
-                                     effSetBlockSizeAndSampleRate};
-    std::mt19937 random(1);
-    for (std::size_t round = 0; round < 40; ++round) {
-        auto session = this->session();
-        EXPECT_TRUE(round % 2 || session.sounds());
-        std::string order;  // each opcode with its value
-        for (std::size_t call = 0; call < round / 4; ++call) {
-            const VstInt32 opcode = kOpcodes[random() % std::size(kOpcodes)];
-            const bool on = random() % 2;
-            order += std::to_string(opcode) + (on ? "+ " : "- ");
-            ERect* rect = nullptr;
-            session.dispatch(opcode, 0, on, &rect, 48000.0f);
-        }
-        EXPECT_TRUE(session.sounds()) << order;
-    }
-}
 
 VstIntPtr garbage = 0;
 VstIntPtr answerGarbage(AEffect*, VstInt32, VstInt32, VstIntPtr, void*, float) {
@@ -122,32 +90,17 @@ TEST_F(Hosts, MayRenderAnyNumberOfFrames) {
         EXPECT_TRUE(std::isfinite(peak));
         EXPECT_TRUE(session.sounds());
     }
+    EventList notes({0, 20});
+    session.send(notes);  // for the block after this one
+    session->processReplacing(session.record(), nullptr, nullptr, 64);
+    std::vector<float> right(64, NAN);
+    float* outputs[] = {nullptr, right.data()};
+    session->processReplacing(session.record(), nullptr, outputs, 64);
+    EXPECT_EQ(right, std::vector<float>(64));
+    EXPECT_GT(session.listen(), 1e-3f);
     for (const VstIntPtr size : {VstIntPtr{0}, VstIntPtr{-1}, INTPTR_MAX, INTPTR_MIN}) {
         session.dispatch(effSetBlockSize, 0, size);
         EXPECT_TRUE(session.sounds());
-    }
-}
-
-// Events of a block without frames or without buffers play in the next block. If only one channel
-// is given, it is silenced, not left as it was.
-TEST_F(Hosts, MayRenderNothingWithoutLosingANote) {
-    for (int missing = 0; missing < 5; ++missing) {
-        SCOPED_TRACE(missing);
-        auto session = this->session();
-        session.set(7, 0.0f);
-        std::vector<float> left(64, NAN), right(64, NAN);
-        float* outputs[] = {missing % 2 ? nullptr : left.data(),
-                            missing == 2 || missing == 3 ? nullptr : right.data()};
-        {
-            EventList notes({0, 20});
-            session.send(notes);
-            session->processReplacing(session.record(), nullptr, missing == 4 ? nullptr : outputs,
-                                      missing == 0 ? 0 : 64);
-        }
-        const std::vector<float> silence(64, 0.0f);
-        EXPECT_TRUE(missing != 2 || left == silence);
-        EXPECT_TRUE(missing != 1 || right == silence);
-        EXPECT_GT(session.listen(), 1e-3f);
     }
 }
 
@@ -174,16 +127,6 @@ TEST_F(Hosts, MaySendAnyEvents) {
         list.setCount(count);
         session.send(list);
         EXPECT_LT(session.listen(), 1e-3f);
-        EXPECT_TRUE(session.sounds());
-    }
-    for (const VstInt32 frame : {-1, INT32_MIN, 63, 64, 65, INT32_MAX}) {
-        SCOPED_TRACE(frame);
-        auto session = this->session();
-        session.set(7, 0.0f);
-        EventList list({frame, 5});
-        session.send(list);
-        const bool within = frame < 65;
-        EXPECT_EQ(session.listen() > 1e-3f, within);
         EXPECT_TRUE(session.sounds());
     }
     auto session = this->session();
