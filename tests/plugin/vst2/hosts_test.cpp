@@ -129,6 +129,16 @@ TEST_F(Hosts, MaySendAnyEvents) {
         EXPECT_LT(session.listen(), 1e-3f);
         EXPECT_TRUE(session.sounds());
     }
+    for (const VstInt32 frame : {-1, INT32_MIN, 63, 64, 65, INT32_MAX}) {
+        SCOPED_TRACE(frame);
+        auto session = this->session();
+        session.set(7, 0.0f);
+        EventList list({frame, 5});
+        session.send(list);
+        const bool within = frame < 65;
+        EXPECT_EQ(session.listen() > 1e-3f, within);
+        EXPECT_TRUE(session.sounds());
+    }
     auto session = this->session();
     session.dispatch(effProcessEvents);
     EXPECT_TRUE(session.sounds());
