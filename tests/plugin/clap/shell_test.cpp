@@ -117,6 +117,8 @@ TEST_F(Clap, ConvertsValuesAndTexts) {
     EXPECT_FALSE(instance.params->get_value(instance.plugin, 42, &value));
     EXPECT_FALSE(instance.params->text_to_value(instance.plugin, 0, "?", &value));
     EXPECT_EQ(value, 0.25);
+    EXPECT_TRUE(instance.params->text_to_value(instance.plugin, kProgramId, " 12", &value));
+    EXPECT_EQ(value, 12.0);
 }
 
 TEST_F(Clap, TakesValuesAlikeWithAndWithoutABlock) {

@@ -132,6 +132,10 @@ TEST_F(Hosts, MaySendAnyEvents) {
         EXPECT_TRUE(session.sounds());
     }
     auto session = this->session();
+    EventList other({0, 5});
+    other[0].type = kVstSysExType;  // goes with its successor
+    session.send(other);
+    EXPECT_LT(session.listen(), 1e-3f);
     session.dispatch(effProcessEvents);
     EXPECT_TRUE(session.sounds());
 }
