@@ -54,7 +54,7 @@ struct EventHeader {
 
 inline constexpr uint16_t kCoreEventSpaceId = 0;
 
-enum EventFlags : uint32_t { kEventIsLive = 1 << 0, kEventDontRecord = 1 << 1 };
+enum EventFlags : uint32_t { kEventDontRecord = 1 << 1 };
 
 enum EventTypes : uint16_t {
     kEventNoteOn = 0,
@@ -66,10 +66,7 @@ enum EventTypes : uint16_t {
     kEventParamMod = 6,
     kEventParamGestureBegin = 7,
     kEventParamGestureEnd = 8,
-    kEventTransport = 9,
-    kEventMidi = 10,
-    kEventMidiSysex = 11,
-    kEventMidi2 = 12
+    kEventMidi = 10
 };
 
 // note_id, port_index, channel and key: -1 stands for any, here and in the next three.
@@ -83,13 +80,7 @@ struct EventNote {
 };
 
 enum NoteExpressions : int32_t {
-    kNoteExpressionVolume = 0,  // 0..4, linear
-    kNoteExpressionPan = 1,     // 0..1
-    kNoteExpressionTuning = 2,  // -120..120 semitones
-    kNoteExpressionVibrato = 3,
-    kNoteExpressionExpression = 4,
-    kNoteExpressionBrightness = 5,
-    kNoteExpressionPressure = 6
+    kNoteExpressionVolume = 0  // 0..4, linear
 };
 
 struct EventNoteExpression {
@@ -129,56 +120,10 @@ struct EventParamGesture {
     Id param_id;
 };
 
-using BeatTime = int64_t;  // fixed point, 31 fractional bits
-using SecTime = int64_t;
-inline constexpr int64_t kBeatTimeFactor = int64_t{1} << 31;
-inline constexpr int64_t kSecTimeFactor = int64_t{1} << 31;
-
-enum TransportFlags : uint32_t {
-    kTransportHasTempo = 1 << 0,
-    kTransportHasBeatsTimeline = 1 << 1,
-    kTransportHasSecondsTimeline = 1 << 2,
-    kTransportHasTimeSignature = 1 << 3,
-    kTransportIsPlaying = 1 << 4,
-    kTransportIsRecording = 1 << 5,
-    kTransportIsLoopActive = 1 << 6,
-    kTransportIsWithinPreRoll = 1 << 7
-};
-
-struct EventTransport {
-    EventHeader header;
-    uint32_t flags;
-    BeatTime song_pos_beats;
-    SecTime song_pos_seconds;
-    double tempo;      // beats a minute
-    double tempo_inc;  // added to tempo with each frame
-    BeatTime loop_start_beats;
-    BeatTime loop_end_beats;
-    SecTime loop_start_seconds;
-    SecTime loop_end_seconds;
-    BeatTime bar_start;
-    int32_t bar_number;
-    uint16_t tsig_num;
-    uint16_t tsig_denom;
-};
-
 struct EventMidi {
     EventHeader header;
     uint16_t port_index;
     uint8_t data[3];
-};
-
-struct EventMidiSysex {
-    EventHeader header;
-    uint16_t port_index;
-    const uint8_t* buffer;  // the sender's
-    uint32_t size;
-};
-
-struct EventMidi2 {
-    EventHeader header;
-    uint16_t port_index;
-    uint32_t data[4];
 };
 
 struct InputEvents {
@@ -206,10 +151,10 @@ using ProcessStatus = int32_t;
 enum ProcessStatuses : ProcessStatus {
     kProcessError = 0,
     kProcessContinue = 1,
-    kProcessContinueIfNotQuiet = 2,
-    kProcessTail = 3,
     kProcessSleep = 4  // until the next event or changed input
 };
+
+struct EventTransport;  // unread here
 
 struct Process {
     int64_t steady_time;  // frames; -1: not available
@@ -301,8 +246,7 @@ static_assert(sizeof(EventNote) == 40 && offsetof(EventNote, velocity) == 32);
 static_assert(sizeof(EventNoteExpression) == 40 && offsetof(EventNoteExpression, value) == 32);
 static_assert(sizeof(EventParamValue) == 56 && offsetof(EventParamValue, value) == 48);
 static_assert(sizeof(EventParamMod) == 56 && sizeof(EventParamGesture) == 20);
-static_assert(sizeof(EventTransport) == 104 && offsetof(EventTransport, tsig_denom) == 102);
-static_assert(sizeof(EventMidi) == 24 && sizeof(EventMidiSysex) == 40 && sizeof(EventMidi2) == 36);
+static_assert(sizeof(EventMidi) == 24);
 static_assert(sizeof(AudioBuffer) == 32 && offsetof(AudioBuffer, constant_mask) == 24);
 static_assert(sizeof(Process) == 64 && offsetof(Process, in_events) == 48);
 static_assert(sizeof(PluginDescriptor) == 88 && sizeof(Plugin) == 96 && sizeof(Host) == 88);

@@ -9,15 +9,9 @@ namespace clap {
 // --- ports -----------------------------------------------------------------------------------
 
 inline constexpr char kExtAudioPorts[] = "clap.audio-ports";
-inline constexpr char kPortMono[] = "mono";
 inline constexpr char kPortStereo[] = "stereo";
 
-enum AudioPortFlags : uint32_t {
-    kAudioPortIsMain = 1 << 0,
-    kAudioPortSupports64Bits = 1 << 1,
-    kAudioPortPrefers64Bits = 1 << 2,
-    kAudioPortRequiresCommonSampleSize = 1 << 3
-};
+enum AudioPortFlags : uint32_t { kAudioPortIsMain = 1 << 0 };
 
 struct AudioPortInfo {
     Id id;
@@ -33,28 +27,9 @@ struct PluginAudioPorts {  // [main]
     bool(CLAP_CALL* get)(const Plugin* plugin, uint32_t index, bool is_input, AudioPortInfo* info);
 };
 
-enum AudioPortsRescanFlags : uint32_t {
-    kAudioPortsRescanNames = 1 << 0,
-    kAudioPortsRescanFlags = 1 << 1,
-    kAudioPortsRescanChannelCount = 1 << 2,
-    kAudioPortsRescanPortType = 1 << 3,
-    kAudioPortsRescanInPlacePair = 1 << 4,
-    kAudioPortsRescanList = 1 << 5
-};
-
-struct HostAudioPorts {  // [main]
-    bool(CLAP_CALL* is_rescan_flag_supported)(const Host* host, uint32_t flag);
-    void(CLAP_CALL* rescan)(const Host* host, uint32_t flags);
-};
-
 inline constexpr char kExtNotePorts[] = "clap.note-ports";
 
-enum NoteDialects : uint32_t {
-    kNoteDialectClap = 1 << 0,
-    kNoteDialectMidi = 1 << 1,
-    kNoteDialectMidiMpe = 1 << 2,
-    kNoteDialectMidi2 = 1 << 3
-};
+enum NoteDialects : uint32_t { kNoteDialectClap = 1 << 0, kNoteDialectMidi = 1 << 1 };
 
 struct NotePortInfo {
     Id id;
@@ -66,16 +41,6 @@ struct NotePortInfo {
 struct PluginNotePorts {  // [main]
     uint32_t(CLAP_CALL* count)(const Plugin* plugin, bool is_input);
     bool(CLAP_CALL* get)(const Plugin* plugin, uint32_t index, bool is_input, NotePortInfo* info);
-};
-
-enum NotePortsRescanFlags : uint32_t {
-    kNotePortsRescanAll = 1 << 0,
-    kNotePortsRescanNames = 1 << 1
-};
-
-struct HostNotePorts {  // [main]
-    uint32_t(CLAP_CALL* supported_dialects)(const Host* host);
-    void(CLAP_CALL* rescan)(const Host* host, uint32_t flags);
 };
 
 inline constexpr char kExtNoteName[] = "clap.note-name";
@@ -102,21 +67,7 @@ inline constexpr char kExtParams[] = "clap.params";
 
 enum ParamInfoFlags : uint32_t {
     kParamIsStepped = 1 << 0,
-    kParamIsPeriodic = 1 << 1,
-    kParamIsHidden = 1 << 2,
-    kParamIsReadonly = 1 << 3,
-    kParamIsBypass = 1 << 4,
     kParamIsAutomatable = 1 << 5,
-    kParamIsAutomatablePerNoteId = 1 << 6,
-    kParamIsAutomatablePerKey = 1 << 7,
-    kParamIsAutomatablePerChannel = 1 << 8,
-    kParamIsAutomatablePerPort = 1 << 9,
-    kParamIsModulatable = 1 << 10,
-    kParamIsModulatablePerNoteId = 1 << 11,
-    kParamIsModulatablePerKey = 1 << 12,
-    kParamIsModulatablePerChannel = 1 << 13,
-    kParamIsModulatablePerPort = 1 << 14,
-    kParamRequiresProcess = 1 << 15,
     kParamIsEnum = 1 << 16  // stepped, and every value has a text
 };
 
@@ -143,18 +94,7 @@ struct PluginParams {
     void(CLAP_CALL* flush)(const Plugin* plugin, const InputEvents* in, const OutputEvents* out);
 };
 
-enum ParamRescanFlags : uint32_t {
-    kParamRescanValues = 1 << 0,
-    kParamRescanText = 1 << 1,
-    kParamRescanInfo = 1 << 2,
-    kParamRescanAll = 1 << 3  // inactive only
-};
-
-enum ParamClearFlags : uint32_t {
-    kParamClearAll = 1 << 0,
-    kParamClearAutomations = 1 << 1,
-    kParamClearModulations = 1 << 2
-};
+enum ParamRescanFlags : uint32_t { kParamRescanValues = 1 << 0, kParamRescanText = 1 << 1 };
 
 struct HostParams {
     void(CLAP_CALL* rescan)(const Host* host, uint32_t flags);              // [main]
@@ -177,11 +117,6 @@ struct RemoteControlsPage {
 struct PluginRemoteControls {  // [main]
     uint32_t(CLAP_CALL* count)(const Plugin* plugin);
     bool(CLAP_CALL* get)(const Plugin* plugin, uint32_t page_index, RemoteControlsPage* page);
-};
-
-struct HostRemoteControls {  // [main]
-    void(CLAP_CALL* changed)(const Host* host);
-    void(CLAP_CALL* suggest_page)(const Host* host, Id page_id);
 };
 
 // --- state and presets -----------------------------------------------------------------------
@@ -291,24 +226,6 @@ struct HostTimerSupport {  // [main]
     bool(CLAP_CALL* unregister_timer)(const Host* host, Id timer_id);
 };
 
-inline constexpr char kExtPosixFdSupport[] = "clap.posix-fd-support";
-
-enum PosixFdFlags : uint32_t {
-    kPosixFdRead = 1 << 0,
-    kPosixFdWrite = 1 << 1,
-    kPosixFdError = 1 << 2
-};
-
-struct PluginPosixFdSupport {
-    void(CLAP_CALL* on_fd)(const Plugin* plugin, int fd, uint32_t flags);  // [main]
-};
-
-struct HostPosixFdSupport {  // [main]
-    bool(CLAP_CALL* register_fd)(const Host* host, int fd, uint32_t flags);
-    bool(CLAP_CALL* modify_fd)(const Host* host, int fd, uint32_t flags);
-    bool(CLAP_CALL* unregister_fd)(const Host* host, int fd);
-};
-
 // --- sound -------------------------------------------------------------------------------------
 
 inline constexpr char kExtLatency[] = "clap.latency";
@@ -317,18 +234,10 @@ struct PluginLatency {
     uint32_t(CLAP_CALL* get)(const Plugin* plugin);  // frames; [main]
 };
 
-struct HostLatency {
-    void(CLAP_CALL* changed)(const Host* host);  // [main], during activate()
-};
-
 inline constexpr char kExtTail[] = "clap.tail";
 
 struct PluginTail {
     uint32_t(CLAP_CALL* get)(const Plugin* plugin);  // frames, INT32_MAX and above: endless; [any]
-};
-
-struct HostTail {
-    void(CLAP_CALL* changed)(const Host* host);  // [audio]
 };
 
 inline constexpr char kExtVoiceInfo[] = "clap.voice-info";
@@ -345,10 +254,6 @@ struct PluginVoiceInfo {
     bool(CLAP_CALL* get)(const Plugin* plugin, VoiceInfo* info);  // [main]
 };
 
-struct HostVoiceInfo {
-    void(CLAP_CALL* changed)(const Host* host);  // [main]
-};
-
 inline constexpr char kExtRender[] = "clap.render";
 
 enum RenderModes : int32_t { kRenderRealtime = 0, kRenderOffline = 1 };
@@ -356,31 +261,6 @@ enum RenderModes : int32_t { kRenderRealtime = 0, kRenderOffline = 1 };
 struct PluginRender {  // [main]
     bool(CLAP_CALL* has_hard_realtime_requirement)(const Plugin* plugin);
     bool(CLAP_CALL* set)(const Plugin* plugin, int32_t mode);
-};
-
-// --- host only ----------------------------------------------------------------------------------
-
-inline constexpr char kExtThreadCheck[] = "clap.thread-check";
-
-struct HostThreadCheck {  // [any]
-    bool(CLAP_CALL* is_main_thread)(const Host* host);
-    bool(CLAP_CALL* is_audio_thread)(const Host* host);
-};
-
-inline constexpr char kExtLog[] = "clap.log";
-
-enum LogSeverities : int32_t {
-    kLogDebug = 0,
-    kLogInfo = 1,
-    kLogWarning = 2,
-    kLogError = 3,
-    kLogFatal = 4,
-    kLogHostMisbehaving = 5,
-    kLogPluginMisbehaving = 6
-};
-
-struct HostLog {
-    void(CLAP_CALL* log)(const Host* host, int32_t severity, const char* message);  // [any]
 };
 
 static_assert(sizeof(AudioPortInfo) == 288 && offsetof(AudioPortInfo, port_type) == 272);

@@ -65,8 +65,6 @@ enum Result : tresult {
     kResultFalse = 1,
     kInvalidArgument = static_cast<tresult>(0x80070057u),
     kNotImplemented = static_cast<tresult>(0x80004001u),
-    kInternalError = static_cast<tresult>(0x80004005u),
-    kNotInitialized = static_cast<tresult>(0x8000FFFFu),
     kOutOfMemory = static_cast<tresult>(0x8007000Eu)
 };
 #else
@@ -77,8 +75,6 @@ enum Result : tresult {
     kResultFalse = 1,
     kInvalidArgument = 2,
     kNotImplemented = 3,
-    kInternalError = 4,
-    kNotInitialized = 5,
     kOutOfMemory = 6
 };
 #endif
@@ -101,8 +97,6 @@ struct IPluginBase : FUnknown {
 
 struct IBStream : FUnknown {
     static constexpr Uid kIid = uid(0xC3BF6EA2, 0x30994752, 0x9B6BF990, 0x1EE33E9B);
-
-    enum SeekMode : int32 { kSeekSet = 0, kSeekCur = 1, kSeekEnd = 2 };
 
     // A stream may move fewer bytes than asked for; the count may be null.
     virtual tresult VST3_CALL read(void* buffer, int32 numBytes, int32* numBytesRead) = 0;
@@ -142,10 +136,6 @@ struct PClassInfo {
     char name[64];
 };
 
-// Class flags of an audio effect. Distributable: processor and controller may live in different
-// processes, which a single component cannot.
-enum ComponentFlags : uint32 { kDistributable = 1 << 0, kSimpleModeSupported = 1 << 1 };
-
 inline constexpr char kAudioEffectClass[] = "Audio Module Class";
 inline constexpr char kComponentControllerClass[] = "Component Controller Class";
 inline constexpr char kPlugTypeInstrumentSynth[] = "Instrument|Synth";
@@ -156,7 +146,7 @@ struct PClassInfo2 {
     int32 cardinality;
     char category[32];
     char name[64];
-    uint32 classFlags;        // ComponentFlags
+    uint32 classFlags;        // none: a single component cannot be distributed
     char subCategories[128];  // separated by |
     char vendor[64];          // empty: the factory's
     char version[64];
@@ -196,14 +186,6 @@ struct IPluginFactory3 : IPluginFactory2 {
 
     virtual tresult VST3_CALL getClassInfoUnicode(int32 index, PClassInfoW* info) = 0;
     virtual tresult VST3_CALL setHostContext(FUnknown* context) = 0;
-};
-
-// What initialize() and setHostContext() are given.
-struct IHostApplication : FUnknown {
-    static constexpr Uid kIid = uid(0x58E595CC, 0xDB2D4969, 0x8B6AAF8C, 0x36A664E5);
-
-    virtual tresult VST3_CALL getName(String128 name) = 0;
-    virtual tresult VST3_CALL createInstance(TUID cid, TUID iid, void** object) = 0;
 };
 
 static_assert(sizeof(void*) == 8 && sizeof(Uid) == 16);

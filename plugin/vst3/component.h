@@ -20,10 +20,9 @@ inline constexpr ParamID kNoParamId = 0xFFFFFFFF;
 
 enum MediaTypes : MediaType { kAudio = 0, kEvent = 1 };
 enum BusDirections : BusDirection { kInput = 0, kOutput = 1 };
-enum BusTypes : BusType { kMain = 0, kAux = 1 };
-enum IoModes : IoMode { kSimple = 0, kAdvanced = 1, kOfflineProcessing = 2 };
+enum BusTypes : BusType { kMain = 0 };
 enum SymbolicSampleSizes : int32 { kSample32 = 0, kSample64 = 1 };
-enum ProcessModes : int32 { kRealtime = 0, kPrefetch = 1, kOffline = 2 };
+enum ProcessModes : int32 { kRealtime = 0 };
 
 inline constexpr uint32 kNoTail = 0;
 inline constexpr uint32 kInfiniteTail = 0xFFFFFFFF;
@@ -37,7 +36,7 @@ inline constexpr SpeakerArrangement kArrangementMono = kSpeakerM;
 inline constexpr SpeakerArrangement kArrangementStereo = kSpeakerL | kSpeakerR;
 
 struct BusInfo {
-    enum Flags : uint32 { kDefaultActive = 1 << 0, kIsControlVoltage = 1 << 1 };
+    enum Flags : uint32 { kDefaultActive = 1 << 0 };
 
     MediaType mediaType;
     BusDirection direction;
@@ -105,14 +104,6 @@ struct NoteOffEvent {
     float tuning;
 };
 
-struct DataEvent {
-    enum Types : uint32 { kMidiSysEx = 0 };
-
-    uint32 size;
-    uint32 type;
-    const uint8* bytes;
-};
-
 struct PolyPressureEvent {
     int16 channel;
     int16 pitch;
@@ -120,54 +111,8 @@ struct PolyPressureEvent {
     int32 noteId;
 };
 
-struct NoteExpressionValueEvent {
-    uint32 typeId;
-    int32 noteId;
-    double value;
-};
-
-struct NoteExpressionTextEvent {
-    uint32 typeId;
-    int32 noteId;
-    uint32 textLen;
-    const TChar* text;
-};
-
-struct ChordEvent {
-    int16 root;
-    int16 bassNote;
-    int16 mask;
-    uint16 textLen;
-    const TChar* text;
-};
-
-struct ScaleEvent {
-    int16 root;
-    int16 mask;
-    uint16 textLen;
-    const TChar* text;
-};
-
-struct LegacyMidiCcOutEvent {
-    uint8 controlNumber;
-    int8 channel;
-    int8 value;
-    int8 value2;
-};
-
 struct Event {
-    enum Flags : uint16 { kIsLive = 1 << 0 };
-    enum Types : uint16 {
-        kNoteOnEvent = 0,
-        kNoteOffEvent = 1,
-        kDataEvent = 2,
-        kPolyPressureEvent = 3,
-        kNoteExpressionValueEvent = 4,
-        kNoteExpressionTextEvent = 5,
-        kChordEvent = 6,
-        kScaleEvent = 7,
-        kLegacyMidiCcOutEvent = 65535
-    };
+    enum Types : uint16 { kNoteOnEvent = 0, kNoteOffEvent = 1, kPolyPressureEvent = 3 };
 
     int32 busIndex;
     int32 sampleOffset;
@@ -177,13 +122,8 @@ struct Event {
     union {
         NoteOnEvent noteOn;
         NoteOffEvent noteOff;
-        DataEvent data;
         PolyPressureEvent polyPressure;
-        NoteExpressionValueEvent noteExpressionValue;
-        NoteExpressionTextEvent noteExpressionText;
-        ChordEvent chord;
-        ScaleEvent scale;
-        LegacyMidiCcOutEvent midiCcOut;
+        double others[3];  // room for the largest kind
     };
 };
 
@@ -193,54 +133,6 @@ struct IEventList : FUnknown {
     virtual int32 VST3_CALL getEventCount() = 0;
     virtual tresult VST3_CALL getEvent(int32 index, Event& event) = 0;
     virtual tresult VST3_CALL addEvent(Event& event) = 0;
-};
-
-struct Chord {
-    uint8 keyNote;
-    uint8 rootNote;
-    int16 chordMask;
-};
-
-struct FrameRate {
-    enum Flags : uint32 { kPullDownRate = 1 << 0, kDropRate = 1 << 1 };
-
-    uint32 framesPerSecond;
-    uint32 flags;
-};
-
-struct ProcessContext {
-    enum States : uint32 {
-        kPlaying = 1 << 1,
-        kCycleActive = 1 << 2,
-        kRecording = 1 << 3,
-        kSystemTimeValid = 1 << 8,
-        kProjectTimeMusicValid = 1 << 9,
-        kTempoValid = 1 << 10,
-        kBarPositionValid = 1 << 11,
-        kCycleValid = 1 << 12,
-        kTimeSigValid = 1 << 13,
-        kSmpteValid = 1 << 14,
-        kClockValid = 1 << 15,
-        kContTimeValid = 1 << 17,
-        kChordValid = 1 << 18
-    };
-
-    uint32 state;  // says which of the others are valid
-    double sampleRate;
-    int64 projectTimeSamples;  // always valid
-    int64 systemTime;          // nanoseconds
-    int64 continousTimeSamples;
-    double projectTimeMusic;  // quarter notes, as the next three
-    double barPositionMusic;
-    double cycleStartMusic;
-    double cycleEndMusic;
-    double tempo;  // beats a minute
-    int32 timeSigNumerator;
-    int32 timeSigDenominator;
-    Chord chord;
-    int32 smpteOffsetSubframes;
-    FrameRate frameRate;
-    int32 samplesToNextClock;
 };
 
 struct ProcessSetup {
@@ -258,6 +150,8 @@ struct AudioBusBuffers {
         double** channelBuffers64;
     };
 };
+
+struct ProcessContext;  // unread here
 
 // No samples and no buses: parameters are flushed. Every pointer may then be null.
 struct ProcessData {
@@ -293,30 +187,12 @@ struct IAudioProcessor : FUnknown {
 struct IProcessContextRequirements : FUnknown {
     static constexpr Uid kIid = uid(0x2A654303, 0xEF764E3D, 0x95B5FE83, 0x730EF6D0);
 
-    enum Flags : uint32 {
-        kNeedSystemTime = 1 << 0,
-        kNeedContinousTimeSamples = 1 << 1,
-        kNeedProjectTimeMusic = 1 << 2,
-        kNeedBarPositionMusic = 1 << 3,
-        kNeedCycleMusic = 1 << 4,
-        kNeedSamplesToNextClock = 1 << 5,
-        kNeedTempo = 1 << 6,
-        kNeedTimeSignature = 1 << 7,
-        kNeedChord = 1 << 8,
-        kNeedFrameRate = 1 << 9,
-        kNeedTransportState = 1 << 10
-    };
-
     virtual uint32 VST3_CALL getProcessContextRequirements() = 0;
 };
 
 static_assert(sizeof(BusInfo) == 276 && offsetof(BusInfo, busType) == 268);
 static_assert(sizeof(RoutingInfo) == 12);
-static_assert(sizeof(NoteExpressionTextEvent) == 24);
 static_assert(sizeof(Event) == 48 && offsetof(Event, type) == 18 && offsetof(Event, noteOn) == 24);
-static_assert(sizeof(ProcessContext) == 112 && offsetof(ProcessContext, sampleRate) == 8 &&
-              offsetof(ProcessContext, tempo) == 72 && offsetof(ProcessContext, chord) == 88 &&
-              offsetof(ProcessContext, samplesToNextClock) == 104);
 static_assert(sizeof(ProcessSetup) == 24 && offsetof(ProcessSetup, sampleRate) == 16);
 static_assert(sizeof(AudioBusBuffers) == 24 && offsetof(AudioBusBuffers, silenceFlags) == 8);
 static_assert(sizeof(ProcessData) == 80 && offsetof(ProcessData, inputs) == 24);

@@ -15,8 +15,6 @@ struct ParameterInfo {
     enum Flags : int32 {
         kNoFlags = 0,
         kCanAutomate = 1 << 0,
-        kIsReadOnly = 1 << 1,
-        kIsWrapAround = 1 << 2,
         kIsList = 1 << 3,
         kIsHidden = 1 << 4,
         kIsProgramChange = 1 << 15,
@@ -33,20 +31,7 @@ struct ParameterInfo {
     int32 flags;
 };
 
-enum RestartFlags : int32 {
-    kReloadComponent = 1 << 0,
-    kIoChanged = 1 << 1,
-    kParamValuesChanged = 1 << 2,
-    kLatencyChanged = 1 << 3,
-    kParamTitlesChanged = 1 << 4,
-    kMidiCCAssignmentChanged = 1 << 5,
-    kNoteExpressionChanged = 1 << 6,
-    kIoTitlesChanged = 1 << 7,
-    kPrefetchableSupportChanged = 1 << 8,
-    kRoutingInfoChanged = 1 << 9,
-    kKeyswitchChanged = 1 << 10,
-    kParamIDMappingChanged = 1 << 11
-};
+enum RestartFlags : int32 { kParamValuesChanged = 1 << 2 };
 
 // Host: hears of edits by the player. UI thread.
 struct IComponentHandler : FUnknown {
@@ -56,15 +41,6 @@ struct IComponentHandler : FUnknown {
     virtual tresult VST3_CALL performEdit(ParamID id, ParamValue valueNormalized) = 0;
     virtual tresult VST3_CALL endEdit(ParamID id) = 0;
     virtual tresult VST3_CALL restartComponent(int32 flags) = 0;
-};
-
-struct IComponentHandler2 : FUnknown {
-    static constexpr Uid kIid = uid(0xF040B4B3, 0xA36045EC, 0xABCDC045, 0xB4D5A2CC);
-
-    virtual tresult VST3_CALL setDirty(TBool state) = 0;
-    virtual tresult VST3_CALL requestOpenEditor(FIDString name) = 0;
-    virtual tresult VST3_CALL startGroupEdit() = 0;
-    virtual tresult VST3_CALL finishGroupEdit() = 0;
 };
 
 inline constexpr char kViewTypeEditor[] = "editor";

@@ -5,7 +5,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -17,19 +16,12 @@
 #include "tests/gui/x11_server.h"
 #include "tests/host/midi_bytes.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_for.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 constexpr double kPi = 3.14159265358979323846;
-
-bool waitFor(const std::function<bool()>& condition) {
-    for (int i = 0; i < 400; ++i) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(50ms);
-    }
-    return false;
-}
 
 double rms(const std::vector<float>& samples) {
     double squares = 0.0;

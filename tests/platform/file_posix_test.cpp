@@ -12,7 +12,6 @@
 #include "platform/file.h"
 #include "platform/folders.h"
 #include "platform/settings_store.h"
-#include "tests/support/random_bytes.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
@@ -222,11 +221,11 @@ bool allAtOnce(const std::vector<std::function<bool()>>& actions) {
 }
 
 TEST_F(WrittenFile, IsWholeWhoeverElseWritesIt) {
-    const int rounds = mutationCount(100);
+    constexpr int kRounds = 100;
     writeOld(file_);
     const auto writer = [&](char letter) {
-        return [this, letter, rounds] {
-            for (int i = 1; i <= rounds; ++i) {
+        return [this, letter] {
+            for (int i = 1; i <= kRounds; ++i) {
                 if (!write(std::string(1000 + 5 * i, letter))) return false;
                 usleep(500);
             }
@@ -234,7 +233,7 @@ TEST_F(WrittenFile, IsWholeWhoeverElseWritesIt) {
         };
     };
     const auto reader = [&] {
-        for (int i = 0; i < 10 * rounds; ++i) {
+        for (int i = 0; i < 10 * kRounds; ++i) {
             const auto contents = contentsOf(file_);
             if (!contents || contents->size() < 1000) return false;
             if (contents->find_first_not_of(contents->front()) != std::string::npos) return false;
@@ -242,18 +241,18 @@ TEST_F(WrittenFile, IsWholeWhoeverElseWritesIt) {
         return true;
     };
     EXPECT_TRUE(allAtOnce({writer('a'), writer('b'), writer('c'), reader}));
-    EXPECT_EQ(contentsOf(file_)->size(), 1000u + 5 * rounds);
+    EXPECT_EQ(contentsOf(file_)->size(), 1000u + 5 * kRounds);
     EXPECT_EQ(folder_.entryCount(), 1);
 }
 
 TEST(SettingsFile, LosesNothingToAnotherWriter) {
-    const int rounds = mutationCount(80);
+    constexpr int kRounds = 80;
     const TemporaryFolder base;
     const platform::ScopedFolders folders("", base.path());
-    const auto writer = [rounds](const char* name) {
+    const auto writer = [](const char* name) {
         return [=] {
             const platform::SettingsStore settings("Tembrilon", "Quarzel Strings");
-            for (int i = 1; i <= rounds; ++i) {
+            for (int i = 1; i <= kRounds; ++i) {
                 if (!settings.write(name, std::to_string(i))) return false;
                 if (settings.read(name) != std::to_string(i)) return false;
                 usleep(500);
@@ -263,8 +262,8 @@ TEST(SettingsFile, LosesNothingToAnotherWriter) {
     };
     EXPECT_TRUE(allAtOnce({writer("SkinName"), writer("Zoom")}));
     const platform::SettingsStore settings("Tembrilon", "Quarzel Strings");
-    EXPECT_EQ(settings.read("SkinName"), std::to_string(rounds));
-    EXPECT_EQ(settings.read("Zoom"), std::to_string(rounds));
+    EXPECT_EQ(settings.read("SkinName"), std::to_string(kRounds));
+    EXPECT_EQ(settings.read("Zoom"), std::to_string(kRounds));
     // A file that exists but cannot be read loses nothing.
     const std::string file = base.path() + "Tembrilon/Quarzel Strings/settings";
     fs::resize_file(file, 2 << 20);

@@ -1,10 +1,8 @@
 // Folders and documents on Linux, as the environment names them.
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +11,7 @@
 #include "platform/open_document.h"
 #include "platform/shared_library.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_for.h"
 
 namespace {
 
@@ -97,9 +96,7 @@ TEST(OpenDocument, HandsThePathToTheOpenerAsItIs) {
     const Variable path("PATH", folders.c_str());
     const std::string document = "/a folder/$HOME; \"quoted\" `x`.rtf";
     EXPECT_TRUE(platform::openDocument(document));
-    for (int i = 0; i < 2000 && !platform::fileExists(opener + ".seen"); ++i) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
+    EXPECT_TRUE(waitFor([&] { return platform::fileExists(opener + ".seen"); }));
     EXPECT_EQ(platform::readFile(opener + ".seen", 1000), document);
 }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <future>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 
 #include "platform/message_picture.h"
 #include "tests/gui/x11_server.h"
+#include "tests/support/wait_for.h"
 
 namespace {
 
@@ -49,20 +49,11 @@ class MessageWindow : public testing::Test {
         top_ = (kScreenHeight - picture_.height) / 2;
         message_ =
             std::async(std::launch::async, [=] { platform::showMessage(title, text, icon); });
-        ASSERT_TRUE(within20Seconds([this] {
+        ASSERT_TRUE(waitFor([this] {
             auto seen = server_->contents(left_, top_, picture_.width, picture_.height);
             for (uint32_t& pixel : seen) pixel |= 0xFF000000;
             return seen == picture_.pixels;
         }));
-    }
-
-    static bool within20Seconds(const std::function<bool()>& condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > end) return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return true;
     }
 
     bool isDismissed(int milliseconds = 20000) {

@@ -1,10 +1,8 @@
 // What tests of editors share: a small skin, and a host's window with its loop.
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <functional>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +12,7 @@
 #include "platform/settings_store.h"
 #include "tests/support/host_window.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_for.h"
 
 constexpr std::uint32_t kSkinGround = 0x336699;
 
@@ -60,15 +59,11 @@ class WindowTest : public testing::Test {
     virtual void idle() = 0;
     // Runs the host's loop until the condition holds. Returns false on timeout.
     bool waitFor(const std::function<bool()>& condition) {
-        using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
-        while (steady_clock::now() < end) {
+        return ::waitFor([&] {
             idle();
             window_.serve();
-            if (condition()) return true;
-            std::this_thread::sleep_for(milliseconds(2));
-        }
-        return false;
+            return condition();
+        });
     }
 
     HostWindow window_;

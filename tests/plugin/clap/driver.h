@@ -214,7 +214,7 @@ class Events {
         return text;
     }
 
-    struct alignas(8) Stored : std::array<char, sizeof(EventTransport)> {};
+    struct alignas(8) Stored : std::array<char, sizeof(EventParamValue)> {};  // the largest
     std::deque<Stored> list_;
 };
 

@@ -1,9 +1,6 @@
 // jalv, a host of its own, plays the bundle against a private JACK server and shows the editor.
-#include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <set>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -11,26 +8,11 @@
 #include "tests/app/child_process.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
+#include "tests/plugin/sound.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_for.h"
 
 namespace {
-
-using namespace std::chrono_literals;
-
-bool waitFor(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + 30s;
-    while (std::chrono::steady_clock::now() < end) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(100ms);
-    }
-    return false;
-}
-
-float peakOf(const std::vector<float>& sound) {
-    float peak = 0.0f;
-    for (const float x : sound) peak = std::max(peak, std::abs(x));
-    return peak;
-}
 
 TEST(Jalv, PlaysAPresetAndShowsTheEditor) {
     if (std::system("command -v jalv.gtk3 >/dev/null") != 0) GTEST_SKIP() << "needs jalv.gtk3";
@@ -48,7 +30,7 @@ TEST(Jalv, PlaysAPresetAndShowsTheEditor) {
     ASSERT_TRUE(waitFor([&] { return jack.feed("Quarzel Strings:midi_in"); })) << jalv.output();
     EXPECT_TRUE(waitFor([&] {
         jack.sendMidi({0x90, 60, 100});  // each time: a new connection may lose its first cycle
-        return jack.listen("Quarzel Strings:left") && peakOf(jack.heard()) > 0.01f;
+        return jack.listen("Quarzel Strings:left") && tests::Sound{jack.heard(), {}}.peak() > 0.01f;
     })) << jalv.output();
     // The skin's pictures have far more colours than the host's own controls.
     EXPECT_TRUE(waitFor([&] {

@@ -1,6 +1,5 @@
 // Editors in a host's window: the built library's, and the shipped skins used with the pointer.
 #include <cmath>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -65,21 +64,6 @@ TEST_F(EditorWindow, ShowsTheSkinAndTurnsWithTheMouse) {
     }
     EXPECT_TRUE(waitFor([this] { return showsItsGround(); }));
 }
-
-#ifndef _WIN32
-TEST_F(EditorWindow, IsMissedByNobodyWithoutADisplay) {
-    for (const char* const display : {"", ":4711"}) {
-        setenv("DISPLAY", display, 1);
-        EXPECT_EQ(plugin_->rect().right, 200);
-        EXPECT_EQ(plugin_->dispatch(effEditOpen, 0, 0, reinterpret_cast<void*>(1)), 0);
-        idle();
-        plugin_->set(1, 0.25f);
-        EXPECT_EQ(plugin_->value(1), 0.25f);
-        idle();
-        plugin_->dispatch(effEditClose);
-    }
-}
-#endif
 
 class PlayedEditor : public WindowTest {
   protected:

@@ -16,22 +16,23 @@ using PluginEntry = AEffect* (*)(audioMasterCallback host);
 // An event list in its own memory: one message per frame, on keys from 60 upwards.
 class EventList {
   public:
-    explicit EventList(std::initializer_list<VstInt32> frames, int status = 0x90, int data1 = 60,
-                       int data2 = 100) {
-        for (const VstInt32 frame : frames) {
-            VstMidiEvent& midi = midi_[list_.count];
-            midi.type = kVstMidiType;
-            midi.byteSize = sizeof midi;
-            midi.deltaFrames = frame;
-            midi.midiData[0] = static_cast<char>(status);
-            midi.midiData[1] = static_cast<char>(data1 + list_.count);
-            midi.midiData[2] = static_cast<char>(data2);
-            list_.events[list_.count++] = reinterpret_cast<VstEvent*>(&midi);
-        }
+    explicit EventList(std::initializer_list<VstInt32> frames = {}, int status = 0x90,
+                       int data1 = 60, int data2 = 100) {
+        for (const VstInt32 frame : frames) add(frame, status, data1 + list_.count, data2);
     }
     EventList(const EventList&) = delete;
     EventList& operator=(const EventList&) = delete;
 
+    void add(VstInt32 frame, int status, int data1, int data2) {
+        VstMidiEvent& midi = midi_[list_.count];
+        midi.type = kVstMidiType;
+        midi.byteSize = sizeof midi;
+        midi.deltaFrames = frame;
+        midi.midiData[0] = static_cast<char>(status);
+        midi.midiData[1] = static_cast<char>(data1);
+        midi.midiData[2] = static_cast<char>(data2);
+        list_.events[list_.count++] = reinterpret_cast<VstEvent*>(&midi);
+    }
     VstMidiEvent& operator[](int i) { return midi_[i]; }
     void setCount(VstInt32 count) { list_.count = count; }
     void loseEntry(int i) { list_.events[i] = nullptr; }

@@ -53,38 +53,14 @@ TEST(Vst3Abi, RecordsHaveThePublishedLayout) {
     SAME_RECORD(NoteOffEvent, v3_event_note_off,
                 (o.channel, o.pitch, o.velocity, o.noteId, o.tuning),
                 (t.channel, t.pitch, t.velocity, t.note_id, t.tuning));
-    SAME_RECORD(DataEvent, v3_event_data, (o.size, o.type, o.bytes), (t.size, t.type, t.bytes));
     SAME_RECORD(PolyPressureEvent, v3_event_poly_pressure,
                 (o.channel, o.pitch, o.pressure, o.noteId),
                 (t.channel, t.pitch, t.pressure, t.note_id));
-    SAME_RECORD(NoteExpressionValueEvent, v3_event_note_expression_value,
-                (o.typeId, o.noteId, o.value), (t.type_id, t.note_id, t.value));
-    SAME_RECORD(ChordEvent, v3_event_chord, (o.root, o.bassNote, o.mask, o.textLen, o.text),
-                (t.root, t.bass_note, t.mask, t.text_len, t.text));
-    SAME_RECORD(ScaleEvent, v3_event_scale, (o.root, o.mask, o.textLen, o.text),
-                (t.root, t.mask, t.text_len, t.text));
-    SAME_RECORD(LegacyMidiCcOutEvent, v3_event_legacy_midi_cc_out,
-                (o.controlNumber, o.channel, o.value, o.value2),
-                (t.cc_number, t.channel, t.value, t.value2));
-    SAME_RECORD(
-        Event, v3_event,
-        (o.busIndex, o.sampleOffset, o.ppqPosition, o.flags, o.type, o.noteOn, o.noteOff, o.data,
-         o.polyPressure, o.noteExpressionValue, o.chord, o.scale, o.midiCcOut),
-        (t.bus_index, t.sample_offset, t.ppq_position, t.flags, t.type, t.note_on, t.note_off,
-         t.data, t.poly_pressure, t.note_exp_value, t.chord, t.scale, t.midi_cc_out));
-    SAME_RECORD(Chord, v3_chord, (o.keyNote, o.rootNote, o.chordMask),
-                (t.key_note, t.root_note, t.chord_mask));
-    SAME_RECORD(FrameRate, v3_frame_rate, (o.framesPerSecond, o.flags), (t.fps, t.flags));
-    SAME_RECORD(ProcessContext, v3_process_context,
-                (o.state, o.sampleRate, o.projectTimeSamples, o.systemTime, o.continousTimeSamples,
-                 o.projectTimeMusic, o.barPositionMusic, o.cycleStartMusic, o.cycleEndMusic,
-                 o.tempo, o.timeSigNumerator, o.timeSigDenominator, o.chord, o.smpteOffsetSubframes,
-                 o.frameRate, o.samplesToNextClock),
-                (t.state, t.sample_rate, t.project_time_in_samples, t.system_time_ns,
-                 t.continuous_time_in_samples, t.project_time_quarters, t.bar_position_quarters,
-                 t.cycle_start_quarters, t.cycle_end_quarters, t.bpm, t.time_sig_numerator,
-                 t.time_sig_denom, t.chord, t.smpte_offset_subframes, t.frame_rate,
-                 t.samples_to_next_clock));
+    SAME_RECORD(Event, v3_event,
+                (o.busIndex, o.sampleOffset, o.ppqPosition, o.flags, o.type, o.noteOn, o.noteOff,
+                 o.polyPressure),
+                (t.bus_index, t.sample_offset, t.ppq_position, t.flags, t.type, t.note_on,
+                 t.note_off, t.poly_pressure));
     SAME_RECORD(ProcessSetup, v3_process_setup,
                 (o.processMode, o.symbolicSampleSize, o.maxSamplesPerBlock, o.sampleRate),
                 (t.process_mode, t.symbolic_sample_size, t.max_block_size, t.sample_rate));
@@ -138,8 +114,6 @@ TEST(Vst3Abi, InterfacesHaveThePublishedMethodsAndIds) {
     SAME_TABLE(IPluginFactory3, v3_plugin_factory_3, 8,
                (&I::getClassInfoUnicode, &I::setHostContext),
                (t.get_class_info_utf16, t.set_host_context));
-    SAME_TABLE(IHostApplication, v3_host_application, 3, (&I::getName, &I::createInstance),
-               (t.get_name, t.create_instance));
     SAME_TABLE(IComponent, v3_component, 5,
                (&I::getControllerClassId, &I::setIoMode, &I::getBusCount, &I::getBusInfo,
                 &I::getRoutingInfo, &I::activateBus, &I::setActive, &I::setState, &I::getState),
@@ -165,9 +139,6 @@ TEST(Vst3Abi, InterfacesHaveThePublishedMethodsAndIds) {
     SAME_TABLE(IComponentHandler, v3_component_handler, 3,
                (&I::beginEdit, &I::performEdit, &I::endEdit, &I::restartComponent),
                (t.begin_edit, t.perform_edit, t.end_edit, t.restart_component));
-    SAME_TABLE(IComponentHandler2, v3_component_handler2, 3,
-               (&I::setDirty, &I::requestOpenEditor, &I::startGroupEdit, &I::finishGroupEdit),
-               (t.set_dirty, t.request_open_editor, t.start_group_edit, t.finish_group_edit));
     SAME_TABLE(IEditController, v3_edit_controller, 5,
                (&I::setComponentState, &I::setState, &I::getState, &I::getParameterCount,
                 &I::getParameterInfo, &I::getParamStringByValue, &I::getParamValueByString,
@@ -212,63 +183,22 @@ TEST(Vst3Abi, InterfacesHaveThePublishedMethodsAndIds) {
     EXPECT_EQ(tests::valuesOf<uint32_t> ours, tests::valuesOf<uint32_t> theirs) << #ours
 
 TEST(Vst3Abi, ConstantsHaveThePublishedValues) {
-    using Needs = IProcessContextRequirements;
-    SAME_VALUES((kNoInterface, kResultOk, kResultTrue, kResultFalse, kInvalidArgument,
-                 kNotImplemented, kInternalError, kNotInitialized, kOutOfMemory),
-                (V3_NO_INTERFACE, V3_OK, V3_TRUE, V3_FALSE, V3_INVALID_ARG, V3_NOT_IMPLEMENTED,
-                 V3_INTERNAL_ERR, V3_NOT_INITIALIZED, V3_NOMEM));
-    SAME_VALUES((IBStream::kSeekSet, IBStream::kSeekCur, IBStream::kSeekEnd),
-                (V3_SEEK_SET, V3_SEEK_CUR, V3_SEEK_END));
-    SAME_VALUES((kDistributable, kSimpleModeSupported, kAudio),
-                (V3_DISTRIBUTABLE, V3_SIMPLE_MODE, V3_AUDIO));
-    SAME_VALUES((kEvent), (V3_EVENT));
     SAME_VALUES(
-        (kInput, kOutput, kMain, kAux, BusInfo::kDefaultActive, BusInfo::kIsControlVoltage,
-         kAdvanced, kOfflineProcessing, kSample32, kSample64, kRealtime, kPrefetch, kOffline),
-        (V3_INPUT, V3_OUTPUT, V3_MAIN, V3_AUX, V3_DEFAULT_ACTIVE, V3_IS_CONTROL_VOLTAGE,
-         V3_ADVANCED, V3_OFFLINE_PROCESSING, V3_SAMPLE_32, V3_SAMPLE_64, V3_REALTIME, V3_PREFETCH,
-         V3_OFFLINE));
-    SAME_VALUES((kSpeakerL, kSpeakerR, kSpeakerM), (V3_SPEAKER_L, V3_SPEAKER_R, V3_SPEAKER_M));
-    SAME_VALUES((Event::kIsLive, Event::kNoteOnEvent, Event::kNoteOffEvent, Event::kDataEvent,
-                 Event::kPolyPressureEvent, Event::kNoteExpressionValueEvent,
-                 Event::kNoteExpressionTextEvent, Event::kChordEvent, Event::kScaleEvent,
-                 Event::kLegacyMidiCcOutEvent),
-                (V3_EVENT_IS_LIVE, V3_EVENT_NOTE_ON, V3_EVENT_NOTE_OFF, V3_EVENT_DATA,
-                 V3_EVENT_POLY_PRESSURE, V3_EVENT_NOTE_EXP_VALUE, V3_EVENT_NOTE_EXP_TEXT,
-                 V3_EVENT_CHORD, V3_EVENT_SCALE, V3_EVENT_LEGACY_MIDI_CC_OUT));
+        (kNoInterface, kResultOk, kResultTrue, kResultFalse, kInvalidArgument, kNotImplemented,
+         kOutOfMemory),
+        (V3_NO_INTERFACE, V3_OK, V3_TRUE, V3_FALSE, V3_INVALID_ARG, V3_NOT_IMPLEMENTED, V3_NOMEM));
+    SAME_VALUES((kAudio, kEvent, kInput, kOutput, kMain, BusInfo::kDefaultActive, kSample32,
+                 kSample64, kRealtime, kSpeakerL, kSpeakerR, kSpeakerM),
+                (V3_AUDIO, V3_EVENT, V3_INPUT, V3_OUTPUT, V3_MAIN, V3_DEFAULT_ACTIVE, V3_SAMPLE_32,
+                 V3_SAMPLE_64, V3_REALTIME, V3_SPEAKER_L, V3_SPEAKER_R, V3_SPEAKER_M));
     SAME_VALUES(
-        (ProcessContext::kPlaying, ProcessContext::kCycleActive, ProcessContext::kRecording,
-         ProcessContext::kSystemTimeValid, ProcessContext::kProjectTimeMusicValid,
-         ProcessContext::kTempoValid, ProcessContext::kBarPositionValid,
-         ProcessContext::kCycleValid, ProcessContext::kTimeSigValid, ProcessContext::kSmpteValid,
-         ProcessContext::kClockValid, ProcessContext::kContTimeValid, ProcessContext::kChordValid),
-        (V3_PROCESS_CTX_PLAYING, V3_PROCESS_CTX_CYCLE_ACTIVE, V3_PROCESS_CTX_RECORDING,
-         V3_PROCESS_CTX_SYSTEM_TIME_VALID, V3_PROCESS_CTX_PROJECT_TIME_VALID,
-         V3_PROCESS_CTX_TEMPO_VALID, V3_PROCESS_CTX_BAR_POSITION_VALID, V3_PROCESS_CTX_CYCLE_VALID,
-         V3_PROCESS_CTX_TIME_SIG_VALID, V3_PROCESS_CTX_SMPTE_VALID, V3_PROCESS_CTX_NEXT_CLOCK_VALID,
-         V3_PROCESS_CTX_CONT_TIME_VALID, V3_PROCESS_CTX_CHORD_VALID));
-    SAME_VALUES((Needs::kNeedSystemTime, Needs::kNeedContinousTimeSamples,
-                 Needs::kNeedProjectTimeMusic, Needs::kNeedBarPositionMusic, Needs::kNeedCycleMusic,
-                 Needs::kNeedSamplesToNextClock, Needs::kNeedTempo, Needs::kNeedTimeSignature,
-                 Needs::kNeedChord, Needs::kNeedFrameRate, Needs::kNeedTransportState),
-                (V3_PROCESS_CTX_NEED_SYSTEM_TIME, V3_PROCESS_CTX_NEED_CONTINUOUS_TIME,
-                 V3_PROCESS_CTX_NEED_PROJECT_TIME, V3_PROCESS_CTX_NEED_BAR_POSITION,
-                 V3_PROCESS_CTX_NEED_CYCLE, V3_PROCESS_CTX_NEED_NEXT_CLOCK,
-                 V3_PROCESS_CTX_NEED_TEMPO, V3_PROCESS_CTX_NEED_TIME_SIG, V3_PROCESS_CTX_NEED_CHORD,
-                 V3_PROCESS_CTX_NEED_FRAME_RATE, V3_PROCESS_CTX_NEED_TRANSPORT_STATE));
-    SAME_VALUES((ParameterInfo::kCanAutomate, ParameterInfo::kIsReadOnly,
-                 ParameterInfo::kIsWrapAround, ParameterInfo::kIsList, ParameterInfo::kIsHidden,
+        (Event::kNoteOnEvent, Event::kNoteOffEvent, Event::kPolyPressureEvent, kParamValuesChanged),
+        (V3_EVENT_NOTE_ON, V3_EVENT_NOTE_OFF, V3_EVENT_POLY_PRESSURE,
+         V3_RESTART_PARAM_VALUES_CHANGED));
+    SAME_VALUES((ParameterInfo::kCanAutomate, ParameterInfo::kIsList, ParameterInfo::kIsHidden,
                  ParameterInfo::kIsProgramChange, ParameterInfo::kIsBypass),
-                (V3_PARAM_CAN_AUTOMATE, V3_PARAM_READ_ONLY, V3_PARAM_WRAP_AROUND, V3_PARAM_IS_LIST,
-                 V3_PARAM_IS_HIDDEN, V3_PARAM_PROGRAM_CHANGE, V3_PARAM_IS_BYPASS));
-    SAME_VALUES((kReloadComponent, kIoChanged, kParamValuesChanged, kLatencyChanged,
-                 kParamTitlesChanged, kMidiCCAssignmentChanged, kNoteExpressionChanged,
-                 kIoTitlesChanged, kPrefetchableSupportChanged, kRoutingInfoChanged),
-                (V3_RESTART_RELOAD_COMPONENT, V3_RESTART_IO_CHANGED,
-                 V3_RESTART_PARAM_VALUES_CHANGED, V3_RESTART_LATENCY_CHANGED,
-                 V3_RESTART_PARAM_TITLES_CHANGED, V3_RESTART_MIDI_CC_ASSIGNMENT_CHANGED,
-                 V3_RESTART_NOTE_EXPRESSION_CHANGED, V3_RESTART_IO_TITLES_CHANGED,
-                 V3_RESTART_PREFETCHABLE_SUPPORT_CHANGED, V3_RESTART_ROUTING_INFO_CHANGED));
+                (V3_PARAM_CAN_AUTOMATE, V3_PARAM_IS_LIST, V3_PARAM_IS_HIDDEN,
+                 V3_PARAM_PROGRAM_CHANGE, V3_PARAM_IS_BYPASS));
     EXPECT_STREQ(kPlatformTypeHwnd, V3_VIEW_PLATFORM_TYPE_HWND);
     EXPECT_STREQ(kPlatformTypeX11, V3_VIEW_PLATFORM_TYPE_X11);
 }
