@@ -24,7 +24,7 @@ class EngineControls : public SoundEngine {
         setSampleRate(isAcceptedRate(sampleRate) ? sampleRate : sampleRate_);
     }
 
-    void setSampleRate(double sampleRate) final {
+    void setSampleRate(double sampleRate) override {
         if (!isAcceptedRate(sampleRate)) return;
         sampleRate_ = sampleRate;
         stages_.upper.setRate(sampleRate);
@@ -34,9 +34,9 @@ class EngineControls : public SoundEngine {
         stages_.phaser.setRate(sampleRate);
         stages_.reverb.setRate(sampleRate);
     }
-    double sampleRate() const final { return sampleRate_; }
+    double sampleRate() const override { return sampleRate_; }
 
-    void reset() final {
+    void reset() override {
         stages_.upper.reset();
         stages_.bass.reset();
         stages_.tone.clear();
@@ -44,7 +44,7 @@ class EngineControls : public SoundEngine {
         stages_.reverb.clear();
     }
 
-    void noteOn(int key, int velocity) final {
+    void noteOn(int key, int velocity) override {
         heldNotes_.store(heldNotes() + 1, std::memory_order_relaxed);
         if (!isPlayableKey(key)) return;
         stages_.upper.noteOn(key, velocity);
@@ -53,113 +53,113 @@ class EngineControls : public SoundEngine {
             stages_.bass.noteOn(key, velocity);
         }
     }
-    void noteOff(int key) final {
+    void noteOff(int key) override {
         heldNotes_.store(std::max(heldNotes() - 1, 0), std::memory_order_relaxed);
         if (!isPlayableKey(key)) return;
         stages_.upper.noteOff(key);
         if (key < splitKey_) stages_.bass.noteOff(key);
     }
-    void allNotesOff() final {
+    void allNotesOff() override {
         forgetHeldNotes();
         stages_.upper.allNotesOff();
         stages_.bass.allNotesOff();
     }
-    void allSoundOff() final {
+    void allSoundOff() override {
         forgetHeldNotes();
         silence();
     }
-    void resetControllers() final {
+    void resetControllers() override {
         setExpression(1.0f);
         setPedal(false);
         bend(pitchOffset_);
     }
-    void setPedal(bool down) final {
+    void setPedal(bool down) override {
         stages_.upper.setPedal(down);
         stages_.bass.setPedal(down);
     }
-    void setPitchBend(int value) final {
+    void setPitchBend(int value) override {
         bend(static_cast<float>(value) / 127.0f * 2.0f - 1.0f + pitchOffset_);
     }
-    void setExpression(float gain) final {
+    void setExpression(float gain) override {
         constexpr double kSeconds = 0.005;
         if (gain == expressionTarget_) return;  // the ramp continues
         expressionTarget_ = gain;
         expressionStep_ = static_cast<float>((gain - expression_) / (kSeconds * sampleRate_));
     }
-    void wake() final {
+    void wake() override {
         asleep_ = false;
         silentSamples_ = 0.0f;
     }
-    bool asleep() const final { return asleep_; }
+    bool asleep() const override { return asleep_; }
 
-    void setPolyphony(int voices) final { stages_.upper.setPolyphony(voices); }
-    int polyphony() const final { return stages_.upper.polyphony(); }
+    void setPolyphony(int voices) override { stages_.upper.setPolyphony(voices); }
+    int polyphony() const override { return stages_.upper.polyphony(); }
 
-    void setVolume(float gain) final { volume_ = gain; }
-    void setPitchOffset(float semitones) final {
+    void setVolume(float gain) override { volume_ = gain; }
+    void setPitchOffset(float semitones) override {
         pitchOffset_ = semitones;
         bend(semitones);
     }
-    void setHighPass(float control) final {
+    void setHighPass(float control) override {
         smoothedHighPass_ = 0.5f * smoothedHighPass_ + 0.5f * control;
         stages_.tone.setHighPass(control, smoothedHighPass_);
         stages_.phaser.setHighPass(control, smoothedHighPass_);
     }
-    void setBrightness(float control) final { stages_.tone.setBrightness(control); }
-    void setWaveform(Waveform waveform) final {
+    void setBrightness(float control) override { stages_.tone.setBrightness(control); }
+    void setWaveform(Waveform waveform) override {
         stages_.upper.setWaveform(waveform);
         stages_.upper.silence();
         stages_.bass.silence();
         stages_.tone.clearFormants();
         stages_.chorus.clearModulators();
     }
-    void setSharedEnvelope(float control) final { sharedEnvelope_ = control; }
-    void setViolinPhase(float turns) final { stages_.upper.setViolinPhase(turns); }
+    void setSharedEnvelope(float control) override { sharedEnvelope_ = control; }
+    void setViolinPhase(float turns) override { stages_.upper.setViolinPhase(turns); }
 
-    void setVelocityAmount(float amount) final {
+    void setVelocityAmount(float amount) override {
         changeNoteEnvelopes([amount](dsp::VoiceEnvelope& envelope) {
             envelope.setVelocityAmount(amount);
             envelope.computeRates();
         });
     }
-    void setAttackTime(float seconds) final {
+    void setAttackTime(float seconds) override {
         changeNoteEnvelopes([seconds](dsp::VoiceEnvelope& envelope) {
             envelope.setAttackTime(seconds);
             envelope.computeRates();
         });
     }
-    void setDecayTime(float seconds) final {
+    void setDecayTime(float seconds) override {
         changeNoteEnvelopes([seconds](dsp::VoiceEnvelope& envelope) {
             envelope.setDecayTime(seconds);
             envelope.computeRates();
         });
     }
     // Without computeRates: sounding notes keep their sustain level.
-    void setSustain(float level) final {
+    void setSustain(float level) override {
         changeNoteEnvelopes([level](dsp::VoiceEnvelope& envelope) { envelope.setSustain(level); });
     }
-    void setRelease(const ReleaseTime& release) final {
+    void setRelease(const ReleaseTime& release) override {
         stages_.upper.setRelease(release);
         stages_.bass.setRelease(release);
     }
 
-    void setSectionLevel(Section section, float gain) final { sections_.level[section] = gain; }
-    void setSectionSwitch(Section section, float control) final {
+    void setSectionLevel(Section section, float gain) override { sections_.level[section] = gain; }
+    void setSectionSwitch(Section section, float control) override {
         sections_.on[section] = isOn(control);
     }
-    void setKeySplit(float ratio) final {
+    void setKeySplit(float ratio) override {
         splitKey_ = splitKey(ratio);
         stages_.bass.allNotesOff();
     }
 
-    decltype(Stages::chorus)& chorus() final { return stages_.chorus; }
-    decltype(Stages::phaser)& phaser() final { return stages_.phaser; }
-    decltype(Stages::reverb)& reverb() final { return stages_.reverb; }
+    decltype(Stages::chorus)& chorus() override { return stages_.chorus; }
+    decltype(Stages::phaser)& phaser() override { return stages_.phaser; }
+    decltype(Stages::reverb)& reverb() override { return stages_.reverb; }
 
-    int heldNotes() const final { return heldNotes_.load(std::memory_order_relaxed); }
-    int lastKey() const final { return lastKey_.load(std::memory_order_relaxed); }
-    float outputLevel() const final { return outputLevel_.load(std::memory_order_relaxed); }
-    void forgetHeldNotes() final { heldNotes_.store(0, std::memory_order_relaxed); }
+    int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
+    int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
+    float outputLevel() const override { return outputLevel_.load(std::memory_order_relaxed); }
+    void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
 
   protected:
     static constexpr float kSleepSeconds = 4.0f;
