@@ -35,7 +35,7 @@ soak: deps
 coverage: deps
 	@scripts/coverage $(JOBS)
 
-# N faults (20) for each folder of DIRS, chosen by SEED (1).
+# N faults (20) for each folder of DIRS, chosen by SEED (1), in at most MINUTES each.
 mutants: deps
 	@scripts/mutants $(DIRS)
 

@@ -1,4 +1,4 @@
-// Notes, legato glide and controls of the bass voice.
+// Legato glide and operator signals of the bass voice.
 #include "engine/bass_voice.h"
 
 #include <algorithm>
@@ -6,75 +6,10 @@
 namespace engine {
 
 namespace {
-constexpr int kEnvelopeKey = 60;
 constexpr float kPhaseOffset = 0.001f;  // the operators subtract it again
 constexpr float kFadeStep = 0.01f;      // per sample
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
-
-void BassVoice::setRate(double sampleRate) {
-    sampleRate_ = sampleRate;
-    envelope_.setRate(sampleRate);
-    envelope_.computeRates();
-    for (const int lane : {kContrabassLane, kCelloLane}) {
-        operators_.clear(lane);
-        operators_.setRate(lane, static_cast<float>(sampleRate));
-    }
-    phaseRing_.clear();
-}
-
-void BassVoice::noteOn(int key, int velocity) {
-    if (stack_.push(key, velocity)) {
-        envelope_.noteOn(stack_.topVelocity(), kEnvelopeKey);
-    }
-    setPitch(key);
-}
-
-void BassVoice::noteOff(int key) {
-    stack_.remove(key);
-    if (stack_.pedalDown()) return;
-    if (stack_.empty()) {
-        envelope_.noteOff();
-        glideIn_ = false;
-    } else {
-        setPitch(stack_.topKey());
-    }
-}
-
-void BassVoice::setPedal(bool down) {
-    stack_.setPedal(down);
-    if (down) return;
-    for (int key = stack_.takeSustainedKey(); key >= 0; key = stack_.takeSustainedKey()) {
-        noteOff(key);
-    }
-}
-
-void BassVoice::allNotesOff() {
-    envelope_.noteOff();
-    stack_.reset();
-}
-
-void BassVoice::setPitch(int key) {
-    pitch_ = pitchFromIndex(key);
-    const float celloHertz = static_cast<float>(pitch_.hertz() * 0.5);
-    operators_.setFrequency(kCelloLane, celloHertz);
-    operators_.setFrequency(kContrabassLane, celloHertz * 0.5f);
-    glideIn_ = true;
-}
-
-void BassVoice::silence() {
-    envelope_.noteOff();
-    envelope_.kill();
-    operators_.clear(kContrabassLane);
-    operators_.clear(kCelloLane);
-}
-
-void BassVoice::reset() {
-    silence();
-    stack_.reset();
-    glideIn_ = false;
-    fade_ = 1.0f;
-}
 
 float BassVoice::tickFade() {
     if (glideIn_) {

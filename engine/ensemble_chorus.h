@@ -15,7 +15,7 @@ namespace engine {
 // modulators s (slow) and f (fast), and s', f' delayed by a third of their period, the taps take
 //
 //     u1 = s + f,  u2 = s' + f',  u3 = -s - f'
-class EnsembleChorus final : public ChorusControl {
+class EnsembleChorus : public ChorusControl {
   public:
     static constexpr int kTaps = 3;
 
@@ -40,11 +40,9 @@ class EnsembleChorus final : public ChorusControl {
     // Renders one segment.
     void render(const Signal& in, int frames, StereoSignal& out);
 
-  private:
+  protected:
     float shortestDelay() const;  // samples
     float longestDelay() const;
-    // Renders one tap in place.
-    void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;
@@ -58,6 +56,10 @@ class EnsembleChorus final : public ChorusControl {
     dsp::DelayB slowRing_;
     dsp::DelayB fastRing_;
     std::array<dsp::FractionalDelay, kTaps> lines_;
+
+  private:
+    // Renders one tap in place.
+    void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
 };
 
 }  // namespace engine

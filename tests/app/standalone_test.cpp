@@ -188,7 +188,8 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     EXPECT_TRUE(isSilent());
     EXPECT_TRUE(change("key Return"));
 
-    // A held key repeats, but its note keeps sounding. The field that closes may take a first press.
+    // A held key repeats, but its note keeps sounding. The field that closes may take a first
+    // press.
     EXPECT_TRUE(waitFor([&] {
         screen.drive("keyup y keydown y");
         std::this_thread::sleep_for(1500ms);

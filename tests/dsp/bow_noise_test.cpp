@@ -10,6 +10,9 @@ TEST(Random, GivesTheKnownSequence) {
     for (const int expected : {41, 18467, 6334, 26500, 19169, 15724}) {
         EXPECT_EQ(random.next(), expected);
     }
+    dsp::Random skipped;
+    for (const int count : {0, 1, 5}) skipped.skip(count);
+    EXPECT_EQ(skipped.state(), random.state());
 }
 
 TEST(BowNoise, LeavesTheGeneratorWhereInstancesStart) {

@@ -7,6 +7,7 @@
 
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
+#include "dsp/lanes/kernels.h"
 #include "tests/dsp/measure.h"
 
 namespace dsp {
@@ -56,6 +57,25 @@ TEST(FractionalDelay, RefusesADelayOutOfRange) {
     }
     FractionalDelay unset(-1.0f, 4);
     expectNear(impulse(unset, 2), {1.0f, 0.0f});
+}
+
+// A sweep of many delays gives what single ones do, be they tiny, refused or longer than the line.
+TEST(FractionalDelay, SweepsAsItTicks) {
+    constexpr float kDelays[] = {20.0f, 1e-9f, -0.5f, 1.0f, 37.3f, 99.5f, 100.0f, 103.0f, 2.75f};
+    FractionalDelay one(20.0f, 100), many(20.0f, 100);
+    for (int run = 0; run < 50; ++run) {
+        std::vector<float> delays(17 + kMostLanes), signal(17), expected(17);
+        for (int i = 0; i < 17; ++i) {
+            // Every other run is fit for whole vectors.
+            delays[i] = run % 2 ? 3.0f + static_cast<float>(i * run % 79) : kDelays[(i + run) % 9];
+            signal[i] = static_cast<float>(i * run % 23 - 11) * (run % 7 ? 0.1f : 1e-31f);
+            one.setDelay(delays[i]);
+            expected[i] = one.tick(signal[i]);
+        }
+        many.sweep(delays.data(), signal.data(), 17);
+        ASSERT_EQ(signal, expected) << run;
+        ASSERT_EQ(one.delay(), many.delay());
+    }
 }
 
 TEST(FractionalDelay, ReadsInsideItsMemoryForTheSmallestDelay) {

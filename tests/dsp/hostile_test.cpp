@@ -208,11 +208,10 @@ TEST(Hostile, Effects) {
     for (int i = 0; i < 5000; ++i) ASSERT_EQ(tickReverb(*model, 1e-40f), 0.0f);
     for (const float bad : kHostile) {
         PeakLimiter limiter;
-        float left = bad, right = 0.0f;
-        limiter.process(left, right);
-        left = right = 0.25f;
-        limiter.process(left, right);
-        EXPECT_EQ(left, 1.0f);
+        float left[] = {0.25f, bad, 0.25f}, right[] = {0.25f, 0.0f, 0.25f};
+        limiter.render(left, right, 3, 0.0);
+        EXPECT_EQ(left[2], 1.0f);
+        EXPECT_TRUE(std::isfinite(limiter.follower()));
     }
 }
 

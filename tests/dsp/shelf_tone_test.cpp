@@ -21,15 +21,8 @@ void run(ShelfTone& shelf, int samples) {
     for (int i = 0; i < samples; ++i) tick(shelf, 0.0f);
 }
 
-TEST(ShelfTone, CentreIsTheIdentity) {
-    ShelfTone shelf;
-    EXPECT_EQ(shelf.current(), 12);
-    EXPECT_NEAR(tick(shelf, 1.0f), 1.0f, 1e-6f);
-    for (int i = 0; i < 100; ++i) EXPECT_NEAR(tick(shelf, 0.0f), 0.0f, 1e-6f);
-}
-
 TEST(ShelfTone, StepIsItsGainInDecibelsAboveTheCorner) {
-    for (const int step : {0, 6, 18, 24}) {
+    for (const int step : {0, 6, 12, 18, 24}) {
         SCOPED_TRACE(step);
         ShelfTone shelf;
         shelf.setControl(static_cast<float>(step) / 24.0f);

@@ -1,7 +1,6 @@
 // Tests of settings, rates, resets and faults.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -151,32 +150,6 @@ TEST(EngineSettings, UnusableRatesAreRefused) {
         EXPECT_EQ(Rig(rate).engine().sampleRate(), engine_test::kRate);
     }
     for (const double rate : {1000.0, 768000.0}) EXPECT_EQ(Rig(rate).engine().sampleRate(), rate);
-}
-
-TEST(EngineRender, BlocksOfAnySizeGiveTheSameBits) {
-    Sound first;
-    for (const int block : {512, 1, 17, 64, 16384}) {
-        SCOPED_TRACE(block);
-        Rig rig;
-        rig.useEffects();
-        for (int s = 0; s < engine::kNumSections; ++s)
-            rig.switchOn(static_cast<engine::Section>(s));
-        rig.engine().setPolyphony(6);
-        for (const int key : {40, 52, 59, 64, 68, 71, 76, 36, 43, 83}) rig.noteOn(key, 40 + key);
-        rig.engine().setExpression(0.6f);
-        rig.engine().setPitchBend(100);
-        Sound sound = rig.render(20000, block);
-        for (const int key : {52, 43, 36, 40, 83}) rig.noteOff(key);
-        const Sound released = rig.render(10000, block);
-        sound.left.insert(sound.left.end(), released.left.begin(), released.left.end());
-        if (first.left.empty()) first = sound;
-        EXPECT_TRUE(sameBits(sound, first));
-        for (int tap = 0; tap < 3; ++tap) {
-            EXPECT_EQ(rig.engine().chorusTap(tap), rig.engine().chorus().tapPosition(tap));
-        }
-    }
-    EXPECT_GT(rms(first.left), 1e-2);
-    EXPECT_GT(rms(first.right), 1e-2);
 }
 
 // The reverb's combs keep their filter states, so the tail gets shorter but does not stop.

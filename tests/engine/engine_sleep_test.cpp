@@ -79,6 +79,9 @@ TEST(EngineChorus, TellsWhereItsTapsStand) {
     EXPECT_LT(lowest, 0.45f);
     EXPECT_GT(highest, 0.55f);
     EXPECT_LT(highest, 1.0f);
+    for (int tap = 0; tap < 3; ++tap) {
+        EXPECT_EQ(rig.engine().chorusTap(tap), chorus.tapPosition(tap));
+    }
 }
 
 }  // namespace

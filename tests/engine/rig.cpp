@@ -124,12 +124,13 @@ void Rig::noteOff(int key) {
     engine_->noteOff(key);
 }
 
-Sound Rig::render(int frames, int block) {
+Sound Rig::render(int frames) {
+    constexpr int kBlock = 512;
     Sound sound;
     sound.left.resize(static_cast<std::size_t>(frames), NAN);
     sound.right.resize(static_cast<std::size_t>(frames), NAN);
-    for (int begin = 0; begin < frames; begin += block) {
-        const int end = std::min(begin + block, frames);
+    for (int begin = 0; begin < frames; begin += kBlock) {
+        const int end = std::min(begin + kBlock, frames);
         float* const left = sound.left.data();
         float* const right = sound.right.data();
         engine_->beginBlock();

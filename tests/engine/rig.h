@@ -48,7 +48,7 @@ class Rig {
     void noteOn(int key, int velocity = 127);
     void noteOff(int key);
 
-    Sound render(int frames, int block = 512);
+    Sound render(int frames);
     Sound renderSeconds(double seconds);
 
   private:

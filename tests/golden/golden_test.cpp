@@ -118,6 +118,28 @@ TEST_P(Golden, SceneIsUnchanged) {
                                                                           << features(scene, sound);
 }
 
+#ifndef QUARZEL_CROSS_BUILD
+// Wide rather than deep: a few samples of many performances. A wrong note or setting changes them.
+TEST(GoldenWide, RandomScenesAreUnchanged) {
+    constexpr int kScenes = 200;
+    constexpr int kSamples = 16;
+    const std::string path = kFolder + "random_scenes.f32";
+    const auto golden = readSamples(path, kScenes * kSamples);
+    std::vector<float> samples;
+    for (int seed = 0; seed < kScenes; ++seed) {
+        const StereoSound sound = playScene(randomScene(seed), 64);
+        for (int i = 1; i <= kSamples; ++i) {
+            samples.push_back(sound.left[sound.left.size() * i / kSamples - 1]);
+        }
+    }
+    if (minting()) return writeSamples(path, samples);
+    ASSERT_FALSE(golden.empty()) << "no golden samples, or too few";
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        EXPECT_NEAR(samples[i], golden[i], kTolerance) << "seed " << i / kSamples;
+    }
+}
+#endif
+
 // Compares every sample of a scene: the Linux build writes them, the Windows build reads them.
 TEST_P(Golden, SystemsAgree) {
     const Scene& scene = scenes()[GetParam()];

@@ -32,6 +32,8 @@ struct StereoSound {
 };
 
 const std::vector<Scene>& scenes();
+// Any settings, notes and controllers; a quarter of a second.
+Scene randomScene(unsigned seed);
 
 // Plays the scene in blocks of `blockSize` frames.
 StereoSound playScene(const Scene& scene, int blockSize);

@@ -211,21 +211,6 @@ TEST(Scaling, MixesNeighboursWhenLargerAndAllThatIsCoveredWhenSmaller) {
     EXPECT_EQ(smaller.at(2, 0), 0xFF808080u);
 }
 
-TEST(Scaling, GivesAPixelTheSameColourInAnyClip) {
-    const auto picture = gradient(50, 40)->getPlatformBitmap();
-    for (const double step : {0.3, 0.8, 1.6}) {
-        PixelBuffer whole(80, 80);
-        PixelBuffer pieces(80, 80);
-        const auto blend = [&](PixelBuffer& buffer, const IntRect& clip) {
-            blendScaled(buffer, clip, picture->pixels(), {3, 2, 45, 39}, 1.3, -2.7, step, 200);
-        };
-        blend(whole, whole.bounds());
-        for (const IntRect& clip : {IntRect{0, 0, 80, 17}, {0, 17, 23, 80}, {23, 17, 80, 80}})
-            blend(pieces, clip);
-        EXPECT_EQ(headless::hashOf(pieces), headless::hashOf(whole)) << step;
-    }
-}
-
 TEST(Bitmap, IsDrawnFromTheSharpnessThatFitsTheZoom) {
     const auto picture = plain(10, 20, kRedCColor);
     const auto add = [&](int width, int height, CColor color, double scale) {
@@ -248,25 +233,6 @@ TEST(Bitmap, IsDrawnFromTheSharpnessThatFitsTheZoom) {
         EXPECT_EQ(buffer.at(nearestPixel(14 * zoom) - 1, nearestPixel(14 * zoom) - 1), wanted);
         EXPECT_EQ(buffer.at(nearestPixel(14 * zoom), nearestPixel(9 * zoom)), 0u);
     }
-}
-
-TEST_F(Drawing, IsSharpAtAnyZoom) {
-    PixelBuffer zoomed(90, 60);
-    PixelBuffer large(90, 60);
-    const auto draw = [](PixelBuffer& buffer, double zoom, double size) {
-        CDrawContext context(buffer, buffer.bounds(), zoom);
-        const auto at = [size](double x, double y) { return CPoint(x * size, y * size); };
-        context.setLineWidth(size);
-        context.drawRect(CRect(at(1, 1), at(40, 25)));
-        context.setDrawMode(kAntiAliasing);
-        context.drawEllipse(CRect(at(3, 3), at(15, 15)), kDrawFilledAndStroked);
-        context.drawRoundRect(CRect(at(20, 3), at(15, 9)), 3 * size, kDrawStroked);
-        context.setFont(kNormalFont, 11 * size);
-        context.drawString("Viola", at(5, 22));
-    };
-    draw(zoomed, 2, 1);
-    draw(large, 1, 2);
-    EXPECT_EQ(headless::hashOf(zoomed), headless::hashOf(large));
 }
 
 }  // namespace

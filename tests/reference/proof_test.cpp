@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -44,38 +43,6 @@ float prove(const Scene& scene, int blockSize) {
     float loudest = 0.0f;
     for (const float x : literal.left) loudest = std::max(loudest, std::fabs(x));
     return loudest;
-}
-
-Scene randomScene(unsigned seed) {
-    std::mt19937 random(seed);
-    const auto below = [&random](unsigned n) { return random() % n; };
-    constexpr float kRates[] = {22050.0f, 44100.0f, 48000.0f, 96000.0f, 192000.0f};
-    Scene scene{"random", kRates[below(5)], 0.25, {}, {}};
-    for (int index = 0; index < state::kNumParams; ++index) {
-        const float anywhere = static_cast<float>(below(1001)) * 0.001f;
-        // Most thresholds lie at a tenth.
-        const float tenths = static_cast<float>(below(11)) / 10.0f;
-        scene.settings.push_back({index, below(2) ? anywhere : tenths});
-    }
-    // Usually choose times that take the envelopes through all their stages.
-    if (below(4) != 0) scene.settings[state::kEnvAttack].value = 0.1f;
-    scene.settings.push_back({state::kVoiceCountParam, static_cast<float>(below(5)) * 0.25f});
-    const unsigned count = 1 + below(60);
-    for (unsigned i = 0; i < count; ++i) {
-        const auto data1 = static_cast<std::uint8_t>(below(104) + 12);
-        const auto data2 = static_cast<std::uint8_t>(below(128));
-        constexpr std::uint8_t kStatus[] = {0x90, 0x90, 0x90, 0x90, 0x80, 0x80, 0xE0, 0xB0, 0xC0};
-        const std::uint8_t status = kStatus[below(9)];
-        constexpr std::uint8_t kControllers[] = {11, 64, 64, 123, 1, 120, 121};
-        SceneEvent event{below(1000) * 0.00025, {status, data1, data2}};
-        if (status == 0xB0) event.message[1] = kControllers[below(7)];
-        if (status == 0xC0 && below(3) != 0) continue;
-        scene.events.push_back(event);
-    }
-    std::stable_sort(
-        scene.events.begin(), scene.events.end(),
-        [](const SceneEvent& a, const SceneEvent& b) { return a.seconds < b.seconds; });
-    return scene;
 }
 
 TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEveryPath) {

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/folders.h"
+#include "state/saved_state.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/temporary_folder.h"
 
@@ -91,6 +92,17 @@ TEST(Chunks, OfAnotherSizeAreRefusedWithAMessage) {
     EXPECT_EQ(messages.all, (std::vector<Message>{preset, preset, whole, whole}));
 }
 
+TEST(SavedState, IsReadAsItWasWritten) {
+    for (const bool bypassed : {false, true}) {
+        const auto read = state::readSavedState(
+            state::bytesOf(state::SavedState{127, bypassed, bytesOf(namedBank("Saved"))}));
+        ASSERT_TRUE(read);
+        EXPECT_EQ(read->program, 127);
+        EXPECT_EQ(read->bypassed, bypassed);
+        EXPECT_TRUE(read->bank == bytesOf(namedBank("Saved")));
+    }
+}
+
 TEST(DefaultBank, LoadsAnOpaqueBank) {
     const LoadedDefault loaded(opaqueFile(bytesOf(namedBank("Signature")), 26088));
     EXPECT_EQ(loaded.bank.programName(0), "Signature");
@@ -135,6 +147,9 @@ TEST(DefaultBank, WithoutAUsableFileStaysInit) {
         {"list without entries", header("FxBk", kId, 0x7FFFFFFF), {}},
         {"negative count of programs", header("FxBk", kId, 0xFFFFFFFF) + listEntry(42, {}), {}},
         {"negative count of values", header("FxBk", kId, 1) + listEntry(-1, {0.5f}), {}},
+        {"values cut short",
+         header("FxBk", kId, 1) + listEntry(42, std::vector<float>(20, 0.5f)),
+         {}},
         {"absurd count of values", header("FxBk", kId, 1) + listEntry(0x40000001, {0.5f}), {}},
     };
     const std::string untouched = bytesOf(Bank());
