@@ -13,7 +13,8 @@ namespace {
 
 using namespace state;
 
-std::vector<SceneEvent> chord(double on, double off, std::vector<int> keys, int velocity = 100) {
+std::vector<SceneEvent> chord(double on, double off, const std::vector<int>& keys,
+                              int velocity = 100) {
     std::vector<SceneEvent> events;
     const auto v = static_cast<std::uint8_t>(velocity);
     for (const int key : keys) events.push_back({on, {0x90, static_cast<std::uint8_t>(key), v}});
@@ -21,7 +22,7 @@ std::vector<SceneEvent> chord(double on, double off, std::vector<int> keys, int 
     return events;
 }
 
-std::vector<SceneEvent> joined(std::vector<std::vector<SceneEvent>> parts) {
+std::vector<SceneEvent> joined(const std::vector<std::vector<SceneEvent>>& parts) {
     std::vector<SceneEvent> events;
     for (const auto& part : parts) events.insert(events.end(), part.begin(), part.end());
     std::stable_sort(events.begin(), events.end(), [](const SceneEvent& a, const SceneEvent& b) {

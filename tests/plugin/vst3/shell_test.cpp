@@ -362,6 +362,18 @@ TEST_F(Vst3, TellsTheHostWhatItDoesNotKnow) {
     EXPECT_EQ(handler.references, 0);
 }
 
+TEST_F(Vst3, LivesAHundredTimesAtOnce) {
+    std::vector<std::unique_ptr<Instance>> all;
+    for (int i = 0; i < 100; ++i) {
+        all.push_back(std::make_unique<Instance>(factory_.get()));
+        all.back()->start();
+        all.back()->changes.add(kProgramId, 0, program(i));
+        all.back()->render(64);
+    }
+    for (int i = 0; i < 100; i += 2) all[i].reset();
+    for (int i = 1; i < 100; i += 2) EXPECT_EQ(all[i]->value(kProgramId), program(i));
+}
+
 TEST_F(Vst3, DescribesItsModuleBusesAndUnits) {
     const auto wide = query<IPluginFactory3>(factory_.get());
     PFactoryInfo maker{};
@@ -410,11 +422,11 @@ TEST_F(Vst3, DescribesItsModuleBusesAndUnits) {
     }
     SpeakerArrangement stereo = kSpeakerL | kSpeakerR, mono = kSpeakerM, found = 0;
     const struct {
-        int32 inputs;
         SpeakerArrangement* outputs;
+        int32 inputs;
         int32 count;
     } arrangements[] = {
-        {0, &stereo, 1}, {1, &stereo, 1}, {0, &mono, 1}, {0, &stereo, 0}, {0, nullptr, 1}};
+        {&stereo, 0, 1}, {&stereo, 1, 1}, {&mono, 0, 1}, {&stereo, 0, 0}, {nullptr, 0, 1}};
     for (const auto& row : arrangements) {
         EXPECT_EQ(instance_.processor->setBusArrangements(&stereo, row.inputs, row.outputs,
                                                           row.count) == kResultTrue,
