@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/file.h"
 #include "platform/folders.h"
@@ -31,12 +33,17 @@ std::string hexadecimal(uint32_t number) {
     return text;
 }
 
-// Renames the file to the first of a few names that is not a folder's. Returns that name, or
-// nothing if all fail.
-std::string setAside(const std::string& path) {
-    for (const char* const suffix : {".damaged", ".damaged-2", ".damaged-3", ".damaged-4"}) {
-        const std::string aside = path + suffix;
-        if (std::rename(path.c_str(), aside.c_str()) == 0) return aside;
+// Adds the suffix to the file's name, and a number if that name is taken. Returns the new name, or
+// nothing if the file cannot be renamed.
+std::string setAside(const std::string& path, const std::string& suffix) {
+    constexpr int kMostNumbers = 99;
+    for (int number = 1; number <= kMostNumbers; ++number) {
+        const std::string aside = path + suffix + (number == 1 ? "" : "-" + std::to_string(number));
+        std::error_code error;
+        const auto taken = std::filesystem::symlink_status(aside, error);
+        if (taken.type() != std::filesystem::file_type::not_found) continue;
+        std::filesystem::rename(path, aside, error);
+        return error ? std::string() : aside;
     }
     return {};
 }
@@ -54,7 +61,7 @@ void SavedState::load() {
     try {
         host::loadBank(host_, path_);
     } catch (const host::Error& error) {
-        const std::string aside = setAside(path_);
+        const std::string aside = setAside(path_, ".damaged");
         const std::string place =
             aside.empty() ? "where it is, and nothing is saved" : "as " + aside;
         if (aside.empty()) mayWrite_ = false;
@@ -66,8 +73,8 @@ void SavedState::load() {
 
 std::string SavedState::putAside() {
     if (path_.empty() || !platform::fileExists(path_)) return {};
-    const std::string aside = path_ + ".before";
-    if (std::rename(path_.c_str(), aside.c_str()) == 0) return aside;
+    const std::string aside = setAside(path_, ".before");
+    if (!aside.empty()) return aside;
     mayWrite_ = false;
     throw host::Error(path_ + " cannot be renamed, so nothing is saved.");
 }

@@ -9,9 +9,11 @@ namespace {
 constexpr std::array<std::uint8_t, 3> kAllNotesOff = {0xB0, 123, 0};
 }
 
+void EventQueue::discardForgotten() {
+    if (forgotten_.exchange(false, std::memory_order_relaxed)) discard();
+}
+
 void EventQueue::append(int frame, const TimedEvent& event) {
-    // The new list is for a block to come.
-    forgotten_.store(false, std::memory_order_relaxed);
     if (count_ == kCapacity) {
         TimedEvent& last = entries_[kCapacity - 1].event;
         last = {std::max(last.frame, frame), TimedEvent::kMessage, kAllNotesOff};
@@ -22,17 +24,19 @@ void EventQueue::append(int frame, const TimedEvent& event) {
 }
 
 void EventQueue::add(int frame, const std::uint8_t* bytes) {
+    discardForgotten();
     const int earliest = count_ > 0 ? entries_[count_ - 1].event.frame : 0;
     append(std::max(frame, earliest), {0, TimedEvent::kMessage, {bytes[0], bytes[1], bytes[2]}});
 }
 
 void EventQueue::insert(const TimedEvent& event) {
+    discardForgotten();
     append(std::max(event.frame, 0), event);
     ordered_ = false;
 }
 
 void EventQueue::beginBlock() {
-    if (forgotten_.exchange(false, std::memory_order_relaxed)) discard();
+    discardForgotten();
     next_ = 0;
     if (ordered_) return;
     ordered_ = true;

@@ -34,7 +34,8 @@ class EventQueue {
     void insert(const TimedEvent& event);
     // Drops the events added since the last block, but none that was postponed.
     void discard() { count_ = postponed_; }
-    // Any thread: discard before the next block, which is not the one the events were for.
+    // Any thread: discards before the next event or block, which is not one of those that were
+    // meant.
     void forget() { forgotten_.store(true, std::memory_order_relaxed); }
 
     // A block: beginBlock, then next until it answers null, then endBlock or postpone.
@@ -57,6 +58,7 @@ class EventQueue {
         int number;  // in the order of arrival
     };
 
+    void discardForgotten();
     void append(int frame, const TimedEvent& event);
 
     std::array<Entry, kCapacity> entries_{};

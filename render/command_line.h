@@ -8,7 +8,7 @@
 #include "host/song_selection.h"
 #include "render/normalization.h"
 #include "render/renderer.h"
-#include "render/wav_writer.h"
+#include "render/sound_writer.h"
 
 namespace render {
 

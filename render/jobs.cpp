@@ -105,9 +105,9 @@ Outcome render(const Job& job, const CommandLine& line, const Progress& progress
     if (job.section) switchOffAllBut(*job.section, host);
 
     const int channels = channelsOf(host);
-    WavWriter writer(job.output,
-                     {line.sampleRate, channels, line.format, line.container,
-                      host::maxFramesOf(*job.song, line.sampleRate, line.render.tailSeconds)});
+    SoundWriter writer(job.output,
+                       {line.sampleRate, channels, line.format, line.container,
+                        host::maxFramesOf(*job.song, line.sampleRate, line.render.tailSeconds)});
     Outcome outcome;
     if (line.normalization) {
         RawTake take(job.output, channels);
@@ -149,9 +149,11 @@ class Workshop {
             const Outcome outcome =
                 render(jobs_[index], line_, [&](double done) { return goOn(index, done); });
             reports_[index] = reportOf(jobs_[index], line_, outcome);
-        } catch (const host::Error& error) {
+        } catch (const std::exception& error) {  // nothing may leave a thread
             const std::lock_guard<std::mutex> lock(mutex_);
-            errors_ += (errors_.empty() ? "" : " ") + std::string(error.what());
+            const std::string reason = error.what();
+            if (errors_.find(reason) != std::string::npos) return;  // an interruption ends them all
+            errors_ += (errors_.empty() ? "" : " ") + reason;
         }
     }
 

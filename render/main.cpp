@@ -1,4 +1,4 @@
-// quarzel-render, the offline host: renders a MIDI file through an instrument into a WAV file.
+// quarzel-render, the offline host: renders MIDI files through an instrument into sound files.
 #include <csignal>
 #include <cstdlib>
 #include <iostream>

@@ -47,6 +47,8 @@ TEST_F(StandaloneState, BringsBackWhatHasChanged) {
 TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
     const std::string aside = file() + ".damaged";
     app::SavedState(host_).save();
+    for (int number = 5; number <= 99; ++number)
+        platform::createFolder(aside + '-' + std::to_string(number));
     for (const auto& kept : {aside, aside + "-2", aside + "-3", aside + "-4", file()}) {
         ASSERT_TRUE(platform::writeFile(file(), "no bank"));
         app::SavedState state(host_);
@@ -64,6 +66,20 @@ TEST_F(StandaloneState, SetsADamagedFileAsideOrLeavesItAlone) {
         std::filesystem::remove(kept);
         platform::createFolder(kept);  // takes the name of the next one
     }
+}
+
+TEST_F(StandaloneState, PutsEveryBankAsideUnderAnotherName) {
+    EXPECT_EQ(app::SavedState(host_).putAside(), "");
+    for (const std::string& kept : {file() + ".before", file() + ".before-2"}) {
+        host_.setProgramName(kept.c_str() + kept.size() - 8);
+        app::SavedState(host_).save();
+        const auto bank = platform::readFile(file(), kLargest);
+        EXPECT_EQ(app::SavedState(host_).putAside(), kept);
+        EXPECT_FALSE(platform::fileExists(file()));
+        EXPECT_EQ(platform::readFile(kept, kLargest), bank);
+    }
+    EXPECT_NE(platform::readFile(file() + ".before", kLargest),
+              platform::readFile(file() + ".before-2", kLargest));
 }
 
 TEST_F(StandaloneState, SaysThatItHasNoPlace) {

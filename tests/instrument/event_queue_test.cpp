@@ -83,6 +83,7 @@ TEST(EventQueue, ForgetsABlockThatDoesNotCome) {
     queue.beginBlock();
     EXPECT_EQ(keysUpTo(queue, kLast), "");
     queue.endBlock();
+    add(queue, 9, 'a');
     queue.forget();
     add(queue, 0, 'b');
     queue.beginBlock();

@@ -11,7 +11,7 @@
 
 #include "platform/folders.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/wav_file.h"
+#include "tests/render/sound_file.h"
 #include "tests/support/foreign_locale.h"
 #include "tests/support/temporary_folder.h"
 
@@ -59,7 +59,7 @@ TEST_F(QuarzelRender, RendersAndReports) {
         EXPECT_NE(outcome.out.find(part), std::string::npos) << part << " in " << outcome.out;
     }
     EXPECT_EQ(outcome.out.find("clipped"), std::string::npos);
-    const WavFile file(output_);
+    const SoundFile file(output_);
     EXPECT_EQ(file.info.frames, 96000);
     EXPECT_EQ(file.info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
     EXPECT_EQ(folder_.entryCount(), 2);
@@ -83,7 +83,7 @@ TEST_F(QuarzelRender, AppliesProgramAndParameters) {
         const auto outcome = run(with(c.options, song_, output_));
         EXPECT_EQ(outcome.err + outcome.out, "");
         ASSERT_EQ(outcome.exitCode, 0);
-        EXPECT_FLOAT_EQ(WavFile(output_).samples.at(0), c.left);
+        EXPECT_FLOAT_EQ(SoundFile(output_).samples.at(0), c.left);
     }
 }
 
@@ -127,7 +127,7 @@ TEST_F(QuarzelRender, WritesEveryFormatLevelAndSection) {
         const auto outcome = run(c.options);
         ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
         EXPECT_NE(outcome.out.find("loudness"), std::string::npos);
-        const WavFile file(folder_.path(c.file));
+        const SoundFile file(folder_.path(c.file));
         EXPECT_EQ(file.info.format, c.format);
         EXPECT_EQ(file.info.frames, 88200);
         EXPECT_NEAR(*std::max_element(file.samples.begin(), file.samples.end()), c.peak, 0.02);
@@ -211,7 +211,7 @@ TEST_F(QuarzelRender, SavesBesideARenderAndThroughLinks) {
     EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(folder_.read("a.fxb").substr(0, 4), "CcnK");
-    EXPECT_GT(WavFile(folder_.path("a.wav")).info.frames, 0);
+    EXPECT_GT(SoundFile(folder_.path("a.wav")).info.frames, 0);
     EXPECT_TRUE(std::filesystem::is_symlink(folder_.path("link.fxb")));
     EXPECT_TRUE(std::filesystem::is_symlink(output_));
 }
@@ -304,6 +304,10 @@ TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     folder_.write("out.wav", "before");
     const auto outcome = run(with({}, song_, output_), true);
     EXPECT_EQ(outcome.exitCode, 1);
+    const std::string other = folder_.write("other.mid", kSong);
+    EXPECT_EQ(run(with({"--to", folder_.path("")}, song_, other), true).err,
+              "quarzel-render: The render was interrupted.\n");
+    std::filesystem::remove(other);
     EXPECT_EQ(folder_.read("out.wav"), "before");
     EXPECT_EQ(folder_.entryCount(), 2);
 }

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "host/song_playback.h"
-#include "render/wav_writer.h"
+#include "render/sound_writer.h"
 #include "tests/host/midi_bytes.h"
-#include "tests/render/wav_file.h"
+#include "tests/render/sound_file.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -29,7 +29,7 @@ host::MidiSong threeNotes() {
 
 struct Rendered {
     RenderStatistics statistics;
-    WavFile file;
+    SoundFile file;
 };
 
 Rendered render_(const host::MidiSong& song, const RenderSettings& settings, int blockSize,
@@ -37,14 +37,14 @@ Rendered render_(const host::MidiSong& song, const RenderSettings& settings, int
     const TemporaryFolder folder;
     host::PluginHost host(TEST_INSTRUMENT, kRate, blockSize);
     for (const auto& [index, value] : parameters) host.setParameter(index, value);
-    render::WavWriter writer(
+    render::SoundWriter writer(
         folder.path("a.wav"),
         {kRate, render::channelsOf(host), render::SampleFormat::kFloat32, render::Container::kWav,
          host::maxFramesOf(song, kRate, settings.tailSeconds)});
     const auto statistics =
         render::renderSong(song, host, writer, settings, [](double) { return true; });
     writer.commit();
-    return {statistics, WavFile(folder.path("a.wav"))};
+    return {statistics, SoundFile(folder.path("a.wav"))};
 }
 
 TEST(Renderer, PutsEveryNoteInItsFrameWithAnyBlockSize) {

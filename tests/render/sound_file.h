@@ -1,4 +1,4 @@
-// Reads a WAV file back with libsndfile.
+// Reads a sound file back with libsndfile.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 #include <sndfile.h>
 
-struct WavFile {
+struct SoundFile {
     SF_INFO info = {};
     std::vector<float> samples;  // interleaved, 1.0 is full scale
     std::vector<int> integers;   // the same in the upper bits of 32
 
-    explicit WavFile(const std::string& path) {
+    explicit SoundFile(const std::string& path) {
         SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);
         if (!file) return;
         const auto count = static_cast<std::size_t>(info.frames * info.channels);

@@ -1,12 +1,12 @@
-// WAV files read back as written, and no partial file is ever visible.
-#include "render/wav_writer.h"
+// Sound files read back as written, and no partial file is ever visible.
+#include "render/sound_writer.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
 
 #include "host/error.h"
-#include "tests/render/wav_file.h"
+#include "tests/render/sound_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/traced_child.h"
 
@@ -14,9 +14,9 @@ namespace {
 
 using render::Container;
 using render::SampleFormat;
-using render::WavWriter;
+using render::SoundWriter;
 
-TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
+TEST(SoundWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
     const TemporaryFolder folder;
     struct Case {
         SampleFormat format;
@@ -27,7 +27,7 @@ TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
     for (const Case& c : {Case{SampleFormat::kInt16, 1.0 / 32768, 16, 32767},
                           Case{SampleFormat::kInt24, 1.0 / 8388608, 8, 8388607}}) {
         SCOPED_TRACE(c.most);
-        WavWriter writer(folder.path("a.wav"), {44100, 2, c.format});
+        SoundWriter writer(folder.path("a.wav"), {44100, 2, c.format});
         const auto at = [&](double steps) { return static_cast<float>(steps * c.step); };
         writer.write({0.0f, at(1.0), at(-1.0), at(1000.4), at(1000.6), at(c.most), -1.0f, -0.5f});
         EXPECT_EQ(writer.clippedSamples(), 0);
@@ -35,7 +35,7 @@ TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
         EXPECT_EQ(writer.clippedSamples(), 3);
         writer.commit();
 
-        const WavFile file(folder.path("a.wav"));
+        const SoundFile file(folder.path("a.wav"));
         EXPECT_EQ(file.info.channels, 2);
         EXPECT_EQ(file.info.samplerate, 44100);
         std::vector<int> expected = {0,      1,       -1,      1000,
@@ -46,21 +46,21 @@ TEST(WavWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
     }
 }
 
-TEST(WavWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
+TEST(SoundWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
     const TemporaryFolder folder;
     const std::vector<float> samples = {0.1f, -3.5f, 1e-30f, 1.0f};
     for (const char* name : {"a.wav", "b.wav"}) {
-        WavWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32});
+        SoundWriter writer(folder.path(name), {96000, 1, SampleFormat::kFloat32});
         writer.write(samples);
         writer.commit();
         EXPECT_EQ(writer.clippedSamples(), 0);
     }
-    EXPECT_EQ(WavFile(folder.path("a.wav")).samples, samples);
+    EXPECT_EQ(SoundFile(folder.path("a.wav")).samples, samples);
     EXPECT_EQ(folder.read("a.wav"), folder.read("b.wav"));
     EXPECT_EQ(folder.read("a.wav").find("PEAK"), std::string::npos);
 }
 
-TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
+TEST(SoundWriter, LeavesTheOldFileOnAFullDisk) {
     const TemporaryFolder folder;
     folder.write("a.wav", "old");
     // Run in a child process, which has the limit.
@@ -69,7 +69,7 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_IGN);
         try {
-            WavWriter writer(path, {44100, 2, SampleFormat::kFloat32});
+            SoundWriter writer(path, {44100, 2, SampleFormat::kFloat32});
             for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
             writer.commit();
             return false;
@@ -84,26 +84,26 @@ TEST(WavWriter, LeavesTheOldFileOnAFullDisk) {
     EXPECT_EQ(folder.entryCount(), 1);
 }
 
-TEST(WavWriter, IsAPlainWavFileUnlessItMayOutgrowOne) {
+TEST(SoundWriter, IsAPlainSoundFileUnlessItMayOutgrowOne) {
     const TemporaryFolder folder;
     for (const int64_t maxFrames : {int64_t{1000}, int64_t{1} << 32}) {
-        WavWriter writer(folder.path("a.wav"),
-                         {44100, 2, SampleFormat::kInt24, Container::kWav, maxFrames});
+        SoundWriter writer(folder.path("a.wav"),
+                           {44100, 2, SampleFormat::kInt24, Container::kWav, maxFrames});
         writer.write({0.0f, 0.0f});
         writer.commit();
         EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // RIFF: it stayed small
-        EXPECT_EQ(WavFile(folder.path("a.wav")).info.frames, 1);
+        EXPECT_EQ(SoundFile(folder.path("a.wav")).info.frames, 1);
     }
 }
 
-TEST(WavWriter, LeavesNothingBehindUnlessCommittedAndClearsWhatOthersLeft) {
+TEST(SoundWriter, LeavesNothingBehindUnlessCommittedAndClearsWhatOthersLeft) {
     const TemporaryFolder folder;
     folder.write("a.wav", "what was there before");
     folder.write("a.wav.quarzel-part1", "of a run that was killed");
     folder.write("a.wav.part1", "somebody else's");
     {
-        const WavWriter first(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
-        WavWriter second(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
+        const SoundWriter first(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
+        SoundWriter second(folder.path("a.wav"), {44100, 2, SampleFormat::kInt16});
         second.write(std::vector<float>(100000));
         EXPECT_EQ(folder.entryCount(), 4);  // neither took the other's file for a leftover
     }

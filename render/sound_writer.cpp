@@ -1,5 +1,5 @@
 // Sound files through libsndfile, with our own rounding.
-#include "render/wav_writer.h"
+#include "render/sound_writer.h"
 
 #include <cmath>
 
@@ -26,7 +26,7 @@ int bytesOf(SampleFormat format) {
     return 4;
 }
 
-SF_INFO fileInfo(const WavSettings& settings) {
+SF_INFO fileInfo(const SoundSettings& settings) {
     SF_INFO info = {};
     info.samplerate = settings.sampleRate;
     info.channels = settings.channels;
@@ -68,7 +68,7 @@ std::string libraryError(SNDFILE* file) {
 
 }  // namespace
 
-WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
+SoundWriter::SoundWriter(const std::string& path, const SoundSettings& settings)
     : path_(host::writablePath(path)),
       temporary_(path_),
       channels_(settings.channels),
@@ -86,11 +86,11 @@ WavWriter::WavWriter(const std::string& path, const WavSettings& settings)
     sf_command(file_, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
 }
 
-WavWriter::~WavWriter() {
+SoundWriter::~SoundWriter() {
     if (file_) sf_close(file_);
 }
 
-void WavWriter::write(const std::vector<float>& samples) {
+void SoundWriter::write(const std::vector<float>& samples) {
     if (container_ == Container::kOgg) {
         for (const float sample : samples) floats_.push_back(limited(sample));
     } else if (format_ == SampleFormat::kFloat32) {
@@ -102,7 +102,7 @@ void WavWriter::write(const std::vector<float>& samples) {
 }
 
 // Small blocks are collected, because libsndfile makes a system call for each.
-void WavWriter::flush() {
+void SoundWriter::flush() {
     const auto floats = static_cast<sf_count_t>(floats_.size());
     const auto integers = static_cast<sf_count_t>(integers_.size());
     const bool wrote = sf_write_float(file_, floats_.data(), floats) == floats &&
@@ -112,14 +112,14 @@ void WavWriter::flush() {
     integers_.clear();
 }
 
-float WavWriter::limited(float sample) {
+float SoundWriter::limited(float sample) {
     if (std::fabs(sample) <= 1.0f) return sample;
     ++clippedSamples_;
     return sample < 0.0f ? -1.0f : 1.0f;
 }
 
 // The sample in the upper bits of a 32-bit integer, as libsndfile expects it.
-int WavWriter::quantized(float sample) {
+int SoundWriter::quantized(float sample) {
     const double exact = sample * fullScale_;
     double value = exact + (exact < 0.0 ? -0.5 : 0.5);  // the conversion below truncates
     if (value <= -fullScale_ - 1.0 || value >= fullScale_) {
@@ -129,7 +129,7 @@ int WavWriter::quantized(float sample) {
     return static_cast<int>(value) * (1 << (32 - bits_));
 }
 
-void WavWriter::commit() {
+void SoundWriter::commit() {
     flush();
     sf_write_sync(file_);
     const int closeError = sf_close(file_);

@@ -15,7 +15,7 @@ namespace render {
 enum class SampleFormat { kInt16, kInt24, kFloat32 };
 enum class Container { kWav, kFlac, kOgg };  // Vorbis in Ogg, which has no sample format
 
-struct WavSettings {
+struct SoundSettings {
     int sampleRate;  // Hz
     int channels;
     SampleFormat format;
@@ -23,14 +23,14 @@ struct WavSettings {
     int64_t maxFrames = 0;  // largest length; beyond 4 GB a WAV file is RF64
 };
 
-class WavWriter final : public SampleSink {
+class SoundWriter final : public SampleSink {
   public:
     // Throws Error if the file cannot be created.
-    WavWriter(const std::string& path, const WavSettings& settings);
+    SoundWriter(const std::string& path, const SoundSettings& settings);
     // Removes the file unless commit() was called.
-    ~WavWriter() override;
-    WavWriter(const WavWriter&) = delete;
-    WavWriter& operator=(const WavWriter&) = delete;
+    ~SoundWriter() override;
+    SoundWriter(const SoundWriter&) = delete;
+    SoundWriter& operator=(const SoundWriter&) = delete;
 
     int channels() const override { return channels_; }
 
