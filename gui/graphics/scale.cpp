@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 namespace VSTGUI {
@@ -38,31 +39,30 @@ Taps tapsFor(int position, double origin, double step, int first, int last) {
     return taps;
 }
 
-// Spreads the four bytes of a pixel over a wide word, so that all four are weighted and added at
-// once.
-uint64_t spread(uint32_t pixel) {
-    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
-}
-
-uint64_t rounded(uint64_t sums) {
-    return (sums + 0x0080008000800080u) >> 8 & 0x00FF00FF00FF00FFu;
-}
-
-uint32_t gathered(uint64_t bytes) {
-    return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
-}
+// The bytes of two pixels, with room for a weight.
+typedef uint16_t Wide __attribute__((vector_size(16)));
+typedef uint64_t Words __attribute__((vector_size(16)));
+typedef uint8_t Bytes __attribute__((vector_size(8)));
+constexpr size_t kPair = 2;
+constexpr size_t kBytes = 4;
+constexpr uint16_t kHalf = kWhole / 2;
 
 // Rows of the picture, scaled horizontally. The buffer's lines need them from top to bottom, so a
 // few rows are enough and each is made only once.
 class AcrossRows {
   public:
-    AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)
-        : picture_(picture), columns_(columns), tapCount_(tapCount) {
+    AcrossRows(const PixelBuffer& picture, const IntRect& part, const std::vector<Taps>& columns,
+               int tapCount)
+        : picture_(picture),
+          part_(part),
+          columns_(columns),
+          tapCount_(tapCount),
+          wide_(static_cast<size_t>(part.width()) * kBytes) {
         made_.fill(-1);
-        for (auto& row : rows_) row.resize(columns.size());
+        for (auto& row : rows_) row.resize(columns.size() * kBytes);
     }
 
-    const uint64_t* row(int y) {
+    const uint16_t* row(int y) {
         const int slot = y % kMostTaps;
         if (made_[slot] != y) {
             tapCount_ == 2 ? make<2>(y, rows_[slot]) : make<kMostTaps>(y, rows_[slot]);
@@ -72,23 +72,58 @@ class AcrossRows {
     }
 
   private:
+    static constexpr uint64_t kEach = 0x0001000100010001u;
+
     template <int kTaps>
-    void make(int y, std::vector<uint64_t>& row) const {
-        const uint32_t* const from = picture_.row(y);
-        for (size_t x = 0; x < row.size(); ++x) {
-            const Taps& taps = columns_[x];
-            uint64_t sum = 0;
-            for (int i = 0; i < kTaps; ++i) sum += spread(from[taps.at[i]]) * taps.weight[i];
-            row[x] = rounded(sum);
+    void make(int y, std::vector<uint16_t>& row) {
+        const auto* const from = reinterpret_cast<const uint8_t*>(picture_.row(y) + part_.left);
+        for (size_t i = 0; i < wide_.size(); ++i) wide_[i] = from[i];
+        uint16_t* to = row.data();
+        for (size_t x = 0; x < columns_.size(); x += kPair, to += kPair * kBytes) {
+            const Taps& left = columns_[x];
+            const Taps& right = columns_[x + 1];
+            Wide sum{};
+            for (int i = 0; i < kTaps; ++i)
+                sum +=
+                    reinterpret_cast<Wide>(Words{pixel(left.at[i]), pixel(right.at[i])}) *
+                    reinterpret_cast<Wide>(Words{kEach * left.weight[i], kEach * right.weight[i]});
+            sum = (sum + kHalf) >> 8;
+            std::memcpy(to, &sum, sizeof sum);
         }
     }
 
+    uint64_t pixel(int column) const {
+        uint64_t bytes;
+        std::memcpy(&bytes, &wide_[(column - part_.left) * kBytes], sizeof bytes);
+        return bytes;
+    }
+
     const PixelBuffer& picture_;
+    const IntRect part_;
     const std::vector<Taps>& columns_;
     const int tapCount_;
-    std::array<std::vector<uint64_t>, kMostTaps> rows_;
+    std::vector<uint16_t> wide_;  // the part's row that is being scaled
+    std::array<std::vector<uint16_t>, kMostTaps> rows_;
     std::array<int, kMostTaps> made_;
 };
+
+// Adds up the rows by their weights. Sums of bytes fit, because the weights add up to kWhole.
+template <int kTaps>
+void addRows(const std::array<const uint16_t*, kMostTaps>& rows, const Taps& taps,
+             std::vector<uint32_t>& line) {
+    constexpr size_t kStride = 4 * kPair;  // whole vectors, which the padding of lines permits
+    auto* to = reinterpret_cast<uint8_t*>(line.data());
+    for (size_t at = 0; at < line.size() * kBytes; at += kStride, to += kStride) {
+        Wide sum = Wide{} + kHalf;
+        for (int i = 0; i < kTaps; ++i) {
+            Wide row;
+            std::memcpy(&row, rows[i] + at, sizeof row);
+            sum += row * static_cast<uint16_t>(taps.weight[i]);
+        }
+        const Bytes bytes = __builtin_convertvector(sum >> 8, Bytes);
+        std::memcpy(to, &bytes, sizeof bytes);
+    }
+}
 
 }  // namespace
 
@@ -105,19 +140,16 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
     columns.reserve(static_cast<size_t>(area.width()));
     for (int column = area.left; column < area.right; ++column)
         columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
+    if (columns.size() % kPair != 0) columns.push_back(columns.back());
     const int tapCount = step <= 1 ? 2 : kMostTaps;
-    AcrossRows across(picture, columns, tapCount);
+    AcrossRows across(picture, source, columns, tapCount);
+    std::vector<uint32_t> pixels(columns.size());
     for (int line = area.top; line < area.bottom; ++line) {
         const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
-        std::array<const uint64_t*, kMostTaps> rows{};
+        std::array<const uint16_t*, kMostTaps> rows{};
         for (int i = 0; i < tapCount; ++i) rows[i] = across.row(taps.at[i]);
-        uint32_t* const to = buffer.row(line) + area.left;
-        for (size_t column = 0; column < columns.size(); ++column) {
-            uint64_t sum = 0;
-            for (int i = 0; i < tapCount; ++i) sum += rows[i][column] * taps.weight[i];
-            const uint32_t pixel = gathered(rounded(sum));
-            to[column] = over(alpha == 255 ? pixel : faded(pixel, alpha), to[column]);
-        }
+        tapCount == 2 ? addRows<2>(rows, taps, pixels) : addRows<kMostTaps>(rows, taps, pixels);
+        blendRow(pixels.data(), buffer.row(line) + area.left, area.width(), alpha);
     }
 }
 
