@@ -17,6 +17,7 @@ void open(benchmark::State& state, const std::string& skin) {
 
 BENCHMARK_CAPTURE(open, skin, "skin")->Name("editor/skin")->Arg(100)->Arg(200)->Arg(300);
 BENCHMARK_CAPTURE(open, Night, "Night")->Name("editor/Night")->Arg(100)->Arg(200)->Arg(300);
+BENCHMARK_CAPTURE(open, Opera, "Opera")->Name("editor/Opera")->Arg(100)->Arg(200)->Arg(300);
 
 }  // namespace
 }  // namespace bench

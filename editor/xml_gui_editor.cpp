@@ -42,27 +42,32 @@ xmlGuiEditor::~xmlGuiEditor() noexcept {
 
 EditorRect xmlGuiEditor::getRect() {
     if (isOpen() || build_) return AEffGUIEditor::getRect();
-    size_ = CPoint();
-    if (!isSkinMissing()) {
-        // Stay silent here: open() reports the faults.
-        const platform::ScopedMessageHandler silence(
-            [](const std::string&, const std::string&, platform::MessageIcon) {});
-        const Toolkit toolkit;
-        if (const auto folder = skinChoice().folder()) {
-            SkinBuild build(*folder, mostMessages());
-            runBuild(build, SkinElements::kBackgroundOnly);
-        }
-    }
-    const double zoom = size_ == CPoint() ? 1 : boundedZoom(wantedZoom(), size_);
+    const double zoom = measureSkin() ? boundedZoom(wantedZoom(), size_) : 1;
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
     setRect(size_.x * zoom, size_.y * zoom);
     return AEffGUIEditor::getRect();
+}
+
+// Finds the size of the chosen skin's background. Returns false if there is none.
+bool xmlGuiEditor::measureSkin() {
+    size_ = CPoint();
+    if (isSkinMissing()) return false;
+    // Stay silent here: open() reports the faults.
+    const platform::ScopedMessageHandler silence(
+        [](const std::string&, const std::string&, platform::MessageIcon) {});
+    const Toolkit toolkit;
+    if (const auto folder = skinChoice().folder()) {
+        SkinBuild build(*folder, mostMessages());
+        runBuild(build, SkinElements::kBackgroundOnly);
+    }
+    return size_ != CPoint();
 }
 
 // A message box may stay open for minutes. Meanwhile the host may call anything.
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
+    parentWindow_ = parentWindow;
     host_.takeChangedParameters();  // new controls start with current values
     released_ = 0;
     const Toolkit toolkit;  // pictures are loaded before there is a frame
@@ -157,6 +162,7 @@ void xmlGuiEditor::close() {
     currentView_ = nullptr;
     currentTag_ = kNoTag;
     skinChanged_ = false;
+    opensChosenSkin_ = false;
     dataFolderScreen_ = false;
 }
 

@@ -66,7 +66,21 @@ void xmlGuiEditor::selectSkin(int index) {
     if (index < 0 || index >= static_cast<int>(skins_.installed.size())) return;
     skinChanged_ = true;
     idle();
-    chooseSkin(skins_.installed[index].name);
+    opensChosenSkin_ = chooseSkin(skins_.installed[index].name);
+}
+
+// Opens the chosen skin in the same window. Where the host grants no other size, the notice stays.
+void xmlGuiEditor::openChosenSkin() {
+    opensChosenSkin_ = false;
+    const CPoint shown = size_;
+    const bool exists = measureSkin();
+    const CPoint wanted = exists ? size_ : shown;
+    const double zoom = boundedZoom(wantedZoom(), wanted);
+    size_ = shown;
+    if (!exists || !host_.sizeWindow(static_cast<int>(std::lround(wanted.x * zoom)),
+                                     static_cast<int>(std::lround(wanted.y * zoom))))
+        return;
+    open(parentWindow_);
 }
 
 void xmlGuiEditor::redrawLinked(int source) {
@@ -79,7 +93,8 @@ void xmlGuiEditor::redrawLinked(int source) {
 
 void xmlGuiEditor::idle() {
     if (dataFolderScreen_) return AEffGUIEditor::idle();
-    if (!inIdle_) {
+    const bool isOutermost = !inIdle_;  // no control is at work
+    if (isOutermost) {
         inIdle_ = true;
         AEffGUIEditor::idle();
         inIdle_ = false;
@@ -90,6 +105,7 @@ void xmlGuiEditor::idle() {
     followChanges();
     writeReadOut();
     showSkinNotice();
+    if (isOutermost && opensChosenSkin_) openChosenSkin();
 }
 
 // Shows all changes since the last call at once, so a program change does not appear bit by bit.

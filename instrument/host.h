@@ -20,8 +20,9 @@ class Host {
     virtual void gestureEnds(int /*parameter*/) {}
     // Any thread, including the audio thread. The host should refresh its display.
     virtual void displayChanged(DisplayChange) {}
-    // User-interface thread. The editor asks for a window of this size, in pixels.
-    virtual void resizeEditor(int /*width*/, int /*height*/) {}
+    // User-interface thread. The editor asks for a window of this size, in pixels. Returns true if
+    // it gets one.
+    virtual bool resizeEditor(int /*width*/, int /*height*/) { return false; }
 };
 
 }  // namespace instrument

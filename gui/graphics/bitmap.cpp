@@ -12,8 +12,7 @@ CBitmap::CBitmap(const PlatformBitmapPtr& picture) {
 }
 
 CBitmap::CBitmap(CCoord width, CCoord height)
-    : CBitmap(makeOwned<IPlatformBitmap>(
-          PictureRows(PixelBuffer(nearestPixel(width), nearestPixel(height))))) {}
+    : CBitmap(makeOwned<IPlatformBitmap>(PixelBuffer(nearestPixel(width), nearestPixel(height)))) {}
 
 CPoint CBitmap::getSize() const {
     if (!isLoaded()) return {};

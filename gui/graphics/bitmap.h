@@ -15,6 +15,7 @@ class CDrawContext;
 // The pixels of one picture. scaleFactor of them, side by side, fill one pixel of a view.
 class IPlatformBitmap : public AtomicReferenceCounted {
   public:
+    explicit IPlatformBitmap(PixelBuffer pixels) : rows_(std::move(pixels)) {}
     explicit IPlatformBitmap(PictureRows rows) : rows_(std::move(rows)) {}
     const PictureRows& pixels() const { return rows_; }
 

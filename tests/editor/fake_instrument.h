@@ -48,8 +48,9 @@ class FakeInstrument : public editor::EditorHost {
     float chorusTap(int tap) const override { return taps[tap]; }
 
     state::LearnSlot& learnSlot() override { return slot; }
-    void sizeWindow(int width, int height) override {
+    bool sizeWindow(int width, int height) override {
         note("size " + std::to_string(width) + ' ' + std::to_string(height));
+        return grantsSizes;
     }
 
     // The calls recorded since the last time, separated by semicolons.
@@ -58,6 +59,7 @@ class FakeInstrument : public editor::EditorHost {
     std::array<float, state::kNumParams> values{};
     std::array<std::string, state::kNumPrograms> names;
     std::array<float, 3> taps{};
+    bool grantsSizes = false;
     int current = 0;
     int held = 0;
     int key = -1;
