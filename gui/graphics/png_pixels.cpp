@@ -166,10 +166,10 @@ std::optional<PictureRows> pictureOf(PlainPng png, std::vector<uint8_t> unpacked
     const uint8_t* from = unpacked.data();
     if (png.pixelBytes == 1) {
         for (int y = 0; y < png.height; ++y, from += 1 + rowBytes) {
+            uint8_t largest = 0;
+            for (size_t x = 1; x <= rowBytes; ++x) largest = std::max(largest, from[x]);
             const bool isFiltered = *from != 0;
-            if (isFiltered ||
-                *std::max_element(from + 1, from + 1 + rowBytes) >= png.palette.size())
-                return std::nullopt;
+            if (isFiltered || largest >= png.palette.size()) return std::nullopt;
         }
         return PictureRows(png.width, png.height, std::move(png.palette), std::move(unpacked));
     }

@@ -47,17 +47,37 @@ constexpr size_t kPair = 2;
 constexpr size_t kBytes = 4;
 constexpr uint16_t kHalf = kWhole / 2;
 
+// What two columns side by side take from a row.
+struct ColumnPair {
+    std::array<Wide, kMostTaps> weight;
+    std::array<std::array<uint32_t, kPair>, kMostTaps> at;  // first bytes
+};
+
+std::vector<ColumnPair> pairsOf(const std::vector<Taps>& columns, int first) {
+    constexpr uint64_t kEach = 0x0001000100010001u;
+    std::vector<ColumnPair> pairs(columns.size() / kPair);
+    for (size_t x = 0; x < columns.size(); ++x) {
+        ColumnPair& pair = pairs[x / kPair];
+        for (int i = 0; i < kMostTaps; ++i) {
+            auto words = reinterpret_cast<Words>(pair.weight[i]);
+            words[x % kPair] = kEach * columns[x].weight[i];
+            pair.weight[i] = reinterpret_cast<Wide>(words);
+            pair.at[i][x % kPair] = static_cast<uint32_t>(columns[x].at[i] - first) * kBytes;
+        }
+    }
+    return pairs;
+}
+
 // Rows of the picture, scaled horizontally. The buffer's lines need them from top to bottom, so a
 // few rows are enough and each is made only once.
 class AcrossRows {
   public:
-    AcrossRows(const PixelBuffer& picture, const IntRect& part, const std::vector<Taps>& columns,
-               int tapCount)
+    AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)
         : picture_(picture),
-          part_(part),
-          columns_(columns),
+          first_(columns.front().at.front()),
           tapCount_(tapCount),
-          wide_(static_cast<size_t>(part.width()) * kBytes) {
+          pairs_(pairsOf(columns, first_)),
+          wide_(static_cast<size_t>(columns.back().at.back() + 1 - first_) * kBytes) {
         made_.fill(-1);
         for (auto& row : rows_) row.resize(columns.size() * kBytes);
     }
@@ -72,37 +92,33 @@ class AcrossRows {
     }
 
   private:
-    static constexpr uint64_t kEach = 0x0001000100010001u;
-
     template <int kTaps>
     void make(int y, std::vector<uint16_t>& row) {
-        const auto* const from = reinterpret_cast<const uint8_t*>(picture_.row(y) + part_.left);
+        const auto* const from = reinterpret_cast<const uint8_t*>(picture_.row(y) + first_);
         for (size_t i = 0; i < wide_.size(); ++i) wide_[i] = from[i];
         uint16_t* to = row.data();
-        for (size_t x = 0; x < columns_.size(); x += kPair, to += kPair * kBytes) {
-            const Taps& left = columns_[x];
-            const Taps& right = columns_[x + 1];
-            Wide sum{};
+        for (const ColumnPair& pair : pairs_) {
+            Wide sum = Wide{} + kHalf;
             for (int i = 0; i < kTaps; ++i)
-                sum +=
-                    reinterpret_cast<Wide>(Words{pixel(left.at[i]), pixel(right.at[i])}) *
-                    reinterpret_cast<Wide>(Words{kEach * left.weight[i], kEach * right.weight[i]});
-            sum = (sum + kHalf) >> 8;
+                sum += reinterpret_cast<Wide>(Words{pixel(pair.at[i][0]), pixel(pair.at[i][1])}) *
+                       pair.weight[i];
+            sum >>= 8;
             std::memcpy(to, &sum, sizeof sum);
+            to += kPair * kBytes;
         }
     }
 
-    uint64_t pixel(int column) const {
+    uint64_t pixel(uint32_t at) const {
         uint64_t bytes;
-        std::memcpy(&bytes, &wide_[(column - part_.left) * kBytes], sizeof bytes);
+        std::memcpy(&bytes, &wide_[at], sizeof bytes);
         return bytes;
     }
 
     const PixelBuffer& picture_;
-    const IntRect part_;
-    const std::vector<Taps>& columns_;
+    const int first_;  // column of the picture
     const int tapCount_;
-    std::vector<uint16_t> wide_;  // the part's row that is being scaled
+    const std::vector<ColumnPair> pairs_;
+    std::vector<uint16_t> wide_;  // the part of a row that is being scaled
     std::array<std::vector<uint16_t>, kMostTaps> rows_;
     std::array<int, kMostTaps> made_;
 };
@@ -142,7 +158,7 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
         columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
     if (columns.size() % kPair != 0) columns.push_back(columns.back());
     const int tapCount = step <= 1 ? 2 : kMostTaps;
-    AcrossRows across(picture, source, columns, tapCount);
+    AcrossRows across(picture, columns, tapCount);
     std::vector<uint32_t> pixels(columns.size());
     for (int line = area.top; line < area.bottom; ++line) {
         const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
