@@ -8,9 +8,11 @@
 #include "editor/views/path_fill.h"
 #include "editor/skin_missing.h"
 #include "editor/skin/skin_text.h"
+#include "platform/folders.h"
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "state/chunks.h"
+#include "state/data_folder.h"
 #include "state/parameters.h"
 
 namespace editor {
@@ -124,7 +126,10 @@ bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
 void xmlGuiEditor::sayMissingBank() {
     if (!state::defaultBankMissing() || missingBankShown_) return;
     missingBankShown_ = true;
-    platform::showMessage(kMissingBank, kMissingBank, platform::MessageIcon::kNone);
+    const std::string path = platform::resourceFolder().value_or("") + state::kDefaultBankFile;
+    platform::showMessage(kMissingBank,
+                          std::string(kMissingBank) + '\n' + platform::utf8FromPath(path),
+                          platform::MessageIcon::kNone);
 }
 
 SkinLoad xmlGuiEditor::runBuild(SkinBuild& build, SkinElements elements) {
