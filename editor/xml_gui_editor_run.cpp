@@ -77,10 +77,12 @@ void xmlGuiEditor::openChosenSkin() {
     const CPoint wanted = exists ? size_ : shown;
     const double zoom = boundedZoom(wantedZoom(), wanted);
     size_ = shown;
-    if (!exists || !host_.sizeWindow(static_cast<int>(std::lround(wanted.x * zoom)),
-                                     static_cast<int>(std::lround(wanted.y * zoom))))
-        return;
-    open(parentWindow_);
+    if (!exists) return;
+    const EditorRect before = getRect();
+    setRect(wanted.x * zoom, wanted.y * zoom);  // a host may ask while it resizes
+    const EditorRect asked = getRect();
+    if (!host_.sizeWindow(asked.right, asked.bottom)) return setRect(before.right, before.bottom);
+    if (isOpen()) open(parentWindow_);  // the host may have closed it
 }
 
 void xmlGuiEditor::redrawLinked(int source) {
