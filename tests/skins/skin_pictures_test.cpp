@@ -76,8 +76,8 @@ TEST(SkinPictures, LookAsTheManualShowsThem) {
         for (int y = 0; y + kTile <= drawn.height(); y += kTile)
             for (int x = 0; x + kTile <= drawn.width(); x += kTile)
                 for (const int shift : {0, 8, 16})
-                    ASSERT_NEAR(meanOfTile(drawn, x, y, shift), meanOfTile(kept->all(), x, y, shift),
-                                kTolerance)
+                    ASSERT_NEAR(meanOfTile(drawn, x, y, shift),
+                                meanOfTile(kept->all(), x, y, shift), kTolerance)
                         << "at " << x << ", " << y;
     }
 }
