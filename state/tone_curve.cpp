@@ -11,7 +11,7 @@ namespace state {
 namespace {
 
 constexpr float kImpulse = 1e-3f;  // far below the bend of the output filter
-constexpr double kSeconds = 0.1;   // the lowest corner has died away by then
+constexpr double kSeconds = 0.06;  // the lowest corner has died away by then
 constexpr double kTwoPi = 6.283185307179586;
 
 // On the heap, because the signals have the alignment of whole vectors.
@@ -41,12 +41,10 @@ ToneCurve toneCurve(const ToneSettings& settings) {
     path->gains.fill(1.0f);
     path->voices.violin[0] = kImpulse;
 
-    Points real{}, imaginary{}, cosine{}, sine{}, turnCosine{}, turnSine{};
+    // Goertzel: s = x + 2 cos(w) s1 - s2, one recurrence for each frequency.
+    Points twoCosines{}, latest{}, before{};
     for (int i = 0; i < ToneCurve::kPoints; ++i) {
-        const double turn = kTwoPi * ToneCurve::hertz(i) / settings.sampleRate;
-        turnCosine[i] = std::cos(turn);
-        turnSine[i] = std::sin(turn);
-        cosine[i] = 1.0;
+        twoCosines[i] = 2.0 * std::cos(kTwoPi * ToneCurve::hertz(i) / settings.sampleRate);
     }
     const int segments =
         static_cast<int>(std::ceil(kSeconds * settings.sampleRate / engine::kLongestSegment));
@@ -57,22 +55,22 @@ ToneCurve toneCurve(const ToneSettings& settings) {
         for (int t = 0; t < engine::kLongestSegment; ++t) {
             const double x = path->mix[t];
             for (int i = 0; i < ToneCurve::kPoints; ++i) {
-                real[i] += x * cosine[i];
-                imaginary[i] += x * sine[i];
-                const double next = cosine[i] * turnCosine[i] - sine[i] * turnSine[i];
-                sine[i] = cosine[i] * turnSine[i] + sine[i] * turnCosine[i];
-                cosine[i] = next;
+                const double next = x + twoCosines[i] * latest[i] - before[i];
+                before[i] = latest[i];
+                latest[i] = next;
             }
         }
     }
     ToneCurve curve;
     for (int i = 0; i < ToneCurve::kPoints; ++i) {
-        const double gain = std::hypot(real[i], imaginary[i]) / double{kImpulse};
-        const bool aliased = ToneCurve::hertz(i) > settings.sampleRate / 2;
-        curve.decibels[i] = aliased || !(gain > 0.0)
-                                ? ToneCurve::kLeastDecibels
-                                : std::max(static_cast<float>(20.0 * std::log10(gain)),
-                                           ToneCurve::kLeastDecibels);
+        const double power =
+            latest[i] * latest[i] + before[i] * before[i] - twoCosines[i] * latest[i] * before[i];
+        const double gain = std::sqrt(std::max(power, 0.0)) / double{kImpulse};
+        const bool beyond = ToneCurve::hertz(i) > settings.sampleRate / 2;
+        curve.decibels[i] =
+            beyond || !(gain > 0.0)
+                ? ToneCurve::kLeastDecibels
+                : std::max(static_cast<float>(20.0 * std::log10(gain)), ToneCurve::kLeastDecibels);
     }
     return curve;
 }

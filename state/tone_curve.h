@@ -20,7 +20,7 @@ struct ToneSettings {
 
 // Gains in dB at frequencies that rise evenly on a logarithmic scale.
 struct ToneCurve {
-    static constexpr int kPoints = 121;
+    static constexpr int kPoints = 91;
     static constexpr double kLowestHertz = 20.0;
     static constexpr double kHighestHertz = 20000.0;
     static constexpr float kLeastDecibels = -120.0f;
