@@ -87,6 +87,9 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
     } else if (event.virt == VirtualKey::Tab) {
         moveFocus(event.modifiers.has(ModifierKey::Shift));
         event.consumed = true;
+    } else if (event.virt == VirtualKey::Return && event.modifiers.empty()) {
+        auto* const about = dynamic_cast<CSplashScreen*>(frame->getFocusView());
+        event.consumed = about && about->splash();
     } else if (event.virt == VirtualKey::F2) {
         const auto range = controls_.equal_range(currentTag_);
         for (auto it = range.first; it != range.second; ++it) {

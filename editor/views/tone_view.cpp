@@ -87,7 +87,7 @@ void CToneView::draw(CDrawContext* context) {
             const double share = static_cast<double>(point) / (curve.size() - 1);
             return CPoint(view.left + share * columns, height(curve[point]));
         };
-        context->drawLine(at(i - 1), at(i));
+        context->drawLine(at(i - 1), at(std::min(i + 1, curve.size() - 1)));  // hides the joints
     }
     setDirty(false);
 }
