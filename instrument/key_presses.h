@@ -14,15 +14,18 @@ class KeyPresses {
     // User-interface thread. A velocity of 0 releases the key; other values are 1..127.
     void add(int key, int velocity) {
         const Press press{static_cast<std::uint8_t>(key), static_cast<std::uint8_t>(velocity)};
-        const bool lost = !presses_.push(press) && velocity == 0;
-        if (lost) releaseLost_.store(true, std::memory_order_relaxed);
+        if (presses_.push(press)) {
+            added_.fetch_add(1, std::memory_order_relaxed);
+        } else if (velocity == 0) {
+            releaseLost_.store(true, std::memory_order_relaxed);
+        }
     }
-    // Any thread: keys pressed before the next block do not sound.
-    void forget() { forgotten_.store(true, std::memory_order_relaxed); }
+    // Any thread: the keys pressed so far do not sound.
+    void forget() { forgotten_.store(added_.load(std::memory_order_relaxed)); }
     // Audio thread: adds them to the block that comes next. No note may hang.
     void moveTo(EventQueue& events) {
-        const bool forgotten = forgotten_.exchange(false, std::memory_order_relaxed);
-        for (Press press; presses_.pop(press);) {
+        for (Press press; presses_.pop(press); ++moved_) {
+            const bool forgotten = static_cast<std::int32_t>(moved_ - forgotten_.load()) < 0;
             if (forgotten && press.velocity > 0) continue;
             insert(events, {kNoteOn, press.key, press.velocity});
         }
@@ -45,7 +48,10 @@ class KeyPresses {
     }
 
     platform::SpscRing<Press, 256> presses_;
-    std::atomic<bool> forgotten_{false};
+    // Counts of presses since the beginning, which may wrap around.
+    std::atomic<std::uint32_t> added_{0};
+    std::atomic<std::uint32_t> forgotten_{0};
+    std::uint32_t moved_ = 0;
     std::atomic<bool> releaseLost_{false};
 };
 

@@ -90,7 +90,9 @@ CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState
         step(1);
     } else if (buttons.isDoubleClick()) {
         clickTimer_ = nullptr;
-        rename();
+        // The press still gives the focus to this view.
+        const auto self = shared(this);
+        if (getFrame()) getFrame()->doAfterEventProcessing([self] { self->rename(); });
     } else {
         clickTimer_ =
             makeOwned<CVSTGUITimer>([this](CVSTGUITimer*) { openList(); }, kSecondClickTime);
