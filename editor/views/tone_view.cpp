@@ -13,6 +13,7 @@ namespace {
 constexpr double kTop = 18;      // dB
 constexpr double kBottom = -42;  // dB
 constexpr CCoord kLineWidth = 2;
+constexpr CCoord kOverlap = 0.4;  // of the pieces of the line, which hides their joints
 constexpr CCoord kLabelWidth = 24;
 constexpr CCoord kLabelHeight = 10;
 constexpr uint8_t kFill = 36;  // alpha below the line
@@ -87,7 +88,12 @@ void CToneView::draw(CDrawContext* context) {
             const double share = static_cast<double>(point) / (curve.size() - 1);
             return CPoint(view.left + share * columns, height(curve[point]));
         };
-        context->drawLine(at(i - 1), at(std::min(i + 1, curve.size() - 1)));  // hides the joints
+        const CPoint from = at(i - 1);
+        const CPoint to = at(i);
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        const CPoint beyond((to.x - from.x) / length * kOverlap,
+                            (to.y - from.y) / length * kOverlap);
+        context->drawLine(from - beyond, to + beyond);
     }
     setDirty(false);
 }
