@@ -1,10 +1,12 @@
 // What the editor needs from its instrument and from the host around it.
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <string>
 
 #include "state/controller_map.h"
+#include "state/tone_curve.h"
 
 namespace editor {
 
@@ -40,6 +42,10 @@ class EditorHost {
 
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // MIDI key of the latest note; -1 before the first
+    virtual std::bitset<128> heldKeys() const = 0;  // by MIDI key, whoever plays them
+    // Plays a MIDI key as a note of the host's would. A velocity of 0 ends the note.
+    virtual void playKey(int key, int velocity) = 0;
+    virtual const state::ToneCurve& toneCurve() = 0;  // of the sound as it is
     // The largest magnitudes of the output since the last call; 1 is full scale.
     virtual OutputPeaks takeOutputPeaks() = 0;
     virtual int chorusTapCount() const = 0;

@@ -51,6 +51,9 @@ class PreviewHost final : public EditorHost {
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }
+    std::bitset<128> heldKeys() const override { return {}; }
+    void playKey(int, int) override {}
+    const state::ToneCurve& toneCurve() override { return tone_; }
     OutputPeaks takeOutputPeaks() override { return {}; }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return 0.25f * static_cast<float>(tap + 1); }
@@ -59,7 +62,14 @@ class PreviewHost final : public EditorHost {
     void sizeWindow(int, int) override {}
 
   private:
+    static state::ToneCurve toneOfDefaults() {
+        const float highPass = state::parameter(state::kHP).defaultValue;
+        const float brightness = state::parameter(state::kBrigthness).defaultValue;
+        return state::toneCurve({highPass, highPass, brightness, 48000.0});
+    }
+
     state::LearnSlot learnSlot_;
+    const state::ToneCurve tone_ = toneOfDefaults();
 };
 
 class PreviewEditor final : public myEditor {

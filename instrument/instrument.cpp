@@ -135,6 +135,22 @@ void Instrument::loadSavedState(const state::SavedState& saved) {
     sendProgram();
 }
 
+void Instrument::playKey(int key, int velocity) {
+    keyPresses_.add(key & 0x7F, velocity & 0x7F);
+    host_.keyPlayed();
+}
+
+const state::ToneCurve& Instrument::toneCurve() {
+    const state::ToneSettings now = {valueForEngine(state::kHP), engine_->smoothedHighPass(),
+                                     valueForEngine(state::kBrigthness),
+                                     sampleRate_.load(std::memory_order_relaxed)};
+    if (!(now == toneSettings_)) {
+        toneSettings_ = now;
+        toneCurve_ = state::toneCurve(now);
+    }
+    return toneCurve_;
+}
+
 int Instrument::chorusTapCount() const {
     return engine::EnsembleChorus::kTaps;
 }

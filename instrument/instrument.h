@@ -13,6 +13,7 @@
 #include "instrument/engine_gate.h"
 #include "instrument/host.h"
 #include "instrument/event_queue.h"
+#include "instrument/key_presses.h"
 #include "state/bank.h"
 #include "state/controller_map.h"
 #include "state/saved_state.h"
@@ -105,6 +106,9 @@ class Instrument final : public editor::EditorHost {
     // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
     int lastKey() const override { return engine_->lastKey(); }
+    std::bitset<128> heldKeys() const override { return engine_->heldKeys(); }
+    void playKey(int key, int velocity) override;
+    const state::ToneCurve& toneCurve() override;
     editor::OutputPeaks takeOutputPeaks() override {
         const engine::StereoPeaks peaks = engine_->takePeaks();
         return {peaks.left, peaks.right};
@@ -144,6 +148,7 @@ class Instrument final : public editor::EditorHost {
     state::Bank bank_;
     const std::unique_ptr<engine::SoundEngine> engine_;
     EventQueue events_;
+    KeyPresses keyPresses_;
     state::LearnSlot learnSlot_;
     // Until start has run, parameters, programs and messages have no effect.
     std::atomic<bool> starting_{true};
@@ -158,6 +163,9 @@ class Instrument final : public editor::EditorHost {
     ChangeBits shown_;                               // changes that the editor has not seen
     // "HP" moves halfway each time it is set, so its requests are counted.
     std::atomic<int> highPassMoves_{0};
+    // What the editor has been shown.
+    state::ToneSettings toneSettings_;
+    state::ToneCurve toneCurve_;
 };
 
 }  // namespace instrument

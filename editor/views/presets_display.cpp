@@ -26,6 +26,7 @@ CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
           makeOwned<CPopUpField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
     nameField_->setVisible(false);
     setWantsIdle(true);
+    setWantsFocus(true);
 }
 
 void CPresetsDisplay::setFontColor(const CColor& color) {
@@ -89,7 +90,9 @@ CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState
         step(1);
     } else if (buttons.isDoubleClick()) {
         clickTimer_ = nullptr;
-        rename();
+        // The press still gives the focus to this view.
+        const auto self = shared(this);
+        if (getFrame()) getFrame()->doAfterEventProcessing([self] { self->rename(); });
     } else {
         clickTimer_ =
             makeOwned<CVSTGUITimer>([this](CVSTGUITimer*) { openList(); }, kSecondClickTime);
@@ -103,6 +106,17 @@ void CPresetsDisplay::onMouseWheelEvent(MouseWheelEvent& event) {
     wheelRest_ -= notches;
     if (notches != 0) step(static_cast<int>(std::clamp(notches, -16.0, 16.0)));
     event.consumed = true;
+}
+
+// The keys do what the pointer does: arrows step, Return opens the list, F2 renames.
+void CPresetsDisplay::onKeyboardEvent(KeyboardEvent& event) {
+    if (event.type != EventType::KeyDown || !event.modifiers.empty()) return;
+    event.consumed = true;
+    if (event.virt == VirtualKey::Left || event.virt == VirtualKey::Up) return step(-1);
+    if (event.virt == VirtualKey::Right || event.virt == VirtualKey::Down) return step(1);
+    if (event.virt == VirtualKey::Return) return openList();
+    if (event.virt == VirtualKey::F2) return rename();
+    event.consumed = false;
 }
 
 void CPresetsDisplay::step(int by) {

@@ -30,6 +30,7 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
     void onMouseWheelEvent(VSTGUI::MouseWheelEvent& event) override;
+    void onKeyboardEvent(VSTGUI::KeyboardEvent& event) override;
     void valueChanged(VSTGUI::CControl* control) override;
 
   private:

@@ -43,6 +43,12 @@ class FakeInstrument : public editor::EditorHost {
 
     int heldNotes() const override { return held; }
     int lastKey() const override { return key; }
+    std::bitset<128> heldKeys() const override { return keys; }
+    void playKey(int key, int velocity) override {
+        keys[static_cast<unsigned>(key)] = velocity > 0;
+        note("key " + std::to_string(key) + ' ' + std::to_string(velocity));
+    }
+    const state::ToneCurve& toneCurve() override { return tone; }
     editor::OutputPeaks takeOutputPeaks() override { return std::exchange(peaks, {}); }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return taps[tap]; }
@@ -61,6 +67,8 @@ class FakeInstrument : public editor::EditorHost {
     int current = 0;
     int held = 0;
     int key = -1;
+    std::bitset<128> keys;
+    state::ToneCurve tone;
     editor::OutputPeaks peaks;
     state::LearnSlot slot;
     std::uint64_t changed = 0;
