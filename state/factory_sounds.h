@@ -1,11 +1,11 @@
-// The factory sounds as a host's browser lists them.
+// The factory sounds as browsers list them.
 #pragma once
 
 #include <string>
 
 #include "state/bank.h"
 
-namespace plugin {
+namespace state {
 
 struct FactorySound {
     const char* family;
@@ -19,4 +19,4 @@ const FactorySound* factorySound(int program, const std::string& name);
 // Reads the bank that is delivered, into `bank`. False, without a message, when it cannot.
 bool readFactoryBank(state::BankChunk& bank);
 
-}  // namespace plugin
+}  // namespace state
