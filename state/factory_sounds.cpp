@@ -27,6 +27,10 @@ const FactorySound* factorySound(int program, const std::string& name) {
     return name == kSounds[program].name ? &kSounds[program] : nullptr;
 }
 
+const char* factoryFamily(int program) {
+    return kSounds[program].family;
+}
+
 bool readFactoryBank(BankChunk& bank) {
     const auto folder = platform::resourceFolder();
     const auto file =

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kTabTexts[] = {"Sounds", "Library", "Files"};
 constexpr const char* kHeart = "\u2665";
 constexpr CColor kShade(0, 0, 0, 150);  // over the controls around the panel
-constexpr CCoord kNumberWidth = 24;
+constexpr CCoord kNumberWidth = 18;
 
 // How much of the text's colour is in it.
 constexpr double kEdge = 0.28;
@@ -104,6 +104,8 @@ void CBrowserView::drawSearch(CDrawContext& context, const BrowserLayout& layout
     CRect text = layout.search;
     text.inset(8, 0);
     context.setFont(kNormalFont);
+    context.setFontColor(mixed(naming ? 1 : kDim));
+    drawFitted(context, browser_.place(), layout.place, naming ? kRightText : kLeftText);
     if (typed.empty()) {
         context.setFontColor(mixed(kDim));
         drawFitted(context, naming ? "Type a name" : "Type to search", text);
@@ -180,14 +182,14 @@ void CBrowserView::drawItem(CDrawContext& context, const CRect& row, int index) 
     }
     const CColor ink = selected ? colors_.back : mixed(hovered ? 1 : 0.9);
     CRect text = row;
-    text.inset(2, 0);
+    text.left += 2;
     if (item.kind == BrowserItem::kProgram) {
         context.setFont(kNormalFontVerySmall);
         context.setFontColor(selected ? colors_.back : mixed(kDim));
         context.drawString(programNumber(item.program).c_str(),
                            CRect(text.left, row.top, text.left + kNumberWidth, row.bottom),
                            kLeftText);
-        text.left += kNumberWidth - 4;
+        text.left += kNumberWidth;
     }
     const bool heart = item.favourite || (hovered && browser_.page() != SoundBrowser::kFiles);
     if (heart) {
@@ -200,7 +202,13 @@ void CBrowserView::drawItem(CDrawContext& context, const CRect& row, int index) 
     }
     context.setFont(kNormalFontSmall);
     context.setFontColor(ink);
-    drawFitted(context, item.edited ? item.name + " *" : item.name, text);
+    const std::string name = fitted(context, item.name, text.getWidth() - (item.edited ? 8 : 0));
+    context.drawString(name.c_str(), text, kLeftText);
+    if (!item.edited) return;
+    text.left += context.getStringWidth(name.c_str()) + 3;
+    context.setFont(kNormalFont, 0, kBoldFace);
+    context.setFontColor(selected ? colors_.back : colors_.accent);
+    context.drawString("*", text, kLeftText);
 }
 
 void CBrowserView::drawFooter(CDrawContext& context, const BrowserLayout& layout) const {
@@ -223,8 +231,7 @@ void CBrowserView::drawFooter(CDrawContext& context, const BrowserLayout& layout
 void CBrowserView::drawButtons(CDrawContext& context, const BrowserLayout& layout) const {
     for (int i = 0; i < static_cast<int>(layout.buttons.size()); ++i) {
         const BrowserButton& button = layout.buttons[i];
-        const bool naming = browser_.isNaming();
-        if (button.area.isEmpty() || (naming && !button.textWhileNaming)) continue;
+        if (button.area.isEmpty()) continue;
         const bool on = browser_.isOn(button.action);
         const bool usable = browser_.can(button.action);
         const bool hovered = usable && hovered_ == Place{Place::kButton, i};
@@ -233,7 +240,7 @@ void CBrowserView::drawButtons(CDrawContext& context, const BrowserLayout& layou
         context.drawRect(button.area, kDrawFilledAndStroked);
         context.setFont(kNormalFontSmall, 0, on ? kBoldFace : kNormalFace);
         context.setFontColor(on ? colors_.back : mixed(!usable ? kFaint : hovered ? 1 : 0.85));
-        context.drawString(naming ? button.textWhileNaming : button.text, button.area);
+        context.drawString(button.text, button.area);
     }
 }
 

@@ -10,12 +10,12 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CCoord kMargin = 12;
+constexpr CCoord kMargin = 6;
 const CPoint kLargest(1240, 640);
 constexpr CCoord kHeader = 48;
 constexpr CCoord kFooter = 72;
 constexpr CCoord kButtonHeight = 24;
-constexpr CCoord kSide = 14;  // between the edge of the panel and what is in it
+constexpr CCoord kSide = 12;  // between the edge of the panel and what is in it
 constexpr CCoord kSoundWidth = 112;
 constexpr CCoord kFileWidth = 190;
 constexpr int kMostAcross = 8;
@@ -25,23 +25,26 @@ constexpr CCoord kMostRow = 24;
 struct ButtonRow {
     SoundBrowser::Action action;
     const char* text;
-    const char* textWhileNaming;
     CCoord width;
     CCoord space;  // before it
 };
 
 constexpr ButtonRow kHeaderButtons[] = {
-    {SoundBrowser::kFavouritesOnly, "Favourites", nullptr, 80, 18},
-    {SoundBrowser::kShowInit, "Init slots", nullptr, 72, 6},
+    {SoundBrowser::kFavouritesOnly, "\u2665 Favourites", 92, 18},
+    {SoundBrowser::kShowInit, "Init slots", 72, 6},
 };
 constexpr ButtonRow kFooterButtons[] = {
-    {SoundBrowser::kCopy, "Copy", nullptr, 64, 0},
-    {SoundBrowser::kPaste, "Paste", nullptr, 64, 6},
-    {SoundBrowser::kRevert, "Revert", nullptr, 68, 18},
-    {SoundBrowser::kFactory, "Factory sound", nullptr, 108, 6},
-    {SoundBrowser::kKeep, "Keep in library", nullptr, 112, 18},
-    {SoundBrowser::kSaveSound, "Save sound...", "Save", 104, 6},
-    {SoundBrowser::kSaveBank, "Save bank...", nullptr, 96, 6},
+    {SoundBrowser::kCopy, "Copy", 64, 0},
+    {SoundBrowser::kPaste, "Paste", 64, 6},
+    {SoundBrowser::kRevert, "Revert", 68, 18},
+    {SoundBrowser::kFactory, "Factory sound", 108, 6},
+    {SoundBrowser::kKeep, "Keep in library", 112, 18},
+    {SoundBrowser::kSaveSound, "Save sound...", 104, 6},
+    {SoundBrowser::kSaveBank, "Save bank...", 96, 6},
+};
+constexpr ButtonRow kNamingButtons[] = {
+    {SoundBrowser::kSave, "Save", 80, 0},
+    {SoundBrowser::kCancel, "Cancel", 80, 6},
 };
 
 template <std::size_t Count>
@@ -51,7 +54,7 @@ void addButtons(std::vector<BrowserButton>& buttons, const ButtonRow (&rows)[Cou
         at.x += row.space;
         CRect area(at, CPoint(row.width, kButtonHeight));
         if (area.right > right) area = CRect();
-        buttons.push_back({row.action, row.text, row.textWhileNaming, area});
+        buttons.push_back({row.action, row.text, area});
         at.x += row.width;
     }
 }
@@ -78,11 +81,18 @@ BrowserLayout::BrowserLayout(const CPoint& frame, const SoundBrowser& browser) {
     }
     const CCoord searchWidth = std::min(230.0, size.x / 3);
     search = CRect(close.left - 8 - searchWidth, top, close.left - 8, top + kButtonHeight);
-    addButtons(buttons, kHeaderButtons, CPoint(x, top), search.left - 8);
-
-    const CCoord bottom = panel.bottom - kSide + 2;
-    addButtons(buttons, kFooterButtons, CPoint(panel.left + kSide, bottom - kButtonHeight),
-               panel.right - kSide);
+    place = CRect(x + kSide, top, search.left - 10, top + kButtonHeight);
+    const CCoord bottom = panel.bottom - kSide;
+    const CPoint first(panel.left + kSide, bottom - kButtonHeight);
+    const CCoord right = panel.right - kSide;
+    if (browser.isNaming()) {
+        addButtons(buttons, kNamingButtons, first, right);
+    } else {
+        if (browser.page() != SoundBrowser::kFiles) {
+            addButtons(buttons, kHeaderButtons, CPoint(x, top), search.left - 8);
+        }
+        addButtons(buttons, kFooterButtons, first, right);
+    }
     detail = CRect(panel.left + kSide, panel.bottom - kFooter, panel.right - kSide,
                    bottom - kButtonHeight);
 

@@ -12,7 +12,6 @@ namespace editor {
 struct BrowserButton {
     SoundBrowser::Action action;
     const char* text;
-    const char* textWhileNaming;  // null: hidden then
     VSTGUI::CRect area;
 };
 
@@ -20,7 +19,7 @@ struct BrowserLayout {
     static constexpr VSTGUI::CCoord kLeastWidth = 360;
     static constexpr VSTGUI::CCoord kLeastHeight = 240;
     static constexpr VSTGUI::CCoord kHeading = 24;
-    static constexpr VSTGUI::CCoord kGap = 6;
+    static constexpr VSTGUI::CCoord kGap = 4;
     static constexpr int kTabs = 3;
 
     // Fits into a frame of this size and shows the columns of the browser.
@@ -35,6 +34,7 @@ struct BrowserLayout {
     VSTGUI::CRect panel;
     VSTGUI::CRect tabs[kTabs];
     VSTGUI::CRect search;
+    VSTGUI::CRect place;  // the text before it
     VSTGUI::CRect close;
     VSTGUI::CRect grid;
     VSTGUI::CRect detail;

@@ -34,13 +34,23 @@ constexpr struct {
     {'r', SoundBrowser::kRevert}, {'k', SoundBrowser::kKeep},  {'s', SoundBrowser::kSaveSound},
 };
 
+// Names are read more easily in a paler colour than that of a short display.
+BrowserColors paler(BrowserColors colors) {
+    const auto half = [](std::uint8_t part) { return static_cast<std::uint8_t>((part + 255) / 2); };
+    if (colors.back.red + colors.back.green + colors.back.blue < 3 * 128) {
+        colors.text =
+            CColor(half(colors.text.red), half(colors.text.green), half(colors.text.blue));
+    }
+    return colors;
+}
+
 }  // namespace
 
 CBrowserView::CBrowserView(const CPoint& frame, SoundBrowser& browser, const BrowserColors& colors,
                            std::function<void()> done, OnKey otherKey)
     : CView(CRect(CPoint(), frame)),
       browser_(browser),
-      colors_(colors),
+      colors_(paler(colors)),
       done_(std::move(done)),
       otherKey_(std::move(otherKey)) {
     setWantsFocus(true);
@@ -115,8 +125,7 @@ void CBrowserView::press(const Place& place, bool twice) {
             showSelected();
             break;
         case Place::kButton: {
-            const BrowserButton button = layout().buttons[place.index];
-            if (!browser_.isNaming() || button.textWhileNaming) browser_.run(button.action);
+            browser_.run(layout().buttons[place.index].action);
             showSelected();
             break;
         }

@@ -2,6 +2,7 @@
 #include "editor/browser/sound_browser.h"
 
 #include <algorithm>
+#include <set>
 
 #include "editor/browser/sound_files.h"
 #include "platform/file.h"
@@ -51,26 +52,39 @@ void SoundBrowser::readItems() {
     filter();
 }
 
-// Sounds of the factory stand under their families, in the order of the numbers. The user's come
-// last. Slots that contain nothing are hidden, but never the current one.
+// A family with any of its factory sounds also keeps what replaces the others, in the order of the
+// numbers. Other sounds come after the families. Slots that contain nothing are hidden, but never
+// the current one.
 std::vector<BrowserItem> SoundBrowser::programs() {
-    std::vector<BrowserItem> sounds;
-    std::vector<BrowserItem> own;
+    std::set<std::string> known;
+    for (int program = 0; program < host_.programCount(); ++program) {
+        const std::string name = host_.programName(program);
+        if (const auto* const sound = state::factorySound(program, name)) {
+            known.insert(sound->family);
+        }
+    }
+    std::vector<BrowserItem> sounds, own, init;
     for (int program = 0; program < host_.programCount(); ++program) {
         BrowserItem item;
         item.program = program;
         item.name = host_.programName(program);
         item.edited = isEdited(host_, program);
-        const bool isInit = item.name == kInitName && !item.edited;
-        if (isInit && !showInit_ && program != host_.program()) continue;
-        const state::FactorySound* const known = state::factorySound(program, item.name);
-        item.family = known ? known->family : isInit ? kInitName : kOwnFamily;
-        if (known) item.character = known->character;
-        (known ? sounds : own).push_back(std::move(item));
+        const auto* const sound = state::factorySound(program, item.name);
+        if (sound) item.character = sound->character;
+        item.family = state::factoryFamily(program);
+        if (item.name == kInitName && !item.edited) {
+            if (!showInit_ && program != host_.program()) continue;
+            item.family = kInitName;
+            init.push_back(std::move(item));
+        } else if (known.count(item.family) > 0) {
+            sounds.push_back(std::move(item));
+        } else {
+            item.family = kOwnFamily;
+            own.push_back(std::move(item));
+        }
     }
-    std::stable_partition(own.begin(), own.end(),
-                          [](const BrowserItem& item) { return item.family == kOwnFamily; });
     sounds.insert(sounds.end(), own.begin(), own.end());
+    sounds.insert(sounds.end(), init.begin(), init.end());
     return sounds;
 }
 
@@ -186,7 +200,6 @@ bool SoundBrowser::isOn(Action action) const {
 
 void SoundBrowser::run(Action action) {
     if (!can(action)) return;
-    if (isNaming()) return save();
     const std::string name = host_.programName(host_.program());
     status_.clear();
     switch (action) {
@@ -224,6 +237,11 @@ void SoundBrowser::run(Action action) {
             return startNaming(kSound, fileNameFor(name));
         case kSaveBank:
             return startNaming(kBank, "Bank");
+        case kSave:
+            return save();
+        case kCancel:
+            cancelTyping();
+            break;
     }
     readItems();
 }
@@ -304,19 +322,29 @@ std::string SoundBrowser::detail() const {
     return line;
 }
 
+std::string SoundBrowser::place() const {
+    if (page_ != kFiles) return "";
+    const std::string folder = platform::utf8FromPath(folder_);
+    if (!isNaming()) return folder;
+    return std::string("Save the ") + (saving_ == kSound ? "sound" : "bank") + " in " + folder +
+           " as";
+}
+
 std::string SoundBrowser::remark() const {
     if (isNaming()) {
-        return "Type a name, Return saves " + fileNameFor(name_) +
-               (saving_ == kSound ? kSoundExtension : kBankExtension) + " in " +
-               platform::utf8FromPath(folder_);
+        return "Return saves " + fileNameFor(name_) +
+               (saving_ == kSound ? kSoundExtension : kBankExtension) + ", Escape does not.";
     }
     const int index = selected();
-    if (page_ == kFiles) {
-        const bool file = index >= 0 && items_[index].kind != BrowserItem::kFolder;
-        return file ? "Return or a double click loads it" : platform::utf8FromPath(folder_);
+    if (index < 0) {
+        return search_.empty() || items_.empty()
+                   ? ""
+                   : std::to_string(items_.size()) + " found. Return takes the first.";
     }
-    if (index < 0) return "";
     const BrowserItem& item = items_[index];
+    if (page_ == kFiles) {
+        return item.kind == BrowserItem::kFolder ? "" : "Return or a double click loads it.";
+    }
     return item.character.empty() ? item.family : item.family + ": " + item.character;
 }
 

@@ -28,6 +28,8 @@ class SoundBrowser {
         kKeep,       // in the library
         kSaveSound,  // as a file whose name is typed
         kSaveBank,
+        kSave,  // under the name typed
+        kCancel,
     };
 
     SoundBrowser(EditorHost& host, EditHistory& history) : host_(host), slots_(host, history) {}
@@ -67,6 +69,7 @@ class SoundBrowser {
     // One line about the selected item, and one about what has just happened.
     std::string detail() const;
     const std::string& status() const { return status_; }
+    std::string place() const;   // the folder that shows, or where a file is saved
     std::string remark() const;  // more about it, or what to do
 
   private:
