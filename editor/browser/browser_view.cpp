@@ -28,10 +28,13 @@ constexpr struct {
 
 constexpr struct {
     char32_t letter;
+    bool shift;
     SoundBrowser::Action action;
 } kCommandKeys[] = {
-    {'c', SoundBrowser::kCopy},   {'v', SoundBrowser::kPaste}, {'d', SoundBrowser::kFavourite},
-    {'r', SoundBrowser::kRevert}, {'k', SoundBrowser::kKeep},  {'s', SoundBrowser::kSaveSound},
+    {'c', false, SoundBrowser::kCopy},      {'v', false, SoundBrowser::kPaste},
+    {'d', false, SoundBrowser::kFavourite}, {'r', false, SoundBrowser::kRevert},
+    {'k', false, SoundBrowser::kKeep},      {'s', false, SoundBrowser::kSaveSound},
+    {'s', true, SoundBrowser::kSaveBank},
 };
 
 // Names are read more easily in a paler colour than that of a short display.
@@ -221,16 +224,18 @@ bool CBrowserView::useKey(const KeyboardEvent& event) {
         default:
             break;
     }
-    if (event.modifiers.has(ModifierKey::Control)) return useCommand(event.character | 0x20);
+    if (event.modifiers.has(ModifierKey::Control)) {
+        return useCommand(event.character | 0x20, event.modifiers.has(ModifierKey::Shift));
+    }
     if (event.character == 0 || event.modifiers.has(ModifierKey::Alt)) return false;
     browser_.type(event.character);
     showSelected();
     return true;
 }
 
-bool CBrowserView::useCommand(char32_t letter) {
+bool CBrowserView::useCommand(char32_t letter, bool shift) {
     for (const auto& row : kCommandKeys) {
-        if (row.letter != letter) continue;
+        if (row.letter != letter || row.shift != shift) continue;
         browser_.run(row.action);
         showSelected();
         return true;

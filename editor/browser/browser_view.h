@@ -53,7 +53,7 @@ class CBrowserView : public VSTGUI::CView {
     Place placeAt(const VSTGUI::CPoint& where) const;
     void press(const Place& place, bool twice);
     bool useKey(const VSTGUI::KeyboardEvent& event);
-    bool useCommand(char32_t letter);
+    bool useCommand(char32_t letter, bool shift);
     void walk(Walk step);
     void finish();
     void showSelected();
