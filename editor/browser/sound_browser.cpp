@@ -345,6 +345,7 @@ std::string SoundBrowser::remark() const {
     if (page_ == kFiles) {
         return item.kind == BrowserItem::kFolder ? "" : "Return or a double click loads it.";
     }
+    if (page_ == kLibrary) return "Plays in slot " + programNumber(host_.program()) + '.';
     return item.character.empty() ? item.family : item.family + ": " + item.character;
 }
 
