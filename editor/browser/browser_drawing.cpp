@@ -29,7 +29,7 @@ std::uint8_t between(std::uint8_t from, std::uint8_t to, double part) {
 }
 
 // Cut with "..." where it is too long.
-std::string fitted(const CDrawContext& context, const std::string& text, CCoord width) {
+std::string fitted(CDrawContext& context, const std::string& text, CCoord width) {
     if (context.getStringWidth(text.c_str()) <= width) return text;
     std::string cut = text;
     while (!cut.empty()) {

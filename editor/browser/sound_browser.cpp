@@ -19,7 +19,6 @@ namespace {
 
 constexpr const char* kInitName = "Init";
 constexpr const char* kOwnFamily = "Own sounds";
-constexpr const char* kFolderSetting = "SoundFolder";
 constexpr std::size_t kLongestTyped = 60;
 
 std::string lastPart(std::string path) {
@@ -33,7 +32,7 @@ void SoundBrowser::refresh() {
     favourites_.read();
     if (folder_.empty()) {
         const std::string stored =
-            platform::pathFromUtf8(state::settings().read(kFolderSetting).value_or(""));
+            platform::pathFromUtf8(state::settings().read(state::kSoundFolderSetting).value_or(""));
         const auto home = platform::homeFolder();
         folder_ = platform::folderExists(stored)
                       ? stored
@@ -166,7 +165,7 @@ bool SoundBrowser::choose(int index) {
 
 void SoundBrowser::open(const std::string& folder) {
     folder_ = folder;
-    state::settings().write(kFolderSetting, platform::utf8FromPath(folder));
+    state::settings().write(state::kSoundFolderSetting, platform::utf8FromPath(folder));
     search_.clear();
     selectedPath_.clear();
     status_.clear();
