@@ -112,8 +112,9 @@ BrowserLayout::BrowserLayout(const CPoint& frame, const SoundBrowser& browser) {
 
 CRect BrowserLayout::column(int number, CCoord scrolled) const {
     const CCoord height = kHeading + BrowserColumn::kMostRows * rowHeight;
+    const int band = number / columnsAcross;
     const CCoord left = grid.left + (number % columnsAcross) * columnWidth;
-    const CCoord top = grid.top - scrolled + (number / columnsAcross) * (height + kGap);
+    const CCoord top = grid.top - scrolled + band * (height + kGap);
     return {left + kGap, top, left + columnWidth - kGap, top + height};
 }
 

@@ -103,14 +103,20 @@ std::string SoundBrowser::lookOfProgram() const {
 }
 
 bool SoundBrowser::follow() {
-    if (lookOfProgram() == shownProgram_) return false;
-    page_ == kSounds ? readItems() : void(shownProgram_ = lookOfProgram());
+    const std::string look = lookOfProgram();
+    if (look == shownProgram_) return false;
+    const auto number = programNumber(host_.program());
+    if (page_ == kLibrary && shownProgram_.compare(0, number.size(), number) != 0) {
+        selectedPath_.clear();  // the file plays in another slot
+    }
+    page_ == kSounds ? readItems() : void(shownProgram_ = look);
     return true;
 }
 
 void SoundBrowser::show(Page page) {
     page_ = page;
     saving_ = kNothing;
+    selectedPath_.clear();
     status_.clear();
     readItems();
 }
