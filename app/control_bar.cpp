@@ -111,6 +111,8 @@ class PositionLine : public CView {
 
     void draw(CDrawContext* context) override {
         CRect line = getViewSize();
+        context->setFillColor(kBackColor);  // the picture behind shows an earlier place
+        context->drawRect(line, kDrawFilled);
         line.inset(0, std::floor(line.getHeight() / 2) - 2);
         context->setFillColor(kButtonColor);
         context->drawRect(line, kDrawFilled);
@@ -157,8 +159,9 @@ ControlBar::ControlBar(std::uintptr_t parent, int width, const BarActions& actio
     };
     restart_ = addButton("Restart", later(actions.restart));
     play_ = addButton("Play", later(actions.playOrPause));
-    line_ = new PositionLine(
-        [this](double place) { pending_.push_back([this, place] { actions_.moveTo(place); }); });
+    line_ = new PositionLine([this](double place) {
+        pending_.push_back([this, place] { actions_.moveTo(place * length_); });
+    });
     frame_->addView(line_);
     const auto addLabel = [this](CHoriTxtAlign align) {
         auto* const label = new CTextLabel(CRect());
@@ -230,6 +233,7 @@ void ControlBar::layOut() {
 
 void ControlBar::show(const BarState& state) {
     const bool hasSong = state.length > 0;
+    length_ = state.length;
     play_->setText(state.isPlaying ? "Stop" : "Play");
     play_->setEnabled(hasSong);
     restart_->setEnabled(hasSong);

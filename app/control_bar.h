@@ -30,9 +30,10 @@ using MenuChoices = std::function<std::vector<MenuChoice>()>;
 struct BarActions {
     std::function<void()> playOrPause;
     std::function<void()> restart;
+    std::function<void()> back;  // a little, by keys only
+    std::function<void()> forward;
     std::function<void()> panic;
     std::function<void(double seconds)> moveTo;
-    std::function<void(double seconds)> moveBy;
     MenuChoices audioChoices;  // may take a while
     MenuChoices midiChoices;
 };
@@ -79,6 +80,7 @@ class ControlBar {
     Picture picture_;
     VSTGUI::CFrame* frame_;
     int width_;
+    double length_ = 0.0;  // of the song, seconds
     BarButton* restart_;
     BarButton* play_;
     PositionLine* line_;

@@ -26,7 +26,6 @@ constexpr uint16_t kShortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | 
 constexpr std::chrono::milliseconds kRepeatGap{5};  // between the two events of a repeat
 constexpr int kBareWidth = 480;                     // if the instrument has no editor
 constexpr int kBareHeight = 120;
-constexpr double kKeyStep = 5.0;  // seconds of the song
 
 // The server's codes: the Linux input code plus 8.
 enum Key : xcb_keycode_t { kSpace = 65, kF5 = 71, kF6 = 72, kHome = 110, kDelete = 119 };
@@ -246,12 +245,8 @@ bool EditorWindow::serve(std::chrono::milliseconds patience) {
     bar_->idle();
     const bool keysAreTaken = wereWanted || keysAreWanted();
     for (std::size_t i = 0; i < events.size(); ++i) {
-        const bool repeats = i + 1 < events.size() && isRepeat(events[i], events[i + 1]);
-        if (repeats) {
-            ++i;
-        } else {
-            handle(*events[i], keysAreTaken);
-        }
+        const bool goesOn = i + 1 < events.size() && isRepeat(events[i], events[i + 1]);
+        if (!goesOn) handle(*events[i], keysAreTaken);
     }
     return !isClosed_ && xcb_connection_has_error(connection_) == 0;
 }
@@ -260,25 +255,20 @@ bool EditorWindow::keysAreWanted() const {
     return bar_->wantsKeys() || (tellsWhenItWantsKeys_ && host_.dispatch(effKeysRequired) == 0);
 }
 
-bool EditorWindow::playsTransport(const xcb_key_press_event_t& key) const {
-    switch (key.detail) {
+const std::function<void()>* EditorWindow::actionOf(xcb_keycode_t key) const {
+    switch (key) {
         case kSpace:
-            actions_.playOrPause();
-            return true;
+            return &actions_.playOrPause;
         case kHome:
-            actions_.restart();
-            return true;
+            return &actions_.restart;
         case kF5:
-            actions_.moveBy(-kKeyStep);
-            return true;
+            return &actions_.back;
         case kF6:
-            actions_.moveBy(kKeyStep);
-            return true;
+            return &actions_.forward;
         case kDelete:
-            actions_.panic();
-            return true;
+            return &actions_.panic;
         default:
-            return false;
+            return nullptr;
     }
 }
 
@@ -287,18 +277,26 @@ void EditorWindow::handle(const xcb_generic_event_t& event, bool keysAreTaken) {
         case XCB_KEY_PRESS: {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
             const bool isShortcut = (key.state & kShortcutModifiers) != 0;
-            if (keysAreTaken || isShortcut || playsTransport(key)) return;
+            if (keysAreTaken || isShortcut) return;
+            if (const auto* const action = actionOf(key.detail)) {
+                const bool repeats = heldKeys_[key.detail];
+                heldKeys_.set(key.detail);
+                return repeats ? void() : (*action)();
+            }
             return keyboard_.press(key.detail);
         }
-        case XCB_KEY_RELEASE:
-            return keyboard_.release(
-                reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+        case XCB_KEY_RELEASE: {
+            const auto code = reinterpret_cast<const xcb_key_release_event_t&>(event).detail;
+            heldKeys_.reset(code);
+            return keyboard_.release(code);
+        }
         case XCB_FOCUS_OUT: {
             const auto detail = reinterpret_cast<const xcb_focus_out_event_t&>(event).detail;
             const bool staysInside =
                 detail == XCB_NOTIFY_DETAIL_INFERIOR || detail == XCB_NOTIFY_DETAIL_POINTER;
-            if (!staysInside) keyboard_.releaseAll();
-            return;
+            if (staysInside) return;
+            heldKeys_.reset();
+            return keyboard_.releaseAll();
         }
         case XCB_CLIENT_MESSAGE: {
             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);

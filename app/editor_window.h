@@ -1,7 +1,9 @@
 // An X11 window with the bar, an instrument's editor below it, and the keyboard.
 #pragma once
 
+#include <bitset>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -43,7 +45,7 @@ class EditorWindow {
     VSTGUI::PixelBuffer picture() const;
     void listenBelow(xcb_window_t window);
     void handle(const xcb_generic_event_t& event, bool keysAreTaken);
-    bool playsTransport(const xcb_key_press_event_t& key) const;
+    const std::function<void()>* actionOf(xcb_keycode_t key) const;  // null if it has none
     void askEditor(VstInt32 opcode, void* ptr = nullptr) const;
     bool keysAreWanted() const;
     void changeText(xcb_atom_t property, xcb_atom_t type, const std::string& text);
@@ -62,6 +64,7 @@ class EditorWindow {
     std::unique_ptr<ControlBar> bar_;
     xcb_atom_t deleteWindow_ = 0;
     std::string title_;
+    std::bitset<256> heldKeys_;  // those with an action, which does not repeat
     bool tellsWhenItWantsKeys_ = false;
     bool isClosed_ = false;
 };

@@ -22,6 +22,7 @@ constexpr auto kPollInterval = 1s;
 constexpr auto kRetryInterval = 2s;
 constexpr auto kSaveInterval = 30s;
 constexpr auto kFadePatience = 300ms;
+constexpr double kKeyStep = 5.0;   // seconds of the song
 constexpr int kFirstRate = 48000;  // until a device is open
 constexpr host::HostIdentity kIdentity = {"quarzel", true};
 
@@ -131,9 +132,11 @@ BarActions Session::makeActions() {
     };
     actions.panic = [this] { silence(); };
     actions.moveTo = [this](double seconds) { player_.moveSongTo(seconds); };
-    actions.moveBy = [this](double seconds) {
+    const auto moveBy = [this](double seconds) {
         player_.moveSongTo(player_.songPosition() + seconds);
     };
+    actions.back = [moveBy] { moveBy(-kKeyStep); };
+    actions.forward = [moveBy] { moveBy(kKeyStep); };
     actions.audioChoices = [this] {
         return audioMenu(audioDevices(), wish_, [this](const auto& wish) { playThrough(wish); });
     };
