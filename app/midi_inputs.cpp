@@ -11,6 +11,9 @@ namespace {
 
 constexpr const char* kApiNames[] = {"alsa", "jack"};
 constexpr const char* kClientName = "Quarzel Strings MIDI";
+// JACK would number a second client of that name, and the port that others connect to is known by
+// it.
+constexpr const char* kOtherClientName = "Quarzel Strings MIDI input";
 constexpr int kOwnLane = 1;
 constexpr int kFirstPortLane = 2;
 
@@ -26,9 +29,10 @@ std::vector<std::string> namesOf(RtMidiIn& input) {
 }
 
 // Returns null if the API does not work here.
-std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
+std::unique_ptr<RtMidiIn> tryApi(const std::string& api,
+                                 const char* clientName = kOtherClientName) {
     try {
-        auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
+        auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), clientName);
         // Without a server, RtMidi's JACK API only warns: here and on every query of ports.
         bool hasFailed = false;
         input->setErrorCallback([](RtMidiError::Type, const std::string&,
@@ -85,7 +89,8 @@ void MidiInputs::connect() {
     const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
     for (const auto& api : apis) {
         auto directory = tryApi(api);
-        auto ownPort = directory ? tryApi(api) : nullptr;  // the server may refuse a second client
+        auto ownPort = directory ? tryApi(api, kClientName)
+                                 : nullptr;  // the server may refuse a second client
         if (!ownPort) continue;
         api_ = api;
         directory_ = std::move(directory);

@@ -109,6 +109,7 @@ class Standalone : public testing::Test {
 TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
     start({"--no-window", "--program", "3", "--block", "64"});
     ASSERT_TRUE(says("Listening to the MIDI port listener:keys.")) << program_->output();
+    EXPECT_TRUE(jack_->feed("Quarzel Strings MIDI:in"));
     ASSERT_TRUE(waitFor([&] { return jack_->listen(); }));
     EXPECT_TRUE(isSilent());
     EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
