@@ -72,8 +72,8 @@ void Player::beginSong() {
 
 void Player::playSong() {
     if (!hasBegun_) return;
-    if (songHasEnded_) {
-        beginSong();
+    if (songHasEnded_) beginSong();
+    if (songHasEnded_ || songPosition() >= songLength()) {
         jumpTo(0);
     } else if (paused_) {
         jumpTo(position_);

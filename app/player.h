@@ -29,7 +29,7 @@ class Player {
     void leaveSong();
 
     // The song's transport, for the thread that calls start(). The song plays from the first block
-    // on. playSong() goes on where it was, or from the beginning after the end. Positions are in
+    // on. playSong() goes on where it was, or from the beginning at the end. Positions are in
     // seconds and limited to the song; at each, controllers and program are those of the song
     // there.
     void playSong();

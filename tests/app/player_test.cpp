@@ -98,7 +98,6 @@ TEST(Player, StopsMovesAndPlaysTheSongAgain) {
     rig.player.moveSongTo(99.0);
     EXPECT_TRUE(rig.marks(1).empty());
     EXPECT_FALSE(rig.player.songPlays()) << "a song that has ended does not go on by itself";
-    rig.player.moveSongTo(0.0);
     rig.player.playSong();
     EXPECT_EQ(rig.marks(1), (std::vector<int>{3}));
     EXPECT_EQ(rig.host.program(), 1) << "the one from before this time";
