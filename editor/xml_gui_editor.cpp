@@ -44,6 +44,7 @@ xmlGuiEditor::~xmlGuiEditor() noexcept {
 
 EditorRect xmlGuiEditor::getRect() {
     if (isOpen() || build_) return AEffGUIEditor::getRect();
+    display_ = platform::mainDisplay();
     const double zoom = measureSkin() ? boundedZoom(wantedZoom(), size_) : 1;
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
     setRect(size_.x * zoom, size_.y * zoom);
@@ -70,6 +71,7 @@ bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
     parentWindow_ = parentWindow;
+    display_ = platform::mainDisplay();
     host_.takeChangedParameters();  // new controls start with current values
     released_ = 0;
     const Toolkit toolkit;  // pictures are loaded before there is a frame
@@ -97,6 +99,7 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
         pictures_ = std::move(build.pictures);
         readDoublePictures();
         addAids();
+        showSize();
     } else if (!build.abandoned) {
         giveUpSkin();
     }
@@ -196,6 +199,7 @@ bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes
     const auto values = readValues(element, attributes);
     if (!values) return false;
     if (equalIgnoringCase(element, "background")) return makeBackground(*values);
+    if (equalIgnoringCase(element, "sizegrip")) return addSizeGrip(*values);
     if (equalIgnoringCase(element, "update")) {
         parameterLinks_.emplace_back(truncateToInt32(*values->number("src")),
                                      truncateToInt32(*values->number("dst")));
@@ -247,6 +251,7 @@ void xmlGuiEditor::addView(CView* view) {
     } else {
         build_->waiting.push_back(owned(view));
     }
+    if (view->wantsFocus() && !dynamic_cast<CTextEdit*>(view)) gestures_.add(view);
 }
 
 void xmlGuiEditor::addControl(CControl* control) {
@@ -258,7 +263,6 @@ void xmlGuiEditor::addControl(CControl* control) {
                                            : fillMenu(*menu, menu->getTag());
     }
     if (isSwitch(control->getTag())) showSwitch(*control);
-    if (control->wantsFocus()) gestures_.add(control);
     auto* const display = dynamic_cast<CDisplay*>(control);
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);
     if (!host_.isParameter(control->getTag())) return;

@@ -108,6 +108,11 @@ bool Shell::resizeEditor(int width, int height) {
                                     static_cast<uint32_t>(height));
 }
 
+// The host may have put the instrument to sleep.
+void Shell::keyPlayed() {
+    if (host_.request_process) host_.request_process(&host_);
+}
+
 void Shell::gestureBegins(int parameter) {
     if (!state::isParameter(parameter)) return;
     held_ |= std::uint64_t{1} << parameter;
