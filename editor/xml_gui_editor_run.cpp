@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "editor/editor_zoom.h"
 #include "editor/parameter_line.h"
 #include "state/controller_map.h"
 
