@@ -63,7 +63,8 @@ class EditorHost {
     virtual float chorusTap(int tap) const = 0;  // 0..1 is the usual range; may go beyond
 
     virtual state::LearnSlot& learnSlot() = 0;
-    virtual void sizeWindow(int width, int height) = 0;  // requests a window size in pixels
+    // Asks for a window of this size, in pixels. Returns true if the host grants it.
+    virtual bool sizeWindow(int width, int height) = 0;
 
     bool isParameter(int tag) const { return tag >= 0 && tag < parameterCount(); }
 };

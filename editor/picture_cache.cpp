@@ -2,6 +2,10 @@
 #include "editor/picture_cache.h"
 
 #include <algorithm>
+#include <atomic>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 #include "platform/file.h"
 #include "platform/path_text.h"
@@ -20,48 +24,72 @@ std::string doubleName(const std::string& fileName) {
     return fileName.substr(0, end) + kDoubleSuffix + fileName.substr(end);
 }
 
+VSTGUI::PlatformBitmapPtr readPicture(const std::string& path) {
+    return VSTGUI::getPlatformFactory().createBitmapFromPath(path.c_str());
+}
+
 }  // namespace
 
 // The file header tells the pixel count before the pixels take memory. A damaged picture is charged
 // the same.
-VSTGUI::PlatformBitmapPtr PictureCache::read(const std::string& fileName,
-                                             const std::optional<VSTGUI::CPoint>& wanted) {
+std::optional<std::string> PictureCache::charge(const std::string& fileName,
+                                                const std::optional<VSTGUI::CPoint>& wanted) {
     const auto path = files_.find(fileName);
-    if (!path) return nullptr;
+    if (!path) return std::nullopt;
     const auto start = platform::readFileStart(*path, platform::kPngHeaderBytes);
     const auto size = platform::readPngSize(start.value_or(""));
-    if (!size || size->width == 0 || size->height > pixelsLeft_ / size->width) return nullptr;
+    if (!size || size->width == 0 || size->height > pixelsLeft_ / size->width) return std::nullopt;
 
-    if (wanted && *wanted != VSTGUI::CPoint(size->width, size->height)) return nullptr;
+    if (wanted && *wanted != VSTGUI::CPoint(size->width, size->height)) return std::nullopt;
     pixelsLeft_ -= std::int64_t{size->width} * size->height;
-    const std::string utf8 = platform::utf8FromPath(*path);
-    return VSTGUI::getPlatformFactory().createBitmapFromPath(utf8.c_str());
-}
-
-// Ignores a double-size picture that is damaged or has the wrong size.
-void PictureCache::addDouble(VSTGUI::CBitmap& picture, const std::string& fileName) {
-    const VSTGUI::CPoint size = picture.getSize();
-    const auto pixels =
-        read(doubleName(fileName), VSTGUI::CPoint(size.x * kDouble, size.y * kDouble));
-    if (!pixels) return;
-    pixels->setScaleFactor(kDouble);
-    picture.addBitmap(pixels);
+    return platform::utf8FromPath(*path);
 }
 
 VSTGUI::CBitmap* PictureCache::find(const std::string& fileName) {
     const auto [at, isNew] = pictures_.try_emplace(normalizedName(fileName));
     if (!isNew) return at->second.get();
-    if (const auto pixels = read(fileName)) {
+    const auto path = charge(fileName);
+    if (const auto pixels = path ? readPicture(*path) : nullptr) {
         at->second = VSTGUI::makeOwned<VSTGUI::CBitmap>(pixels);
     }
     return at->second.get();
 }
 
+// The background takes about as long as all others together, so two threads share the work.
 void PictureCache::readDoubles() {
     if (readsDoubles_) return;
     readsDoubles_ = true;
-    for (const auto& [fileName, picture] : pictures_)
-        if (picture) addDouble(*picture, fileName);
+    struct Double {
+        VSTGUI::CBitmap& picture;
+        std::string path;
+        VSTGUI::PlatformBitmapPtr pixels;
+    };
+    std::vector<Double> doubles;
+    for (const auto& [fileName, picture] : pictures_) {
+        if (!picture) continue;
+        const VSTGUI::CPoint size = picture->getSize();
+        const auto path =
+            charge(doubleName(fileName), VSTGUI::CPoint(size.x * kDouble, size.y * kDouble));
+        if (path) doubles.push_back({*picture, *path, nullptr});
+    }
+    std::atomic<std::size_t> next{0};
+    const auto readNext = [&] {
+        for (std::size_t i = next++; i < doubles.size(); i = next++)
+            doubles[i].pixels = readPicture(doubles[i].path);
+    };
+    std::thread helper;
+    try {
+        helper = std::thread(readNext);
+    } catch (const std::system_error&) {
+        // No thread is to be had: this one does it all.
+    }
+    readNext();
+    if (helper.joinable()) helper.join();
+    for (const Double& row : doubles) {
+        if (!row.pixels) continue;  // damaged
+        row.pixels->setScaleFactor(kDouble);
+        row.picture.addBitmap(row.pixels);
+    }
 }
 
 }  // namespace editor

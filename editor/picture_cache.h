@@ -30,10 +30,11 @@ class PictureCache {
     void readDoubles();
 
   private:
-    // Returns null if the file cannot be read or does not have the wanted size.
-    VSTGUI::PlatformBitmapPtr read(const std::string& fileName,
-                                   const std::optional<VSTGUI::CPoint>& wanted = std::nullopt);
-    void addDouble(VSTGUI::CBitmap& picture, const std::string& fileName);
+    // Takes the pixels of a file from those that are left, and returns its path in UTF-8. Returns
+    // nothing if there is no such picture, they do not suffice, or it does not have the wanted
+    // size.
+    std::optional<std::string> charge(const std::string& fileName,
+                                      const std::optional<VSTGUI::CPoint>& wanted = std::nullopt);
 
     PictureFiles files_;
     std::int64_t pixelsLeft_;

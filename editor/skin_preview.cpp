@@ -65,7 +65,7 @@ class PreviewHost final : public EditorHost {
     float chorusTap(int tap) const override { return 0.25f * static_cast<float>(tap + 1); }
 
     state::LearnSlot& learnSlot() override { return learnSlot_; }
-    void sizeWindow(int, int) override {}
+    bool sizeWindow(int, int) override { return false; }
 
   private:
     static state::ToneCurve toneOfDefaults() {

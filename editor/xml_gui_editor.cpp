@@ -8,9 +8,11 @@
 #include "editor/views/path_fill.h"
 #include "editor/skin_missing.h"
 #include "editor/skin/skin_text.h"
+#include "platform/folders.h"
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "state/chunks.h"
+#include "state/data_folder.h"
 #include "state/parameters.h"
 
 namespace editor {
@@ -42,28 +44,33 @@ xmlGuiEditor::~xmlGuiEditor() noexcept {
 
 EditorRect xmlGuiEditor::getRect() {
     if (isOpen() || build_) return AEffGUIEditor::getRect();
-    size_ = CPoint();
     display_ = platform::mainDisplay();
-    if (!isSkinMissing()) {
-        // Stay silent here: open() reports the faults.
-        const platform::ScopedMessageHandler silence(
-            [](const std::string&, const std::string&, platform::MessageIcon) {});
-        const Toolkit toolkit;
-        if (const auto folder = skinChoice().folder()) {
-            SkinBuild build(*folder, mostMessages());
-            runBuild(build, SkinElements::kBackgroundOnly);
-        }
-    }
-    const double zoom = size_ == CPoint() ? 1 : boundedZoom(wantedZoom(), size_);
+    const double zoom = measureSkin() ? boundedZoom(wantedZoom(), size_) : 1;
     if (size_ == CPoint()) size_ = CPoint(kDataFolderScreenWidth, kDataFolderScreenHeight);
     setRect(size_.x * zoom, size_.y * zoom);
     return AEffGUIEditor::getRect();
+}
+
+// Finds the size of the chosen skin's background. Returns false if there is none.
+bool xmlGuiEditor::measureSkin() {
+    size_ = CPoint();
+    if (isSkinMissing()) return false;
+    // Stay silent here: open() reports the faults.
+    const platform::ScopedMessageHandler silence(
+        [](const std::string&, const std::string&, platform::MessageIcon) {});
+    const Toolkit toolkit;
+    if (const auto folder = skinChoice().folder()) {
+        SkinBuild build(*folder, mostMessages());
+        runBuild(build, SkinElements::kBackgroundOnly);
+    }
+    return size_ != CPoint();
 }
 
 // A message box may stay open for minutes. Meanwhile the host may call anything.
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
+    parentWindow_ = parentWindow;
     display_ = platform::mainDisplay();
     host_.takeChangedParameters();  // new controls start with current values
     released_ = 0;
@@ -122,7 +129,10 @@ bool xmlGuiEditor::openDataFolderScreen(void* parentWindow) {
 void xmlGuiEditor::sayMissingBank() {
     if (!state::defaultBankMissing() || missingBankShown_) return;
     missingBankShown_ = true;
-    platform::showMessage(kMissingBank, kMissingBank, platform::MessageIcon::kNone);
+    const std::string path = platform::resourceFolder().value_or("") + state::kDefaultBankFile;
+    platform::showMessage(kMissingBank,
+                          std::string(kMissingBank) + '\n' + platform::utf8FromPath(path),
+                          platform::MessageIcon::kNone);
 }
 
 SkinLoad xmlGuiEditor::runBuild(SkinBuild& build, SkinElements elements) {
@@ -160,6 +170,7 @@ void xmlGuiEditor::close() {
     currentView_ = nullptr;
     currentTag_ = kNoTag;
     skinChanged_ = false;
+    opensChosenSkin_ = false;
     dataFolderScreen_ = false;
 }
 

@@ -132,6 +132,8 @@ class xmlGuiEditor : public AEffGUIEditor,
     void showValue(VSTGUI::CControl& control);
     void writeReadOut();
     void showSkinNotice();
+    bool measureSkin();
+    void openChosenSkin();
 
     void onMouseEntered(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
     void onMouseExited(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
@@ -197,7 +199,9 @@ class xmlGuiEditor : public AEffGUIEditor,
     std::uint64_t released_ = 0;                  // one bit per parameter whose gesture has ended
     const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; only compared
     int currentTag_ = kNoTag;
+    void* parentWindow_ = nullptr;
     bool skinChanged_ = false;
+    bool opensChosenSkin_ = false;
     bool inIdle_ = false;
     bool dataFolderScreen_ = false;
     bool missingBankShown_ = false;

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "editor/editor_zoom.h"
 #include "editor/parameter_line.h"
 #include "state/controller_map.h"
 
@@ -67,7 +68,23 @@ void xmlGuiEditor::selectSkin(int index) {
     if (index < 0 || index >= static_cast<int>(skins_.installed.size())) return;
     skinChanged_ = true;
     idle();
-    chooseSkin(skins_.installed[index].name);
+    opensChosenSkin_ = chooseSkin(skins_.installed[index].name);
+}
+
+// Opens the chosen skin in the same window. Where the host grants no other size, the notice stays.
+void xmlGuiEditor::openChosenSkin() {
+    opensChosenSkin_ = false;
+    const CPoint shown = size_;
+    const bool exists = measureSkin();
+    const CPoint wanted = exists ? size_ : shown;
+    const double zoom = boundedZoom(wantedZoom(), wanted);
+    size_ = shown;
+    if (!exists) return;
+    const EditorRect before = getRect();
+    setRect(wanted.x * zoom, wanted.y * zoom);  // a host may ask while it resizes
+    const EditorRect asked = getRect();
+    if (!host_.sizeWindow(asked.right, asked.bottom)) return setRect(before.right, before.bottom);
+    if (isOpen()) open(parentWindow_);  // the host may have closed it
 }
 
 void xmlGuiEditor::redrawLinked(int source) {
@@ -80,7 +97,8 @@ void xmlGuiEditor::redrawLinked(int source) {
 
 void xmlGuiEditor::idle() {
     if (dataFolderScreen_) return AEffGUIEditor::idle();
-    if (!inIdle_) {
+    const bool isOutermost = !inIdle_;  // no control is at work
+    if (isOutermost) {
         inIdle_ = true;
         AEffGUIEditor::idle();
         inIdle_ = false;
@@ -91,6 +109,7 @@ void xmlGuiEditor::idle() {
     followChanges();
     writeReadOut();
     showSkinNotice();
+    if (isOutermost && opensChosenSkin_) openChosenSkin();
 }
 
 // Shows all changes since the last call at once, so a program change does not appear bit by bit.

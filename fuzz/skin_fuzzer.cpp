@@ -29,8 +29,9 @@ class Instrument : public FakeInstrument {
     void endEdit(int index) override {
         if (--edits_[index] < 0) wrong_ = "a gesture ends once";
     }
-    void sizeWindow(int width, int height) override {
+    bool sizeWindow(int width, int height) override {
         if (width < 0 || height < 0) wrong_ = "a window has a size";
+        return width % 2 == 0;
     }
     void setProgram(int program) override {
         if (!state::isProgram(program)) wrong_ = "a program is in range";

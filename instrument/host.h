@@ -22,8 +22,9 @@ class Host {
     virtual void displayChanged(DisplayChange) {}
     // User-interface thread. The editor has played a key, which waits for the next block.
     virtual void keyPlayed() {}
-    // User-interface thread. The editor asks for a window of this size, in pixels.
-    virtual void resizeEditor(int /*width*/, int /*height*/) {}
+    // User-interface thread. The editor asks for a window of this size, in pixels. Returns true if
+    // it gets one.
+    virtual bool resizeEditor(int /*width*/, int /*height*/) { return false; }
 };
 
 }  // namespace instrument

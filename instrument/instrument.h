@@ -121,7 +121,7 @@ class Instrument final : public editor::EditorHost {
     float chorusTap(int tap) const override { return engine_->chorusTap(tap); }
 
     state::LearnSlot& learnSlot() override { return learnSlot_; }
-    void sizeWindow(int width, int height) override { host_.resizeEditor(width, height); }
+    bool sizeWindow(int width, int height) override { return host_.resizeEditor(width, height); }
 
   private:
     // Requests: one bit per parameter, and these.

@@ -4,7 +4,7 @@
 #include "gui/base/geometry.h"
 #include "gui/base/reference.h"
 #include "gui/base/utf8_string.h"
-#include "gui/graphics/pixel_buffer.h"
+#include "gui/graphics/picture_rows.h"
 
 #include <vector>
 
@@ -15,15 +15,16 @@ class CDrawContext;
 // The pixels of one picture. scaleFactor of them, side by side, fill one pixel of a view.
 class IPlatformBitmap : public AtomicReferenceCounted {
   public:
-    explicit IPlatformBitmap(PixelBuffer pixels) : pixels_(std::move(pixels)) {}
-    const PixelBuffer& pixels() const { return pixels_; }
+    explicit IPlatformBitmap(PixelBuffer pixels) : rows_(std::move(pixels)) {}
+    explicit IPlatformBitmap(PictureRows rows) : rows_(std::move(rows)) {}
+    const PictureRows& pixels() const { return rows_; }
 
-    CPoint getSize() const { return CPoint(pixels_.width(), pixels_.height()); }
+    CPoint getSize() const { return CPoint(rows_.width(), rows_.height()); }
     void setScaleFactor(double factor) { scaleFactor_ = factor; }
     double getScaleFactor() const { return scaleFactor_; }
 
   private:
-    PixelBuffer pixels_;
+    PictureRows rows_;
     double scaleFactor_ = 1;
 };
 

@@ -210,16 +210,17 @@ void CDrawContext::drawBitmap(CBitmap* picture, const CRect& dest, const CPoint&
     const uint32_t stateAlpha = times255(state_.alpha, state_.viewAlpha);
     const uint32_t pictureAlpha = times255(stateAlpha, toByte(alpha));
     if (scale == zoom_) {
-        blendPicture(buffer_, clip, best->pixels(),
-                     nearestPixel(place.left) - nearestPixel(offset.x * zoom_),
-                     nearestPixel(place.top) - nearestPixel(offset.y * zoom_), pictureAlpha);
+        const int top = nearestPixel(place.top) - nearestPixel(offset.y * zoom_);
+        blendPicture(buffer_, clip, best->pixels().rows(clip.top - top, clip.bottom - top),
+                     nearestPixel(place.left) - nearestPixel(offset.x * zoom_), top, pictureAlpha);
         return;
     }
     const IntRect part = nearestPixels(CRect(offset.x * scale, offset.y * scale,
                                              (offset.x + dest.getWidth()) * scale,
                                              (offset.y + dest.getHeight()) * scale));
-    blendScaled(buffer_, clip, best->pixels(), part, place.left - offset.x * zoom_,
-                place.top - offset.y * zoom_, scale / zoom_, pictureAlpha);
+    blendScaled(buffer_, clip, best->pixels().rows(part.top, part.bottom), part,
+                place.left - offset.x * zoom_, place.top - offset.y * zoom_, scale / zoom_,
+                pictureAlpha);
 }
 
 void CDrawContext::drawString(UTF8StringPtr text, const CRect& rect, CHoriTxtAlign align,

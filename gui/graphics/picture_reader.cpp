@@ -1,6 +1,7 @@
 // Reads PNG pictures of any colour type into premultiplied pixels.
 #include "gui/graphics/picture_reader.h"
 
+#include "gui/graphics/png_pixels.h"
 #include "platform/png_header.h"
 
 #include <array>
@@ -65,14 +66,29 @@ struct FreePixels {
     void operator()(uint8_t* pixels) const { stbi_image_free(pixels); }
 };
 
+// The pictures of skins, several times as fast as by the general way.
+std::optional<PictureRows> readPlainPicture(const uint8_t* bytes, size_t size) {
+    auto png = findPlainPng(bytes, size);
+    if (!png) return std::nullopt;
+    const size_t wanted = png->unpackedSize();
+    std::vector<uint8_t> rows(wanted + 1);
+    const int unpacked =
+        stbi_zlib_decode_buffer(reinterpret_cast<char*>(rows.data()), static_cast<int>(wanted),
+                                reinterpret_cast<const char*>(png->compressed.data()),
+                                static_cast<int>(png->compressed.size()));
+    if (unpacked != static_cast<int>(wanted)) return std::nullopt;
+    return pictureOf(std::move(*png), std::move(rows));
+}
+
 }  // namespace
 
-std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
+std::optional<PictureRows> readPicture(const uint8_t* bytes, size_t size) {
     const auto claimed = platform::readPngSize({reinterpret_cast<const char*>(bytes), size});
     if (!claimed || !isPermitted(*claimed)) return std::nullopt;
     const uint64_t compressed = compressedSize(bytes, size);
     const uint64_t most = mostCompressed(*claimed);
     if (compressed == 0 || compressed > most || size > most + kMostOtherBytes) return std::nullopt;
+    if (auto plain = readPlainPicture(bytes, size)) return plain;
 
     int width = 0;
     int height = 0;
@@ -89,10 +105,10 @@ std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size) {
         for (int x = 0; x < width; ++x, from += kChannels)
             row[x] = premultiplied(CColor(from[0], from[1], from[2], from[3]));
     }
-    return picture;
+    return PictureRows(std::move(picture));
 }
 
-std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path) {
+std::optional<PictureRows> readPictureFile(const std::string& utf8Path) {
     try {
         const auto path = std::filesystem::u8path(utf8Path);
         if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // a pipe would block

@@ -1,7 +1,7 @@
 // Reads PNG pictures of any colour type into premultiplied pixels.
 #pragma once
 
-#include "gui/graphics/pixel_buffer.h"
+#include "gui/graphics/picture_rows.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +15,7 @@ constexpr int kLargestPictureSide = 16384;
 constexpr int64_t kLargestPictureArea = int64_t{64} << 20;
 
 // Return nothing unless the input is a valid PNG of a permitted size.
-std::optional<PixelBuffer> readPicture(const uint8_t* bytes, size_t size);
-std::optional<PixelBuffer> readPictureFile(const std::string& utf8Path);
+std::optional<PictureRows> readPicture(const uint8_t* bytes, size_t size);
+std::optional<PictureRows> readPictureFile(const std::string& utf8Path);
 
 }  // namespace VSTGUI

@@ -57,18 +57,31 @@ void fillArea(PixelBuffer& buffer, IntRect area, uint32_t pixel) {
     }
 }
 
+// Most pixels are opaque, so stretches of them are copied.
+void blendRow(const uint32_t* from, uint32_t* to, int count, uint32_t alpha) {
+    constexpr int kStretch = 32;
+    for (int done = 0; done < count; done += kStretch) {
+        const int end = std::min(done + kStretch, count);
+        uint32_t common = alpha << 24;
+        for (int i = done; i < end; ++i) common &= from[i];
+        if (common >> 24 == 255) {
+            std::copy(from + done, from + end, to + done);
+        } else if (alpha == 255) {
+            for (int i = done; i < end; ++i) to[i] = over(from[i], to[i]);
+        } else {
+            for (int i = done; i < end; ++i) to[i] = over(faded(from[i], alpha), to[i]);
+        }
+    }
+}
+
 void blendPicture(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture, int x,
                   int y, uint32_t alpha) {
     const IntRect there{x, y, x + picture.width(), y + picture.height()};
     const IntRect area = there.common(clip).common(buffer.bounds());
     if (area.isEmpty() || alpha == 0) return;
     for (int line = area.top; line < area.bottom; ++line) {
-        uint32_t* const to = buffer.row(line);
-        const uint32_t* const from = picture.row(line - y) - x;
-        for (int column = area.left; column < area.right; ++column) {
-            const uint32_t pixel = alpha == 255 ? from[column] : faded(from[column], alpha);
-            to[column] = over(pixel, to[column]);
-        }
+        blendRow(picture.row(line - y) + area.left - x, buffer.row(line) + area.left, area.width(),
+                 alpha);
     }
 }
 

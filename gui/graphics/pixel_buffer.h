@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <vector>
 
 namespace VSTGUI {
@@ -30,6 +32,29 @@ int nearestPixel(CCoord coordinate);
 IntRect nearestPixels(const CRect& rect);
 IntRect allPixelsTouched(const CRect& rect);
 
+// Takes zeroed memory from the system, which hands out large blocks page by page as they are
+// touched.
+template <class T>
+struct ZeroedMemory {
+    using value_type = T;
+    ZeroedMemory() = default;
+    template <class U>
+    explicit ZeroedMemory(const ZeroedMemory<U>&) {}
+    T* allocate(size_t count) {
+        void* const memory = std::calloc(count, sizeof(T));
+        if (!memory) throw std::bad_alloc();
+        return static_cast<T*>(memory);
+    }
+    void deallocate(T* memory, size_t) { std::free(memory); }
+    void construct(T*) {}  // already zero
+    template <class U>
+    void construct(T* at, const U& value) {
+        new (at) T(value);
+    }
+    bool operator==(const ZeroedMemory&) const { return true; }
+    bool operator!=(const ZeroedMemory&) const { return false; }
+};
+
 // Rows are stored from the top without gaps. A pixel holds alpha, red, green, blue from the highest
 // byte down, so the order in memory is blue, green, red, alpha. No colour exceeds its alpha.
 class PixelBuffer {
@@ -48,7 +73,7 @@ class PixelBuffer {
   private:
     int width_ = 0;
     int height_ = 0;
-    std::vector<uint32_t> pixels_;
+    std::vector<uint32_t, ZeroedMemory<uint32_t>> pixels_;
 };
 
 // a * b / 255, rounded to nearest. Exact for all bytes.
@@ -77,6 +102,9 @@ constexpr uint32_t premultiplied(CColor color) {
 
 // Blends one colour into the part of the area that lies inside the buffer.
 void fillArea(PixelBuffer& buffer, IntRect area, uint32_t pixel);
+
+// Blends `count` pixels, faded by alpha.
+void blendRow(const uint32_t* from, uint32_t* to, int count, uint32_t alpha);
 
 // Blends `picture`, faded by alpha, into `clip`. Its pixel (0, 0) lands on (x, y).
 void blendPicture(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture, int x,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 namespace VSTGUI {
@@ -38,18 +39,33 @@ Taps tapsFor(int position, double origin, double step, int first, int last) {
     return taps;
 }
 
-// Spreads the four bytes of a pixel over a wide word, so that all four are weighted and added at
-// once.
-uint64_t spread(uint32_t pixel) {
-    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
-}
+// The bytes of two pixels, with room for a weight.
+typedef uint16_t Wide __attribute__((vector_size(16)));
+typedef uint64_t Words __attribute__((vector_size(16)));
+typedef uint8_t Bytes __attribute__((vector_size(8)));
+constexpr size_t kPair = 2;
+constexpr size_t kBytes = 4;
+constexpr uint16_t kHalf = kWhole / 2;
 
-uint64_t rounded(uint64_t sums) {
-    return (sums + 0x0080008000800080u) >> 8 & 0x00FF00FF00FF00FFu;
-}
+// What two columns side by side take from a row.
+struct ColumnPair {
+    std::array<Wide, kMostTaps> weight;
+    std::array<std::array<uint32_t, kPair>, kMostTaps> at;  // first bytes
+};
 
-uint32_t gathered(uint64_t bytes) {
-    return static_cast<uint32_t>(bytes) | static_cast<uint32_t>(bytes >> 32) << 8;
+std::vector<ColumnPair> pairsOf(const std::vector<Taps>& columns, int first) {
+    constexpr uint64_t kEach = 0x0001000100010001u;
+    std::vector<ColumnPair> pairs(columns.size() / kPair);
+    for (size_t x = 0; x < columns.size(); ++x) {
+        ColumnPair& pair = pairs[x / kPair];
+        for (int i = 0; i < kMostTaps; ++i) {
+            auto words = reinterpret_cast<Words>(pair.weight[i]);
+            words[x % kPair] = kEach * columns[x].weight[i];
+            pair.weight[i] = reinterpret_cast<Wide>(words);
+            pair.at[i][x % kPair] = static_cast<uint32_t>(columns[x].at[i] - first) * kBytes;
+        }
+    }
+    return pairs;
 }
 
 // Rows of the picture, scaled horizontally. The buffer's lines need them from top to bottom, so a
@@ -57,12 +73,16 @@ uint32_t gathered(uint64_t bytes) {
 class AcrossRows {
   public:
     AcrossRows(const PixelBuffer& picture, const std::vector<Taps>& columns, int tapCount)
-        : picture_(picture), columns_(columns), tapCount_(tapCount) {
+        : picture_(picture),
+          first_(columns.front().at.front()),
+          tapCount_(tapCount),
+          pairs_(pairsOf(columns, first_)),
+          wide_(static_cast<size_t>(columns.back().at.back() + 1 - first_) * kBytes) {
         made_.fill(-1);
-        for (auto& row : rows_) row.resize(columns.size());
+        for (auto& row : rows_) row.resize(columns.size() * kBytes);
     }
 
-    const uint64_t* row(int y) {
+    const uint16_t* row(int y) {
         const int slot = y % kMostTaps;
         if (made_[slot] != y) {
             tapCount_ == 2 ? make<2>(y, rows_[slot]) : make<kMostTaps>(y, rows_[slot]);
@@ -73,22 +93,53 @@ class AcrossRows {
 
   private:
     template <int kTaps>
-    void make(int y, std::vector<uint64_t>& row) const {
-        const uint32_t* const from = picture_.row(y);
-        for (size_t x = 0; x < row.size(); ++x) {
-            const Taps& taps = columns_[x];
-            uint64_t sum = 0;
-            for (int i = 0; i < kTaps; ++i) sum += spread(from[taps.at[i]]) * taps.weight[i];
-            row[x] = rounded(sum);
+    void make(int y, std::vector<uint16_t>& row) {
+        const auto* const from = reinterpret_cast<const uint8_t*>(picture_.row(y) + first_);
+        for (size_t i = 0; i < wide_.size(); ++i) wide_[i] = from[i];
+        uint16_t* to = row.data();
+        for (const ColumnPair& pair : pairs_) {
+            Wide sum = Wide{} + kHalf;
+            for (int i = 0; i < kTaps; ++i)
+                sum += reinterpret_cast<Wide>(Words{pixel(pair.at[i][0]), pixel(pair.at[i][1])}) *
+                       pair.weight[i];
+            sum >>= 8;
+            std::memcpy(to, &sum, sizeof sum);
+            to += kPair * kBytes;
         }
     }
 
+    uint64_t pixel(uint32_t at) const {
+        uint64_t bytes;
+        std::memcpy(&bytes, &wide_[at], sizeof bytes);
+        return bytes;
+    }
+
     const PixelBuffer& picture_;
-    const std::vector<Taps>& columns_;
+    const int first_;  // column of the picture
     const int tapCount_;
-    std::array<std::vector<uint64_t>, kMostTaps> rows_;
+    const std::vector<ColumnPair> pairs_;
+    std::vector<uint16_t> wide_;  // the part of a row that is being scaled
+    std::array<std::vector<uint16_t>, kMostTaps> rows_;
     std::array<int, kMostTaps> made_;
 };
+
+// Adds up the rows by their weights. Sums of bytes fit, because the weights add up to kWhole.
+template <int kTaps>
+void addRows(const std::array<const uint16_t*, kMostTaps>& rows, const Taps& taps,
+             std::vector<uint32_t>& line) {
+    constexpr size_t kStride = 4 * kPair;  // whole vectors, which the padding of lines permits
+    auto* to = reinterpret_cast<uint8_t*>(line.data());
+    for (size_t at = 0; at < line.size() * kBytes; at += kStride, to += kStride) {
+        Wide sum = Wide{} + kHalf;
+        for (int i = 0; i < kTaps; ++i) {
+            Wide row;
+            std::memcpy(&row, rows[i] + at, sizeof row);
+            sum += row * static_cast<uint16_t>(taps.weight[i]);
+        }
+        const Bytes bytes = __builtin_convertvector(sum >> 8, Bytes);
+        std::memcpy(to, &bytes, sizeof bytes);
+    }
+}
 
 }  // namespace
 
@@ -105,19 +156,16 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
     columns.reserve(static_cast<size_t>(area.width()));
     for (int column = area.left; column < area.right; ++column)
         columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
+    if (columns.size() % kPair != 0) columns.push_back(columns.back());
     const int tapCount = step <= 1 ? 2 : kMostTaps;
     AcrossRows across(picture, columns, tapCount);
+    std::vector<uint32_t> pixels(columns.size());
     for (int line = area.top; line < area.bottom; ++line) {
         const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
-        std::array<const uint64_t*, kMostTaps> rows{};
+        std::array<const uint16_t*, kMostTaps> rows{};
         for (int i = 0; i < tapCount; ++i) rows[i] = across.row(taps.at[i]);
-        uint32_t* const to = buffer.row(line) + area.left;
-        for (size_t column = 0; column < columns.size(); ++column) {
-            uint64_t sum = 0;
-            for (int i = 0; i < tapCount; ++i) sum += rows[i][column] * taps.weight[i];
-            const uint32_t pixel = gathered(rounded(sum));
-            to[column] = over(alpha == 255 ? pixel : faded(pixel, alpha), to[column]);
-        }
+        tapCount == 2 ? addRows<2>(rows, taps, pixels) : addRows<kMostTaps>(rows, taps, pixels);
+        blendRow(pixels.data(), buffer.row(line) + area.left, area.width(), alpha);
     }
 }
 

@@ -55,6 +55,7 @@ FunctionEnd
     Delete "${FOLDER}\ZLM_help.rtf"
     RMDir /r "${FOLDER}\skin"
     RMDir /r "${FOLDER}\Night"
+    RMDir /r "${FOLDER}\Opera"
 !macroend
 
 !macro RemoveAll FOLDER

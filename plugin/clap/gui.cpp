@@ -102,9 +102,10 @@ bool Shell::hideGui() {
 }
 
 // A host that refuses shows a part.
-void Shell::resizeEditor(int width, int height) {
-    if (!hostGui_ || !hostGui_->request_resize) return;
-    hostGui_->request_resize(&host_, static_cast<uint32_t>(width), static_cast<uint32_t>(height));
+bool Shell::resizeEditor(int width, int height) {
+    if (!hostGui_ || !hostGui_->request_resize) return false;
+    return hostGui_->request_resize(&host_, static_cast<uint32_t>(width),
+                                    static_cast<uint32_t>(height));
 }
 
 // The host may have put the instrument to sleep.

@@ -94,8 +94,8 @@ void Shell::gestureEnds(int parameter) {
     if (ui_ && state::isParameter(parameter)) ui_->touch(parameter, false);
 }
 
-void Shell::resizeEditor(int width, int height) {
-    if (ui_) ui_->requestSize(width, height);
+bool Shell::resizeEditor(int width, int height) {
+    return ui_ && ui_->requestSize(width, height);
 }
 
 }  // namespace lv2

@@ -58,7 +58,7 @@ class Shell final : public std::enable_shared_from_this<Shell>, private instrume
     void gestureBegins(int parameter) override;
     void edited(int parameter, float value) override;
     void gestureEnds(int parameter) override;
-    void resizeEditor(int width, int height) override;
+    bool resizeEditor(int width, int height) override;
 
     void setSampleRate(double rate);
     void followPorts(int frames);

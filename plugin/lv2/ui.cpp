@@ -74,8 +74,8 @@ void Ui::touch(int parameter, bool grabbed) {
     if (touch_) touch_->touch(touch_->handle, static_cast<std::uint32_t>(parameter), grabbed);
 }
 
-void Ui::requestSize(int width, int height) {
-    if (resize_ && resize_->ui_resize) resize_->ui_resize(resize_->handle, width, height);
+bool Ui::requestSize(int width, int height) {
+    return resize_ && resize_->ui_resize && resize_->ui_resize(resize_->handle, width, height) == 0;
 }
 
 }  // namespace lv2

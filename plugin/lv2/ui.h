@@ -27,7 +27,7 @@ class Ui {
     // The shell's, for the host.
     void write(int parameter, float port);
     void touch(int parameter, bool grabbed);
-    void requestSize(int width, int height);
+    bool requestSize(int width, int height);
 
   private:
     const std::shared_ptr<Shell> shell_;

@@ -67,7 +67,7 @@ class VstSynth : public AudioEffectX, private instrument::Host {
     void edited(int parameter, float value) override;
     void gestureEnds(int parameter) override { endEdit(parameter); }
     void displayChanged(instrument::DisplayChange change) override;
-    void resizeEditor(int width, int height) override { sizeWindow(width, height); }
+    bool resizeEditor(int width, int height) override { return sizeWindow(width, height); }
 
     instrument::Instrument instrument_;
 };

@@ -31,8 +31,8 @@ void Shell::displayChanged(instrument::DisplayChange change) {
     if (change == instrument::DisplayChange::kProgramName) namesChanged_ = true;
 }
 
-void Shell::resizeEditor(int width, int height) {
-    if (view_) view_->requestSize(width, height);
+bool Shell::resizeEditor(int width, int height) {
+    return view_ && view_->requestSize(width, height);
 }
 
 void Shell::tellHost() {

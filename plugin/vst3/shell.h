@@ -120,7 +120,7 @@ class Shell final : public IComponent,
     void edited(int parameter, float value) override;
     void gestureEnds(int parameter) override;
     void displayChanged(instrument::DisplayChange change) override;
-    void resizeEditor(int width, int height) override;
+    bool resizeEditor(int width, int height) override;
 
     // processing.cpp
     void takeParameters(IParameterChanges* changes, int frames);

@@ -163,9 +163,9 @@ tresult View::setContentScaleFactor(float factor) {
 }
 
 // A host that refuses shows a part.
-void View::requestSize(int width, int height) {
+bool View::requestSize(int width, int height) {
     ViewRect size{0, 0, width, height};
-    if (frame_) frame_->resizeView(this, &size);
+    return frame_ && frame_->resizeView(this, &size) == kResultOk;
 }
 
 }  // namespace vst3

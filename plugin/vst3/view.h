@@ -34,7 +34,7 @@ class View final : public IPlugView, public IPlugViewContentScaleSupport {
 
     void setKnobMode(int mode) { editor_.setKnobMode(mode); }
     // The editor wants its window to have this size, in pixels.
-    void requestSize(int width, int height);
+    bool requestSize(int width, int height);
 
   private:
     ~View();  // by release

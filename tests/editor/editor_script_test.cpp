@@ -78,6 +78,7 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
         tells("screen", [this](Words) { return edit.showsSkin() ? "skin" : "data folder"; });
         on("reopen", [this](Words) { openAsWritten(); });
         on("close", [this](Words) { edit.close(); });
+        on("grant-sizes", [this](Words) { instrument.grantsSizes = true; });
         on("idle", [this](Words) { idle(); });
         on("picture", [this](Words words) {
             const std::string file = script::word(words);

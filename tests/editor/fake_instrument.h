@@ -77,8 +77,9 @@ class FakeInstrument : public editor::EditorHost {
     float chorusTap(int tap) const override { return taps[tap]; }
 
     state::LearnSlot& learnSlot() override { return slot; }
-    void sizeWindow(int width, int height) override {
+    bool sizeWindow(int width, int height) override {
         note("size " + std::to_string(width) + ' ' + std::to_string(height));
+        return grantsSizes;
     }
 
     // The calls recorded since the last time, separated by semicolons.
@@ -89,6 +90,7 @@ class FakeInstrument : public editor::EditorHost {
     std::array<float, 3> taps{};
     state::Bank bank;
     state::Bank loaded;
+    bool grantsSizes = false;
     int current = 0;
     int held = 0;
     int key = -1;

@@ -18,7 +18,7 @@ std::vector<uint8_t> bytesOf(const std::string& name) {
     return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
 }
 
-std::optional<PixelBuffer> read(const std::vector<uint8_t>& bytes) {
+std::optional<PictureRows> read(const std::vector<uint8_t>& bytes) {
     return readPicture(bytes.data(), bytes.size());
 }
 

@@ -24,7 +24,7 @@ using VSTGUI::PixelBuffer;
 constexpr int kTile = 8;        // pixels
 constexpr int kTolerance = 16;  // of 255, for the mean of a tile
 
-constexpr const char* kSkins[] = {"skin", "Night"};
+constexpr const char* kSkins[] = {"skin", "Night", "Opera"};
 const std::string kTable = QUARZEL_SKIN_HASHES;
 
 bool minting() {
@@ -76,8 +76,8 @@ TEST(SkinPictures, LookAsTheManualShowsThem) {
         for (int y = 0; y + kTile <= drawn.height(); y += kTile)
             for (int x = 0; x + kTile <= drawn.width(); x += kTile)
                 for (const int shift : {0, 8, 16})
-                    ASSERT_NEAR(meanOfTile(drawn, x, y, shift), meanOfTile(*kept, x, y, shift),
-                                kTolerance)
+                    ASSERT_NEAR(meanOfTile(drawn, x, y, shift),
+                                meanOfTile(kept->all(), x, y, shift), kTolerance)
                         << "at " << x << ", " << y;
     }
 }
@@ -90,9 +90,10 @@ TEST(SkinPictures, AreTheKnownBytesAtEveryZoom) {
         for (const int zoom : {100, 200}) {
             std::ostringstream row;
             row << skin << ',' << zoom << ',' << std::hex
-                << VSTGUI::headless::hashOf(draw(skin, zoom)) << ','
-                << VSTGUI::headless::hashOf(drawBefore(skin, zoom)) << '\n';
-            hashes += row.str();
+                << VSTGUI::headless::hashOf(draw(skin, zoom));
+            if (std::filesystem::exists(QUARZEL_SKINS_BEFORE + skin + ".xml"))
+                row << ',' << VSTGUI::headless::hashOf(drawBefore(skin, zoom));
+            hashes += row.str() + '\n';
         }
     }
     if (minting()) std::ofstream(kTable, std::ios::binary) << hashes;

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int kNumParams = 42;
-constexpr const char* kSkins[] = {"skin", "Night"};
+constexpr const char* kSkins[] = {"skin", "Night", "Opera"};
 
 struct SkinSummary {
     std::string report;

@@ -20,8 +20,9 @@ class RecordingHost : public instrument::Host {
     void displayChanged(instrument::DisplayChange change) override {
         note(change == instrument::DisplayChange::kProgram ? "program" : "name");
     }
-    void resizeEditor(int width, int height) override {
+    bool resizeEditor(int width, int height) override {
         note("size " + std::to_string(width) + ' ' + std::to_string(height));
+        return true;
     }
 
     // All calls since the last query, separated by semicolons.

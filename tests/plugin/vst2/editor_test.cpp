@@ -64,7 +64,9 @@ TEST_F(HostedEditor, OpensIdlesAndClosesThroughTheDispatcher) {
     EXPECT_TRUE(open());
     EXPECT_EQ(messages_.all.size(), 1u);  // only one, about the bank
     EXPECT_EQ(messages_.all.front().title, "Missing Bank");
-    EXPECT_EQ(messages_.all.front().text, "Missing Bank");
+    const std::string text = messages_.all.front().text;
+    EXPECT_EQ(text.rfind("Missing Bank\n", 0), 0u) << text;
+    EXPECT_NE(text.find("default.fxb"), std::string::npos) << text;
     // Destroy the instance while its editor is open.
 }
 

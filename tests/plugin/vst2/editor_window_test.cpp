@@ -144,7 +144,7 @@ class PlayedEditor : public WindowTest {
 };
 
 TEST_F(PlayedEditor, EveryParameterIsReachedByThePointerAndFollowsItsProgram) {
-    for (const char* const skin : {"skin", "Night"}) {
+    for (const char* const skin : {"skin", "Night", "Opera"}) {
         SCOPED_TRACE(skin);
         ASSERT_TRUE(openWith(skin));
         for (int i = 0; i < state::kNumParams; ++i) plugin_.set(i, 0.5f);

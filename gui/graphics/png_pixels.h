@@ -1,0 +1,33 @@
+// Unpacks the plain kinds of PNG straight into premultiplied pixels.
+#pragma once
+
+#include "gui/graphics/picture_rows.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace VSTGUI {
+
+// A picture of eight bits per palette index or colour, not interlaced.
+struct PlainPng {
+    int width = 0;
+    int height = 0;
+    int pixelBytes = 0;  // 1 with a palette, 3 without
+    bool hasAlpha = false;
+    std::vector<uint32_t> palette;    // premultiplied
+    std::vector<uint8_t> compressed;  // all chunks of pixels, joined
+    size_t unpackedSize() const {
+        return static_cast<size_t>(height) * (1 + static_cast<size_t>(width) * pixelBytes);
+    }
+};
+
+// Returns nothing for every other kind, and for a file with any doubt about it.
+std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size);
+
+// `unpacked` holds unpackedSize() bytes and one more. Returns nothing if they are damaged.
+std::optional<PictureRows> pictureOf(PlainPng png, std::vector<uint8_t> unpacked);
+
+}  // namespace VSTGUI
