@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "editor/editor_zoom.h"
 #include "editor/parameter_line.h"
 #include "state/controller_map.h"
 
@@ -76,8 +75,8 @@ void xmlGuiEditor::openChosenSkin() {
     opensChosenSkin_ = false;
     const CPoint shown = size_;
     const bool exists = measureSkin();
-    const CPoint wanted = exists ? size_ : shown;
-    const double zoom = boundedZoom(wantedZoom(), wanted);
+    const CPoint wanted = size_;
+    const double zoom = exists ? wantedZoom() : 1;
     size_ = shown;
     if (!exists) return;
     const EditorRect before = getRect();
