@@ -118,8 +118,11 @@ bool myEditor::addNoteDisplay(const SkinValues& values) {
 }
 
 bool myEditor::addPresetsDisplay(const SkinValues& values) {
-    auto* const display = new CPresetsDisplay(rectangleOf(values), host_);
+    auto* const display =
+        new CPresetsDisplay(rectangleOf(values), host_, [this] { return openBrowser(); });
     setColors(*display, values);
+    browserColors_ = display->browserColors();
+    if (const auto rgb = values.colour("accentcolor")) browserColors_.accent = colorOf(*rgb);
     CTextEdit* const nameField = display->nameField();
     addView(display);
     nameField->remember();
@@ -191,7 +194,8 @@ void myEditor::resetLamps() {
 
 std::vector<std::string> myEditor::describe(CView& view) const {
     if (dynamic_cast<CPresetsDisplay*>(&view)) {
-        return {"Sound", "Click: all sounds. Double click: rename. Arrows and wheel: next."};
+        return {"Sound",
+                "Click: all sounds (Ctrl+F). Double click: rename. Arrows and wheel: next."};
     }
     if (dynamic_cast<CNoteDisplay*>(&view)) return {"Note", "The key that is held."};
     if (dynamic_cast<CTapView*>(&view)) return {"Taps", "The delays of the ensemble as they move."};

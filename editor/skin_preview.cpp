@@ -48,6 +48,12 @@ class PreviewHost final : public EditorHost {
     void setProgram(int) override {}
     std::string programName(int) const override { return "Init"; }
     void renameProgram(int, const std::string&) override {}
+    state::ProgramRecord programRecord(int) const override { return {}; }
+    state::ProgramRecord loadedProgram(int) const override { return {}; }
+    void putProgram(int, const state::ProgramRecord&) override {}
+    void loadProgram(int, const state::ProgramRecord&) override {}
+    state::SavedState savedState() override { return {}; }
+    void loadSavedState(const state::SavedState&) override {}
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }

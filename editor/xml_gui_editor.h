@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "editor/aeff_gui_editor.h"
+#include "editor/browser/browser_view.h"
+#include "editor/browser/sound_browser.h"
 #include "editor/control_gestures.h"
 #include "editor/hover_help.h"
 #include "editor/sound_tools.h"
@@ -85,7 +87,11 @@ class xmlGuiEditor : public AEffGUIEditor,
     VSTGUI::CBitmap* pictureOf(const SkinValues& values, std::string_view name);
     void addView(VSTGUI::CView* view);  // takes over the caller's reference
 
+    // Opens the sound browser over the editor. Returns false if that is too small for it.
+    bool openBrowser();
+
     std::vector<SwitchPreset> switchPresets_;
+    BrowserColors browserColors_;
 
   private:
     // State of one skin build.
@@ -182,6 +188,8 @@ class xmlGuiEditor : public AEffGUIEditor,
     };
     std::unique_ptr<Aids> aids_;
     SoundTools tools_{host_};
+    SoundBrowser browser_{host_, tools_.history()};
+    VSTGUI::ModalViewSessionID browsing_ = 0;
     int learning_ = state::LearnSlot::kNone;  // the parameter outlined
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> learningEnds_;
     std::vector<CDisplay*> readOuts_;

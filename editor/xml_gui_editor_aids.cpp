@@ -35,6 +35,7 @@ constexpr Explanation kExplanations[] = {
     {kControllersCommand, "Controllers", "Lists the learnt controllers and forgets them."},
     {kSizeCommand, "Size", "The size of the editor."},
     {kHelpCommand, "Help", "Opens the help text."},
+    {kSoundsCommand, "Sounds", "All sounds, your own and files (Ctrl+F)."},
     {kToolsCommand, "Tools", "Undo, compare, vary, controllers and the size."},
 };
 
@@ -102,6 +103,7 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
         const char32_t letter = event.character | 0x20;
         const bool shift = event.modifiers.has(ModifierKey::Shift);
         if (letter == 'z' && !shift) event.consumed = tools_.history().undo();
+        if (letter == 'f') event.consumed = openBrowser();
         if (letter == 'y' || (letter == 'z' && shift)) event.consumed = tools_.history().redo();
     }
 }
@@ -199,6 +201,9 @@ void xmlGuiEditor::run(int command, const CPoint& where) {
             return openHelp();
         case kToolsCommand:
             return openMenu(where);
+        case kSoundsCommand:
+            openBrowser();
+            return;
         default:
             break;
     }
@@ -213,6 +218,25 @@ void xmlGuiEditor::showCompare() {
         if (it->second->isEditing()) continue;
         it->second->setValue(tools_.showsB() ? 1.0f : 0.0f);
     }
+}
+
+bool xmlGuiEditor::openBrowser() {
+    if (!showsSkin() || frame->getModalView() || !BrowserLayout::fits(size_)) return false;
+    browser_.refresh();
+    const auto close = [this] {
+        const auto end = [this] {
+            if (frame) frame->endModalViewSession(browsing_);
+        };
+        if (!frame->doAfterEventProcessing(end)) end();
+    };
+    const auto view = makeOwned<CBrowserView>(size_, browser_, browserColors_, close,
+                                              [this](KeyboardEvent& event) { useKey(event); });
+    const auto session = frame->beginModalViewSession(view);
+    if (!session) return false;
+    view->remember();  // the frame's
+    browsing_ = *session;
+    frame->setFocusView(view);
+    return true;
 }
 
 // The sizes come first, then everything that the buttons of a skin can do.
@@ -231,6 +255,7 @@ void xmlGuiEditor::openMenu(const CPoint& where) {
     if (!redo.empty()) add("Redo " + redo, kRedoCommand);
     add(tools_.showsB() ? "Go to A" : "Go to B", kCompareCommand);
     add(tools_.showsB() ? "Copy B to A" : "Copy A to B", kCopyCommand);
+    add("Sounds...", kSoundsCommand);
     add("Vary...", kVaryCommand);
     add("Controllers...", kControllersCommand);
     add("Help", kHelpCommand);

@@ -98,10 +98,14 @@ class Instrument final : public editor::EditorHost {
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
     // Replaces a program and selects it.
-    void loadProgram(int program, const state::ProgramRecord& record);
+    void loadProgram(int program, const state::ProgramRecord& record) override;
+    // The same, but what was loaded stays what it is.
+    void putProgram(int program, const state::ProgramRecord& record) override;
+    state::ProgramRecord programRecord(int program) const override;
+    state::ProgramRecord loadedProgram(int program) const override;
     // The same for formats that save the whole instrument: bank and current program in one.
-    state::SavedState savedState();
-    void loadSavedState(const state::SavedState& saved);
+    state::SavedState savedState() override;
+    void loadSavedState(const state::SavedState& saved) override;
 
     // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
@@ -128,6 +132,8 @@ class Instrument final : public editor::EditorHost {
     static constexpr std::uint64_t kAllParameters = kPushProgram - 1;
 
     void sendProgram();
+    void rememberLoaded(int program);
+    void rememberLoadedBank();
 
     // Carries `requests` out at once if this thread may enter the engine. Otherwise the renderer
     // does so before its next segment. Inside a block of this thread, other pending requests wait.
@@ -146,6 +152,7 @@ class Instrument final : public editor::EditorHost {
 
     Host& host_;
     state::Bank bank_;
+    state::Bank loaded_;  // as it came, for the editor
     const std::unique_ptr<engine::SoundEngine> engine_;
     EventQueue events_;
     KeyPresses keyPresses_;

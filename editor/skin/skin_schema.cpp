@@ -37,7 +37,7 @@ constexpr SkinElementRule kRules[] = {
     {"cliplamp",        "x y bitmap_handle",                "side", ""},
     {"about",           "x y w h bitmap_pop",               "", "", kQxNoPicture},
     {"NoteDisplay",     "x y w h id",                       "", kColours},
-    {"PresetsDisplay",  "x y w h id",                       "", kColours},
+    {"PresetsDisplay",  "x y w h id",                       "accentcolor", kColours},
     {"ViewEnvelope",    "x y w h",                          "", kColours},
     {"ViewTone",        "x y w h",                          "", kColours},
     {"ViewTaps",        "x y w h",                          "", ""},

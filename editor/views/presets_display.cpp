@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "editor/browser/sound_list.h"
+#include "editor/browser/sound_slots.h"
 #include "editor/views/pop_up_menu.h"
 #include "editor/tags.h"
 #include "editor/views/text_display.h"
@@ -18,9 +21,10 @@ constexpr uint32_t kSecondClickTime = 300;  // milliseconds
 
 }  // namespace
 
-CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
+CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host, std::function<bool()> browse)
     : CView(size),
       host_(host),
+      browse_(std::move(browse)),
       shown_(line(host.program())),
       nameField_(
           makeOwned<CPopUpField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
@@ -40,9 +44,8 @@ void CPresetsDisplay::setBackColor(const CColor& color) {
 }
 
 std::string CPresetsDisplay::line(int program) const {
-    std::string number = std::to_string(program + 1);
-    number.insert(0, 3 - std::min<std::size_t>(number.size(), 3), '0');
-    return number + ' ' + host_.programName(program);
+    return programNumber(program) + ' ' + host_.programName(program) +
+           (isEdited(host_, program) ? " *" : "");
 }
 
 CRect CPresetsDisplay::textArea() const {
@@ -128,7 +131,7 @@ void CPresetsDisplay::step(int by) {
 void CPresetsDisplay::openList() {
     const auto timer = std::move(clickTimer_);  // this call may come from it, so keep it alive
     if (timer) timer->stop();
-    if (!getFrame()) return;
+    if (!getFrame() || browse_()) return;
     std::vector<std::string> lines;
     for (int program = 0; program < host_.programCount(); ++program) {
         lines.push_back(line(program));

@@ -2,6 +2,7 @@
 // pictures of a skin.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -40,6 +41,28 @@ class FakeInstrument : public editor::EditorHost {
     void setProgram(int program) override { current = program; }
     std::string programName(int program) const override { return names[program]; }
     void renameProgram(int program, const std::string& name) override { names[program] = name; }
+    state::ProgramRecord programRecord(int program) const override {
+        state::ProgramRecord record = bank.program(program);
+        state::setName(record, names[program]);
+        if (program == current) std::copy(values.begin(), values.end(), record.values);
+        return record;
+    }
+    void putProgram(int program, const state::ProgramRecord& record) override {
+        names[program] = state::nameOf(record);
+        bank.chunk().programs[program] = record;
+        std::copy_n(record.values, values.size(), values.begin());
+        current = program;
+        note("put " + std::to_string(program) + ' ' + names[program]);
+    }
+    void loadProgram(int program, const state::ProgramRecord& record) override {
+        loaded.chunk().programs[program] = record;
+        putProgram(program, record);
+    }
+    state::ProgramRecord loadedProgram(int program) const override {
+        return loaded.program(program);
+    }
+    state::SavedState savedState() override { return {current, false, ""}; }
+    void loadSavedState(const state::SavedState& saved) override { current = saved.program; }
 
     int heldNotes() const override { return held; }
     int lastKey() const override { return key; }
@@ -64,6 +87,8 @@ class FakeInstrument : public editor::EditorHost {
     std::array<float, state::kNumParams> values{};
     std::array<std::string, state::kNumPrograms> names;
     std::array<float, 3> taps{};
+    state::Bank bank;
+    state::Bank loaded;
     int current = 0;
     int held = 0;
     int key = -1;

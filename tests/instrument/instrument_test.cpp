@@ -28,10 +28,6 @@ void onAnotherThread(std::function<void()> action) {
     std::thread(std::move(action)).join();
 }
 
-float loudest(const PlayedSound& sound) {
-    return *std::max_element(sound.left.begin(), sound.left.end());
-}
-
 // The calls of the engine, without values.
 std::string names(std::string calls) {
     std::string kept;
@@ -289,7 +285,7 @@ TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
     onAnotherThread([&] { instrument->setProgram(5); });
     EXPECT_EQ(instrument->program(), 5);
     instrument.noteOn(64);
-    EXPECT_GT(loudest(instrument.render(4000)), 0.01f);
+    EXPECT_GT(instrument.render(4000).peak(), 0.01f);
 }
 
 // Runs a callback while a program is being sent, and at each note.
@@ -433,7 +429,7 @@ struct DataFolder {
 };
 
 // Plays a controller into the instrument.
-PlayedSound control(PlayedInstrument& instrument, int controller, int value) {
+tests::Sound control(PlayedInstrument& instrument, int controller, int value) {
     instrument.send(0xB5, controller, value);
     return instrument.render(64);
 }
@@ -481,10 +477,10 @@ TEST(Controllers, LetGoOfWhatTheyHeldWhenAnotherInstanceBindsThem) {
     control(second, 11, 0);
     second.render(2000);  // until the ramp has come to its end
     second.noteOn(60);
-    EXPECT_LT(loudest(second.render(2000)), 1e-6f);
+    EXPECT_LT(second.render(2000).peak(), 1e-6f);
     first->learnSlot().arm(state::kPan);
     control(first, 11, 64);
-    EXPECT_GT(loudest(second.render(2000)), 1e-3f);
+    EXPECT_GT(second.render(2000).peak(), 1e-3f);
 }
 
 TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {
