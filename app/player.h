@@ -10,7 +10,7 @@
 
 #include "app/ceiling.h"
 #include "app/midi_inbox.h"
-#include "app/spsc_ring.h"
+#include "platform/spsc_ring.h"
 #include "host/plugin_host.h"
 #include "host/song_playback.h"
 
@@ -78,7 +78,7 @@ class Player {
     bool hasBegun_ = false;
     bool isRunning_ = false;
     int firstProgram_ = kNoProgram;  // the song's before its first change; none if it has no change
-    SpscRing<Jump, 16> jumps_;
+    platform::SpscRing<Jump, 16> jumps_;
 
     // Audio thread, while rendering.
     std::optional<host::SongFeed> feed_;

@@ -41,7 +41,7 @@ bool KeyLayout::isSharp(int key) {
 }
 
 int KeyLayout::whitesBelow(int key) {
-    return key / kOctave * kWhitesInOctave + kWhitesBelow[key % kOctave];
+    return key / kOctave * kWhitesInOctave + kWhitesBelow[static_cast<unsigned>(key) % kOctave];
 }
 
 CCoord KeyLayout::edge(int whites) const {

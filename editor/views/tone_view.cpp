@@ -71,7 +71,7 @@ void CToneView::draw(CDrawContext* context) {
     context->setFillColor(below);
     const double columns = view.getWidth();
     const auto& curve = shown_.decibels;
-    for (CCoord column = 0; column < columns; ++column) {
+    for (int column = 0; column < static_cast<int>(columns); ++column) {
         const double at = (column + 0.5) / columns * (curve.size() - 1);
         const auto point = static_cast<std::size_t>(at);
         const double part = at - static_cast<double>(point);
