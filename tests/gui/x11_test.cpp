@@ -137,7 +137,12 @@ TEST_F(X11Frames, TypingReachesTheFieldInUnicodeAndLeavingItCommits) {
     frame->idle();
     drive("mousemove 50 10 click 1");
     ASSERT_TRUE(waitFor([&] { return frame->getFocusView() == edit; }));
-    drive("key --delay 50 adiaeresis EuroSign");
+    drive("key --delay 50 ctrl+a oslash Caps_Lock oslash division Caps_Lock");
+    EXPECT_TRUE(drive("key Return", "begin 0 end"));
+    EXPECT_TRUE(edit->getText() == "\xC3\xB8\xC3\x98\xC3\xB7") << edit->getText().data();
+    drive("mousemove 50 10 click 1");
+    ASSERT_TRUE(waitFor([&] { return frame->getFocusView() == edit; }));
+    drive("key --delay 50 ctrl+a adiaeresis EuroSign");
     EXPECT_TRUE(drive("key ctrl+a key End key shift+Left key BackSpace mousemove 300 200 click 1",
                       "begin 0 end"));
     EXPECT_TRUE(edit->getText() == "\xC3\xA4") << edit->getText().data();
