@@ -1,7 +1,7 @@
 # Entry points for everyday tasks, based on the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist dist-arm64 package bench fuzz soak coverage mutants format check-format deps clean
+.PHONY: demo test dist dist-arm64 package release bench fuzz soak coverage mutants format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -22,6 +22,9 @@ dist-arm64: deps
 
 package: deps
 	@scripts/package $(JOBS)
+
+release: deps
+	@scripts/release $(JOBS)
 
 bench: deps
 	@scripts/bench $(JOBS)

@@ -1,7 +1,9 @@
 // The window through XCB, following ICCCM and EWMH.
 #include "app/editor_window.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -24,6 +26,9 @@ constexpr uint16_t kShortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | 
 constexpr std::chrono::milliseconds kRepeatGap{5};  // between the two events of a repeat
 constexpr int kBareWidth = 480;                     // if the instrument has no editor
 constexpr int kBareHeight = 120;
+
+// The server's codes: the Linux input code plus 8.
+enum Key : xcb_keycode_t { kSpace = 65, kF5 = 71, kF6 = 72, kHome = 110, kDelete = 119 };
 
 xcb_connection_t* connectToDisplay() {
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
@@ -77,43 +82,66 @@ std::string asciiOf(const std::string& text) {
 
 }  // namespace
 
-EditorWindow::EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard)
-    : host_(host), keyboard_(keyboard), connection_(connectToDisplay()) {
-    ERect* rect = nullptr;
-    askEditor(effEditGetRect, &rect);
-    const bool hasSize = rect && rect->right > rect->left && rect->bottom > rect->top;
-    create(hasSize ? rect->right - rect->left : kBareWidth,
-           hasSize ? rect->bottom - rect->top : kBareHeight);
+EditorWindow::EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard,
+                           const BarActions& actions)
+    : host_(host), keyboard_(keyboard), actions_(actions), connection_(connectToDisplay()) {
+    create();
     setTitle(host_.name());
-
+    bar_ = std::make_unique<ControlBar>(window_, width_, actions, [this] { return picture(); });
     host_.onSizeWindow([this](int width, int height) { return resize(width, height); });
-    askEditor(effEditOpen, reinterpret_cast<void*>(std::uintptr_t{window_}));
-    // An instrument that does not implement the opcode answers 0, which means "keys required".
-    tellsWhenItWantsKeys_ = host_.dispatch(effKeysRequired) != 0;
-    listenBelow(window_);
+    openEditor();
     xcb_map_window(connection_, window_);
     xcb_flush(connection_);
 }
 
 EditorWindow::~EditorWindow() {
     askEditor(effEditClose);
+    bar_.reset();
     host_.onSizeWindow(nullptr);
     keyboard_.releaseAll();
     xcb_disconnect(connection_);
+}
+
+void EditorWindow::openEditor() {
+    ERect* rect = nullptr;
+    askEditor(effEditGetRect, &rect);
+    const bool hasSize = rect && rect->right > rect->left && rect->bottom > rect->top;
+    if (hasSize) resize(rect->right - rect->left, rect->bottom - rect->top);
+    // Wait until the editor's own connection can find the window.
+    const XcbOwned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    askEditor(effEditOpen, reinterpret_cast<void*>(std::uintptr_t{stage_}));
+    // An instrument that does not implement the opcode answers 0, which means "keys required".
+    tellsWhenItWantsKeys_ = host_.dispatch(effKeysRequired) != 0;
+    listenBelow(window_);
+}
+
+bool EditorWindow::reopenEditor() {
+    if (keysAreWanted()) return false;
+    askEditor(effEditClose);
+    openEditor();
+    return true;
 }
 
 void EditorWindow::askEditor(VstInt32 opcode, void* ptr) const {
     if (host_.hasEditor()) host_.dispatch(opcode, 0, 0, ptr);
 }
 
-void EditorWindow::create(int width, int height) {
+void EditorWindow::create() {
+    setSize(kBareWidth, kBareHeight);
     const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
     window_ = xcb_generate_id(connection_);
     const uint32_t values[] = {screen.black_pixel, kEvents};
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen.root, 0, 0,
-                      static_cast<uint16_t>(width), static_cast<uint16_t>(height), 0,
+                      static_cast<uint16_t>(width_), static_cast<uint16_t>(height_), 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
                       XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+    stage_ = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, stage_, window_, 0,
+                      static_cast<int16_t>(ControlBar::heightFor(width_)), kBareWidth, kBareHeight,
+                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL,
+                      values);
+    xcb_map_window(connection_, stage_);
     deleteWindow_ = atom("WM_DELETE_WINDOW");
     const xcb_atom_t protocols = atom("WM_PROTOCOLS");
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, protocols, XCB_ATOM_ATOM, 32,
@@ -126,32 +154,64 @@ void EditorWindow::create(int width, int height) {
     const uint32_t hints[9] = {kInputHint, 1};  // takes keyboard input
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_HINTS,
                         XCB_ATOM_WM_HINTS, 32, 9, hints);
-    announce(width, height);
-    // Wait until the editor's own connection can find the window.
+    announce();
+    // Wait until the bar's own connection can find the window.
     const XcbOwned<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
+void EditorWindow::setSize(int editorWidth, int editorHeight) {
+    editorWidth_ = editorWidth;
+    editorHeight_ = editorHeight;
+    width_ = std::max(editorWidth, ControlBar::kLeastWidth);
+    height_ = editorHeight + ControlBar::heightFor(width_);
+}
+
 // Only the editor resizes the window.
-void EditorWindow::announce(int width, int height) {
+void EditorWindow::announce() {
     constexpr uint32_t kSizeHint = 1 << 3, kLeastHint = 1 << 4, kMostHint = 1 << 5;
     uint32_t hints[18] = {kSizeHint | kLeastHint | kMostHint};
     for (const int place : {3, 5, 7}) {  // size, minimum and maximum
-        hints[place] = static_cast<uint32_t>(width);
-        hints[place + 1] = static_cast<uint32_t>(height);
+        hints[place] = static_cast<uint32_t>(width_);
+        hints[place + 1] = static_cast<uint32_t>(height_);
     }
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS,
                         XCB_ATOM_WM_SIZE_HINTS, 32, 18, hints);
 }
 
 bool EditorWindow::resize(int width, int height) {
-    if (width < 1 || height < 1 || width > INT16_MAX || height > INT16_MAX) return false;
-    announce(width, height);
-    const uint32_t size[] = {static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
+    if (width < 1 || height < 1 || width > INT16_MAX) return false;
+    if (height > INT16_MAX - ControlBar::heightFor(width)) return false;
+    setSize(width, height);
+    announce();
+    const uint32_t size[] = {static_cast<uint32_t>(width_), static_cast<uint32_t>(height_)};
     xcb_configure_window(connection_, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          size);
+    const uint32_t stage[] = {static_cast<uint32_t>(ControlBar::heightFor(width_)),
+                              static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
+    xcb_configure_window(connection_, stage_,
+                         XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         stage);
     xcb_flush(connection_);
+    bar_->setWidth(width_);
     return true;
+}
+
+VSTGUI::PixelBuffer EditorWindow::picture() const {
+    VSTGUI::PixelBuffer pixels(width_, height_);
+    const XcbOwned<xcb_get_image_reply_t> image(xcb_get_image_reply(
+        connection_,
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window_, 0, 0,
+                      static_cast<uint16_t>(width_), static_cast<uint16_t>(height_), ~0u),
+        nullptr));
+    const std::size_t count = std::size_t(width_) * height_;
+    const bool isReadable =
+        image && xcb_get_setup(connection_)->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST &&
+        xcb_get_image_data_length(image.get()) == int(4 * count);
+    constexpr uint32_t kOpaque = 0xFF000000;
+    if (isReadable) std::memcpy(pixels.row(0), xcb_get_image_data(image.get()), 4 * count);
+    for (std::size_t i = 0; i < count; ++i) pixels.row(0)[i] |= kOpaque;
+    return pixels;
 }
 
 void EditorWindow::listenBelow(xcb_window_t window) {
@@ -178,39 +238,65 @@ bool EditorWindow::serve(std::chrono::milliseconds patience) {
     std::vector<Event> events;
     readEvents(connection_, patience, events);
     if (!events.empty() && isRelease(events.back())) readEvents(connection_, kRepeatGap, events);
-    // The editor gets the same keys over its own connection. Whether it wants keys before or after
-    // them tells whose they are.
-    const bool hadKeys = editorWantsKeys();
+    // The editor and the bar get the same keys over their own connections. Whether they want keys
+    // before or after them tells whose they are.
+    const bool wereWanted = keysAreWanted();
     askEditor(effEditIdle);
-    const bool editorHasKeys = hadKeys || editorWantsKeys();
+    bar_->idle();
+    const bool keysAreTaken = wereWanted || keysAreWanted();
     for (std::size_t i = 0; i < events.size(); ++i) {
         const bool goesOn = i + 1 < events.size() && isRepeat(events[i], events[i + 1]);
-        if (!goesOn) handle(*events[i], editorHasKeys);
+        if (!goesOn) handle(*events[i], keysAreTaken);
     }
     return !isClosed_ && xcb_connection_has_error(connection_) == 0;
 }
 
-bool EditorWindow::editorWantsKeys() const {
-    return tellsWhenItWantsKeys_ && host_.dispatch(effKeysRequired) == 0;
+bool EditorWindow::keysAreWanted() const {
+    return bar_->wantsKeys() || (tellsWhenItWantsKeys_ && host_.dispatch(effKeysRequired) == 0);
 }
 
-void EditorWindow::handle(const xcb_generic_event_t& event, bool editorHasKeys) {
+const std::function<void()>* EditorWindow::actionOf(xcb_keycode_t key) const {
+    switch (key) {
+        case kSpace:
+            return &actions_.playOrPause;
+        case kHome:
+            return &actions_.restart;
+        case kF5:
+            return &actions_.back;
+        case kF6:
+            return &actions_.forward;
+        case kDelete:
+            return &actions_.panic;
+        default:
+            return nullptr;
+    }
+}
+
+void EditorWindow::handle(const xcb_generic_event_t& event, bool keysAreTaken) {
     switch (event.response_type & 0x7f) {
         case XCB_KEY_PRESS: {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
             const bool isShortcut = (key.state & kShortcutModifiers) != 0;
-            if (!editorHasKeys && !isShortcut) keyboard_.press(key.detail);
-            return;
+            if (keysAreTaken || isShortcut) return;
+            if (const auto* const action = actionOf(key.detail)) {
+                const bool repeats = heldKeys_[key.detail];
+                heldKeys_.set(key.detail);
+                return repeats ? void() : (*action)();
+            }
+            return keyboard_.press(key.detail);
         }
-        case XCB_KEY_RELEASE:
-            return keyboard_.release(
-                reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+        case XCB_KEY_RELEASE: {
+            const auto code = reinterpret_cast<const xcb_key_release_event_t&>(event).detail;
+            heldKeys_.reset(code);
+            return keyboard_.release(code);
+        }
         case XCB_FOCUS_OUT: {
             const auto detail = reinterpret_cast<const xcb_focus_out_event_t&>(event).detail;
             const bool staysInside =
                 detail == XCB_NOTIFY_DETAIL_INFERIOR || detail == XCB_NOTIFY_DETAIL_POINTER;
-            if (!staysInside) keyboard_.releaseAll();
-            return;
+            if (staysInside) return;
+            heldKeys_.reset();
+            return keyboard_.releaseAll();
         }
         case XCB_CLIENT_MESSAGE: {
             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);

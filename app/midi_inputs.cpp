@@ -11,6 +11,9 @@ namespace {
 
 constexpr const char* kApiNames[] = {"alsa", "jack"};
 constexpr const char* kClientName = "Quarzel Strings MIDI";
+// JACK would number a second client of that name, and the port that others connect to is known by
+// it.
+constexpr const char* kOtherClientName = "Quarzel Strings MIDI input";
 constexpr int kOwnLane = 1;
 constexpr int kFirstPortLane = 2;
 
@@ -18,7 +21,7 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-std::vector<std::string> portNames(RtMidiIn& input) {
+std::vector<std::string> namesOf(RtMidiIn& input) {
     std::vector<std::string> names;
     const unsigned count = input.getPortCount();
     for (unsigned i = 0; i < count; ++i) names.push_back(input.getPortName(i));
@@ -26,9 +29,10 @@ std::vector<std::string> portNames(RtMidiIn& input) {
 }
 
 // Returns null if the API does not work here.
-std::unique_ptr<RtMidiIn> tryApi(const std::string& api) {
+std::unique_ptr<RtMidiIn> tryApi(const std::string& api,
+                                 const char* clientName = kOtherClientName) {
     try {
-        auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), kClientName);
+        auto input = std::make_unique<RtMidiIn>(RtMidi::getCompiledApiByName(api), clientName);
         // Without a server, RtMidi's JACK API only warns: here and on every query of ports.
         bool hasFailed = false;
         input->setErrorCallback([](RtMidiError::Type, const std::string&,
@@ -65,7 +69,7 @@ std::vector<MidiPorts> midiPorts() {
     std::vector<MidiPorts> all;
     for (const auto& api : midiApis()) {
         const auto input = tryApi(api);
-        all.push_back({api, input ? portNames(*input) : std::vector<std::string>{}});
+        all.push_back({api, input ? namesOf(*input) : std::vector<std::string>{}});
     }
     return all;
 }
@@ -85,7 +89,8 @@ void MidiInputs::connect() {
     const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
     for (const auto& api : apis) {
         auto directory = tryApi(api);
-        auto ownPort = directory ? tryApi(api) : nullptr;  // the server may refuse a second client
+        auto ownPort = directory ? tryApi(api, kClientName)
+                                 : nullptr;  // the server may refuse a second client
         if (!ownPort) continue;
         api_ = api;
         directory_ = std::move(directory);
@@ -115,24 +120,48 @@ void MidiInputs::restart() {
 
 void MidiInputs::poll() {
     if (!directory_) return connect();
-    const auto names = portNames(*directory_);
+    const auto names = namesOf(*directory_);
     const bool allGo = names.empty() && !ports_.empty();
     dropMissing(names);
     if (allGo) return restart();
     for (unsigned number = 0; number < names.size(); ++number) {
         const auto& name = names[number];
-        if (name.find(portName_) == std::string::npos) continue;
+        if (!isWanted(name)) continue;
         const auto isThat = [&](const Port& port) { return port.name == name; };
         if (std::none_of(ports_.begin(), ports_.end(), isThat)) open(number, name);
     }
-    const auto matches = [&](const std::string& name) {
-        return name.find(portName_) != std::string::npos;
-    };
-    if (portName_.empty() || std::any_of(names.begin(), names.end(), matches)) {
+    if (portName_.empty() ||
+        std::any_of(names.begin(), names.end(), [&](const auto& name) { return isWanted(name); })) {
         saidNoneMatches_ = false;
     } else if (!std::exchange(saidNoneMatches_, true)) {
-        say_("No MIDI port has " + portName_ + " in its name; waiting for one.");
+        std::string list;
+        for (const auto& name : names) list += (list.empty() ? "" : ", ") + name;
+        say_("No MIDI port has " + portName_ + " in its name; waiting for one. " +
+             (list.empty() ? "There are no ports." : "There are: " + list + "."));
     }
+}
+
+bool MidiInputs::isWanted(const std::string& name) const {
+    return name.find(portName_) != std::string::npos;
+}
+
+std::vector<std::string> MidiInputs::portNames() const {
+    return directory_ ? namesOf(*directory_) : std::vector<std::string>{};
+}
+
+void MidiInputs::listenTo(std::string portName) {
+    portName_ = std::move(portName);
+    saidNoneMatches_ = false;
+    const auto isOther = [&](const Port& port) { return !isWanted(port.name); };
+    ports_.erase(std::remove_if(ports_.begin(), ports_.end(), isOther), ports_.end());
+    releaseKeys();
+    poll();
+}
+
+// Nobody else will release the keys and the pedal of a port that is gone.
+void MidiInputs::releaseKeys() {
+    inbox_.post(MidiInbox::kPlayerLane, {0xb0, 64, 0});
+    inbox_.post(MidiInbox::kPlayerLane, {0xb0, 123, 0});
 }
 
 int MidiInputs::freeLane() const {
@@ -146,7 +175,7 @@ int MidiInputs::freeLane() const {
 void MidiInputs::open(unsigned number, const std::string& name) {
     const int lane = freeLane();
     auto input = lane < 0 ? nullptr : tryApi(api_);
-    if (input && portNames(*input).size() > number && input->getPortName(number) == name) {
+    if (input && namesOf(*input).size() > number && input->getPortName(number) == name) {
         listenOn(*input, lane);
         input->openPort(number, "in");
     }
@@ -170,9 +199,7 @@ void MidiInputs::dropMissing(const std::vector<std::string>& names) {
         }
         const std::string name = port->name;
         port = ports_.erase(port);
-        // Nobody else will release its keys and its pedal.
-        inbox_.post(MidiInbox::kPlayerLane, {0xb0, 64, 0});
-        inbox_.post(MidiInbox::kPlayerLane, {0xb0, 123, 0});
+        releaseKeys();
         say_("The MIDI port " + name + " is gone.");
     }
 }

@@ -34,6 +34,11 @@ class MidiInputs {
 
     // Opens new ports and drops those that are gone. Call it about once a second.
     void poll();
+    // The names of all ports.
+    std::vector<std::string> portNames() const;
+    const std::string& wantedPort() const { return portName_; }
+    // Listens to other ports from now on.
+    void listenTo(std::string portName);
     // Reconnects APIs that depend on a server, which may have been replaced.
     void restart();
 
@@ -53,6 +58,8 @@ class MidiInputs {
     void listenOn(RtMidiIn& input, int lane);
     void open(unsigned number, const std::string& name);
     void dropMissing(const std::vector<std::string>& names);
+    void releaseKeys();
+    bool isWanted(const std::string& name) const;
     int freeLane() const;
 
     MidiInbox& inbox_;

@@ -2,6 +2,7 @@
 #include "app/player.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -13,7 +14,7 @@ namespace {
 constexpr double kFadeSeconds = 0.02;
 constexpr double kLoadSmoothing = 0.05;  // weight of a block's load
 constexpr host::MidiMessage kSilence[] = {{0xb0, 64, 0}, {0xb0, 123, 0}};  // release pedal and keys
-constexpr std::size_t kMessagesAfterSong = 2;
+constexpr std::size_t kMessagesAfterSong = 3;
 constexpr int kProgramsOfMidi = 128;
 constexpr host::MidiMessage kResetControllers = {0xb0, 121, 0};
 
@@ -28,37 +29,113 @@ Player::Player(host::PluginHost& host, MidiInbox& inbox, const host::MidiSong* s
       songHasEnded_(song == nullptr) {
     const std::size_t songEvents =
         song ? std::min(song->events.size(), host::SongFeed::kMaxEventsPerBlock) : 0;
-    events_.reserve(songEvents + std::size(kSilence) + kMessagesAfterSong +
-                    MidiInbox::kMaxMessagesPerBlock);
+    events_.reserve(songEvents + 3 * std::size(kSilence) + kMessagesAfterSong +
+                    Jump::kMostMessages + MidiInbox::kMaxMessagesPerBlock);
     host.reserveEvents(events_.capacity());
 }
 
 void Player::start() {
     const int rate = host_.sampleRate();
-    if (!songHasEnded_) {
+    if (song_) {
         if (songRate_ > 0 && songRate_ != rate) songFrame_ = songFrame_ * rate / songRate_;
         songRate_ = rate;
+        position_ = songFrame_;
         feed_.emplace(*song_, rate);
-        feed_->skipTo(songFrame_);
+        feed_->goTo(songFrame_);
         ending_.emplace(*song_, rate, std::nullopt);
-        const bool begins = !std::exchange(hasBegun_, true);
-        if (begins && host::changesProgram(*song_)) programBefore_ = host_.program();
+        if (!std::exchange(hasBegun_, true)) beginSong();
     }
     if (hasCeiling_) ceiling_.emplace(rate);
     lateBlocks_ = 0;
     inbox_.clear();
     lastBlock_ = Clock::now();
+    isRunning_ = true;
     host_.resume();
 }
 
 void Player::stop() {
     host_.suspend();
+    isRunning_ = false;
+    takeJumps();
     load_ = 0.0;
     wasStopped_ = true;
 }
 
 void Player::leaveSong() {
     if (programBefore_ != kNoProgram) host_.setProgram(std::exchange(programBefore_, kNoProgram));
+}
+
+void Player::beginSong() {
+    if (host::changesProgram(*song_)) firstProgram_ = host_.program();
+    if (!isRunning_) programBefore_ = firstProgram_;
+}
+
+void Player::playSong() {
+    if (!hasBegun_) return;
+    if (songHasEnded_) beginSong();
+    if (songHasEnded_ || songPosition() >= songLength()) {
+        jumpTo(0);
+    } else if (paused_) {
+        jumpTo(position_);
+    }
+    paused_ = false;
+}
+
+void Player::moveSongTo(double seconds) {
+    if (!hasBegun_) return;
+    if (songHasEnded_) {
+        beginSong();
+        paused_ = true;
+    }
+    jumpTo(std::llround(std::clamp(seconds, 0.0, songLength()) * songRate_));
+}
+
+double Player::songPosition() const {
+    return songRate_ > 0 ? std::min(position_ / double(songRate_), songLength()) : 0.0;
+}
+
+double Player::songLength() const {
+    return song_ ? static_cast<double>(song_->endTime) / song_->unitsPerSecond : 0.0;
+}
+
+void Player::jumpTo(int64_t frame) {
+    // Controllers by number, then the others by kind. Each holds an index of the song plus one.
+    constexpr int kControllers = 128;
+    std::array<std::size_t, kControllers + 2> latest = {};
+    const std::size_t end = song_->firstEventFrom(frame, songRate_);
+    for (std::size_t i = 0; i < end; ++i) {
+        const auto& message = song_->events[i].message;
+        const int kind = message[0] & 0xf0;
+        if (kind == 0xb0) latest[message[1] % kControllers] = i + 1;
+        if (kind == 0xc0) latest[kControllers] = i + 1;
+        if (kind == 0xe0) latest[kControllers + 1] = i + 1;
+    }
+    Jump jump = {frame, firstProgram_, 0, {}};
+    if (latest[kControllers] == 0 && firstProgram_ >= 0 && firstProgram_ < kProgramsOfMidi) {
+        const auto program = static_cast<unsigned char>(firstProgram_);
+        jump.messages[jump.messageCount++] = {0xc0, program, 0};
+    }
+    std::sort(latest.begin(), latest.end());
+    for (const std::size_t place : latest) {
+        if (place > 0) jump.messages[jump.messageCount++] = song_->events[place - 1].message;
+    }
+    jumps_.push(jump);
+    position_ = frame;
+    if (!isRunning_) takeJumps();
+}
+
+// The last one counts.
+void Player::takeJumps() {
+    while (jumps_.pop(jump_)) {
+        jumped_ = true;
+        songFrame_ = jump_.frame;
+        position_ = songFrame_;
+        programBefore_ = jump_.programBefore;
+        feed_->goTo(songFrame_);
+        *ending_ = host::SongEnding(*song_, songRate_, std::nullopt);
+        songIsOver_ = false;
+        songHasEnded_ = false;
+    }
 }
 
 void Player::render(float* left, float* right, int frames, bool late) {
@@ -83,22 +160,40 @@ void Player::render(float* left, float* right, int frames, bool late) {
 
 void Player::collectEvents(const BlockWindow& window) {
     events_.clear();
-    if (std::exchange(wasStopped_, false)) {
-        for (const auto& message : kSilence) events_.push_back({0, message});
-    }
-    if (std::exchange(songIsOver_, false)) {
+    if (std::exchange(wasStopped_, false)) release();
+    addSong(window.frames);
+    inbox_.takeInto(events_, window);
+}
+
+void Player::release() {
+    for (const auto& message : kSilence) events_.push_back({0, message});
+}
+
+void Player::addSong(int frames) {
+    const bool paused = paused_;  // read before the jumps: playSong() writes it after its jump
+    takeJumps();
+    if (songIsOver_) {
         events_.push_back({0, kResetControllers});
         if (programBefore_ != kNoProgram && programBefore_ < kProgramsOfMidi) {
             const auto program =
                 static_cast<unsigned char>(std::exchange(programBefore_, kNoProgram));
             events_.push_back({0, {0xc0, program, 0}});
         }
+        return;
     }
-    if (!songHasEnded_.load(std::memory_order_relaxed)) {
-        const auto& song = feed_->eventsBetween(songFrame_, songFrame_ + window.frames);
-        events_.insert(events_.end(), song.begin(), song.end());
+    if (songHasEnded_) return;
+    if (paused && !wasPaused_) release();
+    wasPaused_ = paused;
+    if (paused) return;
+    if (std::exchange(jumped_, false)) {
+        release();
+        events_.push_back({0, kResetControllers});
+        for (std::size_t i = 0; i < jump_.messageCount; ++i) {
+            events_.push_back({0, jump_.messages[i]});
+        }
     }
-    inbox_.takeInto(events_, window);
+    const auto& song = feed_->eventsBetween(songFrame_, songFrame_ + frames);
+    events_.insert(events_.end(), song.begin(), song.end());
 }
 
 void Player::putOut(float* left, float* right, int frames) {
@@ -116,15 +211,15 @@ void Player::putOut(float* left, float* right, int frames) {
 }
 
 void Player::followSong(const float* left, const float* right, int frames) {
-    if (songHasEnded_.load(std::memory_order_relaxed)) return;
+    if (std::exchange(songIsOver_, false)) songHasEnded_ = true;  // and all is reset
+    if (songHasEnded_ || wasPaused_) return;
     for (int i = 0; i < frames; ++i) {
         ending_->hear(songFrame_ + i, left[i]);
         ending_->hear(songFrame_ + i, right[i]);
     }
     songFrame_ += frames;
-    if (songFrame_ < ending_->end()) return;
-    songIsOver_ = true;
-    songHasEnded_.store(true, std::memory_order_relaxed);
+    position_.store(songFrame_, std::memory_order_relaxed);
+    songIsOver_ = songFrame_ >= ending_->end();
 }
 
 }  // namespace app

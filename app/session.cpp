@@ -1,12 +1,15 @@
 // The main loop of quarzel.
 #include "app/session.h"
 
+#include <algorithm>
+#include <cmath>
 #include <thread>
 
 #include "host/error.h"
 #include "host/instrument_names.h"
 #include "host/numbers.h"
 #include "host/patches.h"
+#include "state/data_folder.h"
 
 namespace app {
 namespace {
@@ -19,6 +22,7 @@ constexpr auto kPollInterval = 1s;
 constexpr auto kRetryInterval = 2s;
 constexpr auto kSaveInterval = 30s;
 constexpr auto kFadePatience = 300ms;
+constexpr double kKeyStep = 5.0;   // seconds of the song
 constexpr int kFirstRate = 48000;  // until a device is open
 constexpr host::HostIdentity kIdentity = {"quarzel", true};
 
@@ -39,6 +43,21 @@ class Every {
     Clock::time_point next_;
 };
 
+// The command line comes first, and no part of it is mixed with what was chosen before.
+AudioWish wishOf(const CommandLine& line, const DeviceChoice& chosen) {
+    AudioWish wish = line.audio;
+    if (!wish.api.empty() || !wish.device.empty()) return wish;
+    const auto apis = audioApis();
+    if (std::find(apis.begin(), apis.end(), chosen.audioApi) == apis.end()) return wish;
+    wish.api = chosen.audioApi;
+    wish.device = chosen.audioDevice;
+    return wish;
+}
+
+std::string skinSetting() {
+    return state::settings().read(state::kSkinNameSetting).value_or("");
+}
+
 std::optional<host::MidiSong> readSong(const std::string& path,
                                        const host::SongSelection& selection) {
     if (path.empty()) return std::nullopt;
@@ -52,6 +71,8 @@ std::optional<host::MidiSong> readSong(const std::string& path,
 Session::Session(const CommandLine& line, const Surroundings& surroundings)
     : line_(line),
       surroundings_(surroundings),
+      devices_(readDeviceChoice()),
+      wish_(wishOf(line, devices_)),
       song_(readSong(line.song, line.selection)),
       host_(host::instrumentPath(line.plugin), line.audio.rate.value_or(kFirstRate),
             line.audio.blockSize, kIdentity),
@@ -60,10 +81,12 @@ Session::Session(const CommandLine& line, const Surroundings& surroundings)
       output_([this](float* left, float* right, int frames, bool late) {
           player_.render(left, right, frames, late);
       }),
-      midi_(inbox_, line.midiApi, line.midiPort, [this](const std::string& text) { say(text); }),
+      midi_(inbox_, line.midiApi, line.midiPort.empty() ? devices_.midiPort : line.midiPort,
+            [this](const std::string& text) { say(text); }),
       keyboard_([this](const host::MidiMessage& message) {
           inbox_.post(MidiInbox::kPlayerLane, message);
-      }) {
+      }),
+      actions_(makeActions()) {
     loadState();
     if (line.hasWindow) openWindow();
 }
@@ -91,10 +114,80 @@ void Session::loadState() {
 
 void Session::openWindow() {
     try {
-        window_.emplace(host_, keyboard_);
+        skin_ = skinSetting();
+        window_.emplace(host_, keyboard_, actions_);
     } catch (const host::Error& error) {
         say(error.what());
     }
+}
+
+BarActions Session::makeActions() {
+    BarActions actions;
+    actions.playOrPause = [this] {
+        player_.songPlays() ? player_.pauseSong() : player_.playSong();
+    };
+    actions.restart = [this] {
+        player_.moveSongTo(0.0);
+        player_.playSong();
+    };
+    actions.panic = [this] { silence(); };
+    actions.moveTo = [this](double seconds) { player_.moveSongTo(seconds); };
+    const auto moveBy = [this](double seconds) {
+        player_.moveSongTo(player_.songPosition() + seconds);
+    };
+    actions.back = [moveBy] { moveBy(-kKeyStep); };
+    actions.forward = [moveBy] { moveBy(kKeyStep); };
+    actions.audioChoices = [this] {
+        return audioMenu(audioDevices(), wish_, [this](const auto& wish) { playThrough(wish); });
+    };
+    actions.midiChoices = [this] {
+        return midiMenu(midi_.portNames(), midi_.wantedPort(),
+                        [this](const auto& port) { listenTo(port); });
+    };
+    return actions;
+}
+
+void Session::silence() {
+    player_.pauseSong();
+    keyboard_.releaseAll();
+    constexpr host::MidiMessage kAllOff[] = {{0xb0, 64, 0}, {0xb0, 123, 0}, {0xb0, 120, 0}};
+    for (const auto& message : kAllOff) inbox_.post(MidiInbox::kPlayerLane, message);
+}
+
+void Session::playThrough(const AudioWish& wish) {
+    closeAudio();
+    wish_ = wish;
+    devices_.audioApi = wish.api;
+    devices_.audioDevice = wish.device;
+    keepDevices();
+    openAudio();
+}
+
+void Session::listenTo(const std::string& port) {
+    midi_.listenTo(port);
+    devices_.midiPort = port;
+    keepDevices();
+}
+
+void Session::keepDevices() {
+    if (!keepDeviceChoice(devices_)) say("The choice of devices cannot be stored.");
+}
+
+// A skin takes effect when the editor opens.
+void Session::followSkin() {
+    const std::string skin = skinSetting();
+    if (skin != skin_ && window_->reopenEditor()) skin_ = skin;
+}
+
+void Session::showBar() {
+    BarState state;
+    state.isPlaying = player_.songPlays();
+    state.position = player_.songPosition();
+    state.length = player_.songLength();
+    state.audio = audioTrouble_.empty() ? format_.api + ": " + format_.device : "no audio";
+    state.midi = midi_.wantedPort().empty() ? "MIDI: all ports" : "MIDI: " + midi_.wantedPort();
+    state.status = loadText();
+    window_->show(state);
 }
 
 void Session::run() {
@@ -105,11 +198,15 @@ void Session::run() {
     while (!surroundings_.interrupted) {
         if (watch.isDue()) {
             watchAudio();
-            if (window_) window_->setTitle(title());
+            if (window_) {
+                window_->setTitle(title());
+                followSkin();
+            }
         }
         if (poll.isDue()) midi_.poll();
         if (save.isDue()) saveState();
         if (window_) {
+            showBar();
             if (!window_->serve(kTurn)) break;
         } else {
             if (song_ && player_.songHasEnded()) break;
@@ -138,9 +235,26 @@ void Session::watchAudio() {
     openAudio();
 }
 
+// A chosen device that is not there does not keep the others silent. One that the command line
+// names does.
+AudioFormat Session::openDevice() {
+    const bool isTyped = !line_.audio.api.empty() || !line_.audio.device.empty();
+    const bool hasOthers = !isTyped && !(wish_.api.empty() && wish_.device.empty());
+    try {
+        const AudioFormat format = output_.open(wish_);
+        deviceTrouble_.clear();
+        return format;
+    } catch (const host::Error& error) {
+        if (!hasOthers) throw;
+        if (deviceTrouble_ != error.what()) say(error.what());
+        deviceTrouble_ = error.what();
+    }
+    return output_.open(line_.audio);
+}
+
 void Session::openAudio() {
     try {
-        format_ = output_.open(line_.audio);
+        format_ = openDevice();
         host_.setFormat(format_.rate, format_.blockSize);
         player_.start();
         output_.start();
@@ -183,8 +297,11 @@ void Session::say(const std::string& sentence) {
 std::string Session::title() const {
     const std::string name = host_.name();
     if (!audioTrouble_.empty()) return name + " - " + audioTrouble_;
-    return name + " - " + format_.api + ", " + std::to_string(format_.rate) + " Hz - load " +
-           host::fixedText(player_.load() * 100.0, 0) + " % - " +
+    return name + " - " + format_.api + ", " + std::to_string(format_.rate) + " Hz - " + loadText();
+}
+
+std::string Session::loadText() const {
+    return "load " + host::fixedText(player_.load() * 100.0, 0) + " % - " +
            std::to_string(player_.lateBlocks()) + " dropouts";
 }
 

@@ -7,6 +7,8 @@
 #include "app/audio_output.h"
 #include "app/command_line.h"
 #include "app/computer_keyboard.h"
+#include "app/control_bar.h"
+#include "app/device_choice.h"
 #include "app/editor_window.h"
 #include "app/midi_inbox.h"
 #include "app/midi_inputs.h"
@@ -32,15 +34,26 @@ class Session {
   private:
     void loadState();
     void openWindow();
+    BarActions makeActions();
+    void showBar();
+    void silence();
+    void followSkin();
+    void playThrough(const AudioWish& wish);
+    void listenTo(const std::string& port);
+    void keepDevices();
     void watchAudio();
     void openAudio();
+    AudioFormat openDevice();
     void closeAudio();
     void saveState();
     void say(const std::string& sentence);
     std::string title() const;
+    std::string loadText() const;
 
     const CommandLine& line_;
     const Surroundings& surroundings_;
+    DeviceChoice devices_;
+    AudioWish wish_;
     std::optional<host::MidiSong> song_;
     host::PluginHost host_;
     SavedState state_;
@@ -49,9 +62,12 @@ class Session {
     AudioOutput output_;
     MidiInputs midi_;
     ComputerKeyboard keyboard_;
+    BarActions actions_;
     std::optional<EditorWindow> window_;
+    std::string skin_;  // of the open editor, as the settings call it
     AudioFormat format_ = {};
-    std::string audioTrouble_;  // why there is no sound; empty if there is
+    std::string audioTrouble_;   // why there is no sound; empty if there is
+    std::string deviceTrouble_;  // why the chosen device is not in use
     std::string stateTrouble_;
     Clock::time_point nextAttempt_;
 };

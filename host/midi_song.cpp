@@ -1,17 +1,21 @@
 // Reads Standard MIDI Files: chunks, tracks, and the tempo map that gives every event its time.
 #include "host/midi_song.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <queue>
 #include <tuple>
 
-#include "host/byte_reader.h"
 #include "host/error.h"
 #include "host/files.h"
+#include "platform/byte_reader.h"
 
 namespace host {
 namespace {
+
+using platform::ByteReader;
+using platform::Damage;
 
 constexpr std::size_t kMaxFileBytes = 64 << 20;
 constexpr uint64_t kMaxSeconds = 24 * 60 * 60;
@@ -249,6 +253,13 @@ int64_t MidiSong::frameAt(uint64_t time, int sampleRate) const {
     const uint64_t wholeSeconds = time / unitsPerSecond;
     const uint64_t rest = time % unitsPerSecond;  // below 2^35, so the product below fits
     return static_cast<int64_t>(wholeSeconds * rate + rest * rate / unitsPerSecond);
+}
+
+std::size_t MidiSong::firstEventFrom(int64_t frame, int sampleRate) const {
+    const auto first = std::partition_point(events.begin(), events.end(), [&](const auto& event) {
+        return frameAt(event.time, sampleRate) < frame;
+    });
+    return static_cast<std::size_t>(first - events.begin());
 }
 
 MidiSong parseMidiSong(std::string_view bytes, const std::string& name) {

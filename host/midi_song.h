@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,6 +25,8 @@ struct MidiSong {
 
     // The frame that contains a time, rounded down. sampleRate is in Hz, up to 768000.
     int64_t frameAt(uint64_t time, int sampleRate) const;
+    // The index of the first event at or after a frame.
+    std::size_t firstEventFrom(int64_t frame, int sampleRate) const;
 };
 
 // Reads a file of type 0 or 1, strictly. Handles running status, tempo changes in any track, and

@@ -25,13 +25,6 @@ SongFeed::SongFeed(const MidiSong& song, int sampleRate) : song_(song), sampleRa
     block_.reserve(std::min(song.events.size(), kMaxEventsPerBlock));
 }
 
-void SongFeed::skipTo(int64_t frame) {
-    while (next_ < song_.events.size() &&
-           song_.frameAt(song_.events[next_].time, sampleRate_) < frame) {
-        ++next_;
-    }
-}
-
 const std::vector<BlockEvent>& SongFeed::eventsBetween(int64_t begin, int64_t end) {
     block_.clear();
     for (; next_ < song_.events.size() && block_.size() < kMaxEventsPerBlock; ++next_) {

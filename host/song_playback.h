@@ -24,8 +24,8 @@ class SongFeed {
 
     SongFeed(const MidiSong& song, int sampleRate);
 
-    // Skips the events before the frame.
-    void skipTo(int64_t frame);
+    // The events from this frame on come next.
+    void goTo(int64_t frame) { next_ = song_.firstEventFrom(frame, sampleRate_); }
     // The events of the frames from begin up to, but not including, end.
     const std::vector<BlockEvent>& eventsBetween(int64_t begin, int64_t end);
 

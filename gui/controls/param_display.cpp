@@ -45,7 +45,7 @@ void CParamDisplay::drawBack(CDrawContext* context, CBitmap* instead) {
     if (picture) {
         picture->draw(context, getViewSize(), backOffset_);
     } else if (!getTransparency()) {
-        const bool framed = !raisedOrSunk && !(style_ & kNoFrame) && frameWidth_ > 0;
+        const bool framed = !raisedOrSunk && !(style_ & kNoFrame);
         const CDrawStyle style = framed ? kDrawFilledAndStroked : kDrawFilled;
         context->setFillColor(backColor_);
         context->setFrameColor(frameColor_);

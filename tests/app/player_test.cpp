@@ -11,7 +11,7 @@ constexpr int kRate = 8000;
 constexpr int kBlock = 64;
 constexpr host::HostIdentity kIdentity = {"test", true};
 
-// Hosts the test instrument, which marks the frame of every note-on with 0.5 on the left.
+// Hosts the test instrument, which marks the frame of every note-on on the left.
 struct Rig {
     explicit Rig(const host::MidiSong* song = nullptr) : player(host, inbox, song, true) {
         player.start();
@@ -22,7 +22,7 @@ struct Rig {
         for (int block = 0; block < blocks; ++block) {
             player.render(left, right, kBlock, block == 0);
             for (int i = 0; i < kBlock; ++i) {
-                if (left[i] == 0.5f) found.push_back(block * kBlock + i);
+                if (left[i] > 0.2f) found.push_back(block * kBlock + i);
             }
         }
         return found;
@@ -50,7 +50,7 @@ TEST(Player, PlaysSongAndKeysTogetherAndHearsTheEnd) {
     EXPECT_FALSE(rig.player.songHasEnded());
     rig.marks((300 + kRate / 2) / kBlock - 4);  // half a second of silence
     EXPECT_FALSE(rig.player.songHasEnded());
-    rig.marks(1);
+    rig.marks(2);
     EXPECT_TRUE(rig.player.songHasEnded());
     EXPECT_EQ(rig.player.lateBlocks(), 3);
     EXPECT_GT(rig.player.load(), 0.0);
@@ -65,6 +65,42 @@ TEST(Player, GoesOnInTheSongAtAnotherRate) {
     rig.host.setFormat(2 * kRate, kBlock);
     rig.player.start();  // forgets that key
     EXPECT_EQ(rig.marks(4), (std::vector<int>{2 * (200 - 2 * kBlock)}));
+}
+
+TEST(Player, StopsMovesAndPlaysTheSongAgain) {
+    host::MidiSong song = {kRate, {{3, {0x90, 60, 100}}, {100, {0xc0, 2, 0}}}, 300};
+    song.events.push_back({200, {0x90, 60, 100}});
+    Rig rig(&song);
+    rig.host.setProgram(1);
+    rig.player.stop();
+    rig.player.start();  // the song has begun with program 0
+    const auto seconds = [](double frame) { return frame / kRate; };
+    EXPECT_EQ(rig.marks(1), (std::vector<int>{3}));
+    rig.player.pauseSong();
+    EXPECT_FALSE(rig.player.songPlays());
+    EXPECT_TRUE(rig.marks(4).empty());
+    EXPECT_EQ(rig.player.songPosition(), seconds(kBlock));
+    rig.player.playSong();
+    EXPECT_EQ(rig.marks(3), (std::vector<int>{200 - kBlock}));
+    EXPECT_EQ(rig.host.program(), 2);
+
+    rig.player.moveSongTo(seconds(1));
+    EXPECT_EQ(rig.marks(1), (std::vector<int>{2}));
+    EXPECT_EQ(rig.host.program(), 0) << "as at that place";
+    rig.player.moveSongTo(seconds(150));
+    EXPECT_EQ(rig.marks(1), (std::vector<int>{50}));
+    EXPECT_EQ(rig.host.program(), 2) << "as at that place";
+
+    rig.marks((300 + kRate / 2) / kBlock + 2);
+    EXPECT_TRUE(rig.player.songHasEnded());
+    EXPECT_EQ(rig.player.songPosition(), rig.player.songLength());
+    rig.host.setProgram(1);
+    rig.player.moveSongTo(99.0);
+    EXPECT_TRUE(rig.marks(1).empty());
+    EXPECT_FALSE(rig.player.songPlays()) << "a song that has ended does not go on by itself";
+    rig.player.playSong();
+    EXPECT_EQ(rig.marks(1), (std::vector<int>{3}));
+    EXPECT_EQ(rig.host.program(), 1) << "the one from before this time";
 }
 
 TEST(Player, LeavesTheProgramOfBeforeTheSong) {

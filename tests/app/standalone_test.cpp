@@ -82,9 +82,25 @@ class Standalone : public testing::Test {
     std::string savedState() const {
         return folder_.read("Tembrilon/Quarzel Strings/standalone-73656e69.fxb");
     }
+    // A skin of one colour with the name of the sound.
+    void makeSkin(const std::string& name, uint32_t color) {
+        const std::string skin = folder_.path() + name;
+        std::filesystem::create_directories(skin);
+        VSTGUI::PixelBuffer ground(300, 100);
+        VSTGUI::fillArea(ground, ground.bounds(), color);
+        editor::writePng(skin + "/bg.png", ground);
+        folder_.write(name + "/skin.xml", R"(<GUI><background filename="bg.png"/>
+            <PresetsDisplay x="50" y="40" w="200" h="20" id="2000"/></GUI>)");
+    }
+    static bool showsSkin(const VSTGUI::X11Server& screen, uint32_t color) {
+        return waitFor(
+            [&] { return (screen.contents(299, kBar + 99, 1, 1)[0] & 0xFFFFFF) == color; });
+    }
+    std::string settings() const { return folder_.read("Tembrilon/Quarzel Strings/settings"); }
     bool isSilent() { return rms(jack_->heard()) < 1e-4; }
 
     static constexpr int kManyClients = 10000;
+    static constexpr int kBar = 28;  // the height of the bar above the editor
     TemporaryFolder folder_;
     std::unique_ptr<JackServer> jack_;
     std::unique_ptr<ChildProcess> program_;
@@ -93,6 +109,7 @@ class Standalone : public testing::Test {
 TEST_F(Standalone, PlaysWhatComesInByMidiAndEndsCleanly) {
     start({"--no-window", "--program", "3", "--block", "64"});
     ASSERT_TRUE(says("Listening to the MIDI port listener:keys.")) << program_->output();
+    EXPECT_TRUE(jack_->feed("Quarzel Strings MIDI:in"));
     ASSERT_TRUE(waitFor([&] { return jack_->listen(); }));
     EXPECT_TRUE(isSilent());
     EXPECT_TRUE(waitFor([&] { return playsAnA(); })) << program_->output();
@@ -155,22 +172,21 @@ TEST_F(Standalone, WaitsForAServerThatRefusesAClientOfItsMidi) {
         inputs.poll();
         inputs.poll();
         EXPECT_EQ(said, "Listening to the MIDI port listener:keys.\n");
+        said.clear();
+        inputs.listenTo("organ");
+        EXPECT_EQ(said,
+                  "No MIDI port has organ in its name; waiting for one. "
+                  "There are: listener:keys.\n");
     }
 }
 
 TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     VSTGUI::X11Server screen("640x480x24");
     if (!screen.isRunning()) GTEST_SKIP() << "needs Xvfb and xdotool";
-    std::filesystem::create_directories(folder_.path() + "skin");
-    VSTGUI::PixelBuffer ground(300, 100);
-    VSTGUI::fillArea(ground, ground.bounds(), 0xFF336699u);
-    editor::writePng(folder_.path() + "skin/bg.png", ground);
-    folder_.write("skin/skin.xml", R"(<GUI><background filename="bg.png"/>
-        <PresetsDisplay x="50" y="40" w="200" h="20" id="2000"/></GUI>)");
+    makeSkin("skin", 0xFF336699u);
     start({});
     ASSERT_TRUE(waitFor([&] { return jack_->listen(); })) << program_->output();
-    ASSERT_TRUE(
-        waitFor([&] { return (screen.contents(299, 99, 1, 1)[0] & 0xFFFFFF) == 0x336699; }));
+    ASSERT_TRUE(showsSkin(screen, 0x336699));
     EXPECT_TRUE(waitFor([&] {
         const std::string title = "Quarzel Strings - Jack, 44100 Hz - load .* % - .* dropouts";
         return std::system(("xdotool search --name '" + title + "' >/dev/null").c_str()) == 0;
@@ -178,11 +194,11 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
 
     // Typing into the editor plays no notes.
     const auto change = [&](const std::string& command) {
-        const auto before = screen.contents(50, 40, 200, 20);
+        const auto before = screen.contents(50, kBar + 40, 200, 20);
         screen.drive(command);
-        return waitFor([&] { return screen.contents(50, 40, 200, 20) != before; });
+        return waitFor([&] { return screen.contents(50, kBar + 40, 200, 20) != before; });
     };
-    EXPECT_TRUE(change("mousemove 150 50 click --repeat 2 --delay 20 1"));
+    EXPECT_TRUE(change("mousemove 150 78 click --repeat 2 --delay 20 1"));
     EXPECT_TRUE(change("type --delay 50 yyyy"));
     std::this_thread::sleep_for(500ms);
     EXPECT_TRUE(isSilent());
@@ -201,6 +217,41 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     screen.askTopWindowToClose();
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
     EXPECT_NE(savedState().find("yyyy"), std::string::npos);
+}
+
+TEST_F(Standalone, ObeysTheBarAndItsKeys) {
+    VSTGUI::X11Server screen("640x480x24");
+    if (!screen.isRunning()) GTEST_SKIP() << "needs Xvfb and xdotool";
+    makeSkin("skin", 0xFF336699u);
+    makeSkin("other", 0xFF993366u);
+    std::string song;
+    for (int beat = 0; beat < 200; ++beat) song += bytes({0x83, 0x60, 0x90, 69, 100});
+    folder_.write("song.mid", midiFile(0, 480, {song}));
+    start({folder_.path() + "song.mid", "--factory"});
+    ASSERT_TRUE(showsSkin(screen, 0x336699)) << program_->output();
+    const auto plays = [&] {
+        return waitFor([&] { return jack_->listen() && hearsAnA(jack_->heard()); });
+    };
+    const auto ends = [&] { return waitFor([&] { return isSilent(); }); };
+    EXPECT_TRUE(plays()) << program_->output();
+    screen.drive("mousemove 20 110 click 1 key space");
+    EXPECT_TRUE(ends());
+    screen.drive("mousemove 80 14 click 1");  // Play
+    EXPECT_TRUE(plays());
+    screen.drive("key Delete");
+    EXPECT_TRUE(ends());
+    screen.drive("key Home");
+    EXPECT_TRUE(plays());
+
+    screen.drive("mousemove 400 14 click 1");  // the audio menu
+    EXPECT_TRUE(waitFor([&] {                  // opens over the editor
+        return (screen.contents(400, kBar + 15, 1, 1)[0] & 0xFFFFFF) != 0x336699;
+    }));
+    screen.drive("key Down key Down key Return");
+    EXPECT_TRUE(waitFor([&] { return settings().find("MidiPort=") != std::string::npos; }));
+    EXPECT_NE(settings().find("AudioDevice=system"), std::string::npos) << settings();
+    folder_.write("Tembrilon/Quarzel Strings/settings", settings() + "SkinName=other\n");
+    EXPECT_TRUE(showsSkin(screen, 0x993366));
 }
 
 }  // namespace

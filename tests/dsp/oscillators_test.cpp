@@ -1,8 +1,7 @@
-// Tests of the oscillators: feedback operator, chorus LFO, wavetable and its columns.
+// Tests of the oscillators: feedback operator, wavetable and its columns.
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -10,7 +9,6 @@
 
 #include "dsp/module_fm_op.h"
 #include "dsp/pitched_oscillator.h"
-#include "dsp/square_lfo.h"
 #include "tests/dsp/measure.h"
 
 namespace dsp {
@@ -20,20 +18,6 @@ namespace {
 double polynomialSine(double p) {
     const double a = std::fabs(p);
     return (a - 0.5) * (a - 0.732963) * (a + 0.232963) * (p * 68.5949);
-}
-
-TEST(ModuleFMop, SineIsCloseToTheTrueOne) {
-    for (int i = -49; i < 150; ++i) {
-        const float phase = static_cast<float>(i) / 100.0f;
-        SCOPED_TRACE(phase);
-        ModuleFMop fresh;
-        EXPECT_NEAR(fresh.process(phase + 0.001f), std::sin(kTwoPi * phase), 0.012);
-    }
-}
-
-TEST(ModuleFMop, WrapBelowMinusOneHalfLeavesACycle) {
-    ModuleFMop op;
-    EXPECT_NEAR(op.process(-0.9f), polynomialSine(-0.901), 1e-3);
 }
 
 TEST(ModuleFMop, FeedbackGainSwitchesAt2100Hz) {
@@ -53,75 +37,8 @@ TEST(ModuleFMop, FeedbackGainSwitchesAt2100Hz) {
     }
 }
 
-TEST(ModuleFMop, SquaredFeedbackTakesOneFilter) {
-    ModuleFMop op;
-    op.setRate(48000.0f);
-    op.setFrequency(440.0f);
-    const double w = 440.0 / 48000.0 * 9.42477;
-    EXPECT_NEAR(op.processSquared(0.251f), 1.0 - w, 1e-4);
-    const double second = polynomialSine(0.15915507 - 0.2);
-    EXPECT_NEAR(op.processSquared(-0.199f), second - (w + (second - w) * w), 1e-4);
-}
-
-// The sign of each step of the output, which shows the square before smoothing.
-std::string shape(SquareLfo& lfo, int frames) {
-    std::string text;
-    float before = 0.0f;
-    for (int i = 0; i < frames; ++i) {
-        const float now = lfo.tick();
-        text += now > before ? '+' : '-';
-        before = now;
-    }
-    return text;
-}
-
-TEST(SquareLfo, CountsWholeSamplesOfAHalfPeriod) {
-    SquareLfo lfo;
-    lfo.setFrequency(1.0);
-    lfo.setRate(6.0);
-    EXPECT_EQ(shape(lfo, 12), "+++---+++---");
-    lfo.clear();
-    lfo.setRate(5.0);
-    EXPECT_EQ(shape(lfo, 10), "+++--+++--");
-    lfo.clear();
-    EXPECT_EQ(lfo.tick(), static_cast<float>(1.0 / 5.0 * 0.628318));
-}
-
 double noteHz(int note) {
     return noteFrequencies()[static_cast<std::size_t>(note)];
-}
-
-TEST(PitchedOscillator, PlaysItsColumnRowByRow) {
-    PitchedOscillator oscillator;
-    oscillator.setNote(48);
-    const double rate = noteHz(48) * 400.0;  // one row per sample
-    oscillator.setRate(rate);
-    const WaveCycle& column = StringWavetable::shared().column(48);
-    const float coefficient = static_cast<float>(6.28319 / rate * (0.5 * noteHz(48)));
-    float low = 0.0f;
-    for (std::size_t i = 0; i < 1000; ++i) {
-        low += (column[i % 400] - low) * coefficient;
-        ASSERT_NEAR(oscillator.tick(1.0), column[i % 400] - low, 1e-5f) << i;
-    }
-    oscillator.clear();
-    EXPECT_EQ(oscillator.tick(1.0), column[0] - column[0] * coefficient);
-}
-
-TEST(PitchedOscillator, InterpolatesBetweenRowsAndFollowsTheBend) {
-    PitchedOscillator halfStep;
-    PitchedOscillator bent;
-    halfStep.setNote(60);
-    bent.setNote(60);
-    halfStep.setRate(noteHz(60) * 800.0);
-    bent.setRate(noteHz(60) * 800.0);
-    const WaveCycle& column = StringWavetable::shared().column(60);
-    // The high-pass scales each sample and subtracts a little of the previous one.
-    const float kept = 1.0f - static_cast<float>(6.28319 / 1600.0);
-    const float before = (1.0f - kept) * column[0];
-    halfStep.tick(1.0);
-    bent.tick(0.5);
-    EXPECT_NEAR(halfStep.tick(1.0), kept * (0.5f * (column[0] + column[1]) - before), 1e-6f);
-    EXPECT_NEAR(bent.tick(0.5), kept * (0.75f * column[0] + 0.25f * column[1] - before), 1e-6f);
 }
 
 // Loudest partial below 16 kHz (lower at rates below 44.1 kHz) that is no harmonic of the note, in
@@ -227,12 +144,6 @@ TEST(StringColumns, AreClosedFreeOfDcAndOfEvenLevel) {
         }
         before = level;
     }
-}
-
-TEST(NoteFrequencies, ReachConcertPitch) {
-    EXPECT_EQ(noteFrequencies()[0], 8.175798915636872);
-    EXPECT_NEAR(noteFrequencies()[69], 440.0, 1e-6);
-    EXPECT_NEAR(noteFrequencies()[127], 12543.853951, 1e-4);
 }
 
 }  // namespace

@@ -56,13 +56,6 @@ TEST_F(Reverb, ImpulseArrivesAfterTheShortestCombAndCrosses) {
     EXPECT_FLOAT_EQ(out[1], out[0] * 0.25f);
 }
 
-TEST_F(Reverb, RightSideTakesTheFinishedLeftOutput) {
-    model_->setDry(0.5f);
-    const float* out = tick(1.0f, 0.0f);
-    EXPECT_EQ(out[0], 0.5f);
-    EXPECT_EQ(out[1], 0.125f);
-}
-
 TEST_F(Reverb, CountsSilentFrames) {
     for (int i = 1; i <= 10; ++i) {
         tick(0.0f, 0.0f);

@@ -34,7 +34,7 @@ TEST(EngineNotes, ResetControllersAreAsTheyBegan) {
         each->noteOff(60);
         heard[each == &rig] = each->render(5000);
     }
-    EXPECT_TRUE(sameBits(heard[0], heard[1]));
+    EXPECT_TRUE(heard[0] == heard[1]);
 }
 
 TEST(EngineNotes, AllSoundOffEndsVoicesAndTailsAtOnce) {

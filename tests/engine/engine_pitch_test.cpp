@@ -53,23 +53,6 @@ TEST(EnginePitch, ViolaSoundsTheKeyAndViolinAnOctaveAbove) {
     }
 }
 
-TEST(EnginePitch, BrassHornAndCelloSoundTheKeyAndContrabassAnOctaveBelow) {
-    const struct {
-        engine::Section section;
-        double octave;
-    } rows[] = {{engine::kBrass, 1.0},
-                {engine::kHorn, 1.0},
-                {engine::kCello, 1.0},
-                {engine::kContrabass, 0.5}};
-    Rig rig;
-    rig.engine().setKeySplit(14.25f / 11.0f);  // key 81
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.section);
-        rig.playOnly(row.section);
-        for (const int key : {36, 45, 60, 80}) expectPitch(rig, key, row.octave * keyHz(key));
-    }
-}
-
 TEST(EnginePitch, BendAndMasterPitchReachOneSemitone) {
     const struct {
         int bend;  // -1: none

@@ -16,25 +16,6 @@ using engine_test::Rig;
 using engine_test::rms;
 using engine_test::Sound;
 
-TEST(EngineSettings, ASectionSoundsWhenItIsOnOnly) {
-    Rig off;
-    off.noteOn(40);
-    off.renderSeconds(0.1);
-    const double noise = rms(off.render(4000).left);
-    for (int s = 0; s < engine::kNumSections; ++s) {
-        SCOPED_TRACE(s);
-        const auto section = static_cast<engine::Section>(s);
-        Rig rig;
-        rig.playOnly(section);
-        rig.noteOn(40);
-        rig.renderSeconds(0.1);
-        EXPECT_GT(rms(rig.render(4000).left), 4.0 * noise);
-        rig.engine().setSectionSwitch(section, 0.5f);
-        rig.renderSeconds(0.5);
-        EXPECT_NEAR(rms(rig.render(4000).left), noise, 0.5 * noise);
-    }
-}
-
 TEST(EngineSettings, TheSplitKeyBelongsToTheUpperHalf) {
     for (const int key : {47, 48}) {
         Rig rig;
@@ -177,11 +158,11 @@ TEST(EngineFault, SilencesItsBlockAndIsGone) {
         rig.noteOn(60);
         rig.render(1024);
         rig.engine().setSectionLevel(engine::kViola, std::numeric_limits<float>::quiet_NaN());
-        EXPECT_TRUE(isZero(rig.render(512)));
+        EXPECT_EQ(rig.render(512).peak(), 0.0f);
         rig.engine().setSectionLevel(engine::kViola, 1.0f);
         rig.noteOn(60);
         const Sound sound = rig.render(8192);
-        EXPECT_TRUE(isFinite(sound));
+        EXPECT_TRUE(std::isfinite(sound.peak()));
         EXPECT_GT(rms(sound.left), 1e-3);
     }
 }

@@ -2,35 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace engine_test {
 
 namespace {
 constexpr double kTwoPi = 6.283185307179586;
-
-bool sameBits(const std::vector<float>& a, const std::vector<float>& b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
-}
-
-template <typename Holds>
-bool allOf(const Sound& sound, Holds holds) {
-    return std::all_of(sound.left.begin(), sound.left.end(), holds) &&
-           std::all_of(sound.right.begin(), sound.right.end(), holds);
-}
 }  // namespace
-
-bool sameBits(const Sound& a, const Sound& b) {
-    return sameBits(a.left, b.left) && sameBits(a.right, b.right);
-}
-
-bool isFinite(const Sound& sound) {
-    return allOf(sound, [](float x) { return std::isfinite(x); });
-}
-
-bool isZero(const Sound& sound) {
-    return allOf(sound, [](float x) { return x == 0.0f; });
-}
 
 double rms(const std::vector<float>& x, std::size_t from) {
     double sum = 0.0;

@@ -6,19 +6,14 @@
 #include <vector>
 
 #include "engine/engine.h"
+#include "tests/support/sound.h"
 
 namespace engine_test {
 
 constexpr double kRate = 44100.0;
 
-struct Sound {
-    std::vector<float> left;
-    std::vector<float> right;
-};
+using tests::Sound;
 
-bool sameBits(const Sound& a, const Sound& b);
-bool isFinite(const Sound& sound);
-bool isZero(const Sound& sound);
 double rms(const std::vector<float>& x, std::size_t from = 0);
 
 // Amplitude and phase of the partial at `hz`, through a Hann window that begins at `from`.

@@ -16,6 +16,8 @@
 
 namespace {
 
+using tests::Sound;
+
 // Of full scale. Builds for one system agree to the bit. Between systems, the sines and powers of
 // the C libraries differ in the last place.
 constexpr float kTolerance = 1e-6f;
@@ -30,7 +32,7 @@ bool minting() {
 }
 
 // Equal windows spread over the scene, left and right frame by frame.
-std::vector<float> sampled(const StereoSound& sound) {
+std::vector<float> sampled(const Sound& sound) {
     std::vector<float> samples;
     const int frames = static_cast<int>(sound.left.size());
     for (int w = 0; w < kWindows; ++w) {
@@ -87,7 +89,7 @@ std::string levels(const std::vector<float>& channel, float sampleRate) {
     return text;
 }
 
-std::string features(const Scene& scene, const StereoSound& sound) {
+std::string features(const Scene& scene, const Sound& sound) {
     return std::string(scene.name) + ",left" + levels(sound.left, scene.sampleRate) + "\n" +
            scene.name + ",right" + levels(sound.right, scene.sampleRate) + "\n";
 }
@@ -97,9 +99,9 @@ class Golden : public testing::TestWithParam<int> {};
 TEST_P(Golden, SceneIsUnchanged) {
     const Scene& scene = scenes()[GetParam()];
     SCOPED_TRACE(scene.name);
-    const StereoSound sound = playScene(scene, 64);
-    const StereoSound again = playScene(scene, 64);
-    EXPECT_TRUE(sound.left == again.left && sound.right == again.right) << "does not repeat";
+    const Sound sound = playScene(scene, 64);
+    const Sound again = playScene(scene, 64);
+    EXPECT_TRUE(sound == again) << "does not repeat";
     const std::vector<float> samples = sampled(sound);
     if (minting()) {
         writeSamples(kFolder + fileName(scene.name), samples);
@@ -127,7 +129,7 @@ TEST(GoldenWide, RandomScenesAreUnchanged) {
     const auto golden = readSamples(path, kScenes * kSamples);
     std::vector<float> samples;
     for (int seed = 0; seed < kScenes; ++seed) {
-        const StereoSound sound = playScene(randomScene(seed), 64);
+        const Sound sound = playScene(randomScene(seed), 64);
         for (int i = 1; i <= kSamples; ++i) {
             samples.push_back(sound.left[sound.left.size() * i / kSamples - 1]);
         }
@@ -144,7 +146,7 @@ TEST(GoldenWide, RandomScenesAreUnchanged) {
 TEST_P(Golden, SystemsAgree) {
     const Scene& scene = scenes()[GetParam()];
     SCOPED_TRACE(scene.name);
-    const StereoSound sound = playScene(scene, 64);
+    const Sound sound = playScene(scene, 64);
     std::vector<float> samples = sound.left;
     samples.insert(samples.end(), sound.right.begin(), sound.right.end());
     const std::string path = QUARZEL_NATIVE_SOUND_FOLDER "/" + fileName(scene.name);

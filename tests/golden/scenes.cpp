@@ -158,12 +158,12 @@ Scene randomScene(unsigned seed) {
     return scene;
 }
 
-StereoSound playScene(const Scene& scene, int blockSize) {
+tests::Sound playScene(const Scene& scene, int blockSize) {
     return playScene(scene, blockSize, std::make_unique<engine::Engine>(44100.0));
 }
 
-StereoSound playScene(const Scene& scene, int blockSize,
-                      std::unique_ptr<engine::SoundEngine> engine) {
+tests::Sound playScene(const Scene& scene, int blockSize,
+                       std::unique_ptr<engine::SoundEngine> engine) {
     instrument::Host host;
     const auto instrument = std::make_unique<instrument::Instrument>(host, std::move(engine));
     instrument->start(44100.0);
@@ -174,7 +174,7 @@ StereoSound playScene(const Scene& scene, int blockSize,
     instrument->resume();
 
     const int frames = static_cast<int>(scene.seconds * scene.sampleRate);
-    StereoSound sound{std::vector<float>(frames), std::vector<float>(frames)};
+    tests::Sound sound{std::vector<float>(frames), std::vector<float>(frames)};
     std::size_t next = 0;
     for (int start = 0; start < frames; start += blockSize) {
         const int count = std::min(blockSize, frames - start);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "state/parameters.h"
+#include "tests/support/sound.h"
 
 struct SceneSetting {
     int index;
@@ -26,17 +27,12 @@ struct Scene {
     std::vector<SceneEvent> events;      // in order of time
 };
 
-struct StereoSound {
-    std::vector<float> left;
-    std::vector<float> right;
-};
-
 const std::vector<Scene>& scenes();
 // Any settings, notes and controllers; a quarter of a second.
 Scene randomScene(unsigned seed);
 
 // Plays the scene in blocks of `blockSize` frames.
-StereoSound playScene(const Scene& scene, int blockSize);
+tests::Sound playScene(const Scene& scene, int blockSize);
 // Uses the given engine.
-StereoSound playScene(const Scene& scene, int blockSize,
-                      std::unique_ptr<engine::SoundEngine> engine);
+tests::Sound playScene(const Scene& scene, int blockSize,
+                       std::unique_ptr<engine::SoundEngine> engine);

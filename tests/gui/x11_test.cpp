@@ -192,6 +192,24 @@ TEST_F(X11Frames, TwoInOneProcessKeepTheirEventsApart) {
     EXPECT_EQ(recorder.reports(), "");
 }
 
+TEST_F(X11Frames, KnowWhenThePointerLeaves) {
+    struct Watcher : IMouseObserver {
+        void onMouseEntered(CView*, CFrame*) override { inside = true; }
+        void onMouseExited(CView*, CFrame*) override { inside = false; }
+        void onMouseEvent(MouseEvent&, CFrame*) override {}
+        bool inside = false;
+    } watcher;
+    CFrame* const frame = openAt(0, 0);
+    ASSERT_TRUE(frame);
+    frame->addView(new COnOffButton(CRect(0, 0, 40, 40), &recorder, 1));
+    frame->registerMouseObserver(&watcher);
+    drive("mousemove 20 20");
+    EXPECT_TRUE(waitFor([&] { return watcher.inside; }));
+    drive("mousemove 600 400");
+    EXPECT_TRUE(waitFor([&] { return !watcher.inside; }));
+    frame->unregisterMouseObserver(&watcher);
+}
+
 TEST_F(X11Frames, OpenInAParentThatIsDeeperThanTheScreen) {
     CFrame* const frame = openAt(50, 60, 32);
     ASSERT_TRUE(frame);

@@ -4,23 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "host/error.h"
-#include "host/instrument_names.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
 using host::PluginHost;
-
-TEST(PluginHost, TellsEqualNamesApart) {
-    PluginHost host(TEST_INSTRUMENT, 44100, 64);
-    EXPECT_EQ(host.name(), "Test Instrument");
-    EXPECT_EQ(host::distinctParameterNames(host),
-              (std::vector<std::string>{"Level", "Viola", "Viola#2", "Ring", "Fault"}));
-    host.setProgram(2);
-    EXPECT_EQ(host::distinctProgramNames(host),
-              (std::vector<std::string>{"Init", "Init#2", "Soft"}));
-    EXPECT_EQ(host.program(), 2);
-}
 
 TEST(PluginHost, SetsProgramsAndParametersOfOneInstrument) {
     PluginHost host(TEST_INSTRUMENT, 44100, 64);

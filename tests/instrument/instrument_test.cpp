@@ -28,10 +28,6 @@ void onAnotherThread(std::function<void()> action) {
     std::thread(std::move(action)).join();
 }
 
-float loudest(const PlayedSound& sound) {
-    return *std::max_element(sound.left.begin(), sound.left.end());
-}
-
 // The calls of the engine, without values.
 std::string names(std::string calls) {
     std::string kept;
@@ -134,6 +130,39 @@ TEST_F(ToldEngine, HearsWhatEachMessageMeansOnEveryChannel) {
             EXPECT_EQ(log->take(), call + (call.empty() ? "" : " ") + "render=1");
         }
     }
+}
+
+TEST_F(ToldEngine, HearsKeysOfTheEditorInTheNextBlockAndNoneHangs) {
+    instrument::Instrument& i = **instrument;
+    instrument->noteOn(48);
+    i.playKey(60, 90);
+    EXPECT_EQ(log->take(), "");
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "note-on=48/100 note-on=60/90 render=32");
+    i.playKey(62, 90);
+    i.resume();  // drops presses, but no release
+    i.playKey(60, 0);
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "note-off=60 render=32");
+    for (int press = 0; press < 1000; ++press) i.playKey(64, press % 2 ? 0 : 90);
+    instrument->render(32);
+    const std::string calls = log->take();
+    EXPECT_EQ(calls.substr(calls.size() - 23), "all-notes-off render=32");
+}
+
+TEST(HeldKeys, AreThoseThatSoundAndAreReleasedTogether) {
+    PlayedInstrument instrument;
+    instrument.noteOn(60);
+    instrument->playKey(100, 90);
+    instrument.noteOn(127);  // unplayable
+    EXPECT_GT(loudest(instrument.render(2000)), 0.0f);
+    EXPECT_EQ(instrument->heldKeys(), engine::KeySet(1) << 60 | engine::KeySet(1) << 100);
+    instrument->playKey(100, 0);
+    instrument.render(64);
+    EXPECT_EQ(instrument->heldKeys(), engine::KeySet(1) << 60);
+    instrument.send(0xB0, 123);
+    instrument.render(64);
+    EXPECT_TRUE(instrument->heldKeys().none());
 }
 
 TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
@@ -256,7 +285,7 @@ TEST(Instrument, ProgramOfAnotherThreadSilencesNoOtherBlock) {
     onAnotherThread([&] { instrument->setProgram(5); });
     EXPECT_EQ(instrument->program(), 5);
     instrument.noteOn(64);
-    EXPECT_GT(loudest(instrument.render(4000)), 0.01f);
+    EXPECT_GT(instrument.render(4000).peak(), 0.01f);
 }
 
 // Runs a callback while a program is being sent, and at each note.
@@ -400,7 +429,7 @@ struct DataFolder {
 };
 
 // Plays a controller into the instrument.
-PlayedSound control(PlayedInstrument& instrument, int controller, int value) {
+tests::Sound control(PlayedInstrument& instrument, int controller, int value) {
     instrument.send(0xB5, controller, value);
     return instrument.render(64);
 }
@@ -448,10 +477,10 @@ TEST(Controllers, LetGoOfWhatTheyHeldWhenAnotherInstanceBindsThem) {
     control(second, 11, 0);
     second.render(2000);  // until the ramp has come to its end
     second.noteOn(60);
-    EXPECT_LT(loudest(second.render(2000)), 1e-6f);
+    EXPECT_LT(second.render(2000).peak(), 1e-6f);
     first->learnSlot().arm(state::kPan);
     control(first, 11, 64);
-    EXPECT_GT(loudest(second.render(2000)), 1e-3f);
+    EXPECT_GT(second.render(2000).peak(), 1e-3f);
 }
 
 TEST(Controllers, WorkOnWhereTheirMapCanNeitherBeReadNorWritten) {

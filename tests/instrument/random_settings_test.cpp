@@ -28,13 +28,9 @@ float loudest(unsigned seed, double sampleRate) {
         if (block < 10)
             instrument.noteOn(12 + static_cast<int>(random() % 104), 1 + random() % 127);
         if (block == 12) instrument.send(0xB0, 123);
-        const PlayedSound sound = instrument.render(frames);
-        for (const auto& channel : {sound.left, sound.right}) {
-            for (const float x : channel) {
-                if (!std::isfinite(x)) return x;
-                peak = std::max(peak, std::fabs(x));
-            }
-        }
+        const float next = instrument.render(frames).peak();
+        if (!std::isfinite(next)) return next;
+        peak = std::max(peak, next);
     }
     return peak;
 }

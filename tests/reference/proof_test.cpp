@@ -1,9 +1,6 @@
 // Proves that the shipped engine sounds like the literal one, in every golden scene and in random
 // ones. QUARZEL_SCENES sets the number of random scenes (default 200).
-#include <algorithm>
-#include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -15,34 +12,25 @@
 
 namespace {
 
-StereoSound playOn(dsp::InstructionSet set, const Scene& scene, int blockSize) {
+tests::Sound playOn(dsp::InstructionSet set, const Scene& scene, int blockSize) {
     dsp::useInstructionSet(set);
-    StereoSound sound = playScene(scene, blockSize);
+    tests::Sound sound = playScene(scene, blockSize);
     dsp::useInstructionSet(dsp::widestInstructionSet());
     return sound;
-}
-
-bool sameBits(const StereoSound& a, const StereoSound& b) {
-    const auto same = [](const std::vector<float>& x, const std::vector<float>& y) {
-        return std::memcmp(x.data(), y.data(), x.size() * sizeof(float)) == 0;
-    };
-    return same(a.left, b.left) && same(a.right, b.right);
 }
 
 // Plays the scene with the literal engine, and with the shipped one on every instruction set.
 // Returns the loudest sample of the literal engine.
 float prove(const Scene& scene, int blockSize) {
-    const StereoSound literal =
+    const tests::Sound literal =
         playScene(scene, blockSize, std::make_unique<reference::Engine>(44100.0));
-    const StereoSound baseline = playOn(dsp::InstructionSet::kBaseline, scene, blockSize);
-    EXPECT_TRUE(sameBits(baseline, literal));
+    const tests::Sound baseline = playOn(dsp::InstructionSet::kBaseline, scene, blockSize);
+    EXPECT_TRUE(baseline == literal);
     for (const auto set : {dsp::InstructionSet::kAvx2, dsp::InstructionSet::kAvx512}) {
         if (set > dsp::widestInstructionSet()) break;
-        EXPECT_TRUE(sameBits(playOn(set, scene, blockSize), baseline));
+        EXPECT_TRUE(playOn(set, scene, blockSize) == baseline);
     }
-    float loudest = 0.0f;
-    for (const float x : literal.left) loudest = std::max(loudest, std::fabs(x));
-    return loudest;
+    return literal.peak();
 }
 
 TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEveryPath) {

@@ -2,6 +2,7 @@
 #include "render/program.h"
 
 #include <algorithm>
+#include <iomanip>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include "tests/host/midi_bytes.h"
 #include "tests/render/sound_file.h"
 #include "tests/support/foreign_locale.h"
+#include "tests/support/script.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -216,89 +218,55 @@ TEST_F(QuarzelRender, SavesBesideARenderAndThroughLinks) {
     EXPECT_TRUE(std::filesystem::is_symlink(output_));
 }
 
-TEST_F(QuarzelRender, SaysInOneSentenceWhatIsWrongAndLeavesNoFile) {
+class RefusedLine : public testing::TestWithParam<script::Case> {};
+
+TEST_P(RefusedLine, IsAnsweredInOneSentenceAndLeavesNoFile) {
+    const TemporaryFolder folder;
+    const CurrentFolder current(folder.path());
     const auto header = [](const std::string& form, int version, int count) {
         return form + bigEndian(1, 4) + "TstI" + bigEndian(version, 4) + bigEndian(count, 4);
     };
     const auto chunkBank = header("FBCh", 3, 3) + std::string(128, '\0') + bigEndian(0, 4);
     const auto refused = header("FxCk", 13, 0) + std::string(28, '\0');
-    folder_.write("chunk.fxb", "CcnK" + bigEndian(chunkBank.size(), 4) + chunkBank);
-    folder_.write("refused.fxp", "CcnK" + bigEndian(refused.size(), 4) + refused);
-    folder_.write("text", "neither");
-    folder_.write("cut.mid", kSong.substr(0, kSong.size() - 3));
-    ASSERT_EQ(mkfifo(folder_.path("pipe").c_str(), 0600), 0);
-    const auto filesBefore = folder_.entryCount();
-    const auto at = [&](const char* name) { return folder_.path(name); };
-    const std::string unreadable = " is not a file that can be read.";
-    struct Case {
-        std::vector<std::string> arguments;
-        std::string error;
-        int exitCode = 1;
-    };
-    std::vector<Case> cases = {
-        {{}, "SONG.mid and OUT.wav are needed (see --help)", 2},
-        {with({"--bits", "8"}, song_, output_), "--bits: 8 is none of 16, 24 and 32f (see --help)",
-         2},
-        {with({"--rate", "1"}, song_, output_),
-         "--rate: 1 is out of range; it can be 8000 to 768000."},
-        {with({}, at("none"), output_), "There is no file " + at("none") + "."},
-        {with({}, at(""), output_), at("") + unreadable},
-        {with({}, at("text"), output_), at("text") + " is not a MIDI file."},
-        {with({}, at("cut.mid"), output_), at("cut.mid") + " is damaged: track 1 is cut short."},
-        {with({}, song_, at("none/out.wav")),
-         at("none/out.wav") + " cannot be written: No such file or directory."},
-        {with({}, song_, at("text/out.wav")),
-         at("text/out.wav") + " cannot be written: Not a directory."},
-        {with({}, song_, at("pipe")), at("pipe") + " cannot be written: it is not a regular file."},
-        {with({}, song_, song_), song_ + " is the song itself."},
-        {{"--plugin", TEST_NO_INSTRUMENT, song_, output_},
-         TEST_NO_INSTRUMENT " is not a VST 2.4 plug-in: it has no VSTPluginMain."},
-        {{"--plugin", at("none"), song_, output_}, "There is no file " + at("none") + "."},
-        {{"--plugin", at("text"), song_, output_},
-         at("text") + " cannot be loaded: file too short."},
-        {{"--plugin", at("pipe"), song_, output_}, at("pipe") + unreadable},
-        {with({}, at("pipe"), output_), at("pipe") + unreadable},
-    };
-    const struct {
-        const char* option;
-        std::string value;
-        std::string error;
-    } options[] = {
-        {"--set", "Cello=1", "There is no parameter named Cello."},
-        {"--set", "5=1", "There is no parameter 5; they go from 0 to 4."},
-        {"--program", "-1", "There is no program -1; they go from 0 to 2."},
-        {"--program", "init", "There is no program named init."},
-        {"--bank", at("none"), "There is no file " + at("none") + "."},
-        {"--bank", at(""), at("") + unreadable},
-        {"--bank", at("pipe"), at("pipe") + unreadable},
-        {"--preset", at("pipe"), at("pipe") + unreadable},
-        {"--bank", at("text"), at("text") + " is not a bank file."},
-        {"--preset", at("text"), at("text") + " is not a preset file."},
-        {"--bank", at("chunk.fxb"),
-         at("chunk.fxb") + " holds a chunk; Test Instrument takes lists of parameters only."},
-        {"--preset", at("refused.fxp"),
-         "Test Instrument does not accept " + at("refused.fxp") + "."},
-        {"--save-bank", at("none/a.fxb"), at("none/a.fxb") + " cannot be written."},
-        {"--save-preset", at(""), at("") + " cannot be written: it is not a regular file."},
-        {"--save-bank", song_, song_ + " is the song itself."},
-        {"--save-bank", TEST_INSTRUMENT, TEST_INSTRUMENT " is the instrument itself."},
-        {"--save-preset", at("./out.wav"), at("./out.wav") + " would be written twice."},
-    };
-    for (const auto& row : options) {
-        cases.push_back({with({row.option, row.value}, song_, output_), row.error});
-    }
-    alarm(20);  // ends a test that waits for a pipe
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.arguments));
-        const auto outcome = run(c.arguments);
-        EXPECT_EQ(outcome.exitCode, c.exitCode);
+    folder.write("chunk.fxb", "CcnK" + bigEndian(chunkBank.size(), 4) + chunkBank);
+    folder.write("refused.fxp", "CcnK" + bigEndian(refused.size(), 4) + refused);
+    folder.write("text", "neither");
+    folder.write("song.mid", kSong);
+    folder.write("cut.mid", kSong.substr(0, kSong.size() - 3));
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    std::filesystem::copy_file(TEST_INSTRUMENT, "instrument.so");
+    std::filesystem::copy_file(TEST_NO_INSTRUMENT, "other.so");
+    const auto filesBefore = folder.entryCount();
+    script::Runner runner;
+    const auto refuse = [&](std::istream& line) {
+        std::vector<std::string> words;
+        for (std::string word; line >> std::quoted(word);) words.push_back(word);
+        const bool named = std::find(words.begin(), words.end(), "--plugin") != words.end();
+        if (words.size() > 1 && !named) words.insert(words.end(), {"--plugin", "instrument.so"});
+        const Outcome outcome = run(words);
         EXPECT_EQ(outcome.out, "");
-        EXPECT_EQ(outcome.err, "quarzel-render: " + c.error + "\n");
-        EXPECT_EQ(folder_.entryCount(), filesBefore);
-    }
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
+        EXPECT_EQ(folder.entryCount(), filesBefore);
+        return outcome;
+    };
+    runner.commands["exit"] = [&](std::istream& line) {
+        runner.say(std::to_string(refuse(line).exitCode));
+    };
+    runner.commands["render"] = [&](std::istream& line) {
+        const Outcome outcome = refuse(line);
+        const std::size_t name = std::string("quarzel-render: ").size();
+        runner.say(std::to_string(outcome.exitCode) + ' ' +
+                   outcome.err.substr(name, outcome.err.size() - name - 1));
+    };
+    alarm(20);  // ends a test that waits for the pipe
+    runner.play(GetParam());
     alarm(0);
-    EXPECT_EQ(folder_.read("song.mid"), kSong);
+    EXPECT_EQ(folder.read("song.mid"), kSong);
 }
+
+INSTANTIATE_TEST_SUITE_P(All, RefusedLine,
+                         testing::ValuesIn(script::casesOf(QUARZEL_RENDER_SCRIPTS "refusals.txt")),
+                         script::nameOf);
 
 TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     folder_.write("out.wav", "before");

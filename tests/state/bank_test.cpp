@@ -38,15 +38,6 @@ TEST(Bank, CutsLongNamesAndClearsWhatWasThere) {
     EXPECT_TRUE(std::all_of(name + 5, name + state::kNameSize, [](char c) { return c == 0; }));
 }
 
-TEST(Bank, CopiesWholePrograms) {
-    Bank bank;
-    bank.setProgramName(4, "Source");
-    bank.setValue(4, 11, 0.9f);
-    bank.copyProgram(4, 127);
-    EXPECT_EQ(bank.programName(127), "Source");
-    EXPECT_EQ(bank.value(127, 11), 0.9f);
-}
-
 TEST(Bank, ReadsPastTheTableWithinItsBytes) {
     Bank bank;
     const auto nameAsFloat = [](const char* name) {

@@ -100,17 +100,6 @@ TEST(ControllerMap, WritesOnlyWhatItChanged) {
     EXPECT_EQ(std::filesystem::last_write_time(path), longAgo);
 }
 
-TEST(ControllerMap, FallsBackToTheFileBesideTheLibrary) {
-    const Folders folders;
-    folders.module.write("Pluginccmap.bin", std::string("\x05\0\0\0", 4));
-    ControllerMap map;
-    map.load();
-    EXPECT_EQ(map.controller(0), 5);
-    // intentional: a short file binds the remaining parameters to controller 0
-    EXPECT_EQ(map.controller(1), 0);
-    EXPECT_EQ(map.controller(41), 0);
-}
-
 TEST(ControllerMap, ReadsDamagedFilesWithinTheirBytes) {
     const Folders folders;
     for (const std::size_t size : {0, 1, 3, 167, 169, 4 << 20}) {

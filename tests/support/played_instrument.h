@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "engine/engine.h"
 #include "instrument/instrument.h"
+#include "tests/support/sound.h"
 
 // Records the calls that it receives.
 class RecordingHost : public instrument::Host {
@@ -30,12 +30,6 @@ class RecordingHost : public instrument::Host {
   private:
     void note(const std::string& call) { log_ += (log_.empty() ? "" : "; ") + call; }
     std::string log_;
-};
-
-struct PlayedSound {
-    std::vector<float> left;
-    std::vector<float> right;
-    bool operator==(const PlayedSound& o) const { return left == o.left && right == o.right; }
 };
 
 class PlayedInstrument {
@@ -66,8 +60,8 @@ class PlayedInstrument {
     void noteOff(int key) { send(0x80, key); }
 
     // Renders one block.
-    PlayedSound render(int frames) {
-        PlayedSound sound{std::vector<float>(frames), std::vector<float>(frames)};
+    tests::Sound render(int frames) {
+        tests::Sound sound{std::vector<float>(frames), std::vector<float>(frames)};
         instrument_->render(sound.left.data(), sound.right.data(), frames);
         return sound;
     }

@@ -14,7 +14,7 @@
 #include "plugin/clap/factory.h"
 #include "plugin/clap/parameter_list.h"
 #include "plugin/clap/shell.h"
-#include "tests/plugin/sound.h"
+#include "tests/support/sound.h"
 
 namespace clap_driver {
 

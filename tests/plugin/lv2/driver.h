@@ -22,7 +22,7 @@
 #include "lv2/urid/urid.h"
 #include "plugin/lv2/change_request.h"
 #include "plugin/lv2/ports.h"
-#include "tests/plugin/sound.h"
+#include "tests/support/sound.h"
 #include "plugin/lv2/uris.h"
 #include "state/bank.h"
 

@@ -8,7 +8,7 @@
 #include "tests/app/child_process.h"
 #include "tests/app/jack_server.h"
 #include "tests/gui/x11_server.h"
-#include "tests/plugin/sound.h"
+#include "tests/support/sound.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wait_for.h"
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <random>
 #include <string>
 
 #include "tests/plugin/vst2/plugin_under_test.h"
@@ -11,7 +10,6 @@
 namespace {
 
 constexpr VstIntPtr kLowest = INTPTR_MIN;
-constexpr VstIntPtr kHighest = INTPTR_MAX;
 
 class LoadedPlugin : public testing::Test {
   protected:
@@ -162,48 +160,6 @@ TEST_F(LoadedPlugin, RedrawsTheHostOnceMoreWhenItAnswers) {
             [](const TestHost::Call& call) { return call.opcode == audioMasterUpdateDisplay; });
         EXPECT_EQ(updates, 1 + answer);
     }
-}
-
-TEST_F(LoadedPlugin, SurvivesEveryOpcodeWithAnyArguments) {
-    std::vector<VstInt32> opcodes = {-1, INT32_MIN, INT32_MAX, 0x73744341, 9999};
-    for (VstInt32 opcode = 0; opcode <= 100; ++opcode) opcodes.push_back(opcode);
-    struct {
-        VstInt32 index;
-        VstIntPtr value;
-        float opt;
-    } const arguments[] = {{0, 0, 0.0f},        {-1, 0, -1.0f},      {INT32_MAX, 0, INFINITY},
-                           {INT32_MIN, 0, NAN}, {0, kHighest, 0.0f}, {0, kLowest, 0.0f},
-                           {127, 1, 1e30f}};
-    PluginInstance plugin(library_.entry());
-    std::mt19937 random(1);
-    for (int round = 0; round < 8; ++round) {
-        std::shuffle(opcodes.begin(), opcodes.end(), random);
-        for (const VstInt32 opcode : opcodes) {
-            if (opcode == effClose) continue;
-            // Only for these opcodes is the value an address.
-            const bool valueIsAddress =
-                opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement;
-            for (const auto& argument : arguments) {
-                plugin.dispatch(opcode, argument.index, valueIsAddress ? 0 : argument.value,
-                                nullptr, argument.opt);
-            }
-        }
-        EXPECT_TRUE(plugin.sounds()) << round;
-    }
-    // With a buffer, except those that open a window or a message box.
-    for (VstInt32 opcode = 0; opcode < 100; ++opcode) {
-        if (opcode == effClose || opcode == effEditOpen || opcode == effSetChunk ||
-            opcode == effGetSpeakerArrangement)
-            continue;
-        alignas(16) char buffer[4096] = {};
-        for (const VstInt32 index : {0, 43, 99999, -1}) plugin.dispatch(opcode, index, 0, buffer);
-    }
-    for (const VstInt32 index : {INT32_MIN, -1, 42, 43, 99999, 100000, INT32_MAX}) {
-        for (const float value : {1e30f, -INFINITY, NAN, 0.5f}) plugin.set(index, value);
-        EXPECT_TRUE(std::isfinite(plugin.value(index))) << index;
-    }
-    plugin.rate(44100.0f);
-    EXPECT_TRUE(plugin.sounds());
 }
 
 }  // namespace

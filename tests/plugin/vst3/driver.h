@@ -14,7 +14,7 @@
 #include "plugin/vst3/reference.h"
 #include "plugin/vst3/shell.h"
 #include "plugin/vst3/text.h"
-#include "tests/plugin/sound.h"
+#include "tests/support/sound.h"
 
 namespace driver {
 

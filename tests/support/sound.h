@@ -1,9 +1,10 @@
-// What an instance in a test's hands has rendered.
+// What an instrument in a test's hands has rendered.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace tests {
@@ -28,7 +29,14 @@ struct Sound {
         left.insert(left.end(), next.left.begin(), next.left.end());
         right.insert(right.end(), next.right.begin(), next.right.end());
     }
-    bool operator==(const Sound& o) const { return left == o.left && right == o.right; }
+    // To the bit.
+    bool operator==(const Sound& o) const { return same(left, o.left) && same(right, o.right); }
+
+  private:
+    static bool same(const std::vector<float>& a, const std::vector<float>& b) {
+        return a.size() == b.size() &&
+               std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+    }
 };
 
 }  // namespace tests
