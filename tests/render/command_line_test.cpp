@@ -105,6 +105,7 @@ TEST(CommandLine, TellsWrongUsageFromValuesOutOfRange) {
         {"--to", "x"},
         {"a.mid", "b.wav", "--format", "mp3"},
         {"a.mid", "b.ogg", "--bits", "16"},
+        {"a.mid", "b.opus", "--rate", "44100"},
         {"a.mid", "b.flac", "--bits", "32f"},
         {"a.mid", "b.wav", "--normalize", "-3"},
         {"a.mid", "b.wav", "--normalize", "PEAK", "--gain", "1"},

@@ -1,0 +1,19 @@
+// Folders in the memory of the page, which fills them before the instrument starts.
+#include "platform/system_folders.h"
+
+#include <sys/stat.h>
+
+namespace platform {
+
+std::string systemModulePath() {
+    return "/quarzel/strings";
+}
+
+std::optional<std::string> systemApplicationDataFolder() {
+    constexpr const char* kFolder = "/settings";
+    struct stat status = {};
+    if (stat(kFolder, &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
+    return kFolder;
+}
+
+}  // namespace platform

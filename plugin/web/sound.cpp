@@ -1,0 +1,139 @@
+// The module of the audio worklet: the instrument, as functions that a script calls.
+//
+// The worklet calls everything on its audio thread. Nothing allocates after quarzelStart, except
+// quarzelTakeState and quarzelState, which carry whole banks.
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+
+#include "instrument/instrument.h"
+#include "platform/web_page.h"
+#include "plugin/block.h"
+#include "plugin/web/news.h"
+#include "state/saved_state.h"
+
+namespace {
+
+using instrument::TimedEvent;
+
+constexpr int kMostFrames = 1024;  // a render quantum has 128 today
+
+struct Sound {
+    instrument::Host host;
+    instrument::Instrument instrument{host};
+    std::array<float, kMostFrames> left{};
+    std::array<float, kMostFrames> right{};
+    std::array<float, web::kNewsSize> news{};
+    std::array<char, state::kLongestState> bytes{};
+};
+
+Sound& sound() {
+    static const auto sound = std::make_unique<Sound>();
+    return *sound;
+}
+
+void add(int frame, TimedEvent::Kind kind, const plugin::Message& bytes, int index = 0) {
+    sound().instrument.addEvent({std::max(frame, 0), kind, bytes, index});
+}
+
+}  // namespace
+
+// A worklet has no page. The bank comes by message, so a missing file is no news either.
+void quarzelShowMessage(const char*, const char*) {}
+int quarzelOpenDocument(const char*) {
+    return 0;
+}
+
+extern "C" {
+
+void quarzelStart(double sampleRate) {
+    sound().instrument.start(sampleRate);
+    sound().instrument.resume();
+}
+
+int quarzelMostFrames() {
+    return kMostFrames;
+}
+float* quarzelLeft() {
+    return sound().left.data();
+}
+float* quarzelRight() {
+    return sound().right.data();
+}
+
+// Renders up to kMostFrames frames into the two buffers.
+void quarzelRender(int frames) {
+    sound().instrument.render(sound().left.data(), sound().right.data(),
+                              std::clamp(frames, 0, kMostFrames));
+}
+
+// Events of the next block; the frame counts from its begin.
+void quarzelMessage(int frame, int status, int data1, int data2) {
+    add(frame, TimedEvent::kMessage,
+        {static_cast<std::uint8_t>(status), static_cast<std::uint8_t>(data1),
+         static_cast<std::uint8_t>(data2)});
+}
+void quarzelSilence() {
+    add(0, TimedEvent::kSilence, {});
+}
+
+// intentional: every call counts, as "HP" moves each time
+void quarzelSetParameter(int index, float value) {
+    sound().instrument.setParameter(index, value);
+}
+float quarzelParameter(int index) {
+    return sound().instrument.parameter(index);
+}
+void quarzelSetProgram(int program) {
+    sound().instrument.setProgram(program);
+}
+int quarzelProgram() {
+    return sound().instrument.program();
+}
+// Lets a parameter follow a controller, or none if it is negative.
+void quarzelBind(int parameter, int controller) {
+    const bool valid = state::isParameter(parameter) && controller < 128;
+    if (valid) state::controllerMap().bind(parameter, std::max(controller, -1));
+}
+
+// Whole states go through this buffer of quarzelMostBytes bytes.
+char* quarzelBytes() {
+    return sound().bytes.data();
+}
+int quarzelMostBytes() {
+    return static_cast<int>(sound().bytes.size());
+}
+// A saved state, a bank file or a bank chunk. Returns 0 if the bytes are none.
+int quarzelTakeState(int size) {
+    const auto limited = static_cast<std::size_t>(std::clamp(size, 0, quarzelMostBytes()));
+    const auto saved = state::readSavedState(std::string(quarzelBytes(), limited));
+    if (saved) sound().instrument.loadSavedState(*saved);
+    return saved.has_value();
+}
+// Returns how many bytes the state has.
+int quarzelState() {
+    const std::string bytes = state::bytesOf(sound().instrument.savedState());
+    const std::size_t size = std::min(bytes.size(), sound().bytes.size());
+    std::memcpy(quarzelBytes(), bytes.data(), size);
+    return static_cast<int>(size);
+}
+
+// What the page shows about the sound: kNewsSize numbers, as plugin/web/news.h lists them.
+int quarzelNewsSize() {
+    return web::kNewsSize;
+}
+float* quarzelNews() {
+    Sound& of = sound();
+    const editor::OutputPeaks peaks = of.instrument.takeOutputPeaks();
+    of.news[web::kPeakLeft] = peaks.left;
+    of.news[web::kPeakRight] = peaks.right;
+    of.news[web::kHeldNotes] = static_cast<float>(of.instrument.heldNotes());
+    of.news[web::kLastKey] = static_cast<float>(of.instrument.lastKey());
+    for (int tap = 0; tap < web::kTaps; ++tap) {
+        of.news[web::kFirstTap + tap] = of.instrument.chorusTap(tap);
+    }
+    return of.news.data();
+}
+
+}  // extern "C"
