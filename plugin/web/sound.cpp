@@ -6,6 +6,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "instrument/instrument.h"
 #include "platform/web_page.h"
@@ -37,6 +38,12 @@ void add(int frame, TimedEvent::Kind kind, const plugin::Message& bytes, int ind
     sound().instrument.addEvent({std::max(frame, 0), kind, bytes, index});
 }
 
+// What the first bytes of the buffer hold.
+std::optional<state::SavedState> stateOf(int size) {
+    const auto limited = std::clamp(size, 0, static_cast<int>(sound().bytes.size()));
+    return state::readSavedState({sound().bytes.data(), static_cast<std::size_t>(limited)});
+}
+
 }  // namespace
 
 // A worklet has no page. The bank comes by message, so a missing file is no news either.
@@ -47,9 +54,15 @@ int quarzelOpenDocument(const char*) {
 
 extern "C" {
 
-void quarzelStart(double sampleRate) {
-    sound().instrument.start(sampleRate);
-    sound().instrument.resume();
+// With a state of `size` bytes, which takes the place of the default bank: the engine never hears
+// another.
+void quarzelStart(double sampleRate, int size) {
+    instrument::Instrument& instrument = sound().instrument;
+    const auto saved = stateOf(size);
+    if (saved) std::memcpy(&instrument.bankChunk(), saved->bank.data(), sizeof(state::BankChunk));
+    instrument.start(sampleRate);
+    instrument.resume();
+    if (saved && saved->program != 0) instrument.setProgram(saved->program);
 }
 
 int quarzelMostFrames() {
@@ -106,8 +119,7 @@ int quarzelMostBytes() {
 }
 // A saved state, a bank file or a bank chunk. Returns 0 if the bytes are none.
 int quarzelTakeState(int size) {
-    const auto limited = static_cast<std::size_t>(std::clamp(size, 0, quarzelMostBytes()));
-    const auto saved = state::readSavedState(std::string(quarzelBytes(), limited));
+    const auto saved = stateOf(size);
     if (saved) sound().instrument.loadSavedState(*saved);
     return saved.has_value();
 }

@@ -7,7 +7,7 @@ import path from "node:path";
 
 const kTypes = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css",
   ".wasm": "application/wasm", ".svg": "image/svg+xml", ".opus": "audio/ogg" };
-const kPatience = 120000;  // milliseconds, for machines that are busy
+const kPatience = 500000;  // milliseconds, for machines that are busy
 
 // Any static host will do: no special headers.
 function serve(folder, requests) {

@@ -1,9 +1,9 @@
 // A song through the worklet in an offline context equals the native render.
-// Usage: node song_test.mjs SITE NATIVE.wav SONG.mid RATE
+// Usage: node song_test.mjs SITE NATIVE.wav SONG.mid RATE [SECONDS]
 import fs from "node:fs";
 import { Browser, check } from "./browser.mjs";
 
-const [site, wav, song, rate] = process.argv.slice(2);
+const [site, wav, song, rate, seconds = Infinity] = process.argv.slice(2);
 const kTolerance = 1e-6;  // of full scale
 
 // Interleaved 32-bit floats after the header of the data chunk.
@@ -13,7 +13,7 @@ function samplesOf(file) {
   return new Float32Array(bytes.buffer.slice(bytes.byteOffset + at, bytes.byteOffset + bytes.length));
 }
 
-const native = samplesOf(wav);
+const native = samplesOf(wav).slice(0, Math.min(2 * seconds * rate, Infinity));
 const browser = await Browser.start(site);
 try {
   await browser.open();
@@ -40,14 +40,15 @@ try {
     return btoa(text);`, song, Number(rate), native.length / 2);
   const bytes = Buffer.from(base64, "base64");
   const rendered = new Float32Array(bytes.buffer.slice(bytes.byteOffset, bytes.byteOffset + bytes.length));
-  let most = 0, peak = 0;
+  let most = 0, peak = 0, first = -1;
   native.forEach((x, i) => {
+    if (first < 0 && Math.abs(x - rendered[i]) > kTolerance) first = Math.floor(i / 2);
     most = Math.max(most, Math.abs(x - rendered[i]));
     peak = Math.max(peak, Math.abs(x));
   });
   check(peak > 0.05, `the native render is heard: peak ${peak.toFixed(3)}`);
   check(rendered.length === native.length && most <= kTolerance,
-        `${native.length / 2} frames differ by at most ${most}`);
+        `${native.length / 2} frames differ by at most ${most}${first < 0 ? "" : `, first at ${first}`}`);
 } finally {
   await browser.stop();
 }

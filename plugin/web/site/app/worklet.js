@@ -17,8 +17,7 @@ class QuarzelStrings extends AudioWorkletProcessor {
     }
     this.strings = new WebAssembly.Instance(code, imports).exports;
     this.strings._initialize();
-    this.strings.quarzelStart(sampleRate);
-    if (options.state) this.takeState(options.state);
+    this.strings.quarzelStart(sampleRate, options.state ? this.fill(options.state) : 0);
     this.refreshViews();
     this.song = null;
     this.untilNews = 0;
@@ -33,7 +32,7 @@ class QuarzelStrings extends AudioWorkletProcessor {
     parameter: ([, index, value]) => this.strings.quarzelSetParameter(index, value),
     program: ([, program]) => this.strings.quarzelSetProgram(program),
     bind: ([, index, controller]) => this.strings.quarzelBind(index, controller),
-    state: ([, bytes]) => this.takeState(bytes),
+    state: ([, bytes]) => this.strings.quarzelTakeState(this.fill(bytes)),
     silence: () => {
       this.song = null;
       this.strings.quarzelSilence();
@@ -47,11 +46,12 @@ class QuarzelStrings extends AudioWorkletProcessor {
     },
   };
 
-  takeState(bytes) {
+  // Puts bytes into the module's buffer and returns how many.
+  fill(bytes) {
     const size = Math.min(bytes.byteLength, this.strings.quarzelMostBytes());
     const room = new Uint8Array(this.strings.memory.buffer, this.strings.quarzelBytes(), size);
     room.set(new Uint8Array(bytes, 0, size));
-    this.strings.quarzelTakeState(size);
+    return size;
   }
 
   // The memory may have moved, but only during a message with a state.
