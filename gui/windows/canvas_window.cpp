@@ -55,13 +55,20 @@ constexpr struct {
     const char* name;
     VirtualKey key;
 } kVirtualKeys[] = {
-    {"Backspace", VirtualKey::Back},     {"Tab", VirtualKey::Tab},
-    {"Enter", VirtualKey::Return},       {"Escape", VirtualKey::Escape},
-    {"Home", VirtualKey::Home},          {"End", VirtualKey::End},
-    {"ArrowLeft", VirtualKey::Left},     {"ArrowUp", VirtualKey::Up},
-    {"ArrowRight", VirtualKey::Right},   {"ArrowDown", VirtualKey::Down},
-    {"PageUp", VirtualKey::PageUp},      {"PageDown", VirtualKey::PageDown},
-    {"Insert", VirtualKey::Insert},      {"Delete", VirtualKey::Delete},
+    {"Backspace", VirtualKey::Back},
+    {"Tab", VirtualKey::Tab},
+    {"Enter", VirtualKey::Return},
+    {"Escape", VirtualKey::Escape},
+    {"Home", VirtualKey::Home},
+    {"End", VirtualKey::End},
+    {"ArrowLeft", VirtualKey::Left},
+    {"ArrowUp", VirtualKey::Up},
+    {"ArrowRight", VirtualKey::Right},
+    {"ArrowDown", VirtualKey::Down},
+    {"PageUp", VirtualKey::PageUp},
+    {"PageDown", VirtualKey::PageDown},
+    {"Insert", VirtualKey::Insert},
+    {"Delete", VirtualKey::Delete},
     {"F2", VirtualKey::F2},
 };
 

@@ -39,9 +39,7 @@ class Model final : public editor::EditorHost {
     void setParameterAutomated(int index, float value) override { setParameter(index, value); }
     void beginEdit(int) override {}
     void endEdit(int) override {}
-    std::string parameterName(int index) const override {
-        return instrument_.parameterName(index);
-    }
+    std::string parameterName(int index) const override { return instrument_.parameterName(index); }
     std::string parameterDisplay(int index) const override {
         return instrument_.parameterDisplay(index);
     }
@@ -53,9 +51,7 @@ class Model final : public editor::EditorHost {
     int programCount() const override { return instrument_.programCount(); }
     int program() const override { return instrument_.program(); }
     void setProgram(int program) override;
-    std::string programName(int program) const override {
-        return instrument_.programName(program);
-    }
+    std::string programName(int program) const override { return instrument_.programName(program); }
     void renameProgram(int program, const std::string& name) override;
 
     int heldNotes() const override { return static_cast<int>(news_[kHeldNotes]); }

@@ -4,6 +4,7 @@ export class Sound {
   #context = null;
   #node = null;
   #waiting = [];  // messages from before the worklet was there
+  #asked = [];    // who waits for a state
   onNews = () => {};
 
   // A reason why this browser cannot play, or an empty text.
@@ -22,6 +23,7 @@ export class Sound {
     });
     this.#node.port.onmessage = ({ data }) => {
       if (data instanceof Float32Array) this.onNews(data);
+      if (data instanceof ArrayBuffer) this.#asked.shift()?.(data);
     };
     this.#node.connect(this.#context.destination);
     for (const message of this.#waiting.splice(0)) this.send(...message);
@@ -34,6 +36,12 @@ export class Sound {
 
   get running() { return this.#context?.state === "running"; }
   get context() { return this.#context; }
+
+  // The worklet's own state.
+  state() {
+    this.send("askState");
+    return new Promise((done) => this.#asked.push(done));
+  }
 
   send(...message) {
     if (this.#node) this.#node.port.postMessage(message);
