@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kBufferedSamples = 16384;
 constexpr double kVorbisQuality = 0.7;        // 0..1; about 220 kbit/s
-constexpr double kOpusQuality = 0.28;         // 0..1; about 96 kbit/s
+constexpr double kOpusQuality = 0.168;        // 0..1; about 96 kbit/s
 constexpr int64_t kMaxWavBytes = 0xffff0000;  // sizes in the file have 32 bits
 
 int bytesOf(SampleFormat format) {

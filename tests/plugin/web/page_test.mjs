@@ -56,6 +56,7 @@ async function firstSound() {
 }
 
 // A point of the canvas for each parameter, in the middle of those found by turning the wheel.
+// Menus move several at once.
 const controls = () => browser.run(`
   const { model } = quarzel;
   const canvas = document.getElementById("canvas");
@@ -71,7 +72,8 @@ const controls = () => browser.run(`
       canvas.dispatchEvent(new PointerEvent("pointermove", at));
       for (const deltaY of [-100, 100]) {
         canvas.dispatchEvent(new WheelEvent("wheel", { ...at, deltaY }));
-        all().forEach((value, i) => { if (value !== before[i]) (found[i] ??= []).push([at.clientX, at.clientY]); });
+        const moved = all().flatMap((value, i) => value === before[i] ? [] : [i]);
+        if (moved.length === 1) (found[moved[0]] ??= []).push([at.clientX, at.clientY]);
       }
     }
   }
