@@ -61,7 +61,8 @@ export class Browser {
     this.server.closeAllConnections();
     this.server.close();
     await new Promise((done) => this.process.on("exit", done));
-    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 5 });
+    // Its helper processes write until they notice.
+    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
   }
 
   call(method, params = {}) {

@@ -30,11 +30,13 @@ function secondsInWasm() {
   for (const index of kOn) strings.quarzelSetParameter(index, 1);
   for (const [index, value] of kAmounts) strings.quarzelSetParameter(index, value);
   for (const key of kKeys) strings.quarzelMessage(0, 0x90, key, 100);
+  const memory = strings.memory.buffer.byteLength;
   const before = process.cpuUsage();
   for (let frame = 0; frame < kRate * kSeconds; frame += kQuantum) strings.quarzelRender(kQuantum);
   const used = process.cpuUsage(before);
   const heard = new Float32Array(strings.memory.buffer, strings.quarzelLeft(), kQuantum);
   check(heard.some((x) => x !== 0), "the voices sound to the end");
+  check(strings.memory.buffer.byteLength === memory, `the module keeps its ${memory} bytes`);
   return (used.user + used.system) / 1e6;
 }
 
