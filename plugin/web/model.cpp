@@ -2,6 +2,7 @@
 #include "plugin/web/model.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/error.h"
 #include "host/fx_file.h"

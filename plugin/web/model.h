@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "editor/editor_host.h"
 #include "instrument/instrument.h"
