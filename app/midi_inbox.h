@@ -5,9 +5,9 @@
 #include <chrono>
 #include <vector>
 
-#include "app/spsc_ring.h"
 #include "host/midi_song.h"
 #include "host/plugin_host.h"
+#include "platform/spsc_ring.h"
 
 namespace app {
 
@@ -45,7 +45,7 @@ class MidiInbox {
         Clock::time_point arrival;
         host::MidiMessage message;
     };
-    std::array<SpscRing<Letter, 512>, kLanes> lanes_;
+    std::array<platform::SpscRing<Letter, 512>, kLanes> lanes_;
 };
 
 }  // namespace app

@@ -4,16 +4,17 @@
 #include "banks/bank_source.h"
 #include "platform/file.h"
 #include "platform/product.h"
-#include "host/fx_file.h"
+#include "state/fx_file.h"
 
 namespace {
 
 std::string fileOf(const state::BankChunk& bank) {
     constexpr int kPluginVersion = 1;
     const auto* const bytes = reinterpret_cast<const char*>(&bank);
-    return host::fxBytes(host::FxBank{kPluginVersion, state::kNumPrograms, host::FxBank::kNoProgram,
-                                      host::FxChunk(bytes, sizeof bank)},
-                         platform::kProductCode);
+    return state::fxBytes(
+        state::FxBank{kPluginVersion, state::kNumPrograms, state::FxBank::kNoProgram,
+                      state::FxChunk(bytes, sizeof bank)},
+        platform::kProductCode);
 }
 
 }  // namespace

@@ -212,6 +212,7 @@ CControl* makeAbout(const ControlPlan& plan) {
     auto* const about = new CAbout(area, shown);
     auto* const screen = new CSplashScreen(rectangleOf(plan.values), plan.listener, kNoTag, about);
     about->setListener(screen);
+    screen->setWantsFocus(true);
     return screen;
 }
 

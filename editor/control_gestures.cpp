@@ -63,19 +63,24 @@ float valueAt(const CControl& control, int position, int count) {
 
 }  // namespace
 
-void ControlGestures::add(CControl* control) {
-    control->registerViewEventListener(this);
-    controls_.emplace_back(control);
+void ControlGestures::add(CView* view) {
+    view->registerViewEventListener(this);
+    views_.emplace_back(view);
 }
 
 void ControlGestures::clear() {
-    for (const auto& control : controls_) control->unregisterViewEventListener(this);
-    controls_.clear();
+    for (const auto& view : views_) view->unregisterViewEventListener(this);
+    views_.clear();
     wheeled_ = nullptr;
 }
 
 void ControlGestures::viewOnEvent(CView* view, Event& event) {
-    auto& control = *static_cast<CControl*>(view);
+    auto* const asControl = dynamic_cast<CControl*>(view);
+    if (!asControl) {
+        if (event.type == EventType::KeyDown) otherKey_(castKeyboardEvent(event));
+        return;
+    }
+    auto& control = *asControl;
     switch (event.type) {
         case EventType::MouseDown:
             return onPress(control, castMouseDownEvent(event));
@@ -109,7 +114,8 @@ int ControlGestures::wholeNotches(const CControl& control, double notches) {
 }
 
 void ControlGestures::onWheel(CControl& control, MouseWheelEvent& event) {
-    if (control.getTag() == kSkinSelectorTag) return;  // a look is not chosen by chance
+    const int tag = control.getTag();
+    if (tag == kSkinSelectorTag || tag == kSizeCommand) return;  // looks do not change by chance
     const Steps steps = stepsOf(control, host_);
     if (steps.count > 1) {
         event.consumed = true;

@@ -23,8 +23,9 @@ class ControlGestures : private VSTGUI::IViewEventListener {
     ControlGestures(const ControlGestures&) = delete;
     ControlGestures& operator=(const ControlGestures&) = delete;
 
-    void add(VSTGUI::CControl* control);
-    // Call before the controls leave their frame.
+    // Of a view that is no control, only the keys are watched.
+    void add(VSTGUI::CView* view);
+    // Call before the views leave their frame.
     void clear();
     // True if the value of the control can be typed.
     bool takesTyping(const VSTGUI::CControl& control) const;
@@ -39,7 +40,7 @@ class ControlGestures : private VSTGUI::IViewEventListener {
     const EditorHost& host_;
     TypeValue typeValue_;
     OtherKey otherKey_;
-    std::vector<VSTGUI::SharedPointer<VSTGUI::CControl>> controls_;
+    std::vector<VSTGUI::SharedPointer<VSTGUI::CView>> views_;
     const VSTGUI::CControl* wheeled_ = nullptr;  // only compared
     double wheelRest_ = 0;                       // the part of a notch that has not been used yet
 };

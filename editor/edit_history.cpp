@@ -2,6 +2,7 @@
 #include "editor/edit_history.h"
 
 #include <chrono>
+#include <utility>
 
 namespace editor {
 
@@ -47,9 +48,19 @@ void EditHistory::end(const std::string& name, int parameter) {
         done_ = steps_.size();
         return;
     }
+    keep({name, program_, parameter, now(), before_, after, {}, {}});
+}
+
+void EditHistory::keep(Step step) {
+    steps_.resize(done_);
     if (steps_.size() == kMostSteps) steps_.erase(steps_.begin());
-    steps_.push_back({name, program_, parameter, now(), before_, after});
+    steps_.push_back(std::move(step));
     done_ = steps_.size();
+}
+
+void EditHistory::did(const std::string& name, std::function<void()> undo,
+                      std::function<void()> redo) {
+    keep({name, host_.program(), kAllParameters, 0, {}, {}, std::move(undo), std::move(redo)});
 }
 
 bool EditHistory::joinsLatest(int parameter) const {
@@ -75,6 +86,7 @@ bool EditHistory::redo() {
 
 // Only what the step has changed goes back, so changes from elsewhere stay.
 void EditHistory::send(const Step& step, const Values& from, const Values& to) {
+    if (step.undo) return &to == &step.before ? step.undo() : step.redo();
     if (step.program != host_.program()) host_.setProgram(step.program);
     for (int i = 0; i < state::kNumParams; ++i) {
         if (from[i] == to[i]) continue;
@@ -86,7 +98,7 @@ void EditHistory::send(const Step& step, const Values& from, const Values& to) {
 
 void EditHistory::apply(const Values& values, const std::string& name) {
     begin();
-    send({name, host_.program(), -1, 0, {}, {}}, valuesOf(host_), values);
+    send({name, host_.program(), -1, 0, {}, {}, {}, {}}, valuesOf(host_), values);
     end(name);
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,9 @@ class EditHistory {
     bool undo();
     bool redo();
 
+    // Keeps a step of another kind that has just been done.
+    void did(const std::string& name, std::function<void()> undo, std::function<void()> redo);
+
     // Sets all values that differ, telling the host, as one step.
     void apply(const Values& values, const std::string& name);
 
@@ -46,9 +50,12 @@ class EditHistory {
         std::uint64_t ended;  // milliseconds
         Values before;
         Values after;
+        std::function<void()> undo;  // of steps of another kind
+        std::function<void()> redo;
     };
 
     bool joinsLatest(int parameter) const;
+    void keep(Step step);
     void send(const Step& step, const Values& from, const Values& to);
 
     EditorHost& host_;

@@ -1,10 +1,14 @@
 // What the editor needs from its instrument and from the host around it.
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <string>
 
+#include "state/bank.h"
 #include "state/controller_map.h"
+#include "state/tone_curve.h"
+#include "state/saved_state.h"
 
 namespace editor {
 
@@ -37,9 +41,22 @@ class EditorHost {
     virtual void setProgram(int program) = 0;
     virtual std::string programName(int program) const = 0;
     virtual void renameProgram(int program, const std::string& name) = 0;
+    virtual state::ProgramRecord programRecord(int program) const = 0;
+    // Replaces a program and selects it. What came with a song, a bank or loadProgram is the loaded
+    // program, and stays so through edits and putProgram.
+    virtual void putProgram(int program, const state::ProgramRecord& record) = 0;
+    virtual void loadProgram(int program, const state::ProgramRecord& record) = 0;
+    virtual state::ProgramRecord loadedProgram(int program) const = 0;
+    // All programs and which one is current.
+    virtual state::SavedState savedState() = 0;
+    virtual void loadSavedState(const state::SavedState& saved) = 0;
 
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // MIDI key of the latest note; -1 before the first
+    virtual std::bitset<128> heldKeys() const = 0;  // by MIDI key, whoever plays them
+    // Plays a MIDI key as a note of the host's would. A velocity of 0 ends the note.
+    virtual void playKey(int key, int velocity) = 0;
+    virtual const state::ToneCurve& toneCurve() = 0;  // of the sound as it is
     // The largest magnitudes of the output since the last call; 1 is full scale.
     virtual OutputPeaks takeOutputPeaks() = 0;
     virtual int chorusTapCount() const = 0;

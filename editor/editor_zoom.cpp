@@ -16,12 +16,33 @@ constexpr double kMostWindowPixels = 32 << 20;  // 128 MiB
 
 }  // namespace
 
-int readZoom() {
+std::optional<int> readZoom() {
     const std::string kept = state::settings().read(state::kZoomSetting).value_or("");
     for (const int step : kZoomSteps) {
         if (kept == std::to_string(step)) return step;
     }
-    return kZoomSteps.front();
+    return std::nullopt;
+}
+
+int stepFor(const platform::Display& display) {
+    int found = kZoomSteps.front();
+    for (const int step : kZoomSteps) {
+        if (step <= display.scale * 100) found = step;
+    }
+    return found;
+}
+
+int nearestStep(double factor) {
+    const auto distance = [factor](int step) { return std::abs(step / 100.0 - factor); };
+    return *std::min_element(kZoomSteps.begin(), kZoomSteps.end(),
+                             [&](int a, int b) { return distance(a) < distance(b); });
+}
+
+double largestZoomOn(const platform::Display& display, const VSTGUI::CPoint& size) {
+    constexpr int kTitleBar = 36;  // pixels
+    const double fits = std::min(display.width / std::max(size.x, 1.0),
+                                 (display.height - kTitleBar) / std::max(size.y, 1.0));
+    return std::max(std::floor(fits * 100) / 100, 1.0);
 }
 
 double boundedZoom(double zoom, const VSTGUI::CPoint& size) {

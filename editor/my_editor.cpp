@@ -6,11 +6,13 @@
 #include <iterator>
 
 #include "editor/views/envelope_view.h"
+#include "editor/views/keyboard_view.h"
 #include "editor/views/note_display.h"
 #include "editor/views/presets_display.h"
 #include "editor/skin_shapes.h"
 #include "editor/skin/skin_text.h"
 #include "editor/views/tap_view.h"
+#include "editor/views/tone_view.h"
 #include "state/parameters.h"
 
 namespace editor {
@@ -93,6 +95,8 @@ bool myEditor::buildElement(const std::string& element, const SkinAttributes& at
                              {"PresetsDisplay", &myEditor::addPresetsDisplay},
                              {"ViewTaps", &myEditor::addTapView},
                              {"ViewEnvelope", &myEditor::addEnvelopeView},
+                             {"ViewTone", &myEditor::addToneView},
+                             {"ViewKeyboard", &myEditor::addKeyboard},
                              {"cliplamp", &myEditor::addClipLamp}};
     if (equalIgnoringCase(element, "vumeter") && attributes.find("from")) {
         const auto values = readValues(element, attributes);
@@ -114,8 +118,11 @@ bool myEditor::addNoteDisplay(const SkinValues& values) {
 }
 
 bool myEditor::addPresetsDisplay(const SkinValues& values) {
-    auto* const display = new CPresetsDisplay(rectangleOf(values), host_);
+    auto* const display =
+        new CPresetsDisplay(rectangleOf(values), host_, [this] { return openBrowser(); });
     setColors(*display, values);
+    browserColors_ = display->browserColors();
+    if (const auto rgb = values.colour("accentcolor")) browserColors_.accent = colorOf(*rgb);
     CTextEdit* const nameField = display->nameField();
     addView(display);
     nameField->remember();
@@ -126,6 +133,26 @@ bool myEditor::addPresetsDisplay(const SkinValues& values) {
 bool myEditor::addEnvelopeView(const SkinValues& values) {
     auto* const view = new CEnvelopeView(rectangleOf(values), host_);
     setColors(*view, values);
+    addView(view);
+    return true;
+}
+
+bool myEditor::addToneView(const SkinValues& values) {
+    auto* const view = new CToneView(rectangleOf(values), host_);
+    setColors(*view, values);
+    addView(view);
+    return true;
+}
+
+bool myEditor::addKeyboard(const SkinValues& values) {
+    constexpr double kFirst = 36, kLast = 96;  // five octaves
+    auto* const view = new CKeyboardView(rectangleOf(values), host_,
+                                         truncateToInt32(values.number("first").value_or(kFirst)),
+                                         truncateToInt32(values.number("last").value_or(kLast)));
+    setColors(*view, values);
+    if (const auto rgb = values.colour("keycolor")) view->setKeyColor(colorOf(*rgb));
+    if (const auto rgb = values.colour("sharpcolor")) view->setSharpColor(colorOf(*rgb));
+    if (const auto rgb = values.colour("framecolor")) view->setFrameColor(colorOf(*rgb));
     addView(view);
     return true;
 }
@@ -167,10 +194,18 @@ void myEditor::resetLamps() {
 
 std::vector<std::string> myEditor::describe(CView& view) const {
     if (dynamic_cast<CPresetsDisplay*>(&view)) {
-        return {"Sound", "Click: all sounds. Double click: rename. Arrows and wheel: next."};
+        return {"Sound",
+                "Click: all sounds (Ctrl+F). Double click: rename. Arrows and wheel: next."};
     }
     if (dynamic_cast<CNoteDisplay*>(&view)) return {"Note", "The key that is held."};
     if (dynamic_cast<CTapView*>(&view)) return {"Taps", "The delays of the ensemble as they move."};
+    if (dynamic_cast<CKeyboardView*>(&view)) {
+        return {"Keyboard", "Click and drag to play, lower for louder.",
+                "The basses play up to the mark."};
+    }
+    if (dynamic_cast<CToneView*>(&view)) {
+        return {"Tone", "What high-pass and brightness do, from 20 Hz to 20 kHz."};
+    }
     if (dynamic_cast<CPeakMeter*>(&view) || dynamic_cast<CVuMeter*>(&view)) {
         return {"Level", "The peaks of the output."};
     }

@@ -31,7 +31,9 @@ class myEditor : public xmlGuiEditor {
     bool addNoteDisplay(const SkinValues& values);
     bool addPresetsDisplay(const SkinValues& values);
     bool addEnvelopeView(const SkinValues& values);
+    bool addToneView(const SkinValues& values);
     bool addTapView(const SkinValues& values);
+    bool addKeyboard(const SkinValues& values);
 
     bool addPeakMeter(const SkinValues& values);
     bool addClipLamp(const SkinValues& values);

@@ -48,9 +48,18 @@ class PreviewHost final : public EditorHost {
     void setProgram(int) override {}
     std::string programName(int) const override { return "Init"; }
     void renameProgram(int, const std::string&) override {}
+    state::ProgramRecord programRecord(int) const override { return {}; }
+    state::ProgramRecord loadedProgram(int) const override { return {}; }
+    void putProgram(int, const state::ProgramRecord&) override {}
+    void loadProgram(int, const state::ProgramRecord&) override {}
+    state::SavedState savedState() override { return {}; }
+    void loadSavedState(const state::SavedState&) override {}
 
     int heldNotes() const override { return 0; }
     int lastKey() const override { return -1; }
+    std::bitset<128> heldKeys() const override { return {}; }
+    void playKey(int, int) override {}
+    const state::ToneCurve& toneCurve() override { return tone_; }
     OutputPeaks takeOutputPeaks() override { return {}; }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return 0.25f * static_cast<float>(tap + 1); }
@@ -59,7 +68,14 @@ class PreviewHost final : public EditorHost {
     void sizeWindow(int, int) override {}
 
   private:
+    static state::ToneCurve toneOfDefaults() {
+        const float highPass = state::parameter(state::kHP).defaultValue;
+        const float brightness = state::parameter(state::kBrigthness).defaultValue;
+        return state::toneCurve({highPass, highPass, brightness, 48000.0});
+    }
+
     state::LearnSlot learnSlot_;
+    const state::ToneCurve tone_ = toneOfDefaults();
 };
 
 class PreviewEditor final : public myEditor {

@@ -23,7 +23,8 @@ enum Command {
     kControllersCommand,  // lists the learnt controllers
     kSizeCommand,         // lists the sizes
     kHelpCommand,
-    kToolsCommand,  // a menu of all these
+    kToolsCommand,          // a menu of all these
+    kSoundsCommand = 1110,  // the sound browser
     kCommandsEnd
 };
 constexpr bool isCommand(int tag) {

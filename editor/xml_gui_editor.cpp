@@ -43,6 +43,7 @@ xmlGuiEditor::~xmlGuiEditor() noexcept {
 EditorRect xmlGuiEditor::getRect() {
     if (isOpen() || build_) return AEffGUIEditor::getRect();
     size_ = CPoint();
+    display_ = platform::mainDisplay();
     if (!isSkinMissing()) {
         // Stay silent here: open() reports the faults.
         const platform::ScopedMessageHandler silence(
@@ -63,6 +64,7 @@ EditorRect xmlGuiEditor::getRect() {
 bool xmlGuiEditor::open(void* parentWindow) {
     if (!parentWindow || build_) return false;
     close();
+    display_ = platform::mainDisplay();
     host_.takeChangedParameters();  // new controls start with current values
     released_ = 0;
     const Toolkit toolkit;  // pictures are loaded before there is a frame
@@ -90,6 +92,7 @@ bool xmlGuiEditor::openSkin(void* parentWindow) {
         pictures_ = std::move(build.pictures);
         readDoublePictures();
         addAids();
+        showSize();
     } else if (!build.abandoned) {
         giveUpSkin();
     }
@@ -185,6 +188,7 @@ bool xmlGuiEditor::buildElement(const std::string& element, const SkinAttributes
     const auto values = readValues(element, attributes);
     if (!values) return false;
     if (equalIgnoringCase(element, "background")) return makeBackground(*values);
+    if (equalIgnoringCase(element, "sizegrip")) return addSizeGrip(*values);
     if (equalIgnoringCase(element, "update")) {
         parameterLinks_.emplace_back(truncateToInt32(*values->number("src")),
                                      truncateToInt32(*values->number("dst")));
@@ -236,6 +240,7 @@ void xmlGuiEditor::addView(CView* view) {
     } else {
         build_->waiting.push_back(owned(view));
     }
+    if (view->wantsFocus() && !dynamic_cast<CTextEdit*>(view)) gestures_.add(view);
 }
 
 void xmlGuiEditor::addControl(CControl* control) {
@@ -247,7 +252,6 @@ void xmlGuiEditor::addControl(CControl* control) {
                                            : fillMenu(*menu, menu->getTag());
     }
     if (isSwitch(control->getTag())) showSwitch(*control);
-    if (control->wantsFocus()) gestures_.add(control);
     auto* const display = dynamic_cast<CDisplay*>(control);
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);
     if (!host_.isParameter(control->getTag())) return;

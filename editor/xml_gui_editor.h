@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "editor/aeff_gui_editor.h"
+#include "editor/browser/browser_view.h"
+#include "editor/browser/sound_browser.h"
 #include "editor/control_gestures.h"
 #include "editor/hover_help.h"
 #include "editor/sound_tools.h"
@@ -24,6 +26,7 @@
 #include "editor/views/key_view.h"
 #include "editor/views/outline.h"
 #include "editor/views/text_display.h"
+#include "platform/display.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
@@ -50,7 +53,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     bool showsSkin() const { return isOpen() && !dataFolderScreen_; }
     // Sets the zoom of the open editor, 1..3, limited to what is possible. The settings stay.
     void showAt(double zoom);
-    // How much larger the display wants everything; the zoom of the settings comes on top. Takes
+    // How much larger the host wants everything; the zoom of the settings comes on top. Takes
     // effect at once, and the host is asked for the size.
     void setContentScale(double scale);
     void close() override;
@@ -84,7 +87,11 @@ class xmlGuiEditor : public AEffGUIEditor,
     VSTGUI::CBitmap* pictureOf(const SkinValues& values, std::string_view name);
     void addView(VSTGUI::CView* view);  // takes over the caller's reference
 
+    // Opens the sound browser over the editor. Returns false if that is too small for it.
+    bool openBrowser();
+
     std::vector<SwitchPreset> switchPresets_;
+    BrowserColors browserColors_;
 
   private:
     // State of one skin build.
@@ -130,9 +137,17 @@ class xmlGuiEditor : public AEffGUIEditor,
     void onMouseExited(VSTGUI::CView* view, VSTGUI::CFrame* in) override;
     void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* in) override;
     void openMenu(const VSTGUI::CPoint& where);
-    void zoomTo(int percent);
+    // xml_gui_editor_size.cpp; steps are percentages
+    std::vector<int> zoomSteps() const;
+    int zoomStep() const;
+    double largestZoom() const;
     double wantedZoom() const;
+    void zoomTo(int percent);
     void followZoom();
+    std::vector<std::string> sizeLines(int& current) const;
+    void showSize();
+    bool addSizeGrip(const SkinValues& values);
+    void dragTo(const VSTGUI::CPoint& corner);
     void addAids();
     void useKey(VSTGUI::KeyboardEvent& event);
     void moveFocus(bool back);
@@ -150,7 +165,8 @@ class xmlGuiEditor : public AEffGUIEditor,
     SkinChoice skins_;
     SkinBuild* build_ = nullptr;            // set while a skin is being built
     std::optional<PictureCache> pictures_;  // set once the open skin has been built
-    double contentScale_ = 1.0;
+    std::optional<double> hostScale_;
+    std::optional<platform::Display> display_;
     VSTGUI::CPoint size_;  // of the background, at 100 percent
 
     std::vector<std::pair<int, int>> parameterLinks_;  // source and destination tags
@@ -166,11 +182,14 @@ class xmlGuiEditor : public AEffGUIEditor,
         ValueEntry entry;
         VSTGUI::SharedPointer<COutline> learning;
         VSTGUI::SharedPointer<COutline> focus;
+        VSTGUI::SharedPointer<COutline> hover;
         HoverHelp help;
         VSTGUI::SharedPointer<CKeyView> keys;
     };
     std::unique_ptr<Aids> aids_;
     SoundTools tools_{host_};
+    SoundBrowser browser_{host_, tools_.history()};
+    VSTGUI::ModalViewSessionID browsing_ = 0;
     int learning_ = state::LearnSlot::kNone;  // the parameter outlined
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> learningEnds_;
     std::vector<CDisplay*> readOuts_;

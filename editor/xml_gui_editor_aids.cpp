@@ -1,10 +1,10 @@
 // What the editor adds to the controls of a skin: explanations, keys, MIDI learn and commands.
 #include <algorithm>
 
-#include "editor/editor_zoom.h"
 #include "editor/parameter_line.h"
 #include "editor/views/about_view.h"
 #include "editor/views/pop_up_menu.h"
+#include "editor/views/size_grip.h"
 #include "editor/xml_gui_editor.h"
 #include "state/controller_map.h"
 
@@ -14,8 +14,6 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CColor kLearningColor(255, 150, 30);
-constexpr CColor kFocusColor(90, 160, 255);
 constexpr uint32_t kLongestLearning = 20000;  // milliseconds
 
 struct Explanation {
@@ -37,32 +35,25 @@ constexpr Explanation kExplanations[] = {
     {kControllersCommand, "Controllers", "Lists the learnt controllers and forgets them."},
     {kSizeCommand, "Size", "The size of the editor."},
     {kHelpCommand, "Help", "Opens the help text."},
+    {kSoundsCommand, "Sounds", "All sounds, your own and files (Ctrl+F)."},
     {kToolsCommand, "Tools", "Undo, compare, vary, controllers and the size."},
 };
-
-std::vector<std::string> sizeLines(int& current) {
-    std::vector<std::string> lines;
-    for (const int step : kZoomSteps) {
-        if (step == readZoom()) current = static_cast<int>(lines.size());
-        lines.push_back(std::to_string(step) + " %");
-    }
-    return lines;
-}
 
 }  // namespace
 
 xmlGuiEditor::Aids::Aids(xmlGuiEditor& editor)
     : entry(editor.host_),
-      learning(makeOwned<COutline>(kLearningColor)),
-      focus(makeOwned<COutline>(kFocusColor)),
+      learning(makeOwned<COutline>(kLearningColor, 3, 2)),
+      focus(makeOwned<COutline>(kFocusColor, 3, 2)),
+      hover(makeOwned<COutline>(kHoverColor, 1, 1)),
       help([&editor](CView& view) { return editor.describe(view); }),
       keys(makeOwned<CKeyView>([&editor](KeyboardEvent& event) { editor.useKey(event); })) {}
 
 void xmlGuiEditor::addAids() {
     aids_ = std::make_unique<Aids>(*this);
-    const std::initializer_list<CView*> views = {aids_->keys.get(), aids_->focus.get(),
-                                                 aids_->learning.get(), aids_->entry.field(),
-                                                 aids_->help.tip()};
+    const std::initializer_list<CView*> views = {aids_->keys.get(),    aids_->hover.get(),
+                                                 aids_->focus.get(),   aids_->learning.get(),
+                                                 aids_->entry.field(), aids_->help.tip()};
     for (CView* const view : views) {
         view->remember();
         frame->addView(view);
@@ -70,6 +61,7 @@ void xmlGuiEditor::addAids() {
 }
 
 std::vector<std::string> xmlGuiEditor::describe(CView& view) const {
+    if (dynamic_cast<const CSizeGrip*>(&view)) return {"Size", "Drag to another size."};
     const auto* const control = dynamic_cast<const CControl*>(&view);
     if (!control) return {};
     const int tag = control->getTag();
@@ -96,6 +88,9 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
     } else if (event.virt == VirtualKey::Tab) {
         moveFocus(event.modifiers.has(ModifierKey::Shift));
         event.consumed = true;
+    } else if (event.virt == VirtualKey::Return && event.modifiers.empty()) {
+        auto* const about = dynamic_cast<CSplashScreen*>(frame->getFocusView());
+        event.consumed = about && about->splash();
     } else if (event.virt == VirtualKey::F2) {
         const auto range = controls_.equal_range(currentTag_);
         for (auto it = range.first; it != range.second; ++it) {
@@ -108,6 +103,7 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
         const char32_t letter = event.character | 0x20;
         const bool shift = event.modifiers.has(ModifierKey::Shift);
         if (letter == 'z' && !shift) event.consumed = tools_.history().undo();
+        if (letter == 'f') event.consumed = openBrowser();
         if (letter == 'y' || (letter == 'z' && shift)) event.consumed = tools_.history().redo();
     }
 }
@@ -116,9 +112,9 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
 // pointer takes over.
 void xmlGuiEditor::moveFocus(bool back) {
     std::vector<CView*> stops;
-    frame->forEachChild([&stops](CView* view) {
-        const bool isControl = dynamic_cast<CControl*>(view) && !dynamic_cast<CTextEdit*>(view);
-        if (isControl && view->wantsFocus() && view->isVisible()) stops.push_back(view);
+    frame->forEachChild([&](CView* view) {
+        const bool isStop = view != aids_->keys && !dynamic_cast<CTextEdit*>(view);
+        if (isStop && view->wantsFocus() && view->isVisible()) stops.push_back(view);
     });
     if (stops.empty()) return;
     const auto at = std::find(stops.begin(), stops.end(), frame->getFocusView());
@@ -128,6 +124,7 @@ void xmlGuiEditor::moveFocus(bool back) {
     frame->setFocusView(stops[next]);
     aids_->focus->surround(stops[next]);
     onMouseEntered(stops[next], frame);  // the read-out shows its value
+    aids_->hover->surround(nullptr);
 }
 
 // The engine disarms when a controller arrives.
@@ -204,6 +201,9 @@ void xmlGuiEditor::run(int command, const CPoint& where) {
             return openHelp();
         case kToolsCommand:
             return openMenu(where);
+        case kSoundsCommand:
+            openBrowser();
+            return;
         default:
             break;
     }
@@ -220,11 +220,31 @@ void xmlGuiEditor::showCompare() {
     }
 }
 
+bool xmlGuiEditor::openBrowser() {
+    if (!showsSkin() || frame->getModalView() || !BrowserLayout::fits(size_)) return false;
+    browser_.refresh();
+    const auto close = [this] {
+        const auto end = [this] {
+            if (frame) frame->endModalViewSession(browsing_);
+        };
+        if (!frame->doAfterEventProcessing(end)) end();
+    };
+    const auto view = makeOwned<CBrowserView>(size_, browser_, browserColors_, close,
+                                              [this](KeyboardEvent& event) { useKey(event); });
+    const auto session = frame->beginModalViewSession(view);
+    if (!session) return false;
+    view->remember();  // the frame's
+    browsing_ = *session;
+    frame->setFocusView(view);
+    return true;
+}
+
 // The sizes come first, then everything that the buttons of a skin can do.
 void xmlGuiEditor::openMenu(const CPoint& where) {
     std::vector<int> commands;
     int current = kNoLine;
     std::vector<std::string> lines = sizeLines(current);
+    const std::vector<int> steps = zoomSteps();
     const auto add = [&](const std::string& line, int command) {
         lines.push_back(line);
         commands.push_back(command);
@@ -235,19 +255,14 @@ void xmlGuiEditor::openMenu(const CPoint& where) {
     if (!redo.empty()) add("Redo " + redo, kRedoCommand);
     add(tools_.showsB() ? "Go to A" : "Go to B", kCompareCommand);
     add(tools_.showsB() ? "Copy B to A" : "Copy A to B", kCopyCommand);
+    add("Sounds...", kSoundsCommand);
     add("Vary...", kVaryCommand);
     add("Controllers...", kControllersCommand);
     add("Help", kHelpCommand);
-    popUpMenu(*frame, where, lines, current, [this, where, commands](int line) {
-        const auto sizes = static_cast<int>(kZoomSteps.size());
-        line < sizes ? zoomTo(kZoomSteps[line]) : run(commands[line - sizes], where);
+    popUpMenu(*frame, where, lines, current, [this, where, steps, commands](int line) {
+        const auto sizes = static_cast<int>(steps.size());
+        line < sizes ? zoomTo(steps[line]) : run(commands[line - sizes], where);
     });
-}
-
-void xmlGuiEditor::openSizeMenu(const CPoint& where) {
-    int current = kNoLine;
-    const std::vector<std::string> lines = sizeLines(current);
-    popUpMenu(*frame, where, lines, current, [this](int line) { zoomTo(kZoomSteps[line]); });
 }
 
 void xmlGuiEditor::openVaryMenu(const CPoint& where) {

@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "editor/editor_zoom.h"
 #include "editor/parameter_line.h"
 #include "state/controller_map.h"
 
@@ -27,6 +26,8 @@ void xmlGuiEditor::valueChanged(CControl* control) {
         sendParameter(*control);
     } else if (isSwitch(tag)) {
         sendSwitch(tag - kFirstSwitchTag, control->getValue());
+    } else if (tag == kSizeCommand && dynamic_cast<COptionMenu*>(control)) {
+        zoomTo(zoomSteps()[static_cast<std::size_t>(control->getValue())]);
     } else if (isCommand(tag)) {
         const bool pressed = tag == kCompareCommand || control->getValue() == control->getMax();
         const CRect& area = control->getViewSize();
@@ -133,11 +134,13 @@ void xmlGuiEditor::showValue(CControl& control) {
 
 void xmlGuiEditor::beginEdit(std::int32_t tag) {
     if (host_.isParameter(tag) || isSwitch(tag)) tools_.history().begin();
+    if (aids_) aids_->hover->setColor(kDragColor);
     AEffGUIEditor::beginEdit(tag);
 }
 
 void xmlGuiEditor::endEdit(std::int32_t tag) {
     AEffGUIEditor::endEdit(tag);
+    if (aids_) aids_->hover->setColor(kHoverColor);
     if (isSwitch(tag)) tools_.history().end("switches");
     if (!host_.isParameter(tag)) return;
     tools_.history().end(panelName(tag), tag);
@@ -176,14 +179,20 @@ void xmlGuiEditor::showSkinNotice() {
 
 void xmlGuiEditor::onMouseEntered(CView* view, CFrame*) {
     const auto* const control = dynamic_cast<CControl*>(view);
-    if (aids_) aids_->help.entered(view);
+    if (aids_) {
+        aids_->help.entered(view);
+        aids_->hover->surround(control && control->wantsFocus() ? control : nullptr);
+    }
     currentView_ = view;
     currentTag_ = control ? control->getTag() : kNoTag;
 }
 
 void xmlGuiEditor::onMouseExited(CView* view, CFrame*) {
     if (view != currentView_) return;
-    if (aids_) aids_->help.left();
+    if (aids_) {
+        aids_->help.left();
+        aids_->hover->surround(nullptr);
+    }
     currentView_ = nullptr;
     currentTag_ = kNoTag;
 }
@@ -210,36 +219,6 @@ void xmlGuiEditor::onMouseEvent(MouseEvent& event, CFrame* in) {
     event.consumed = true;
     castMouseDownEvent(event).ignoreFollowUpMoveAndUpEvents(true);
     openMenu(event.mousePosition);
-}
-
-void xmlGuiEditor::zoomTo(int percent) {
-    if (!frame) return;
-    keepZoom(percent);
-    followZoom();
-}
-
-double xmlGuiEditor::wantedZoom() const {
-    constexpr double kMost = kZoomSteps.back() / 100.0;
-    return std::clamp(readZoom() / 100.0 * contentScale_, 1.0, kMost);
-}
-
-void xmlGuiEditor::setContentScale(double scale) {
-    if (!(scale > 0.0) || scale == contentScale_) return;
-    contentScale_ = scale;
-    if (showsSkin()) followZoom();
-}
-
-void xmlGuiEditor::followZoom() {
-    showAt(wantedZoom());
-    const EditorRect rect = getRect();
-    host_.sizeWindow(rect.right, rect.bottom);
-}
-
-void xmlGuiEditor::showAt(double wanted) {
-    const double zoom = boundedZoom(wanted, size_);
-    setRect(size_.x * zoom, size_.y * zoom);
-    frame->setZoom(zoom);
-    readDoublePictures();
 }
 
 // Double-size pictures take memory and time, so they are read only when zoomed, and after all plain

@@ -47,6 +47,7 @@ class EngineControls : public SoundEngine {
     void noteOn(int key, int velocity) override {
         heldNotes_.store(heldNotes() + 1, std::memory_order_relaxed);
         if (!isPlayableKey(key)) return;
+        heldKeys_.hold(key);
         stages_.upper.noteOn(key, velocity);
         lastKey_.store(key, std::memory_order_relaxed);
         if (key < splitKey_ && (sections_.on[kContrabass] || sections_.on[kCello])) {
@@ -56,6 +57,7 @@ class EngineControls : public SoundEngine {
     void noteOff(int key) override {
         heldNotes_.store(std::max(heldNotes() - 1, 0), std::memory_order_relaxed);
         if (!isPlayableKey(key)) return;
+        heldKeys_.release(key);
         stages_.upper.noteOff(key);
         if (key < splitKey_) stages_.bass.noteOff(key);
     }
@@ -101,9 +103,10 @@ class EngineControls : public SoundEngine {
         bend(semitones);
     }
     void setHighPass(float control) override {
-        smoothedHighPass_ = 0.5f * smoothedHighPass_ + 0.5f * control;
-        stages_.tone.setHighPass(control, smoothedHighPass_);
-        stages_.phaser.setHighPass(control, smoothedHighPass_);
+        const float smoothed = 0.5f * smoothedHighPass() + 0.5f * control;
+        smoothedHighPass_.store(smoothed, std::memory_order_relaxed);
+        stages_.tone.setHighPass(control, smoothed);
+        stages_.phaser.setHighPass(control, smoothed);
     }
     void setBrightness(float control) override { stages_.tone.setBrightness(control); }
     void setWaveform(Waveform waveform) override {
@@ -158,7 +161,14 @@ class EngineControls : public SoundEngine {
 
     int heldNotes() const override { return heldNotes_.load(std::memory_order_relaxed); }
     int lastKey() const override { return lastKey_.load(std::memory_order_relaxed); }
-    void forgetHeldNotes() override { heldNotes_.store(0, std::memory_order_relaxed); }
+    KeySet heldKeys() const override { return heldKeys_.get(); }
+    float smoothedHighPass() const override {
+        return smoothedHighPass_.load(std::memory_order_relaxed);
+    }
+    void forgetHeldNotes() override {
+        heldNotes_.store(0, std::memory_order_relaxed);
+        heldKeys_.releaseAll();
+    }
 
   protected:
     static constexpr float kSleepSeconds = 4.0f;
@@ -223,12 +233,13 @@ class EngineControls : public SoundEngine {
 
     float pitchOffset_ = 0.0f;  // semitones
     int splitKey_ = 48;
-    float smoothedHighPass_ = 0.0f;
     float sharedEnvelope_ = 0.0f;
     float expression_ = 1.0f;
     float expressionTarget_ = 1.0f;
     float expressionStep_ = 0.0f;
 
+    std::atomic<float> smoothedHighPass_{0.0f};
+    HeldKeys heldKeys_;
     std::atomic<int> heldNotes_{0};
     std::atomic<int> lastKey_{-1};
 };

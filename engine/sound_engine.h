@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/envelope_settings.h"
+#include "engine/held_keys.h"
 #include "engine/sections.h"
 
 namespace engine {
@@ -138,6 +139,8 @@ class SoundEngine {
     // Queries, from any thread.
     virtual int heldNotes() const = 0;
     virtual int lastKey() const = 0;  // -1 before the first
+    virtual KeySet heldKeys() const { return {}; }
+    virtual float smoothedHighPass() const { return 0.0f; }  // where setHighPass has moved to
     // The largest magnitudes of the output since the last call.
     virtual StereoPeaks takePeaks() { return {}; }
     // Position of a chorus tap (0..2) after the last block; 0..1 spans the range of its delay.

@@ -2,8 +2,8 @@
 #include "fuzz/support/input.h"
 #include "fuzz/support/target.h"
 #include "fuzz/support/world.h"
-#include "host/error.h"
-#include "host/fx_file.h"
+#include "platform/input_error.h"
+#include "state/fx_file.h"
 #include "state/chunks.h"
 
 #include <optional>
@@ -11,14 +11,14 @@
 namespace {
 
 constexpr std::uint32_t kId = 0x73656E69;
-constexpr host::FxOwner kOwner = {kId, state::kNumPrograms, state::kNumParams};
+constexpr state::FxOwner kOwner = {kId, state::kNumPrograms, state::kNumParams};
 
 std::string bytesOf(state::Bank& bank) {
     return {reinterpret_cast<const char*>(&bank.chunk()), sizeof(state::BankChunk)};
 }
 
 std::string fileOf(state::Bank& bank) {
-    return host::fxBytes(host::FxBank{1, state::kNumPrograms, 0, bytesOf(bank)}, kId);
+    return state::fxBytes(state::FxBank{1, state::kNumPrograms, 0, bytesOf(bank)}, kId);
 }
 
 // The number of messages that loading the file shows.
@@ -33,9 +33,9 @@ std::size_t load(const fuzz::World& world, const std::string& file, state::Bank&
 // The chunk in the file, if a strict reader accepts it.
 std::optional<std::string> strictlyRead(const std::string& file) {
     try {
-        const auto bank = host::parseFxBank(file, kOwner, "");
-        if (const auto* const chunk = std::get_if<host::FxChunk>(&bank.content)) return *chunk;
-    } catch (const host::Error&) {
+        const auto bank = state::parseFxBank(file, kOwner, "");
+        if (const auto* const chunk = std::get_if<state::FxChunk>(&bank.content)) return *chunk;
+    } catch (const platform::InputError&) {
     }
     return std::nullopt;
 }

@@ -1,7 +1,7 @@
 // The renderer's bank and preset files, for an instrument with three programs.
 #include "fuzz/support/target.h"
-#include "host/error.h"
-#include "host/fx_file.h"
+#include "platform/input_error.h"
+#include "state/fx_file.h"
 
 #include <cmath>
 #include <optional>
@@ -9,14 +9,14 @@
 
 namespace {
 
-constexpr host::FxOwner kOwner = {0x54737449, 3, 2};  // 'TstI'
+constexpr state::FxOwner kOwner = {0x54737449, 3, 2};  // 'TstI'
 
 template <typename Parse>
 auto readWith(Parse parse, std::string_view bytes)
     -> std::optional<decltype(parse(bytes, kOwner, ""))> {
     try {
         return parse(bytes, kOwner, "a.fx");
-    } catch (const host::Error& error) {
+    } catch (const platform::InputError& error) {
         fuzz::require(std::string_view(error.what()).substr(0, 5) == "a.fx ", "a sentence");
         return std::nullopt;
     }
@@ -27,16 +27,16 @@ template <typename Parse>
 auto requireRoundTrip(Parse parse, std::string_view bytes) {
     const auto file = readWith(parse, bytes);
     if (!file) return file;
-    const std::string written = host::fxBytes(*file, kOwner.id);
+    const std::string written = state::fxBytes(*file, kOwner.id);
     fuzz::require(written.size() == bytes.size(), "as much is written as was read");
     const auto again = readWith(parse, written);
-    fuzz::require(again && host::fxBytes(*again, kOwner.id) == written, "and read the same");
+    fuzz::require(again && state::fxBytes(*again, kOwner.id) == written, "and read the same");
     return file;
 }
 
 void run(std::string_view bytes) {
-    const auto bank = requireRoundTrip(host::parseFxBank, bytes);
-    const auto preset = requireRoundTrip(host::parseFxPreset, bytes);
+    const auto bank = requireRoundTrip(state::parseFxBank, bytes);
+    const auto preset = requireRoundTrip(state::parseFxPreset, bytes);
     fuzz::require(!bank || !preset, "no file is both");
     if (bank) {
         fuzz::require(bank->programs >= 0 && bank->programs <= kOwner.programs, "programs fit");

@@ -5,12 +5,12 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "platform/input_error.h"
+
 namespace host {
 
 // Bad input: a file, a library or a value that cannot be used.
-struct Error : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+using Error = platform::InputError;
 
 // A command line that makes no sense.
 struct UsageError : std::runtime_error {

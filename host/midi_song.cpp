@@ -6,12 +6,15 @@
 #include <queue>
 #include <tuple>
 
-#include "host/byte_reader.h"
 #include "host/error.h"
 #include "host/files.h"
+#include "platform/byte_reader.h"
 
 namespace host {
 namespace {
+
+using platform::ByteReader;
+using platform::Damage;
 
 constexpr std::size_t kMaxFileBytes = 64 << 20;
 constexpr uint64_t kMaxSeconds = 24 * 60 * 60;

@@ -3,10 +3,16 @@
 
 #include "host/error.h"
 #include "host/files.h"
-#include "host/fx_file.h"
+#include "state/fx_file.h"
 
 namespace host {
 namespace {
+
+using state::FxBank;
+using state::FxChunk;
+using state::FxOwner;
+using state::FxPreset;
+using state::FxProgram;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 30;
 

@@ -20,6 +20,8 @@ class Host {
     virtual void gestureEnds(int /*parameter*/) {}
     // Any thread, including the audio thread. The host should refresh its display.
     virtual void displayChanged(DisplayChange) {}
+    // User-interface thread. The editor has played a key, which waits for the next block.
+    virtual void keyPlayed() {}
     // User-interface thread. The editor asks for a window of this size, in pixels.
     virtual void resizeEditor(int /*width*/, int /*height*/) {}
 };

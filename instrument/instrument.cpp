@@ -26,6 +26,7 @@ void Instrument::start(double sampleRate) {
     state::controllerMap().load();
     setSampleRate(engine::isAcceptedRate(sampleRate) ? sampleRate : engine::kInitialRate);
     state::loadDefaultBank(bank_, platform::kProductCode);
+    rememberLoadedBank();
     starting_ = false;
     bank_.limitValues(program());
     demand(kPushProgram);
@@ -105,19 +106,46 @@ bool Instrument::copyProgram(int destination) {
 }
 
 void Instrument::loadBankChunk(const void* data, std::int32_t size) {
-    state::takeBankChunk(bank_, data, size);
+    if (state::takeBankChunk(bank_, data, size)) rememberLoadedBank();
     sendProgram();
 }
 
 void Instrument::loadProgramChunk(const void* data, std::int32_t size) {
-    if (state::takeProgramChunk(bank_, program(), data, size)) sendProgram();
+    if (!state::takeProgramChunk(bank_, program(), data, size)) return;
+    rememberLoaded(program());
+    sendProgram();
 }
 
 void Instrument::loadProgram(int program, const state::ProgramRecord& record) {
     if (starting_ || !state::isProgram(program)) return;
+    state::takeProgramChunk(loaded_, program, &record, sizeof record);
+    putProgram(program, record);
+}
+
+void Instrument::putProgram(int program, const state::ProgramRecord& record) {
+    if (starting_ || !state::isProgram(program)) return;
+    const bool renames = bank_.programName(program) != state::nameOf(record);
     state::takeProgramChunk(bank_, program, &record, sizeof record);
     program_.store(program, std::memory_order_relaxed);
     sendProgram();
+    if (renames) host_.displayChanged(DisplayChange::kProgramName);
+}
+
+state::ProgramRecord Instrument::programRecord(int program) const {
+    return bank_.program(program);
+}
+
+state::ProgramRecord Instrument::loadedProgram(int program) const {
+    return loaded_.program(program);
+}
+
+void Instrument::rememberLoaded(int program) {
+    const state::ProgramRecord record = bank_.program(program);
+    state::storeBytes(&loaded_.chunk().programs[program], &record, sizeof record);
+}
+
+void Instrument::rememberLoadedBank() {
+    for (int program = 0; program < state::kNumPrograms; ++program) rememberLoaded(program);
 }
 
 state::SavedState Instrument::savedState() {
@@ -131,8 +159,25 @@ state::SavedState Instrument::savedState() {
 void Instrument::loadSavedState(const state::SavedState& saved) {
     if (starting_) return;
     state::takeBankChunk(bank_, saved.bank.data(), static_cast<std::int32_t>(saved.bank.size()));
+    rememberLoadedBank();
     program_.store(saved.program, std::memory_order_relaxed);
     sendProgram();
+}
+
+void Instrument::playKey(int key, int velocity) {
+    keyPresses_.add(key & 0x7F, velocity & 0x7F);
+    host_.keyPlayed();
+}
+
+const state::ToneCurve& Instrument::toneCurve() {
+    const state::ToneSettings now = {valueForEngine(state::kHP), engine_->smoothedHighPass(),
+                                     valueForEngine(state::kBrigthness),
+                                     sampleRate_.load(std::memory_order_relaxed)};
+    if (!(now == toneSettings_)) {
+        toneSettings_ = now;
+        toneCurve_ = state::toneCurve(now);
+    }
+    return toneCurve_;
 }
 
 int Instrument::chorusTapCount() const {

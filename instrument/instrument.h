@@ -13,6 +13,7 @@
 #include "instrument/engine_gate.h"
 #include "instrument/host.h"
 #include "instrument/event_queue.h"
+#include "instrument/key_presses.h"
 #include "state/bank.h"
 #include "state/controller_map.h"
 #include "state/saved_state.h"
@@ -97,14 +98,21 @@ class Instrument final : public editor::EditorHost {
     void loadBankChunk(const void* data, std::int32_t size);
     void loadProgramChunk(const void* data, std::int32_t size);
     // Replaces a program and selects it.
-    void loadProgram(int program, const state::ProgramRecord& record);
+    void loadProgram(int program, const state::ProgramRecord& record) override;
+    // The same, but what was loaded stays what it is.
+    void putProgram(int program, const state::ProgramRecord& record) override;
+    state::ProgramRecord programRecord(int program) const override;
+    state::ProgramRecord loadedProgram(int program) const override;
     // The same for formats that save the whole instrument: bank and current program in one.
-    state::SavedState savedState();
-    void loadSavedState(const state::SavedState& saved);
+    state::SavedState savedState() override;
+    void loadSavedState(const state::SavedState& saved) override;
 
     // What the editor shows about the sound.
     int heldNotes() const override { return engine_->heldNotes(); }
     int lastKey() const override { return engine_->lastKey(); }
+    std::bitset<128> heldKeys() const override { return engine_->heldKeys(); }
+    void playKey(int key, int velocity) override;
+    const state::ToneCurve& toneCurve() override;
     editor::OutputPeaks takeOutputPeaks() override {
         const engine::StereoPeaks peaks = engine_->takePeaks();
         return {peaks.left, peaks.right};
@@ -124,6 +132,8 @@ class Instrument final : public editor::EditorHost {
     static constexpr std::uint64_t kAllParameters = kPushProgram - 1;
 
     void sendProgram();
+    void rememberLoaded(int program);
+    void rememberLoadedBank();
 
     // Carries `requests` out at once if this thread may enter the engine. Otherwise the renderer
     // does so before its next segment. Inside a block of this thread, other pending requests wait.
@@ -142,8 +152,10 @@ class Instrument final : public editor::EditorHost {
 
     Host& host_;
     state::Bank bank_;
+    state::Bank loaded_;  // as it came, for the editor
     const std::unique_ptr<engine::SoundEngine> engine_;
     EventQueue events_;
+    KeyPresses keyPresses_;
     state::LearnSlot learnSlot_;
     // Until start has run, parameters, programs and messages have no effect.
     std::atomic<bool> starting_{true};
@@ -158,6 +170,9 @@ class Instrument final : public editor::EditorHost {
     ChangeBits shown_;                               // changes that the editor has not seen
     // "HP" moves halfway each time it is set, so its requests are counted.
     std::atomic<int> highPassMoves_{0};
+    // What the editor has been shown.
+    state::ToneSettings toneSettings_;
+    state::ToneCurve toneCurve_;
 };
 
 }  // namespace instrument

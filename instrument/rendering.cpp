@@ -21,6 +21,7 @@ void Instrument::setSampleRate(double rate) {
 void Instrument::resume() {
     engine_->forgetHeldNotes();
     events_.forget();
+    keyPresses_.forget();
 }
 
 void Instrument::suspend() {
@@ -31,6 +32,7 @@ void Instrument::suspend() {
 }
 
 void Instrument::render(float* left, float* right, int frames) {
+    keyPresses_.moveTo(events_);
     events_.beginBlock();
     const bool playable = left && right && frames > 0 && !starting_;
     if (!playable || !gate_.beginBlock()) {

@@ -50,6 +50,9 @@ bool folderHasEntry(const std::string& folder);
 // read.
 std::vector<std::string> folderEntries(const std::string& folder);
 
+// Whether path names a folder. Follows links.
+bool folderExists(const std::string& path);
+
 // Returns false if the folder cannot be made or already exists.
 bool createFolder(const std::string& folder);
 

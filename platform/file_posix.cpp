@@ -51,6 +51,11 @@ bool fileExists(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && isRegular(status);
 }
 
+bool folderExists(const std::string& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool folderHasEntry(const std::string& folder) {
     DIR* const directory = opendir(folder.c_str());
     if (!directory) return false;

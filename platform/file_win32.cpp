@@ -48,6 +48,11 @@ bool fileExists(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+bool folderExists(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 bool folderHasEntry(const std::string& folder) {
     WIN32_FIND_DATAA entry;
     const HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &entry);

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -22,6 +23,13 @@ void setResourceFolder(const char* fromModule);
 // if necessary. Nothing if there is none. Windows: the roaming folder. Linux: $XDG_CONFIG_HOME if
 // set and absolute, else $HOME/.config.
 std::optional<std::string> applicationDataFolder();
+
+// The folder in which users look for their own files, without a trailing separator: the documents
+// on Windows, $HOME on Linux. Nothing if there is none.
+std::optional<std::string> homeFolder();
+
+// Where every path begins, each ending in a separator: the drives on Windows, "/" on Linux.
+std::vector<std::string> rootFolders();
 
 // Substitutes other folders within a scope; an empty path means there is none. Resources are then
 // in the module folder. For tests.

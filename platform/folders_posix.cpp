@@ -1,4 +1,5 @@
 // Folders by the conventions of Linux desktops.
+#include "platform/folders.h"
 #include "platform/system_folders.h"
 
 #include <cstdlib>
@@ -44,6 +45,16 @@ std::optional<std::string> systemApplicationDataFolder() {
     struct stat status = {};
     if (stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
     return folder;
+}
+
+std::optional<std::string> homeFolder() {
+    const char* const home = std::getenv("HOME");
+    if (!home || home[0] != '/') return std::nullopt;
+    return home;
+}
+
+std::vector<std::string> rootFolders() {
+    return {"/"};
 }
 
 }  // namespace platform

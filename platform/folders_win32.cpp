@@ -1,4 +1,5 @@
 // Folders from the Windows shell, as 8-bit paths.
+#include "platform/folders.h"
 #include "platform/system_folders.h"
 
 #include <windows.h>
@@ -34,6 +35,24 @@ std::optional<std::string> systemApplicationDataFolder() {
         return std::nullopt;
     }
     return path;
+}
+
+std::optional<std::string> homeFolder() {
+    char path[MAX_PATH] = {};
+    if (!SHGetSpecialFolderPathA(nullptr, path, CSIDL_PERSONAL, FALSE) || !isRepresented(path)) {
+        return std::nullopt;
+    }
+    return path;
+}
+
+std::vector<std::string> rootFolders() {
+    std::vector<std::string> roots;
+    const DWORD drives = GetLogicalDrives();
+    for (int drive = 0; drive < 26; ++drive) {
+        if (drives >> drive & 1)
+            roots.push_back(std::string(1, static_cast<char>('A' + drive)) + ":\\");
+    }
+    return roots;
 }
 
 }  // namespace platform

@@ -11,7 +11,6 @@ namespace state {
 
 namespace {
 
-// Up to the terminating zero or the end of the field.
 std::string fieldText(const char (&field)[kNameSize]) {
     char bytes[kNameSize];
     loadBytes(bytes, field, kNameSize);
@@ -25,6 +24,14 @@ void setField(char (&field)[kNameSize], const char* text) {
 }
 
 }  // namespace
+
+std::string nameOf(const ProgramRecord& program) {
+    return fieldText(program.name);
+}
+
+void setName(ProgramRecord& program, const std::string& name) {
+    setField(program.name, name.c_str());
+}
 
 Bank::Bank() {
     for (int i = 0; i < kNumParams; ++i) {
@@ -90,9 +97,14 @@ void Bank::setProgramName(int program, const char* name) {
     setField(chunk_.programs[program].name, name);
 }
 
-void Bank::copyProgram(int from, int to) {
+ProgramRecord Bank::program(int index) const {
     ProgramRecord record;
-    loadBytes(&record, &chunk_.programs[from], sizeof record);
+    loadBytes(&record, &chunk_.programs[index], sizeof record);
+    return record;
+}
+
+void Bank::copyProgram(int from, int to) {
+    const ProgramRecord record = program(from);
     storeBytes(&chunk_.programs[to], &record, sizeof record);
 }
 

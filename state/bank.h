@@ -36,6 +36,10 @@ static_assert(offsetof(ProgramRecord, values) == 24);
 static_assert(sizeof(ProgramRecord) == 24 + 4 * kNumParams &&  // 192
               std::is_trivially_copyable_v<ProgramRecord>);
 
+// Up to the terminating zero or the end of the field.
+std::string nameOf(const ProgramRecord& program);
+void setName(ProgramRecord& program, const std::string& name);  // cut to kNameSize - 1 bytes
+
 struct BankChunk {
     ParameterRecord parameters[kNumParams];
     ProgramRecord programs[kNumPrograms];
@@ -70,6 +74,7 @@ class Bank {
     // Cut to kNameSize - 1 bytes.
     void setProgramName(int program, const char* name);
     void copyProgram(int from, int to);
+    ProgramRecord program(int index) const;
 
     // The live bytes, not a copy.
     BankChunk& chunk() { return chunk_; }

@@ -16,7 +16,8 @@ constexpr const char* kHelpFile = "ZLM_help.rtf";
 // Keys in the settings store.
 constexpr const char* kSkinNameSetting = "SkinName";
 constexpr const char* kDataPathSetting = "DataPath";
-constexpr const char* kZoomSetting = "Zoom";  // of the editor's picture, in percent
+constexpr const char* kSoundFolderSetting = "SoundFolder";  // that the browser showed last
+constexpr const char* kZoomSetting = "Zoom";                // of the editor's picture, in percent
 
 platform::SettingsStore settings();
 

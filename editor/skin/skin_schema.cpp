@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view kText =
     "font halign txtface transparent fontcolor backcolor framecolor shadowcolor";
 constexpr std::string_view kColours = "fontcolor backcolor";
+constexpr std::string_view kKeyColours = "keycolor sharpcolor fontcolor backcolor framecolor";
 // Intentional: three elements use this title. Skin authors know both.
 constexpr const char* kQxNoPicture = "QXSKIN: Bitmap not found";
 
@@ -36,9 +37,12 @@ constexpr SkinElementRule kRules[] = {
     {"cliplamp",        "x y bitmap_handle",                "side", ""},
     {"about",           "x y w h bitmap_pop",               "", "", kQxNoPicture},
     {"NoteDisplay",     "x y w h id",                       "", kColours},
-    {"PresetsDisplay",  "x y w h id",                       "", kColours},
+    {"PresetsDisplay",  "x y w h id",                       "accentcolor", kColours},
     {"ViewEnvelope",    "x y w h",                          "", kColours},
+    {"ViewTone",        "x y w h",                          "", kColours},
     {"ViewTaps",        "x y w h",                          "", ""},
+    {"ViewKeyboard",    "x y w h",                          "first last", kKeyColours},
+    {"sizegrip",        "x y w h",                          "", "fontcolor"},
 };
 // clang-format on
 

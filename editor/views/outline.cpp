@@ -5,16 +5,10 @@ namespace editor {
 
 using namespace VSTGUI;
 
-namespace {
-
-constexpr CCoord kDistance = 3;
-constexpr CCoord kLineWidth = 2;
-
-}  // namespace
-
-COutline::COutline(const CColor& color) : CView(CRect()), color_(color) {
-    setMouseEnabled(false);
-    setVisible(false);
+void COutline::setColor(const CColor& color) {
+    if (color == color_) return;
+    color_ = color;
+    if (isVisible()) invalid();
 }
 
 void COutline::surround(const CView* view) {
@@ -25,7 +19,7 @@ void COutline::surround(const CView* view) {
         return;
     }
     CRect area = view->getViewSize();
-    area.inset(-kDistance, -kDistance);
+    area.inset(-distance_, -distance_);
     if (isVisible() && area == getViewSize()) return;
     if (isVisible()) invalid();
     setViewSize(area);
@@ -36,7 +30,7 @@ void COutline::surround(const CView* view) {
 void COutline::draw(CDrawContext* context) {
     context->setDrawMode(kAliasing);
     context->setFrameColor(color_);
-    context->setLineWidth(kLineWidth);
+    context->setLineWidth(lineWidth_);
     context->drawRect(getViewSize(), kDrawStroked);
     setDirty(false);
 }

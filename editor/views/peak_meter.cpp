@@ -111,7 +111,15 @@ CMouseEventResult CPeakMeter::onMouseDown(CPoint&, const CButtonState& buttons) 
 }
 
 CClipLamp::CClipLamp(const CRect& size, CBitmap* states, MeterSide side)
-    : CView(size), states_(states), side_(side) {}
+    : CView(size), states_(states), side_(side) {
+    setWantsFocus(true);
+}
+
+void CClipLamp::onKeyboardEvent(KeyboardEvent& event) {
+    if (event.type != EventType::KeyDown || event.virt != VirtualKey::Return || !clicked_) return;
+    event.consumed = true;
+    clicked_();
+}
 
 void CClipLamp::feed(const OutputPeaks& peaks) {
     if (lit_ || peakOf(peaks, side_) < 1.0f) return;

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "editor/editor_host.h"
+#include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -66,6 +67,7 @@ class CClipLamp : public VSTGUI::CView {
     void draw(VSTGUI::CDrawContext* context) override;
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
+    void onKeyboardEvent(VSTGUI::KeyboardEvent& event) override;  // Return clicks
 
   private:
     VSTGUI::SharedPointer<VSTGUI::CBitmap> states_;

@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "editor/browser/sound_list.h"
+#include "editor/browser/sound_slots.h"
 #include "editor/views/pop_up_menu.h"
 #include "editor/tags.h"
 #include "editor/views/text_display.h"
@@ -18,14 +21,16 @@ constexpr uint32_t kSecondClickTime = 300;  // milliseconds
 
 }  // namespace
 
-CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host)
+CPresetsDisplay::CPresetsDisplay(const CRect& size, EditorHost& host, std::function<bool()> browse)
     : CView(size),
       host_(host),
+      browse_(std::move(browse)),
       shown_(line(host.program())),
       nameField_(
           makeOwned<CPopUpField>(textArea(), this, kNoTag, "", nullptr, CParamDisplay::kNoFrame)) {
     nameField_->setVisible(false);
     setWantsIdle(true);
+    setWantsFocus(true);
 }
 
 void CPresetsDisplay::setFontColor(const CColor& color) {
@@ -39,9 +44,8 @@ void CPresetsDisplay::setBackColor(const CColor& color) {
 }
 
 std::string CPresetsDisplay::line(int program) const {
-    std::string number = std::to_string(program + 1);
-    number.insert(0, 3 - std::min<std::size_t>(number.size(), 3), '0');
-    return number + ' ' + host_.programName(program);
+    return programNumber(program) + ' ' + host_.programName(program) +
+           (isEdited(host_, program) ? " *" : "");
 }
 
 CRect CPresetsDisplay::textArea() const {
@@ -89,7 +93,9 @@ CMouseEventResult CPresetsDisplay::onMouseDown(CPoint& where, const CButtonState
         step(1);
     } else if (buttons.isDoubleClick()) {
         clickTimer_ = nullptr;
-        rename();
+        // The press still gives the focus to this view.
+        const auto self = shared(this);
+        if (getFrame()) getFrame()->doAfterEventProcessing([self] { self->rename(); });
     } else {
         clickTimer_ =
             makeOwned<CVSTGUITimer>([this](CVSTGUITimer*) { openList(); }, kSecondClickTime);
@@ -105,6 +111,17 @@ void CPresetsDisplay::onMouseWheelEvent(MouseWheelEvent& event) {
     event.consumed = true;
 }
 
+// The keys do what the pointer does: arrows step, Return opens the list, F2 renames.
+void CPresetsDisplay::onKeyboardEvent(KeyboardEvent& event) {
+    if (event.type != EventType::KeyDown || !event.modifiers.empty()) return;
+    event.consumed = true;
+    if (event.virt == VirtualKey::Left || event.virt == VirtualKey::Up) return step(-1);
+    if (event.virt == VirtualKey::Right || event.virt == VirtualKey::Down) return step(1);
+    if (event.virt == VirtualKey::Return) return openList();
+    if (event.virt == VirtualKey::F2) return rename();
+    event.consumed = false;
+}
+
 void CPresetsDisplay::step(int by) {
     const int program = std::clamp(host_.program() + by, 0, host_.programCount() - 1);
     if (program != host_.program()) host_.setProgram(program);
@@ -114,7 +131,7 @@ void CPresetsDisplay::step(int by) {
 void CPresetsDisplay::openList() {
     const auto timer = std::move(clickTimer_);  // this call may come from it, so keep it alive
     if (timer) timer->stop();
-    if (!getFrame()) return;
+    if (!getFrame() || browse_()) return;
     std::vector<std::string> lines;
     for (int program = 0; program < host_.programCount(); ++program) {
         lines.push_back(line(program));

@@ -107,6 +107,11 @@ void Shell::resizeEditor(int width, int height) {
     hostGui_->request_resize(&host_, static_cast<uint32_t>(width), static_cast<uint32_t>(height));
 }
 
+// The host may have put the instrument to sleep.
+void Shell::keyPlayed() {
+    if (host_.request_process) host_.request_process(&host_);
+}
+
 void Shell::gestureBegins(int parameter) {
     if (!state::isParameter(parameter)) return;
     held_ |= std::uint64_t{1} << parameter;

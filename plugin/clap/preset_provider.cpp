@@ -10,7 +10,7 @@
 
 #include "platform/product.h"
 #include "plugin/clap/factory.h"
-#include "plugin/factory_sounds.h"
+#include "state/factory_sounds.h"
 
 namespace clap {
 
@@ -28,7 +28,7 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-void describe(const PresetMetadataReceiver& receiver, const plugin::FactorySound* sound) {
+void describe(const PresetMetadataReceiver& receiver, const state::FactorySound* sound) {
     const UniversalPluginId id{"clap", descriptor().id};
     receiver.add_plugin_id(&receiver, &id);
     receiver.set_flags(&receiver, kPresetIsFactoryContent);
@@ -41,7 +41,7 @@ void describe(const PresetMetadataReceiver& receiver, const plugin::FactorySound
 
 bool listPresets(const PresetMetadataReceiver& receiver) {
     const auto bank = std::make_unique<state::BankChunk>();
-    if (!plugin::readFactoryBank(*bank)) {
+    if (!state::readFactoryBank(*bank)) {
         receiver.on_error(&receiver, 0, "The factory bank cannot be read");
         return false;
     }
@@ -51,7 +51,7 @@ bool listPresets(const PresetMetadataReceiver& receiver) {
         const std::string key = std::to_string(program);
         const std::string shown = name.empty() ? "Program " + key : name;
         if (!receiver.begin_preset(&receiver, shown.c_str(), key.c_str())) break;  // has enough
-        describe(receiver, plugin::factorySound(program, name));
+        describe(receiver, state::factorySound(program, name));
     }
     return true;
 }

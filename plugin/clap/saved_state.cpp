@@ -4,7 +4,7 @@
 
 #include "plugin/clap/preset_discovery.h"
 #include "plugin/clap/shell.h"
-#include "plugin/factory_sounds.h"
+#include "state/factory_sounds.h"
 #include "plugin/state_stream.h"
 
 namespace clap {
@@ -46,7 +46,7 @@ bool Shell::loadPreset(uint32_t kind, const char* location, const char* key) {
     const char* fault = nullptr;
     if (kind != kPresetLocationPlugin || location || !state::isProgram(program)) {
         fault = "There is no such preset";
-    } else if (!plugin::readFactoryBank(*bank)) {
+    } else if (!state::readFactoryBank(*bank)) {
         fault = "The factory bank cannot be read";
     }
     if (fault) {

@@ -83,6 +83,7 @@ class Shell final : private instrument::Host {
     void gestureEnds(int parameter) override;
     void displayChanged(instrument::DisplayChange change) override;  // [any]
     void resizeEditor(int width, int height) override;
+    void keyPlayed() override;
     void markEdit(int parameter);
     // Tells the host what has changed as a whole.
     void tellHost();

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "platform/product.h"
-#include "plugin/factory_sounds.h"
+#include "state/factory_sounds.h"
 #include "plugin/lv2/change_request.h"
 #include "plugin/lv2/ports.h"
 #include "plugin/lv2/turtle_text.h"
@@ -64,9 +64,9 @@ std::string familyUri(const std::string& family) {
     return uri("#" + symbolOf("family_", family));
 }
 
-const plugin::FactorySound& soundOf(const state::Bank& bank, int program) {
+const state::FactorySound& soundOf(const state::Bank& bank, int program) {
     const std::string name = bank.programName(program);
-    const plugin::FactorySound* const sound = plugin::factorySound(program, name);
+    const state::FactorySound* const sound = state::factorySound(program, name);
     if (!sound) throw std::runtime_error("program \"" + name + "\" is not among the sounds");
     return *sound;
 }
@@ -250,7 +250,7 @@ std::string presetsTurtle(const state::Bank& bank) {
     text << kPrefixes;
     std::string family;
     for (int program = 0; program < state::kNumPrograms; ++program) {
-        const plugin::FactorySound& sound = soundOf(bank, program);
+        const state::FactorySound& sound = soundOf(bank, program);
         if (sound.family != family) {
             family = sound.family;
             text << familyUri(family) << "\n\ta pset:Bank ;\n\trdfs:label " << quoted(family)

@@ -35,7 +35,7 @@ Ui::Ui(std::shared_ptr<Shell> shell, LV2UI_Write_Function write, LV2UI_Controlle
       touch_(feature<LV2UI_Touch>(features, LV2_UI__touch)),
       resize_(feature<LV2UI_Resize>(features, LV2_UI__resize)),
       editor_(shell_->instrument()) {
-    editor_.setContentScale(numberOption(features, LV2_UI__scaleFactor, 1.0));
+    editor_.setContentScale(numberOption(features, LV2_UI__scaleFactor, 0.0));
 }
 
 Ui::~Ui() {

@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/error.h"
-#include "host/fx_file.h"
 #include "platform/product.h"
 #include "plugin/web/page_script.h"
+#include "state/fx_file.h"
 #include "state/saved_state.h"
 
 namespace web {
@@ -15,14 +14,14 @@ namespace web {
 namespace {
 
 constexpr int kVersion = 1;  // of the instrument, as hosts write it into files
-constexpr host::FxOwner kOwner = {platform::kProductCode, state::kNumPrograms, state::kNumParams};
+constexpr state::FxOwner kOwner = {platform::kProductCode, state::kNumPrograms, state::kNumParams};
 
 std::string bytesAt(const void* data, std::size_t size) {
     return {static_cast<const char*>(data), size};
 }
 
 [[noreturn]] void refuse(const std::string& name) {
-    throw host::Error(name + " holds no sounds of this instrument.");
+    throw platform::InputError(name + " holds no sounds of this instrument.");
 }
 
 }  // namespace
@@ -46,6 +45,19 @@ void Model::newsCame() {
 
 editor::OutputPeaks Model::takeOutputPeaks() {
     return std::exchange(peaks_, {});
+}
+
+std::bitset<128> Model::heldKeys() const {
+    std::bitset<128> held;
+    for (int key = 0; key < 128; ++key) {
+        const auto number = static_cast<int>(news_[kFirstHeldKeys + key / kKeysPerNumber]);
+        held[key] = number >> key % kKeysPerNumber & 1;
+    }
+    return held;
+}
+
+void Model::playKey(int key, int velocity) {
+    quarzelSend(kSendKey, key, static_cast<float>(velocity));
 }
 
 // The instrument plays messages while it renders. A frame is enough, and nobody hears it.
@@ -81,6 +93,21 @@ void Model::renameProgram(int program, const std::string& name) {
     quarzelSend(kSendNothing, 0, 0.0f);
 }
 
+void Model::putProgram(int program, const state::ProgramRecord& record) {
+    instrument_.putProgram(program, record);
+    sendEverything();
+}
+
+void Model::loadProgram(int program, const state::ProgramRecord& record) {
+    instrument_.loadProgram(program, record);
+    sendEverything();
+}
+
+void Model::loadSavedState(const state::SavedState& saved) {
+    instrument_.loadSavedState(saved);
+    sendEverything();
+}
+
 void Model::sendEverything() {
     quarzelSend(kSendState, 0, 0.0f);
 }
@@ -88,34 +115,33 @@ void Model::sendEverything() {
 void Model::takeState(const std::string& bytes, const std::string& name) {
     const auto saved = state::readSavedState(bytes);
     if (!saved) refuse(name);
-    instrument_.loadSavedState(*saved);
-    sendEverything();
+    loadSavedState(*saved);
 }
 
 void Model::takeBank(const std::string& file, const std::string& name) {
-    const host::FxBank bank = host::parseFxBank(file, kOwner, name);
-    if (const auto* const chunk = std::get_if<host::FxChunk>(&bank.content)) {
+    const state::FxBank bank = state::parseFxBank(file, kOwner, name);
+    if (const auto* const chunk = std::get_if<state::FxChunk>(&bank.content)) {
         if (chunk->size() != sizeof(state::BankChunk)) refuse(name);
         instrument_.loadBankChunk(chunk->data(), sizeof(state::BankChunk));
     } else {
         const int before = instrument_.program();
         int program = 0;
-        for (const host::FxProgram& from : std::get<std::vector<host::FxProgram>>(bank.content)) {
+        for (const state::FxProgram& from : std::get<std::vector<state::FxProgram>>(bank.content)) {
             instrument_.setProgram(program++);
             instrument_.setProgramName(from.name.c_str());
             takeValues(from.values);
         }
         instrument_.setProgram(before);
     }
-    if (bank.currentProgram != host::FxBank::kNoProgram) {
+    if (bank.currentProgram != state::FxBank::kNoProgram) {
         instrument_.setProgram(bank.currentProgram);
     }
     sendEverything();
 }
 
 void Model::takePreset(const std::string& file, const std::string& name) {
-    const host::FxPreset preset = host::parseFxPreset(file, kOwner, name);
-    if (const auto* const chunk = std::get_if<host::FxChunk>(&preset.content)) {
+    const state::FxPreset preset = state::parseFxPreset(file, kOwner, name);
+    if (const auto* const chunk = std::get_if<state::FxChunk>(&preset.content)) {
         if (chunk->size() != sizeof(state::ProgramRecord)) refuse(name);
         instrument_.loadProgramChunk(chunk->data(), sizeof(state::ProgramRecord));
     } else {
@@ -132,16 +158,16 @@ void Model::takeValues(const std::vector<float>& values) {
 }
 
 std::string Model::bankFile() {
-    const host::FxBank bank = {kVersion, state::kNumPrograms, program(),
-                               bytesAt(&instrument_.bankChunk(), sizeof(state::BankChunk))};
-    return host::fxBytes(bank, kOwner.id);
+    const state::FxBank bank = {kVersion, state::kNumPrograms, program(),
+                                bytesAt(&instrument_.bankChunk(), sizeof(state::BankChunk))};
+    return state::fxBytes(bank, kOwner.id);
 }
 
 std::string Model::presetFile() {
-    const host::FxPreset preset = {
+    const state::FxPreset preset = {
         kVersion, state::kNumParams, programName(program()),
         bytesAt(&instrument_.programChunk(), sizeof(state::ProgramRecord))};
-    return host::fxBytes(preset, kOwner.id);
+    return state::fxBytes(preset, kOwner.id);
 }
 
 }  // namespace web

@@ -27,7 +27,7 @@ class Model final : public editor::EditorHost {
     void sendBindings();
 
     std::string state() { return state::bytesOf(instrument_.savedState()); }
-    // These throw host::Error if the bytes cannot be used. Files are called `name` there.
+    // These throw platform::InputError if the bytes cannot be used. Files are called `name` there.
     void takeState(const std::string& bytes, const std::string& name);
     void takeBank(const std::string& file, const std::string& name);
     void takePreset(const std::string& file, const std::string& name);
@@ -55,8 +55,22 @@ class Model final : public editor::EditorHost {
     std::string programName(int program) const override { return instrument_.programName(program); }
     void renameProgram(int program, const std::string& name) override;
 
+    state::ProgramRecord programRecord(int program) const override {
+        return instrument_.programRecord(program);
+    }
+    void putProgram(int program, const state::ProgramRecord& record) override;
+    void loadProgram(int program, const state::ProgramRecord& record) override;
+    state::ProgramRecord loadedProgram(int program) const override {
+        return instrument_.loadedProgram(program);
+    }
+    state::SavedState savedState() override { return instrument_.savedState(); }
+    void loadSavedState(const state::SavedState& saved) override;
+
     int heldNotes() const override { return static_cast<int>(news_[kHeldNotes]); }
     int lastKey() const override { return static_cast<int>(news_[kLastKey]); }
+    std::bitset<128> heldKeys() const override;
+    void playKey(int key, int velocity) override;
+    const state::ToneCurve& toneCurve() override { return instrument_.toneCurve(); }
     editor::OutputPeaks takeOutputPeaks() override;
     int chorusTapCount() const override { return kTaps; }
     float chorusTap(int tap) const override { return news_[kFirstTap + tap]; }

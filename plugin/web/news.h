@@ -5,6 +5,7 @@
 
 namespace web {
 
+constexpr int kKeysPerNumber = 16;
 constexpr int kTaps = engine::EnsembleChorus::kTaps;
 
 enum News : int {
@@ -13,7 +14,8 @@ enum News : int {
     kHeldNotes,
     kLastKey,  // -1 before the first
     kFirstTap,
-    kNewsSize = kFirstTap + kTaps,
+    kFirstHeldKeys = kFirstTap + kTaps,  // sixteen keys a number, which a float holds exactly
+    kNewsSize = kFirstHeldKeys + 128 / kKeysPerNumber,
 };
 
 }  // namespace web

@@ -11,8 +11,9 @@
 #include "gui/windows/canvas_window.h"
 #include "host/error.h"
 #include "host/midi_song.h"
-#include "plugin/factory_sounds.h"
+
 #include "plugin/web/model.h"
+#include "state/factory_sounds.h"
 #include "state/parameter_text.h"
 
 namespace {
@@ -43,7 +44,7 @@ const char* faultOf(Action action) {
     try {
         action();
         return give("");
-    } catch (const host::Error& fault) {
+    } catch (const platform::InputError& fault) {
         return give(fault.what());
     }
 }
@@ -114,7 +115,7 @@ const char* quarzelProgramName(int program) {
 }
 // The family of a factory sound, empty for others.
 const char* quarzelProgramFamily(int program) {
-    const auto* const sound = plugin::factorySound(program, page().model.programName(program));
+    const auto* const sound = state::factorySound(program, page().model.programName(program));
     return give(sound ? sound->family : "");
 }
 

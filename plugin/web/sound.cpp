@@ -4,6 +4,7 @@
 // quarzelTakeState and quarzelState, which carry whole banks.
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -144,6 +145,12 @@ float* quarzelNews() {
     of.news[web::kLastKey] = static_cast<float>(of.instrument.lastKey());
     for (int tap = 0; tap < web::kTaps; ++tap) {
         of.news[web::kFirstTap + tap] = of.instrument.chorusTap(tap);
+    }
+    const std::bitset<128> held = of.instrument.heldKeys();
+    for (int key = 0; key < 128; ++key) {
+        float& number = of.news[web::kFirstHeldKeys + key / web::kKeysPerNumber];
+        if (key % web::kKeysPerNumber == 0) number = 0.0f;
+        if (held[key]) number += static_cast<float>(1 << key % web::kKeysPerNumber);
     }
     return of.news.data();
 }

@@ -9,7 +9,7 @@
 
 #include <jack/jack.h>
 
-#include "app/spsc_ring.h"
+#include "platform/spsc_ring.h"
 #include "tests/app/child_process.h"
 
 // jackd with its dummy driver, in real time but without hardware. Programs started later find it
@@ -45,5 +45,5 @@ class JackServer {
     jack_port_t* midi_ = nullptr;
     std::array<std::atomic<float>, kRate / 2> samples_{};
     std::atomic<std::size_t> written_{0};
-    app::SpscRing<std::array<unsigned char, 3>, 64> messages_;
+    platform::SpscRing<std::array<unsigned char, 3>, 64> messages_;
 };

@@ -1,6 +1,7 @@
 // Shared by the editor's tests: a recording instrument, a skin on disk and an open editor.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include "editor/skin_missing.h"
 #include "editor/skin_preview.h"
 #include "gui/headless.h"
+#include "platform/display.h"
 #include "platform/folders.h"
 #include "platform/settings_store.h"
 #include "state/controller_map.h"
@@ -17,7 +19,7 @@
 #include "tests/support/temporary_folder.h"
 
 // The editor puts so many views above those of a skin.
-constexpr unsigned kViewsAbove = 5;
+constexpr unsigned kViewsAbove = 6;
 
 // Provides a library folder that contains one skin.
 class EditorTest : public testing::Test {
@@ -93,6 +95,7 @@ class EditorTest : public testing::Test {
     TemporaryFolder applicationData;
     platform::ScopedFolders folders{module.path(), applicationData.path()};
     platform::ScopedSettings settings;
+    std::optional<platform::ScopedDisplay> display{std::in_place, std::nullopt};
     RecordedMessages messages;
     FakeInstrument instrument;
     editor::myEditor edit{instrument};

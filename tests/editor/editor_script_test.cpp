@@ -123,6 +123,15 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
             instrument.calls();
             idle();
         });
+        on("display", [this](Words words) {  // width, height and scale
+            const int width = index(words);
+            const int height = index(words);
+            display.emplace(platform::Display{width, height, script::number(words)});
+        });
+        on("hold", [this](Words words) {
+            instrument.keys.flip(static_cast<unsigned>(index(words)));
+            clock.run(frame(), 100);
+        });
         on("knobmode", [this](Words words) {
             edit.setKnobMode(script::word(words) == "linear" ? kLinearMode : kCircularMode);
         });

@@ -2,6 +2,7 @@
 // pictures of a skin.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -40,9 +41,37 @@ class FakeInstrument : public editor::EditorHost {
     void setProgram(int program) override { current = program; }
     std::string programName(int program) const override { return names[program]; }
     void renameProgram(int program, const std::string& name) override { names[program] = name; }
+    state::ProgramRecord programRecord(int program) const override {
+        state::ProgramRecord record = bank.program(program);
+        state::setName(record, names[program]);
+        if (program == current) std::copy(values.begin(), values.end(), record.values);
+        return record;
+    }
+    void putProgram(int program, const state::ProgramRecord& record) override {
+        names[program] = state::nameOf(record);
+        bank.chunk().programs[program] = record;
+        std::copy_n(record.values, values.size(), values.begin());
+        current = program;
+        note("put " + std::to_string(program) + ' ' + names[program]);
+    }
+    void loadProgram(int program, const state::ProgramRecord& record) override {
+        loaded.chunk().programs[program] = record;
+        putProgram(program, record);
+    }
+    state::ProgramRecord loadedProgram(int program) const override {
+        return loaded.program(program);
+    }
+    state::SavedState savedState() override { return {current, false, ""}; }
+    void loadSavedState(const state::SavedState& saved) override { current = saved.program; }
 
     int heldNotes() const override { return held; }
     int lastKey() const override { return key; }
+    std::bitset<128> heldKeys() const override { return keys; }
+    void playKey(int key, int velocity) override {
+        keys[static_cast<unsigned>(key)] = velocity > 0;
+        note("key " + std::to_string(key) + ' ' + std::to_string(velocity));
+    }
+    const state::ToneCurve& toneCurve() override { return tone; }
     editor::OutputPeaks takeOutputPeaks() override { return std::exchange(peaks, {}); }
     int chorusTapCount() const override { return 3; }
     float chorusTap(int tap) const override { return taps[tap]; }
@@ -58,9 +87,13 @@ class FakeInstrument : public editor::EditorHost {
     std::array<float, state::kNumParams> values{};
     std::array<std::string, state::kNumPrograms> names;
     std::array<float, 3> taps{};
+    state::Bank bank;
+    state::Bank loaded;
     int current = 0;
     int held = 0;
     int key = -1;
+    std::bitset<128> keys;
+    state::ToneCurve tone;
     editor::OutputPeaks peaks;
     state::LearnSlot slot;
     std::uint64_t changed = 0;

@@ -136,6 +136,39 @@ TEST_F(ToldEngine, HearsWhatEachMessageMeansOnEveryChannel) {
     }
 }
 
+TEST_F(ToldEngine, HearsKeysOfTheEditorInTheNextBlockAndNoneHangs) {
+    instrument::Instrument& i = **instrument;
+    instrument->noteOn(48);
+    i.playKey(60, 90);
+    EXPECT_EQ(log->take(), "");
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "note-on=48/100 note-on=60/90 render=32");
+    i.playKey(62, 90);
+    i.resume();  // drops presses, but no release
+    i.playKey(60, 0);
+    instrument->render(32);
+    EXPECT_EQ(log->take(), "note-off=60 render=32");
+    for (int press = 0; press < 1000; ++press) i.playKey(64, press % 2 ? 0 : 90);
+    instrument->render(32);
+    const std::string calls = log->take();
+    EXPECT_EQ(calls.substr(calls.size() - 23), "all-notes-off render=32");
+}
+
+TEST(HeldKeys, AreThoseThatSoundAndAreReleasedTogether) {
+    PlayedInstrument instrument;
+    instrument.noteOn(60);
+    instrument->playKey(100, 90);
+    instrument.noteOn(127);  // unplayable
+    EXPECT_GT(loudest(instrument.render(2000)), 0.0f);
+    EXPECT_EQ(instrument->heldKeys(), engine::KeySet(1) << 60 | engine::KeySet(1) << 100);
+    instrument->playKey(100, 0);
+    instrument.render(64);
+    EXPECT_EQ(instrument->heldKeys(), engine::KeySet(1) << 60);
+    instrument.send(0xB0, 123);
+    instrument.render(64);
+    EXPECT_TRUE(instrument->heldKeys().none());
+}
+
 TEST_F(ToldEngine, HearsMessagesAtTheirFramesAndWhatOthersAskedForBefore) {
     instrument->send(0xC3, 7, 0, 11);
     instrument->noteOn(60);  // at the frame of the previous message

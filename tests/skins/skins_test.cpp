@@ -70,7 +70,7 @@ TEST(Skins, ReachEveryParameterShowWhatSlidesOrTurnsAndUseEveryElement) {
         }
         for (const char* const element :
              {"vumeter", "cliplamp", "NoteDisplay", "PresetsDisplay", "ViewTaps", "ViewEnvelope",
-              "anydisp", "skinselector", "about"}) {
+              "ViewTone", "ViewKeyboard", "sizegrip", "anydisp", "skinselector", "about"}) {
             EXPECT_EQ(summary.elements.count(element), 1u) << element;
         }
         used.merge(summary.elements);

@@ -1,7 +1,9 @@
 // The editor through the instance's dispatcher, like a host.
 #include <gtest/gtest.h>
 
+#include "editor/browser/sound_files.h"
 #include "gui/headless.h"
+#include "platform/file.h"
 #include "tests/plugin/editor_kit.h"
 #include "tests/plugin/vst2/own_instance.h"
 #include "tests/support/recorded_messages.h"
@@ -137,6 +139,74 @@ TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {
 
 #ifndef _WIN32
 // Opening a pipe would wait for its other end.
+// The browser's keys, typed as a host passes them on.
+TEST_F(HostedEditor, CopiesSavesAndLoadsSoundsInTheBrowser) {
+    editor::writePng(skin_.folder().path() + "skin/bg.png", VSTGUI::PixelBuffer(640, 400));
+    const auto ctrl = [this](char letter, int shift = 0) {
+        const auto modifiers = static_cast<float>(MODIFIER_CONTROL | shift);
+        EXPECT_EQ(key(effEditKeyDown, letter, 0, modifiers), 1) << letter;
+    };
+    const auto press = [this](VstIntPtr virt) { EXPECT_EQ(key(effEditKeyDown, 0, virt), 1); };
+    const auto state = [this] {
+        return std::to_string(plugin_.dispatch(effGetProgram)) + ' ' +
+               plugin_.text(effGetProgramName) + ' ' +
+               std::to_string(plugin_.value(1)).substr(0, 4);
+    };
+    for (const char* const name : {"Two", "One"}) {
+        plugin_.dispatch(effSetProgram, 0, *name == 'O' ? 0 : 1);
+        plugin_.dispatch(effSetProgramName, 0, 0, const_cast<char*>(name));
+    }
+    plugin_.set(1, 0.25f);
+    ASSERT_TRUE(open());
+    messages_.all.clear();
+    idle();
+    ctrl('f');
+    ctrl('c');
+    press(VKEY_DOWN);
+    EXPECT_EQ(state(), "1 Two 0.50");
+    ctrl('v');
+    EXPECT_EQ(state(), "1 One 0.25");
+    ctrl('z');
+    EXPECT_EQ(state(), "1 Two 0.50");
+    ctrl('y');
+    ctrl('r');  // back to what was loaded, "Init"
+    EXPECT_EQ(state(), "1 Init 0.50");
+
+    press(VKEY_HOME);
+    ctrl('s');
+    press(VKEY_RETURN);  // saves One.fxp and selects it
+    press(VKEY_RETURN);
+    EXPECT_EQ(state(), "0 One 0.25");
+    plugin_.set(1, 0.75f);
+    press(VKEY_RETURN);
+    EXPECT_EQ(state(), "0 One 0.25");
+    ctrl('z');
+    EXPECT_EQ(state(), "0 One 0.75");
+
+    const std::string file = *editor::libraryFolder() + "One.fxp";
+    const auto bytes = platform::readFile(file, 1 << 20).value();
+    platform::writeFile(file, bytes.substr(0, 100));
+    press(VKEY_RETURN);
+    platform::writeFile(file, bytes.substr(0, 4) + std::string("\0\0\0\xF5", 4) +
+                                  bytes.substr(8, 48) + std::string("\0\0\0\xC1", 4) +
+                                  bytes.substr(60) + 'x');
+    press(VKEY_RETURN);
+    EXPECT_EQ(state(), "0 One 0.75");
+    ASSERT_EQ(messages_.all.size(), 2u);
+    EXPECT_EQ(messages_.all[0].text, file + " is damaged: it promises 244 bytes and brings 92.");
+    EXPECT_EQ(messages_.all[1].text, "Can't load preset, wrong file size!");
+
+    ctrl('s', MODIFIER_SHIFT);
+    press(VKEY_RETURN);
+    plugin_.set(1, 0.5f);
+    plugin_.dispatch(effSetProgram, 0, 1);
+    press(VKEY_RETURN);
+    EXPECT_EQ(state(), "0 One 0.75");
+    ctrl('z');
+    EXPECT_EQ(state(), "1 Init 0.50");
+    EXPECT_EQ(plugin_.text(effGetProgramNameIndexed), "One");
+}
+
 TEST_F(HostedEditor, WaitsForNoPipeInPlaceOfAFile) {
     const std::string data = *platform::applicationDataFolder();
     std::filesystem::create_directories(data + "/Tembrilon/Quarzel Strings");

@@ -7,7 +7,7 @@ import { Browser, check } from "./browser.mjs";
 
 const [site, folder] = process.argv.slice(2);
 const kSoundsWithin = 100;  // milliseconds from the first press to an audible sample
-const kNews = [0, 0, 0, -1, 0.25, 0.5, 0.75];  // no note, no sound, and the taps of the picture
+const kNews = [0, 0, 0, -1, 0.25, 0.5, 0.75, 0, 0, 0, 0, 0, 0, 0, 0];  // no note, no sound, and the taps of the picture
 const browser = await Browser.start(site);
 const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
 

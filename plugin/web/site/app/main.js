@@ -8,7 +8,7 @@ import { Sound } from "./sound.js";
 import { store, storedSettings, storedState } from "./storage.js";
 
 const kStoreAfter = 500;  // milliseconds
-const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4;  // as plugin/web/page_script.h
+const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
 
 const byId = (id) => document.getElementById(id);
 const say = (text) => { byId("status").textContent = text; };
@@ -96,6 +96,7 @@ const page = {
   showMessage,
   openDocument: () => window.open(at("manual.html")) !== null,
   send(what, index, value) {
+    if (what === kKey) return midi(value > 0 ? 0x90 : 0x80, index, value);
     if (what === kParameter) sound.send("parameter", index, value);
     if (what === kProgram) sound.send("program", index);
     if (what === kBinding) sound.send("bind", index, value);

@@ -1,23 +1,23 @@
 // Bank and preset files: their bytes, and the error for each kind of bad file.
-#include "host/fx_file.h"
+#include "state/fx_file.h"
 
 #include <cstring>
 #include <limits>
 
 #include <gtest/gtest.h>
 
-#include "host/error.h"
+#include "platform/input_error.h"
 #include "tests/host/midi_bytes.h"
 
 namespace {
 
-using host::FxBank;
-using host::FxChunk;
-using host::FxPreset;
-using host::FxProgram;
+using state::FxBank;
+using state::FxChunk;
+using state::FxPreset;
+using state::FxProgram;
 
 constexpr uint32_t kId = 0x54737449;  // "TstI"
-constexpr host::FxOwner kOwner = {kId, 3, 2};
+constexpr state::FxOwner kOwner = {kId, 3, 2};
 
 std::string valueBytes(float value) {
     uint32_t bits;
@@ -52,7 +52,7 @@ template <typename Parse>
 std::string errorOf(Parse parse, const std::string& file, const char* name) {
     try {
         parse(file, kOwner, name);
-    } catch (const host::Error& error) {
+    } catch (const platform::InputError& error) {
         return error.what();
     }
     return "";
@@ -60,38 +60,38 @@ std::string errorOf(Parse parse, const std::string& file, const char* name) {
 
 TEST(FxFile, ReadsAndWritesTheSameBytesInEveryForm) {
     const std::string listBank = bankOf("FxBk", listPreset() + listPreset());
-    const FxBank list = host::parseFxBank(listBank, kOwner, "a.fxb");
+    const FxBank list = state::parseFxBank(listBank, kOwner, "a.fxb");
     EXPECT_EQ(list.version, 7);
     EXPECT_EQ(list.currentProgram, 1);
     const auto& programs = std::get<std::vector<FxProgram>>(list.content);
     ASSERT_EQ(programs.size(), 2u);
     EXPECT_EQ(programs[1].name, "Soft");
     EXPECT_EQ(programs[1].values, (std::vector<float>{0.5f, 1.0f}));
-    EXPECT_EQ(host::fxBytes(list, kId), listBank);
+    EXPECT_EQ(state::fxBytes(list, kId), listBank);
 
     const std::string chunkBank = bankOf("FBCh", kChunkContent, 3);
-    const FxBank chunk = host::parseFxBank(chunkBank, kOwner, "a.fxb");
+    const FxBank chunk = state::parseFxBank(chunkBank, kOwner, "a.fxb");
     EXPECT_EQ(std::get<FxChunk>(chunk.content), "abc");
-    EXPECT_EQ(host::fxBytes(chunk, kId), chunkBank);
+    EXPECT_EQ(state::fxBytes(chunk, kId), chunkBank);
 
     // Version 1 has no current program; those bytes are reserved.
     const std::string oldBank = fileOf("FBCh", 1, 3, std::string(128, '\0') + kChunkContent);
-    const FxBank old = host::parseFxBank(oldBank, kOwner, "a.fxb");
+    const FxBank old = state::parseFxBank(oldBank, kOwner, "a.fxb");
     EXPECT_EQ(old.currentProgram, FxBank::kNoProgram);
-    EXPECT_EQ(host::fxBytes(old, kId), oldBank);
+    EXPECT_EQ(state::fxBytes(old, kId), oldBank);
 
-    const FxPreset preset = host::parseFxPreset(listPreset(), kOwner, "a.fxp");
+    const FxPreset preset = state::parseFxPreset(listPreset(), kOwner, "a.fxp");
     EXPECT_EQ(preset.name, "Soft");
-    EXPECT_EQ(host::fxBytes(preset, kId), listPreset());
+    EXPECT_EQ(state::fxBytes(preset, kId), listPreset());
     const std::string chunkPreset = fileOf("FPCh", 1, 2, kName + kChunkContent);
-    EXPECT_EQ(host::fxBytes(host::parseFxPreset(chunkPreset, kOwner, "a.fxp"), kId), chunkPreset);
+    EXPECT_EQ(state::fxBytes(state::parseFxPreset(chunkPreset, kOwner, "a.fxp"), kId), chunkPreset);
 }
 
 TEST(FxFile, CutsLongNamesAndReadsNamesWithoutAnEnd) {
     const FxPreset longName = {7, 0, std::string(40, 'n'), std::vector<float>{}};
-    EXPECT_EQ(host::fxBytes(longName, kId).substr(28), std::string(27, 'n') + '\0');
+    EXPECT_EQ(state::fxBytes(longName, kId).substr(28), std::string(27, 'n') + '\0');
     const auto unended = fileOf("FxCk", 1, 0, std::string(28, 'n'));
-    EXPECT_EQ(host::parseFxPreset(unended, kOwner, "a.fxp").name, std::string(28, 'n'));
+    EXPECT_EQ(state::parseFxPreset(unended, kOwner, "a.fxp").name, std::string(28, 'n'));
 }
 
 TEST(FxFile, RefusesEachBadBankForItsReason) {
@@ -142,7 +142,7 @@ TEST(FxFile, RefusesEachBadBankForItsReason) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.error);
-        EXPECT_EQ(errorOf(host::parseFxBank, row.file, "a.fxb"), row.error);
+        EXPECT_EQ(errorOf(state::parseFxBank, row.file, "a.fxb"), row.error);
     }
 }
 
@@ -165,7 +165,7 @@ TEST(FxFile, RefusesEachBadPresetForItsReason) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.error);
-        EXPECT_EQ(errorOf(host::parseFxPreset, row.file, "a.fxp"), row.error);
+        EXPECT_EQ(errorOf(state::parseFxPreset, row.file, "a.fxp"), row.error);
     }
 }
 

@@ -1,5 +1,5 @@
 // The table that the build makes of their document, and the bank beside the library.
-#include "plugin/factory_sounds.h"
+#include "state/factory_sounds.h"
 
 #include <cstring>
 #include <iterator>
@@ -10,14 +10,14 @@
 #include "state/chunks.h"
 #include "state/data_folder.h"
 
-namespace plugin {
+namespace state {
 
 namespace {
 
 constexpr FactorySound kSounds[] = {
 #include "factory_sounds.inc"
 };
-static_assert(std::size(kSounds) == state::kNumPrograms);
+static_assert(std::size(kSounds) == kNumPrograms);
 
 constexpr std::size_t kLargestFile = 1 << 20;
 
@@ -27,14 +27,18 @@ const FactorySound* factorySound(int program, const std::string& name) {
     return name == kSounds[program].name ? &kSounds[program] : nullptr;
 }
 
-bool readFactoryBank(state::BankChunk& bank) {
+const char* factoryFamily(int program) {
+    return kSounds[program].family;
+}
+
+bool readFactoryBank(BankChunk& bank) {
     const auto folder = platform::resourceFolder();
     const auto file =
-        folder ? platform::readFile(*folder + state::kDefaultBankFile, kLargestFile) : std::nullopt;
-    const auto found = file ? state::findBankChunk(*file, platform::kProductCode) : std::nullopt;
+        folder ? platform::readFile(*folder + kDefaultBankFile, kLargestFile) : std::nullopt;
+    const auto found = file ? findBankChunk(*file, platform::kProductCode) : std::nullopt;
     if (!found) return false;
     std::memcpy(&bank, found->chunk, sizeof bank);
     return true;
 }
 
-}  // namespace plugin
+}  // namespace state

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-namespace host {
+namespace state {
 
 // The instrument a file must belong to. A file with another ID or a larger count is refused.
 struct FxOwner {
@@ -41,7 +41,7 @@ struct FxPreset {
 };
 
 // Strict: every size and count must be right, and nothing may follow. Errors call the file file.
-// Both throw Error.
+// Both throw platform::InputError.
 FxBank parseFxBank(std::string_view bytes, const FxOwner& owner, const std::string& file);
 FxPreset parseFxPreset(std::string_view bytes, const FxOwner& owner, const std::string& file);
 
@@ -49,4 +49,4 @@ FxPreset parseFxPreset(std::string_view bytes, const FxOwner& owner, const std::
 std::string fxBytes(const FxBank& bank, uint32_t id);
 std::string fxBytes(const FxPreset& preset, uint32_t id);
 
-}  // namespace host
+}  // namespace state

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace host {
+namespace platform {
 
 // Says what is wrong with the bytes, as the end of a sentence: "ends in the middle of an event".
 struct Damage : std::runtime_error {
@@ -49,4 +49,4 @@ class ByteReader {
     std::string_view bytes_;
 };
 
-}  // namespace host
+}  // namespace platform

@@ -7,20 +7,22 @@
 //
 // The content is a size and a chunk ("FBCh", "FPCh"), or a list: of whole presets in a bank
 // ("FxBk"), of values in a preset ("FxCk").
-#include "host/fx_file.h"
+#include "state/fx_file.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
 
-#include "host/byte_reader.h"
-#include "host/error.h"
+#include "platform/byte_reader.h"
 #include "platform/four_char_code.h"
+#include "platform/input_error.h"
 
-namespace host {
+namespace state {
 namespace {
 
+using platform::ByteReader;
+using platform::Damage;
 using platform::fourCharCode;
 
 constexpr uint32_t kMagic = fourCharCode("CcnK");
@@ -186,14 +188,15 @@ FxBank readBank(ByteReader& reader, const FxOwner& owner) {
 
 template <typename Read>
 auto parsed(std::string_view bytes, const Kind& kind, const std::string& file, Read read) {
-    if (bytes.substr(0, 4) != "CcnK") throw Error(file + " is not " + kind.name + ".");
+    if (bytes.substr(0, 4) != "CcnK")
+        throw platform::InputError(file + " is not " + kind.name + ".");
     ByteReader reader(bytes);
     try {
         return read(reader);
     } catch (const Unfit& reason) {
-        throw Error(file + " " + reason.what() + ".");
+        throw platform::InputError(file + " " + reason.what() + ".");
     } catch (const Damage& damage) {
-        throw Error(file + " is damaged: it " + damage.what() + ".");
+        throw platform::InputError(file + " is damaged: it " + damage.what() + ".");
     }
 }
 
@@ -266,4 +269,4 @@ std::string fxBytes(const FxPreset& preset, uint32_t id) {
                      content);
 }
 
-}  // namespace host
+}  // namespace state

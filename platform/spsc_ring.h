@@ -5,7 +5,7 @@
 #include <atomic>
 #include <cstddef>
 
-namespace app {
+namespace platform {
 
 // One thread pushes, one pops. kCapacity is a power of two.
 template <typename Item, std::size_t kCapacity>
@@ -36,4 +36,4 @@ class SpscRing {
     std::atomic<std::size_t> read_{0};
 };
 
-}  // namespace app
+}  // namespace platform

@@ -1,11 +1,11 @@
-// The factory sounds as a host's browser lists them.
+// The factory sounds as browsers list them.
 #pragma once
 
 #include <string>
 
 #include "state/bank.h"
 
-namespace plugin {
+namespace state {
 
 struct FactorySound {
     const char* family;
@@ -16,7 +16,10 @@ struct FactorySound {
 // What is known of a program; null if the name is not that of the factory sound of this number.
 const FactorySound* factorySound(int program, const std::string& name);
 
+// The family of the factory sound of this number.
+const char* factoryFamily(int program);
+
 // Reads the bank that is delivered, into `bank`. False, without a message, when it cannot.
 bool readFactoryBank(state::BankChunk& bank);
 
-}  // namespace plugin
+}  // namespace state
