@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/input_error.h"
 #include "platform/product.h"
 #include "plugin/web/page_script.h"
 #include "state/fx_file.h"

@@ -11,7 +11,6 @@
 #include "gui/windows/canvas_window.h"
 #include "host/error.h"
 #include "host/midi_song.h"
-
 #include "plugin/web/model.h"
 #include "state/factory_sounds.h"
 #include "state/parameter_text.h"
