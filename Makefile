@@ -1,7 +1,7 @@
 # Entry points for everyday tasks, based on the CMake presets.
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test dist dist-arm64 package release bench fuzz soak coverage mutants format check-format deps clean
+.PHONY: demo site test dist dist-arm64 package release bench fuzz soak coverage mutants format check-format deps clean
 
 deps:
 	@scripts/install-deps
@@ -10,6 +10,10 @@ demo: deps
 	@cmake --preset release -DQUARZEL_TESTS=OFF >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@scripts/demo build/release build/demo
+
+site:
+	@scripts/install-deps emscripten chromium nodejs || scripts/install-deps
+	@scripts/site $(JOBS)
 
 test: deps check-format
 	@scripts/test $(JOBS)

@@ -3,7 +3,9 @@
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT EMSCRIPTEN)  # a module has its memory for itself
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
@@ -24,7 +26,7 @@ if(WIN32)
     # Musicians' machines lack the compiler's run-time libraries.
     target_link_options(quarzel_options INTERFACE -static)
 endif()
-if(NOT QUARZEL_SANITIZE)  # sanitizers check the same functions, and more
+if(NOT QUARZEL_SANITIZE AND NOT EMSCRIPTEN)  # sanitizers check the same functions, and more
     target_compile_options(quarzel_options INTERFACE -fstack-protector-strong)
     # Fortification needs optimised code. Distributions set other levels.
     set(optimised "$<NOT:$<CONFIG:Debug>>")

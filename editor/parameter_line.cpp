@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 
+#include "platform/number_text.h"
 #include "state/controller_map.h"
 #include "state/parameter_text.h"
 
@@ -62,13 +62,6 @@ static_assert(std::size(kWhatItDoes) == state::kNumParams);
 
 constexpr char kSwitchEnd[] = " on/off";
 
-std::string roundedText(double number, int decimals) {
-    char text[32];
-    const auto end =
-        std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, decimals);
-    return {text, end.ptr};
-}
-
 }  // namespace
 
 std::string panelName(int parameter) {
@@ -89,15 +82,15 @@ std::string shortValueWithUnit(const EditorHost& host, int parameter) {
     const std::size_t unit = text.find(' ');
     if (point == std::string::npos || unit == std::string::npos) return text;
     double shown = 0.0;
-    std::from_chars(text.data(), text.data() + unit, shown);
+    platform::readNumber(text.data(), text.data() + unit, shown);
     if (std::abs(shown) < 9.95) {
         const bool hasTenths = std::abs(shown) >= 1.0 && unit - point == 3;
-        return hasTenths ? roundedText(shown, 1) + text.substr(unit) : text;
+        return hasTenths ? platform::fixedText(shown, 1) + text.substr(unit) : text;
     }
     // The text is rounded already, unless its unit is that of the law.
     const double plain = state::plainValue(parameter, host.parameter(parameter));
     const double number = std::abs(plain - shown) < 0.1 ? plain : shown;
-    return roundedText(number, 0) + text.substr(unit);
+    return platform::fixedText(number, 0) + text.substr(unit);
 }
 
 std::string titleAndValue(const EditorHost& host, int parameter) {

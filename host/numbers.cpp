@@ -26,11 +26,4 @@ std::optional<double> parseDouble(std::string_view text) {
     return parse<double>(text);
 }
 
-std::string fixedText(double value, int decimals) {
-    char text[512];  // the longest double has 309 digits before the point
-    const auto result =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
-    return std::string(text, result.ptr);
-}
-
 }  // namespace host

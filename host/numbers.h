@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/number_text.h"
+
 namespace host {
 
 // Parses the whole text as a decimal number. Returns nothing if it is none. A double may be
@@ -12,7 +14,6 @@ namespace host {
 std::optional<int> parseInteger(std::string_view text);
 std::optional<double> parseDouble(std::string_view text);
 
-// Formats value with a fixed number of decimals.
-std::string fixedText(double value, int decimals);
+using platform::fixedText;
 
 }  // namespace host

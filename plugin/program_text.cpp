@@ -2,8 +2,9 @@
 #include "plugin/program_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+
+#include "platform/number_text.h"
 
 namespace plugin {
 
@@ -24,8 +25,10 @@ std::optional<int> programIn(const instrument::Instrument& instrument, const std
 std::optional<double> numberIn(const std::string& text) {
     double number = 0.0;
     const size_t start = std::min(text.find_first_not_of(' '), text.size());
-    const auto read = std::from_chars(text.data() + start, text.data() + text.size(), number);
-    if (read.ec != std::errc() || std::isnan(number)) return std::nullopt;
+    const char* const end = text.data() + text.size();
+    if (!platform::readNumber(text.data() + start, end, number) || std::isnan(number)) {
+        return std::nullopt;
+    }
     return number;
 }
 

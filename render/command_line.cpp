@@ -36,7 +36,12 @@ Container containerOf(const std::string& format) {
     if (format == "wav") return Container::kWav;
     if (format == "flac") return Container::kFlac;
     if (format == "ogg") return Container::kOgg;
-    throw host::UsageError("--format: " + format + " is none of wav, flac and ogg");
+    if (format == "opus") return Container::kOpus;
+    throw host::UsageError("--format: " + format + " is none of wav, flac, ogg and opus");
+}
+
+bool isOpusRate(int rate) {
+    return rate == 8000 || rate == 12000 || rate == 16000 || rate == 24000 || rate == 48000;
 }
 
 // "LUFS" and "PEAK", with a level in front or without.
@@ -82,7 +87,7 @@ void declare(CLI::App& app, CommandLine& line, Typed& typed) {
     app.add_option("--bits", typed.bits, "Sample format: 16, 24 or 32f (default: 24)")
         ->type_name("FORMAT");
     app.add_option("--format", typed.format,
-                   "Container: wav, flac or ogg (default: by the name of the file, else wav)")
+                   "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)")
         ->type_name("NAME");
     app.add_flag("--stem", line.hasStems,
                  "Write a file for each section that is on, with its name; leaves out the program "
@@ -130,18 +135,20 @@ void readTyped(const Typed& typed, CommandLine& line) {
     for (const auto& text : typed.settings) line.settings.push_back(settingOf(text));
 }
 
-// FLAC has no floating-point samples, Vorbis no sample format at all.
+// FLAC has no floating-point samples, Vorbis and Opus no sample format at all.
 void readFormat(const Typed& typed, CommandLine& line) {
     if (typed.bits) line.format = formatOf(*typed.bits);
     const std::size_t dot = line.output.rfind('.');
     const std::string extension = dot == std::string::npos ? "" : line.output.substr(dot + 1);
     if (typed.format) {
         line.container = containerOf(*typed.format);
-    } else if (extension == "flac" || extension == "ogg") {
+    } else if (extension == "flac" || extension == "ogg" || extension == "opus") {
         line.container = containerOf(extension);
     }
-    if (line.container == Container::kOgg && typed.bits)
+    if (isLossy(line.container) && typed.bits)
         throw host::UsageError("--bits: an Ogg file has no sample format");
+    if (line.container == Container::kOpus && !isOpusRate(line.sampleRate))
+        throw host::UsageError("--rate: an Opus file has 8000, 12000, 16000, 24000 or 48000 Hz");
     if (line.container == Container::kFlac && line.format == SampleFormat::kFloat32)
         throw host::UsageError("--bits: a FLAC file holds 16 or 24 bits");
 }

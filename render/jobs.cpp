@@ -29,6 +29,8 @@ const char* extensionOf(Container container) {
             return ".flac";
         case Container::kOgg:
             return ".ogg";
+        case Container::kOpus:
+            return ".opus";
         case Container::kWav:
             break;
     }

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kBufferedSamples = 16384;
 constexpr double kVorbisQuality = 0.7;        // 0..1; about 220 kbit/s
+constexpr double kOpusQuality = 0.168;        // 0..1; about 96 kbit/s
 constexpr int64_t kMaxWavBytes = 0xffff0000;  // sizes in the file have 32 bits
 
 int bytesOf(SampleFormat format) {
@@ -35,6 +36,9 @@ SF_INFO fileInfo(const SoundSettings& settings) {
     switch (settings.container) {
         case Container::kOgg:
             info.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
+            return info;
+        case Container::kOpus:
+            info.format = SF_FORMAT_OGG | SF_FORMAT_OPUS;
             return info;
         case Container::kFlac:
             info.format = SF_FORMAT_FLAC;
@@ -82,7 +86,7 @@ SoundWriter::SoundWriter(const std::string& path, const SoundSettings& settings)
     // A peak chunk would contain the date, so equal renders would differ.
     sf_command(file_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     sf_command(file_, SFC_RF64_AUTO_DOWNGRADE, nullptr, SF_TRUE);
-    double quality = kVorbisQuality;
+    double quality = container_ == Container::kOpus ? kOpusQuality : kVorbisQuality;
     sf_command(file_, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
 }
 
@@ -91,7 +95,7 @@ SoundWriter::~SoundWriter() {
 }
 
 void SoundWriter::write(const std::vector<float>& samples) {
-    if (container_ == Container::kOgg) {
+    if (isLossy(container_)) {
         for (const float sample : samples) floats_.push_back(limited(sample));
     } else if (format_ == SampleFormat::kFloat32) {
         floats_.insert(floats_.end(), samples.begin(), samples.end());

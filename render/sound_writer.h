@@ -13,7 +13,12 @@ struct sf_private_tag;  // libsndfile's SNDFILE
 namespace render {
 
 enum class SampleFormat { kInt16, kInt24, kFloat32 };
-enum class Container { kWav, kFlac, kOgg };  // Vorbis in Ogg, which has no sample format
+enum class Container { kWav, kFlac, kOgg, kOpus };
+
+// Vorbis and Opus, both in Ogg, have no sample format.
+constexpr bool isLossy(Container container) {
+    return container == Container::kOgg || container == Container::kOpus;
+}
 
 struct SoundSettings {
     int sampleRate;  // Hz

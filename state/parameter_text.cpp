@@ -3,9 +3,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cmath>
 #include <limits>
+
+#include "platform/number_text.h"
 
 namespace state {
 
@@ -36,22 +37,15 @@ double rounded(double number, int decimals) {
     return std::round(number * steps) / steps + 0.0;  // no "-0.0"
 }
 
-std::string numberText(double number, int decimals) {
-    char text[32];
-    const auto end =
-        std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, decimals);
-    return {text, end.ptr};
-}
-
 std::string quantityText(Unit unit, double plain) {
     if (unit == Unit::kDecibels && plain < kSilentDecibels) return "-inf dB";
     for (const Scale& scale : kScales) {
         if (scale.unit != unit) continue;
         const double number = rounded(plain / scale.size, scale.decimals);
         if (std::abs(number * scale.size) >= scale.below) continue;
-        return numberText(number, scale.decimals) + ' ' + scale.name;
+        return platform::fixedText(number, scale.decimals) + ' ' + scale.name;
     }
-    return numberText(plain, 3);
+    return platform::fixedText(plain, 3);
 }
 
 std::string positionText(const Law& law, int position) {
@@ -75,9 +69,9 @@ double quantityIn(std::string text, Unit unit) {
     std::replace(text.begin(), text.end(), ',', '.');
     const char* const begin = text.c_str() + (text[0] == '+');
     double number = 0.0;
-    const auto read = std::from_chars(begin, text.c_str() + text.size(), number);
-    if (read.ec != std::errc()) return kNone;
-    const std::string name = trimmed(read.ptr);
+    const char* const end = platform::readNumber(begin, text.c_str() + text.size(), number);
+    if (!end) return kNone;
+    const std::string name = trimmed(end);
     for (const Scale& scale : kScales) {
         if (scale.unit == unit && lowerCase(scale.name) == name) return number * scale.size;
     }

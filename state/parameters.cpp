@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 #include "dsp/output_filter.h"
 #include "dsp/stereo_phaser.h"
 #include "engine/voice_allocator.h"
+#include "platform/number_text.h"
 
 namespace state {
 
@@ -177,10 +177,8 @@ float engineValue(float value) {
 }
 
 std::string valueText(float value) {
-    char text[8];
     const float shown = std::isfinite(value) ? std::clamp(value, -99.0f, 999.0f) : 0.0f;
-    const auto end = std::to_chars(text, text + sizeof text, shown, std::chars_format::fixed, 3);
-    return {text, end.ptr};
+    return platform::fixedText(shown, 3);
 }
 
 int splitKeyAt(int position) {

@@ -1,7 +1,7 @@
 // Shows a value as text on a coloured background or a picture.
 #include "gui/controls/param_display.h"
 
-#include <charconv>
+#include "platform/number_text.h"
 
 namespace VSTGUI {
 
@@ -24,11 +24,7 @@ UTF8String CParamDisplay::valueText() {
         text[sizeof text - 1] = 0;
         return text;
     }
-    // printf would follow the locale.
-    const auto end = std::to_chars(text, text + sizeof text - 1, getValue(),
-                                   std::chars_format::fixed, precision_);
-    *end.ptr = 0;
-    return text;
+    return platform::fixedText(getValue(), precision_);
 }
 
 void CParamDisplay::draw(CDrawContext* context) {

@@ -1,0 +1,166 @@
+// Joins the parts: the worklet that sounds, the model with its face, keys, MIDI and storage.
+import { Face } from "./face.js";
+import { Keys } from "./keys.js";
+import { List } from "./list.js";
+import { openMidiInputs } from "./midi_inputs.js";
+import { Programs } from "./programs.js";
+import { Sound } from "./sound.js";
+import { store, storedSettings, storedState } from "./storage.js";
+
+const kStoreAfter = 500;  // milliseconds
+const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
+
+const byId = (id) => document.getElementById(id);
+const say = (text) => { byId("status").textContent = text; };
+const at = (name) => new URL(`../${name}`, import.meta.url);
+
+function showMessage(title, text) {
+  byId("message-title").textContent = title;
+  byId("message-text").textContent = text;
+  byId("message").hidden = false;
+  byId("message-ok").focus();
+}
+byId("message-ok").onclick = () => { byId("message").hidden = true; };
+
+const sound = new Sound();
+const face = new Face(byId("canvas"));
+let model = null;
+let programs = null;
+let list = null;
+
+// --- sound: ready before the module of the page is ---
+
+function midi(status, data1, data2) {
+  sound.wake();
+  const kind = status >> 4;
+  if (model && (kind === 0xB || kind === 0xC)) {
+    model.call("Play", status, data1, data2);
+    changed();
+  }
+  sound.send("midi", status, data1, data2);
+}
+
+const keys = new Keys(byId("keys"), midi);
+for (const gesture of ["pointerdown", "keydown", "touchend"]) {
+  addEventListener(gesture, () => sound.wake(), { capture: true });
+}
+byId("silence").onclick = () => {
+  keys.releaseAll();
+  sound.send("silence");
+};
+
+const isTyping = ({ target }) => target.matches("input, select, textarea") && target.type !== "range";
+addEventListener("keydown", (event) => {
+  if (face.key(event) || (!isTyping(event) && !face.wantsKeys && keys.keyDown(event))) {
+    event.preventDefault();
+  }
+});
+addEventListener("keyup", (event) => {
+  keys.keyUp(event);
+  face.key(event);
+});
+
+async function bytesOf(name) {
+  const answer = await fetch(at(name));
+  if (!answer.ok) throw new Error(`${name} cannot be loaded (${answer.status}).`);
+  return answer.arrayBuffer();
+}
+
+async function startSound() {
+  const lacking = Sound.lacking();
+  if (lacking) throw new Error(lacking);
+  const [module, factory] = await Promise.all([bytesOf("quarzel-sound.wasm"), bytesOf("default.fxb")]);
+  await sound.prepare(module, storedState() ?? factory);
+  say("Ready. Click a key.");
+}
+
+// --- the page's module ---
+
+let storing = 0;
+let storageTold = false;
+function storeNow() {
+  clearTimeout(storing);
+  storing = 0;
+  if (!model || store(model.bytes("State"), model.settings()) || storageTold) return;
+  storageTold = true;
+  byId("lacking").textContent += " This browser stores nothing here: save a bank to keep your sounds.";
+}
+function changed() {
+  storing ||= setTimeout(storeNow, kStoreAfter);
+  programs?.show();
+}
+addEventListener("pagehide", () => { if (storing) storeNow(); });
+
+const page = {
+  ...face.actions,
+  showMessage,
+  openDocument: () => window.open(at("manual.html")) !== null,
+  send(what, index, value) {
+    if (what === kKey) return midi(value > 0 ? 0x90 : 0x80, index, value);
+    if (what === kParameter) sound.send("parameter", index, value);
+    if (what === kProgram) sound.send("program", index);
+    if (what === kBinding) sound.send("bind", index, value);
+    if (what === kState && model) sound.send("state", model.bytes("State").buffer);
+    if (model) changed();
+  },
+};
+
+async function startModel() {
+  const { Model } = await import("./model.js");
+  const loaded = await Model.load(page, storedSettings());
+  const state = storedState();
+  const fault = state && loaded.take("TakeState", state, "The bank of your last visit");
+  model = loaded;
+  if (fault) showMessage("Quarzel Strings", `${fault} The factory bank is there instead.`);
+  model.call("SendBindings");
+  programs = new Programs(model, (text, isFault) =>
+    isFault ? showMessage("Quarzel Strings", text) : say(text));
+  list = new List(byId("list"), model);
+  if (!face.open(model)) showMessage("Quarzel Strings", "The panel cannot be shown. Sound and list work.");
+  sound.onNews = (news) => model.news(news);
+  setInterval(() => {
+    if (byId("controls").open) list.show();
+    model.call("SendBindings");
+    programs.show();
+  }, 200);
+}
+
+// --- previews ---
+
+let preview = null;
+document.addEventListener("click", ({ target }) => {
+  const { play, take } = target.dataset ?? {};
+  if (play) {
+    const again = preview?.dataset === play && !preview.audio.paused;
+    preview?.audio.pause();
+    preview = again ? null : { dataset: play, audio: new Audio(at(play)) };
+    preview?.audio.play().catch(() => say("This browser cannot play the preview."));
+  }
+  if (take && model) {
+    programs.choose(Number(take));
+    byId("instrument").scrollIntoView({ behavior: "smooth" });
+  }
+});
+
+async function startMidi() {
+  const state = await navigator.permissions?.query({ name: "midi" }).catch(() => null);
+  const open = async () => {
+    const lacking = await openMidiInputs(midi);
+    byId("lacking").textContent += ` ${lacking}`;
+  };
+  if (!navigator.requestMIDIAccess || state?.state === "granted") return open();
+  const button = Object.assign(document.createElement("button"),
+                               { type: "button", textContent: "MIDI keyboard…" });
+  button.onclick = () => { button.remove(); open(); };
+  byId("silence").after(button);
+}
+
+startMidi();
+const ready = startSound().then(startModel).then(() => true, (fault) => {
+  say(`The instrument cannot play here. ${fault.message}`);
+  return false;
+});
+if ("serviceWorker" in navigator) navigator.serviceWorker.register(at("sw.js")).catch(() => {});
+
+// For tests and the curious.
+window.quarzel = { ready, sound, midi, get model() { return model; }, get storing() { return storing; } };

@@ -1,0 +1,130 @@
+// A headless Chromium on a folder served from this machine, driven through its debugging pipe.
+import { spawn } from "node:child_process";
+import fs from "node:fs";
+import http from "node:http";
+import os from "node:os";
+import path from "node:path";
+
+const kTypes = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css",
+  ".wasm": "application/wasm", ".svg": "image/svg+xml", ".opus": "audio/ogg" };
+const kPatience = 500000;  // milliseconds, for machines that are busy
+
+// Any static host will do: no special headers.
+function serve(folder, requests) {
+  const server = http.createServer((request, response) => {
+    const name = decodeURIComponent(new URL(request.url, "http://x").pathname);
+    requests.push(name);
+    const file = path.join(folder, name.endsWith("/") ? `${name}index.html` : name);
+    fs.readFile(file, (error, bytes) => {
+      response.writeHead(error ? 404 : 200, {
+        "Content-Type": kTypes[path.extname(file)] ?? "application/octet-stream" });
+      response.end(error ? "" : bytes);
+    });
+  });
+  return new Promise((done) => server.listen(0, "127.0.0.1", () => done(server)));
+}
+
+export class Browser {
+  requests = [];  // paths that were asked from the server
+  outside = [];   // addresses beyond it
+  errors = [];    // of the console
+  #calls = new Map();
+  #next = 1;
+  #session;
+
+  static async start(folder) {
+    const browser = new Browser();
+    browser.server = await serve(folder, browser.requests);
+    browser.origin = `http://127.0.0.1:${browser.server.address().port}`;
+    browser.profile = fs.mkdtempSync(path.join(os.tmpdir(), "quarzel-browser-"));
+    browser.process = spawn("chromium", ["--headless=new", "--no-sandbox", "--disable-gpu",
+      "--remote-debugging-pipe", "--no-first-run", "--disable-background-networking",
+      "--disable-component-update", "--window-size=1280,1600",
+      `--user-data-dir=${browser.profile}`, "about:blank"],
+      { stdio: ["ignore", "ignore", "ignore", "pipe", "pipe"] });
+    let rest = "";
+    browser.process.stdio[4].on("data", (data) => {
+      const parts = (rest + data).split("\0");
+      rest = parts.pop();
+      for (const part of parts) browser.#receive(JSON.parse(part));
+    });
+    const { targetInfos } = await browser.call("Target.getTargets");
+    const { targetId } = targetInfos.find(({ type }) => type === "page");
+    const { sessionId } = await browser.call("Target.attachToTarget", { targetId, flatten: true });
+    browser.#session = sessionId;
+    for (const domain of ["Page", "Runtime", "Network", "Log"]) await browser.call(`${domain}.enable`);
+    return browser;
+  }
+
+  async stop() {
+    this.process.kill();
+    this.server.closeAllConnections();
+    this.server.close();
+    await new Promise((done) => this.process.on("exit", done));
+    // Its helper processes write until they notice.
+    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
+  }
+
+  call(method, params = {}) {
+    const id = this.#next++;
+    this.process.stdio[3].write(JSON.stringify({ id, method, params, sessionId: this.#session }) + "\0");
+    return new Promise((done, fail) => {
+      const timer = setTimeout(() => fail(new Error(`${method}: no answer`)), kPatience);
+      this.#calls.set(id, { done, fail, timer });
+    });
+  }
+
+  #receive({ id, result, error, method, params }) {
+    const call = this.#calls.get(id);
+    if (call) {
+      clearTimeout(call.timer);
+      this.#calls.delete(id);
+      return error ? call.fail(new Error(error.message)) : call.done(result);
+    }
+    if (method === "Runtime.exceptionThrown") {
+      this.errors.push(params.exceptionDetails.exception?.description ?? params.exceptionDetails.text);
+    }
+    if (method === "Runtime.consoleAPICalled" && params.type === "error") {
+      this.errors.push(params.args.map(({ value, description }) => value ?? description).join(" "));
+    }
+    if (method === "Log.entryAdded" && params.entry.level === "error") {
+      this.errors.push(`${params.entry.text} ${params.entry.url ?? ""}`);
+    }
+    if (method === "Network.requestWillBeSent") {
+      const { url } = params.request;
+      const isInside = url.startsWith(`${this.origin}/`) || /^(blob|data):/.test(url);
+      if (!isInside) this.outside.push(url);
+    }
+  }
+
+  // Runs the body of an asynchronous function in the page and returns its JSON value.
+  async run(body, ...values) {
+    const expression = `(async (...values) => { ${body} })(${values.map((v) => JSON.stringify(v))})`;
+    const { result, exceptionDetails } = await this.call("Runtime.evaluate",
+      { expression, awaitPromise: true, returnByValue: true });
+    if (exceptionDetails) throw new Error(exceptionDetails.exception?.description ?? exceptionDetails.text);
+    return result.value;
+  }
+
+  // Loads the page until its instrument is there.
+  async open(name = "/") {
+    await this.call("Page.navigate", { url: this.origin + name });
+    const end = Date.now() + kPatience;
+    while (Date.now() < end) {
+      const ready = await this.run("return window.quarzel ? quarzel.ready : null").catch(() => null);
+      if (ready !== null) return ready;
+      await new Promise((done) => setTimeout(done, 50));
+    }
+    throw new Error("the page does not load");
+  }
+
+  mouse(type, x, y, more = {}) {
+    const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
+    return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
+  }
+}
+
+export function check(holds, what) {
+  if (!holds) throw new Error(what);
+  console.log(`ok: ${what}`);
+}
