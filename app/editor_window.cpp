@@ -116,13 +116,6 @@ void EditorWindow::openEditor() {
     listenBelow(window_);
 }
 
-bool EditorWindow::reopenEditor() {
-    if (keysAreWanted()) return false;
-    askEditor(effEditClose);
-    openEditor();
-    return true;
-}
-
 void EditorWindow::askEditor(VstInt32 opcode, void* ptr) const {
     if (host_.hasEditor()) host_.dispatch(opcode, 0, 0, ptr);
 }

@@ -30,8 +30,6 @@ class EditorWindow {
 
     void setTitle(const std::string& title);  // UTF-8
     void show(const BarState& state) { bar_->show(state); }
-    // Closes the editor and opens it again, unless it is taking keys. Returns whether it did.
-    bool reopenEditor();
     // Waits for events, at most that long, handles them and lets the editor idle. Returns false
     // once the window is closed or the display is gone.
     bool serve(std::chrono::milliseconds patience);

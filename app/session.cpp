@@ -9,7 +9,6 @@
 #include "host/instrument_names.h"
 #include "host/numbers.h"
 #include "host/patches.h"
-#include "state/data_folder.h"
 
 namespace app {
 namespace {
@@ -52,10 +51,6 @@ AudioWish wishOf(const CommandLine& line, const DeviceChoice& chosen) {
     wish.api = chosen.audioApi;
     wish.device = chosen.audioDevice;
     return wish;
-}
-
-std::string skinSetting() {
-    return state::settings().read(state::kSkinNameSetting).value_or("");
 }
 
 std::optional<host::MidiSong> readSong(const std::string& path,
@@ -114,7 +109,6 @@ void Session::loadState() {
 
 void Session::openWindow() {
     try {
-        skin_ = skinSetting();
         window_.emplace(host_, keyboard_, actions_);
     } catch (const host::Error& error) {
         say(error.what());
@@ -173,12 +167,6 @@ void Session::keepDevices() {
     if (!keepDeviceChoice(devices_)) say("The choice of devices cannot be stored.");
 }
 
-// A skin takes effect when the editor opens.
-void Session::followSkin() {
-    const std::string skin = skinSetting();
-    if (skin != skin_ && window_->reopenEditor()) skin_ = skin;
-}
-
 void Session::showBar() {
     BarState state;
     state.isPlaying = player_.songPlays();
@@ -198,10 +186,7 @@ void Session::run() {
     while (!surroundings_.interrupted) {
         if (watch.isDue()) {
             watchAudio();
-            if (window_) {
-                window_->setTitle(title());
-                followSkin();
-            }
+            if (window_) window_->setTitle(title());
         }
         if (poll.isDue()) midi_.poll();
         if (save.isDue()) saveState();

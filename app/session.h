@@ -37,7 +37,6 @@ class Session {
     BarActions makeActions();
     void showBar();
     void silence();
-    void followSkin();
     void playThrough(const AudioWish& wish);
     void listenTo(const std::string& port);
     void keepDevices();
@@ -64,7 +63,6 @@ class Session {
     ComputerKeyboard keyboard_;
     BarActions actions_;
     std::optional<EditorWindow> window_;
-    std::string skin_;  // of the open editor, as the settings call it
     AudioFormat format_ = {};
     std::string audioTrouble_;   // why there is no sound; empty if there is
     std::string deviceTrouble_;  // why the chosen device is not in use

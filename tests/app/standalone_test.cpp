@@ -86,11 +86,12 @@ class Standalone : public testing::Test {
     void makeSkin(const std::string& name, uint32_t color) {
         const std::string skin = folder_.path() + name;
         std::filesystem::create_directories(skin);
-        VSTGUI::PixelBuffer ground(300, 100);
+        VSTGUI::PixelBuffer ground(600, 100);
         VSTGUI::fillArea(ground, ground.bounds(), color);
         editor::writePng(skin + "/bg.png", ground);
         folder_.write(name + "/skin.xml", R"(<GUI><background filename="bg.png"/>
-            <PresetsDisplay x="50" y="40" w="200" h="20" id="2000"/></GUI>)");
+            <PresetsDisplay x="50" y="40" w="200" h="20" id="2000"/>
+            <skinselector x="50" y="5" w="100" h="20" style="0"/></GUI>)");
     }
     static bool showsSkin(const VSTGUI::X11Server& screen, uint32_t color) {
         return waitFor(
@@ -243,15 +244,22 @@ TEST_F(Standalone, ObeysTheBarAndItsKeys) {
     screen.drive("key Home");
     EXPECT_TRUE(plays());
 
-    screen.drive("mousemove 400 14 click 1");  // the audio menu
-    EXPECT_TRUE(waitFor([&] {                  // opens over the editor
-        return (screen.contents(400, kBar + 15, 1, 1)[0] & 0xFFFFFF) != 0x336699;
-    }));
+    const auto isCovered = [&](int x, int y) {
+        return (screen.contents(x, y, 1, 1)[0] & 0xFFFFFF) != 0x336699;
+    };
+    const auto opensMenu = [&](int x, int y, int belowY) {
+        screen.drive("mousemove " + std::to_string(x) + " " + std::to_string(y) + " click 1");
+        return waitFor([&] { return isCovered(x, belowY); });
+    };
+    EXPECT_TRUE(opensMenu(400, 14, kBar + 15));  // the audio menu, over the editor
     screen.drive("key Down key Down key Return");
     EXPECT_TRUE(waitFor([&] { return settings().find("MidiPort=") != std::string::npos; }));
     EXPECT_NE(settings().find("AudioDevice=system"), std::string::npos) << settings();
-    folder_.write("Tembrilon/Quarzel Strings/settings", settings() + "SkinName=other\n");
-    EXPECT_TRUE(showsSkin(screen, 0x993366));
+    EXPECT_TRUE(waitFor([&] { return !isCovered(400, kBar + 15); }));
+
+    EXPECT_TRUE(opensMenu(100, kBar + 15, kBar + 30));
+    screen.drive("key Up key Return");
+    EXPECT_TRUE(showsSkin(screen, 0x993366));  // in the same window
 }
 
 }  // namespace
