@@ -79,7 +79,7 @@ Shorts nearestNeighbour(const Shorts& left, const Shorts& above, const Shorts& c
     const Shorts toAbove = distance(left, corner);
     const Shorts toCorner = distance(left + above, corner + corner);
     const Shorts second = toAbove <= toCorner ? above : corner;
-    return (toLeft <= toAbove) & (toLeft <= toCorner) ? left : second;
+    return ((toLeft <= toAbove) & (toLeft <= toCorner)) ? left : second;
 }
 
 // The bytes red, green, blue. Reads a fourth.

@@ -76,7 +76,7 @@ class Model final : public editor::EditorHost {
     float chorusTap(int tap) const override { return news_[kFirstTap + tap]; }
 
     state::LearnSlot& learnSlot() override { return instrument_.learnSlot(); }
-    void sizeWindow(int, int) override {}  // the canvas follows the frame
+    bool sizeWindow(int, int) override { return true; }  // the canvas follows the frame
 
   private:
     void sendEverything();
