@@ -16,6 +16,8 @@ class Model final : public editor::EditorHost {
   public:
     Model() { instrument_.start(engine::kInitialRate); }
 
+    void setSampleRate(double rate) { instrument_.setSampleRate(rate); }
+
     // What came from the worklet last.
     float* news() { return news_.data(); }
     void newsCame();

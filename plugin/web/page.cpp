@@ -60,8 +60,9 @@ void withClient(Use use) {
 
 extern "C" {
 
-void quarzelStart() {
-    page();
+// The rate at which the worklet plays.
+void quarzelStart(double sampleRate) {
+    page().model.setSampleRate(sampleRate);
 }
 
 int quarzelOutSize() {

@@ -107,6 +107,8 @@ try {
   await browser.open();  // with a meter at rest
   await loadFile("init.fxb");
   await browser.run(`
+    quarzel.model.call("Start", 48000);  // the rate of quarzel-skin
+    for (let i = 0; i < 60; ++i) quarzel.model.call("SetProgram", 0);  // "HP" has arrived
     quarzel.sound.onNews = () => {};
     quarzel.model.news(new Float32Array(values[0]));`, kNews);
   await wait(1500);

@@ -107,7 +107,7 @@ const page = {
 
 async function startModel() {
   const { Model } = await import("./model.js");
-  const loaded = await Model.load(page, storedSettings());
+  const loaded = await Model.load(page, storedSettings(), sound.context.sampleRate);
   const state = storedState();
   const fault = state && loaded.take("TakeState", state, "The bank of your last visit");
   model = loaded;

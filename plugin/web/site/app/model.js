@@ -14,14 +14,14 @@ export class Model {
   #module;
 
   // `page` has the actions that plugin/web/page_script.js names.
-  static async load(page, settings) {
+  static async load(page, settings, sampleRate) {
     const model = new Model();
     const folder = new URL("../", import.meta.url);
     await script(new URL("quarzel-page.js", folder));
     model.#module = await loadPage({ page, locateFile: (name) => new URL(name, folder).href });
     model.#module.FS.mkdir(kSettings);
     model.#writeSettings(settings);
-    model.call("Start");
+    model.call("Start", sampleRate);
     return model;
   }
 
