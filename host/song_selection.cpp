@@ -3,10 +3,8 @@
 
 #include <algorithm>
 
-#include <CLI/CLI.hpp>
-
 #include "host/error.h"
-#include "host/option_values.h"
+#include "host/option_parser.h"
 
 namespace host {
 namespace {
@@ -25,7 +23,9 @@ int readChannel(const std::string& text) {
 // "1-4,7"
 std::bitset<16> readChannels(const std::string& text) {
     std::bitset<16> channels;
-    for (const std::string& part : CLI::detail::split(text, ',')) {
+    for (std::size_t begin = 0, end = 0; end != std::string::npos; begin = end + 1) {
+        end = text.find(',', begin);
+        const std::string part = text.substr(begin, end - begin);
         const auto dash = part.find('-');
         const int first = readChannel(part.substr(0, dash));
         const int last = dash == std::string::npos ? first : readChannel(part.substr(dash + 1));
@@ -50,12 +50,11 @@ bool changesProgram(const MidiSong& song) {
     return std::any_of(song.events.begin(), song.events.end(), isProgramChange);
 }
 
-void SongOptions::declare(CLI::App& app) {
-    app.add_option("--channels", channels_,
-                   "Channels of songs to play, for example 1-4,7 (default: all but 10, the drums)")
-        ->type_name("LIST");
-    app.add_flag("--no-drums", noDrums_, "Leave channel 10 out of --channels");
-    app.add_flag("--ignore-programs", ignorePrograms_, "Leave out the program changes of songs");
+void SongOptions::declare(OptionParser& parser) {
+    parser.addText("--channels", channels_, "LIST",
+                   "Channels of songs to play, for example 1-4,7 (default: all but 10, the drums)");
+    parser.addFlag("--no-drums", noDrums_, "Leave channel 10 out of --channels");
+    parser.addFlag("--ignore-programs", ignorePrograms_, "Leave out the program changes of songs");
 }
 
 SongSelection SongOptions::selection() const {

@@ -7,11 +7,9 @@
 
 #include "host/midi_song.h"
 
-namespace CLI {
-class App;
-}
-
 namespace host {
+
+class OptionParser;
 
 // As it is: all but channel 10, which General MIDI gives to drums.
 struct SongSelection {
@@ -27,7 +25,7 @@ bool changesProgram(const MidiSong& song);
 // The options as typed.
 class SongOptions {
   public:
-    void declare(CLI::App& app);
+    void declare(OptionParser& parser);
     // Throws UsageError.
     SongSelection selection() const;
 

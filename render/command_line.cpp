@@ -1,15 +1,12 @@
-// Parses the command line with CLI11.
+// The options of quarzel-render.
 #include "render/command_line.h"
 
 #include <algorithm>
 #include <cstring>
 #include <tuple>
 
-#include <CLI/CLI.hpp>
-
 #include "host/error.h"
-#include "host/option_values.h"
-#include "platform/product.h"
+#include "host/option_parser.h"
 
 namespace render {
 namespace {
@@ -66,58 +63,44 @@ ParameterSetting settingOf(const std::string& text) {
     return {text.substr(0, equals), static_cast<float>(value)};
 }
 
-void declare(CLI::App& app, CommandLine& line, Typed& typed) {
-    app.set_version_flag("--version", std::string("quarzel-render ") + platform::productVersion(),
-                         "Print the version and leave");
-    app.add_option(
-           "SONG.mid OUT.wav", typed.files,
-           "Standard MIDI file of type 0 or 1, and the file to write; with --to, any number "
-           "of songs")
-        ->type_name("");
-    app.add_option("--to", line.folder,
-                   "Write into this folder, under the songs' names; several songs at once")
-        ->type_name("FOLDER");
-    app.add_option("--plugin", line.plugin,
-                   "VST 2.4 instrument (default: QuarzelStrings.so beside this program)")
-        ->type_name("FILE");
-    app.add_option("--rate", typed.rate, "Sample rate, 8000 to 768000 (default: 44100)")
-        ->type_name("HZ");
-    app.add_option("--block", typed.block, "Frames a block, 1 to 65536 (default: 512)")
-        ->type_name("FRAMES");
-    app.add_option("--bits", typed.bits, "Sample format: 16, 24 or 32f (default: 24)")
-        ->type_name("FORMAT");
-    app.add_option("--format", typed.format,
-                   "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)")
-        ->type_name("NAME");
-    app.add_flag("--stem", line.hasStems,
-                 "Write a file for each section that is on, with its name; leaves out the program "
-                 "changes of songs");
-    app.add_option(
-           "--normalize", typed.normalize,
-           "Bring each file to a loudness (LUFS, -16LUFS, ...) or a peak (PEAK, -3PEAK, ...)")
-        ->type_name("LEVEL");
-    app.add_option("--gain", typed.gain, "Gain, -60 to 60 (default: 0)")->type_name("DB");
-    app.add_option("--bank", line.bank, "Load a bank before all else")->type_name("FILE.fxb");
-    app.add_option("--program", line.program, "Program to play, after --bank")->type_name("N|NAME");
-    app.add_option("--preset", line.preset, "Load a preset into that program, after --program")
-        ->type_name("FILE.fxp");
-    app.add_option("--set", typed.settings,
-                   "Set a parameter, 0 to 1, after --preset; repeatable; the second of two equal "
-                   "names is NAME#2")
-        ->type_name("NAME|INDEX=VALUE")
-        ->allow_extra_args(false);
-    app.add_option(
-           "--save-bank", line.savedBank,
-           "Save the bank with all of that applied, before the song is played; needs no song")
-        ->type_name("FILE.fxb");
-    app.add_option("--save-preset", line.savedPreset, "Save the current program, likewise")
-        ->type_name("FILE.fxp");
-    app.add_option("--tail", typed.tail,
-                   "Length after the song, 0 to 600 (default: until silent, at most 30)")
-        ->type_name("SECONDS");
-    typed.song.declare(app);
-    app.add_flag("--list", line.list, "Print programs and parameters with their values");
-    app.add_flag("--quiet", line.quiet, "Print nothing but errors");
+void declare(host::OptionParser& parser, CommandLine& line, Typed& typed) {
+    parser.addArguments(
+        "SONG.mid OUT.wav", typed.files,
+        "Standard MIDI file of type 0 or 1, and the file to write; with --to, any number of songs");
+    parser.addText("--to", line.folder, "FOLDER",
+                   "Write into this folder, under the songs' names; several songs at once");
+    parser.addText("--plugin", line.plugin, "FILE",
+                   "VST 2.4 instrument (default: QuarzelStrings.so beside this program)");
+    parser.addText("--rate", typed.rate, "HZ", "Sample rate, 8000 to 768000 (default: 44100)");
+    parser.addText("--block", typed.block, "FRAMES", "Frames a block, 1 to 65536 (default: 512)");
+    parser.addText("--bits", typed.bits, "FORMAT",
+                   "Sample format: 16, 24 or 32f (default: 24)");
+    parser.addText("--format", typed.format, "NAME",
+                   "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)");
+    parser.addFlag("--stem", line.hasStems,
+                   "Write a file for each section that is on, with its name; leaves out the "
+                   "program changes of songs");
+    parser.addText("--normalize", typed.normalize, "LEVEL",
+                   "Bring each file to a loudness (LUFS, -16LUFS, ...) or a peak (PEAK, -3PEAK, "
+                   "...)");
+    parser.addText("--gain", typed.gain, "DB", "Gain, -60 to 60 (default: 0)");
+    parser.addText("--bank", line.bank, "FILE.fxb", "Load a bank before all else");
+    parser.addText("--program", line.program, "N|NAME", "Program to play, after --bank");
+    parser.addText("--preset", line.preset, "FILE.fxp",
+                   "Load a preset into that program, after --program");
+    parser.addTexts("--set", typed.settings, "NAME|INDEX=VALUE",
+                    "Set a parameter, 0 to 1, after --preset; repeatable; the second of two equal "
+                    "names is NAME#2");
+    parser.addText("--save-bank", line.savedBank, "FILE.fxb",
+                   "Save the bank with all of that applied, before the song is played; needs no "
+                   "song");
+    parser.addText("--save-preset", line.savedPreset, "FILE.fxp",
+                   "Save the current program, likewise");
+    parser.addText("--tail", typed.tail, "SECONDS",
+                   "Length after the song, 0 to 600 (default: until silent, at most 30)");
+    typed.song.declare(parser);
+    parser.addFlag("--list", line.list, "Print programs and parameters with their values");
+    parser.addFlag("--quiet", line.quiet, "Print nothing but errors");
 }
 
 void readTyped(const Typed& typed, CommandLine& line) {
@@ -175,10 +158,10 @@ void readFiles(const Typed& typed, CommandLine& line) {
 CommandLine parseCommandLine(int argc, const char* const* argv) {
     CommandLine line;
     Typed typed;
-    CLI::App app("Renders MIDI files through a VST 2.4 instrument into sound files.",
-                 "quarzel-render");
-    declare(app, line, typed);
-    line.answer = host::parseWords(app, argc, argv);
+    host::OptionParser parser("quarzel-render",
+                              "Renders MIDI files through a VST 2.4 instrument into sound files.");
+    declare(parser, line, typed);
+    line.answer = parser.parse(argc, argv);
     if (!line.answer.empty()) return line;
     readFiles(typed, line);
     readTyped(typed, line);

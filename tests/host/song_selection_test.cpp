@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <CLI/CLI.hpp>
-
 #include "host/error.h"
-#include "host/option_values.h"
+#include "host/option_parser.h"
 
 namespace {
 
@@ -18,11 +16,11 @@ std::string left(std::vector<const char*> arguments) {
         song.events.push_back({1, {static_cast<unsigned char>(0x90 + channel), 60, 100}});
     }
     song.events.push_back({2, {0xc3, 5, 0}});
-    CLI::App app;
+    host::OptionParser parser("program", "");
     host::SongOptions options;
-    options.declare(app);
+    options.declare(parser);
     arguments.insert(arguments.begin(), "program");
-    host::parseWords(app, static_cast<int>(arguments.size()), arguments.data());
+    parser.parse(static_cast<int>(arguments.size()), arguments.data());
     host::keep(song, options.selection());
     EXPECT_EQ(song.endTime, 9u);
     std::string text;
