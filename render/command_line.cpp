@@ -73,10 +73,10 @@ void declare(host::OptionParser& parser, CommandLine& line, Typed& typed) {
                    "VST 2.4 instrument (default: QuarzelStrings.so beside this program)");
     parser.addText("--rate", typed.rate, "HZ", "Sample rate, 8000 to 768000 (default: 44100)");
     parser.addText("--block", typed.block, "FRAMES", "Frames a block, 1 to 65536 (default: 512)");
-    parser.addText("--bits", typed.bits, "FORMAT",
-                   "Sample format: 16, 24 or 32f (default: 24)");
-    parser.addText("--format", typed.format, "NAME",
-                   "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)");
+    parser.addText("--bits", typed.bits, "FORMAT", "Sample format: 16, 24 or 32f (default: 24)");
+    parser.addText(
+        "--format", typed.format, "NAME",
+        "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)");
     parser.addFlag("--stem", line.hasStems,
                    "Write a file for each section that is on, with its name; leaves out the "
                    "program changes of songs");
