@@ -6,6 +6,7 @@
 #include "app/midi_inputs.h"
 #include "host/error.h"
 #include "host/option_parser.h"
+#include "host/song_options.h"
 
 namespace app {
 namespace {

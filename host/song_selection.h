@@ -1,15 +1,11 @@
-// The part of a song that is played, and the options that choose it.
+// The part of a song that is played.
 #pragma once
 
 #include <bitset>
-#include <optional>
-#include <string>
 
 #include "host/midi_song.h"
 
 namespace host {
-
-class OptionParser;
 
 // As it is: all but channel 10, which General MIDI gives to drums.
 struct SongSelection {
@@ -21,18 +17,5 @@ struct SongSelection {
 void keep(MidiSong& song, const SongSelection& selection);
 
 bool changesProgram(const MidiSong& song);
-
-// The options as typed.
-class SongOptions {
-  public:
-    void declare(OptionParser& parser);
-    // Throws UsageError.
-    SongSelection selection() const;
-
-  private:
-    std::optional<std::string> channels_;
-    bool noDrums_ = false;
-    bool ignorePrograms_ = false;
-};
 
 }  // namespace host

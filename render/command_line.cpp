@@ -7,6 +7,7 @@
 
 #include "host/error.h"
 #include "host/option_parser.h"
+#include "host/song_options.h"
 
 namespace render {
 namespace {

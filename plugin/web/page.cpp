@@ -11,6 +11,7 @@
 #include "gui/windows/canvas_window.h"
 #include "host/error.h"
 #include "host/midi_song.h"
+#include "host/song_selection.h"
 #include "plugin/web/model.h"
 #include "state/factory_sounds.h"
 #include "state/parameter_text.h"
@@ -140,15 +141,13 @@ const char* quarzelTakeBank(const char* bytes, int size, const char* name) {
 const char* quarzelTakePreset(const char* bytes, int size, const char* name) {
     return faultOf([=] { page().model.takePreset({bytes, bytes + size}, name); });
 }
-// Reads a MIDI file, all but channel 10, which General MIDI gives to drums.
+// Reads a MIDI file, as much of it as the programs play.
 const char* quarzelReadSong(const char* bytes, int size, const char* name, int sampleRate) {
     return faultOf([=] {
-        constexpr int kDrums = 9;
-        const host::MidiSong song =
-            host::parseMidiSong({bytes, static_cast<std::size_t>(size)}, name);
+        host::MidiSong song = host::parseMidiSong({bytes, static_cast<std::size_t>(size)}, name);
+        host::keep(song, host::SongSelection());
         page().song.clear();
         for (const host::SongEvent& event : song.events) {
-            if ((event.message[0] & 0x0F) == kDrums) continue;
             page().song.push_back(static_cast<double>(song.frameAt(event.time, sampleRate)));
             for (const unsigned char byte : event.message) page().song.push_back(byte);
         }

@@ -1,5 +1,5 @@
 // What the options of both programs leave of a song.
-#include "host/song_selection.h"
+#include "host/song_options.h"
 
 #include <gtest/gtest.h>
 
