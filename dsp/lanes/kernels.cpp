@@ -6,11 +6,16 @@
 
 #include <algorithm>
 
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
+
 #include "dsp/module_fm_op.h"
 #include "dsp/smoother.h"
 
 namespace dsp {
 
+#define QUARZEL_FUSED 0  // whether there is a fused multiply-add
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
@@ -19,14 +24,17 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
                               placeTaps, runCombs,    runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
+#undef QUARZEL_FUSED
 
 #ifdef __x86_64__
 
+#define QUARZEL_FUSED 1
+
 #ifdef __clang__
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#pragma clang attribute push(__attribute__((target("avx2,fma"))), apply_to = function)
 #else
 #pragma GCC push_options
-#pragma GCC target("avx2")
+#pragma GCC target("avx2,fma")
 #endif
 #define QUARZEL_LANES 8
 namespace avx2 {
@@ -45,12 +53,13 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 // Sixteen lanes only for more than eight voices: for fewer they compute nothing more, and lower the
 // clock of some processors.
 #ifdef __clang__
-#pragma clang attribute push(__attribute__((target("avx512f,avx512vl,avx512dq,avx512bw"))), \
+#pragma clang attribute push(__attribute__((target("avx512f,avx512vl,avx512dq,avx512bw,fma"))), \
                              apply_to = function)
 #else
 #pragma GCC push_options
-#pragma GCC target("avx512f,avx512vl,avx512dq,avx512bw")
+#pragma GCC target("avx512f,avx512vl,avx512dq,avx512bw,fma")
 #endif
+#define QUARZEL_AVX512
 #define QUARZEL_LANES 16
 namespace avx512wide {
 #include "dsp/lanes/kernels.inc"
@@ -105,10 +114,13 @@ InstructionSet widestInstructionSet() {
 #ifdef __x86_64__
     // The first processors with AVX-512 lower their clock much for it; they lack VBMI2.
     if (__builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("avx512vl") &&
-        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw")) {
+        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw") &&
+        __builtin_cpu_supports("fma")) {
         return InstructionSet::kAvx512;
     }
-    if (__builtin_cpu_supports("avx2")) return InstructionSet::kAvx2;
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
+        return InstructionSet::kAvx2;
+    }
 #endif
     return InstructionSet::kBaseline;
 }
