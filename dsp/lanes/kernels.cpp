@@ -20,9 +20,9 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runSections, runTone,    runPhaser,
-                              placeTaps, runCombs,    runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
+                              runCombs,  runAllpass,  holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 #undef QUARZEL_FUSED
@@ -40,9 +40,9 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runSections, runTone,    runPhaser,
-                              placeTaps, runCombs,    runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
+                              runCombs,  runAllpass,  holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -79,10 +79,14 @@ inline void runSquaredInEither(const VoiceRun& run) {
 inline void sumVoicesInEither(const VoiceSum& job) {
     (Groups(job.on).count > 1 ? avx512wide::sumVoices : sumVoices)(job);
 }
+inline void sumRampsInEither(LevelRamps& ramps, float* sum, int frames) {
+    (Groups(ramps.on).count > 1 ? avx512wide::sumRamps : sumRamps)(ramps, sum, frames);
+}
 
-constexpr Kernels kKernels = {
-    runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither, runRamps,   runSections,
-    runTone,   runPhaser,           placeTaps,          runCombs,          runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither,
+                              runRamps,  sumRampsInEither,    runSections,        runTone,
+                              runPhaser, placeTaps,           runCombs,           runAllpass,
+                              holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES
 #ifdef __clang__
