@@ -76,7 +76,14 @@ export class Browser {
     } catch {
       // There are none left.
     }
-    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
+    for (let left = 50; ; --left) {
+      try {
+        return fs.rmSync(this.profile, { recursive: true, force: true });
+      } catch (error) {
+        if (left === 0) throw error;
+        await wait(200);
+      }
+    }
   }
 
   call(method, params = {}) {
