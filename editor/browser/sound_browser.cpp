@@ -94,7 +94,6 @@ std::vector<BrowserItem> SoundBrowser::files() const {
     if (!platform::exchangeFolder()) return filesIn(folder_);
     BrowserItem picker;
     picker.kind = BrowserItem::kPicker;
-    picker.path = folder_;
     picker.name = "Load a file...";
     picker.family = "This computer";
     return {picker};

@@ -37,9 +37,24 @@ try {
   await browser.key("Home");
   check(await nameOf(7) === await nameOf(3), `the library has ${await nameOf(3)} after a reload`);
 
+  // Another page of this browser keeps another sound, which comes first by its name.
+  await choose(5);
+  await browser.run(`
+    const frame = document.body.appendChild(document.createElement("iframe"));
+    const key = Object.keys(localStorage).find((name) => name.endsWith(".fxp"));
+    const sound = String.fromCharCode(...quarzel.model.bytes("PresetFile"));
+    const told = new Promise((done) => addEventListener("storage", done));
+    frame.contentWindow.localStorage.setItem(key.replace(/[^/]*$/, "A.fxp"), btoa(sound));
+    await told;`);
+  await choose(8);
+  await browser.key("Tab", "Tab", kShift);
+  await browser.key("Tab");
+  await browser.key("Home");
+  check(await nameOf(8) === await nameOf(5), `the library has ${await nameOf(5)} from another page`);
+
   await control("s");
   await browser.key("Enter");
-  const sound = await downloaded(`${await nameOf(7)}.fxp`);
+  const sound = await downloaded(`${await nameOf(8)}.fxp`);
   check(sound.equals(await bytesOf("PresetFile")), "a sound is saved as a download");
   await control("s", kShift);
   await browser.key("Enter");
