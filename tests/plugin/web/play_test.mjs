@@ -86,8 +86,10 @@ try {
   check(await browser.until(`return document.getElementById("midi").textContent.includes("not allowed")`), `says: ${await midi()}`);
 
   // The system takes the sound away; the worklet fails.
+  check(await browser.until("return quarzel.sound.running"), "a click begins the sound");
   await browser.run(`await quarzel.sound.context.suspend()`);
   check(await browser.until("return quarzel.sound.running"), "a suspended output comes back");
+  await wait(1200);
   await browser.run(`quarzel.sound.send("song", null, null)`);
   await wait(300);
   await browser.call("Input.dispatchKeyEvent", { type: "keyDown", key: "z", code: "KeyZ", text: "z" });
@@ -143,6 +145,11 @@ try {
   check(await browser.until(`return quarzel.model.call("EditorWantsKeys") === 1`) && await parameters() === resting,
         "a finger that rests opens the menu");
   await browser.touch("touchEnd");
+
+  await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: "WebAssembly.validate = () => false;" });
+  await browser.open();
+  const status = await browser.run(`return document.getElementById("status").textContent`);
+  check(/SIMD/.test(status), `says: ${status}`);
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
 } catch (fault) {
   console.log(`FAILED: ${fault.message}`);

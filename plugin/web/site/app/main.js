@@ -21,6 +21,7 @@ function showMessage(title, text) {
 }
 
 const sound = new Sound();
+sound.onFault = () => say("The instrument has stopped. Please load the page again.");
 const face = new Face(byId("canvas"));
 let model = null;
 let programs = null;

@@ -1,5 +1,9 @@
 // The instrument's voice: an audio context with the worklet in it.
 
+// A module with one vector instruction.
+const kSimd = Uint8Array.of(0, 97, 115, 109, 1, 0, 0, 0, 1, 5, 1, 96, 0, 1, 123, 3, 2, 1, 0, 10, 10, 1, 8, 0, 65, 0, 253, 15, 253, 98, 11);
+const kSteady = 1000;  // milliseconds after which a failure is not that of the start
+
 export class Sound {
   #context = null;
   #node = null;
@@ -10,11 +14,13 @@ export class Sound {
   #bound = new Map();
   onNews = () => {};
   onState = () => {};  // called whenever `running` may have changed
+  onFault = () => {};  // called if the worklet cannot play at all
 
   // A reason why this browser cannot play, or an empty text.
   static lacking() {
     if (!window.isSecureContext) return "Sound needs a page that comes by https or from this machine.";
     if (!window.AudioWorklet) return "This browser has no audio worklets. Its next version may have them.";
+    if (!WebAssembly.validate(kSimd)) return "This browser has no WebAssembly with SIMD. Newer ones have.";
     return "";
   }
 
@@ -46,14 +52,17 @@ export class Sound {
       numberOfInputs: 0, outputChannelCount: [2],
       processorOptions: { module: this.#module, state: this.#stateNow() },
     });
+    let begun = Infinity;
     node.port.onmessage = ({ data }) => {
+      if (data === "ready") begun = performance.now();
       if (data instanceof Float32Array) this.onNews(data);
       if (data instanceof ArrayBuffer) this.#asked.shift()?.(data);
     };
     // A worklet that has failed stays silent.
     node.onprocessorerror = () => {
       node.disconnect();
-      this.#addNode();
+      if (performance.now() - begun > kSteady) this.#addNode();
+      else this.onFault();
     };
     this.#node?.disconnect();
     node.connect(this.#context.destination);
