@@ -7,7 +7,7 @@ import path from "node:path";
 
 const kTypes = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css",
   ".wasm": "application/wasm", ".svg": "image/svg+xml", ".opus": "audio/ogg" };
-const kKeyCodes = { Enter: 13, Escape: 27, Tab: 9, Home: 36, PageUp: 33, PageDown: 34 };
+const kKeyCodes = { Backspace: 8, Enter: 13, Escape: 27, Tab: 9, Home: 36, PageUp: 33, PageDown: 34 };
 const kPatience = 500000;  // milliseconds, for machines that are busy
 
 const kFolder = "/strings";  // one of several on its host

@@ -146,6 +146,20 @@ try {
         "a finger that rests opens the menu");
   await browser.touch("touchEnd");
 
+  // A finger finds a sound: on-screen keyboards report text instead of keys.
+  await open();
+  await browser.run(`document.getElementById("canvas").scrollIntoView()`);
+  await browser.touch("touchStart", [left + width * 0.509, width * 0.026]);
+  await browser.touch("touchEnd");
+  await browser.until(`return !document.getElementById("typing").hidden`);
+  await browser.run(`document.querySelector("#typing input").focus()`);
+  await browser.call("Input.insertText", { text: "velvet tr" });
+  await browser.key("Backspace");
+  await browser.call("Input.insertText", { text: "i" });
+  await browser.key("Enter");
+  const name = await browser.run(`return quarzel.model.text("ProgramName", quarzel.model.call("Program"))`);
+  check(name === "Velvet Tier", `a sound is searched for on a phone: ${name}`);
+
   await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: "WebAssembly.validate = () => false;" });
   await browser.open();
   const status = await browser.run(`return document.getElementById("status").textContent`);

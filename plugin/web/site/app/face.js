@@ -1,5 +1,7 @@
 // The editor on its canvas: pixels out, pointer, wheel and keys in.
 
+import { Typing } from "./typing.js";
+
 const kPressed = 0, kMoved = 1, kReleased = 2, kLeft = 3, kLost = 4;
 // As the module counts them: left, middle and right button, then the modifiers.
 const kButtons = [1 << 1, 1 << 2, 1 << 3];
@@ -22,6 +24,8 @@ export class Face {
   #longPress = 0;  // its timer
   #begin = null;   // the event of the press
   #afterPress = [];
+  #touched = false;  // by a finger, last
+  #typing;
 
   // What the module calls.
   actions = {
@@ -39,8 +43,11 @@ export class Face {
     hidePointer: (hidden) => { this.#canvas.style.cursor = hidden ? "none" : ""; },
   };
 
-  constructor(canvas) {
+  constructor(canvas, typing) {
     this.#canvas = canvas;
+    this.#typing = new Typing(typing, (character, name) => {
+      for (const down of [true, false]) this.#model.key(down, character, name, 0);
+    });
     this.#context = canvas.getContext("2d", { alpha: false });
   }
 
@@ -52,6 +59,7 @@ export class Face {
     addEventListener("resize", () => this.#model.call("ScaleEditor", this.#scale()));
     const idle = () => {
       this.#model.call("Idle");
+      this.#typing.show(this.#touched && this.#model.call("EditorWantsText") !== 0);
       requestAnimationFrame(idle);
     };
     idle();
@@ -89,6 +97,7 @@ export class Face {
   #press(event) {
     this.#finger = event.pointerId;
     this.#begin = event;
+    this.#touched = event.pointerType === "touch";
     this.#canvas.setPointerCapture(event.pointerId);
     const values = this.#model.values();
     const rests = event.pointerType === "touch" && !this.#busy;
@@ -145,6 +154,8 @@ export class Face {
                        (event.clientY - box.top) * this.#canvas.height / box.height,
                        event.deltaX / unit, -event.deltaY / unit, modifiersOf(event));
     }, { passive: false });
-    on("blur", () => this.#model.call("KeyboardLost"));
+    on("blur", ({ relatedTarget }) => {
+      if (!this.#typing.has(relatedTarget)) this.#model.call("KeyboardLost");
+    });
   }
 }

@@ -22,7 +22,7 @@ function showMessage(title, text) {
 
 const sound = new Sound();
 sound.onFault = () => say("The instrument has stopped. Please load the page again.");
-const face = new Face(byId("canvas"));
+const face = new Face(byId("canvas"), byId("typing"));
 let model = null;
 let programs = null;
 let list = null;
