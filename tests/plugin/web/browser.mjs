@@ -74,7 +74,7 @@ export class Browser {
     try {
       process.kill(-this.process.pid, "SIGKILL");
     } catch {
-      // There are none left.
+      // None is left.
     }
     for (let left = 50; ; --left) {
       try {
@@ -145,6 +145,11 @@ export class Browser {
     throw new Error("the page does not load");
   }
 
+  mouse(type, x, y, more = {}) {
+    const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
+    return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
+  }
+
   // Waits until the body of a function returns something true in the page.
   async until(body, ...values) {
     const end = Date.now() + 60000;
@@ -181,16 +186,11 @@ export class Browser {
     await this.mouse("mousePressed", x, y);
     await this.mouse("mouseReleased", x, y);
   }
-
-  mouse(type, x, y, more = {}) {
-    const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
-    return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
-  }
 }
-
-export const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
 
 export function check(holds, what) {
   if (!holds) throw new Error(what);
   console.log(`ok: ${what}`);
 }
+
+export const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
