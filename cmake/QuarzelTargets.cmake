@@ -61,7 +61,8 @@ function(quarzel_program name)
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK})
     if(WIN32)
         enable_language(RC)
-        target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/platform/program_win32.rc")
+        target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/platform/program_win32.cpp"
+                                       "${CMAKE_SOURCE_DIR}/platform/program_win32.rc")
     endif()
 endfunction()
 

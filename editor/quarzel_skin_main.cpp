@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",
         "quarzel-skin");
+    app.allow_windows_style_options(false);  // a path may begin with a slash there, too
     app.set_version_flag("--version", std::string("quarzel-skin ") + platform::productVersion(),
                          "Print the version and leave");
     std::string folder;
