@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     constexpr int kComplaints = 1;
     constexpr int kWrongUsage = 2;
 
-    const platform::Utf8Console console;
+    platform::useUtf8Console();
     CLI::App app(
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",

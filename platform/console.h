@@ -5,17 +5,8 @@
 
 namespace platform {
 
-// Lets a Windows console show UTF-8 within a scope. Other terminals expect it anyway.
-class Utf8Console {
-  public:
-    Utf8Console();
-    ~Utf8Console();
-    Utf8Console(const Utf8Console&) = delete;
-    Utf8Console& operator=(const Utf8Console&) = delete;
-
-  private:
-    unsigned codePageBefore_ = 0;
-};
+// Lets a Windows console show UTF-8 until the program ends. Other terminals expect it anyway.
+void useUtf8Console();
 
 // Whether somebody watches standard error.
 bool isErrorOutputWatched();

@@ -18,8 +18,7 @@ void interrupt(int) {
 
 }  // namespace
 
-Utf8Console::Utf8Console() = default;
-Utf8Console::~Utf8Console() = default;
+void useUtf8Console() {}
 
 bool isErrorOutputWatched() {
     return isatty(STDERR_FILENO) == 1;

@@ -2,6 +2,8 @@
 #include "platform/console.h"
 #include "platform/printed_messages_win32.h"
 
+#include <cstdlib>
+
 #include <windows.h>
 
 namespace platform {
@@ -19,12 +21,10 @@ BOOL WINAPI interrupt(DWORD event) {
 
 }  // namespace
 
-Utf8Console::Utf8Console() : codePageBefore_(GetConsoleOutputCP()) {
-    SetConsoleOutputCP(CP_UTF8);
-}
-
-Utf8Console::~Utf8Console() {
-    if (codePageBefore_ != 0) SetConsoleOutputCP(codePageBefore_);
+void useUtf8Console() {
+    static const UINT before = GetConsoleOutputCP();
+    if (before == 0 || !SetConsoleOutputCP(CP_UTF8)) return;
+    std::atexit([] { SetConsoleOutputCP(before); });
 }
 
 bool isErrorOutputWatched() {

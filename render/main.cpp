@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
     static std::atomic<bool> interrupted{false};
-    const platform::Utf8Console console;
+    platform::useUtf8Console();
     platform::printMessages();  // there may be nobody to close a window
     platform::setWhenInterrupted(interrupted);
     return render::run(argc, argv,

@@ -26,6 +26,10 @@ mkdir Ørdner
 windows ./quarzel-render.exe --quiet --tail 0 --rate 8000 --to Ørdner '*.mid'
 [ -s Ørdner/lied-ß.wav ]
 
+# A message of the instrument is printed: its box would wait for somebody.
+echo damaged >default.fxb
+windows ./quarzel-render.exe --list 2>&1 >/dev/null | grep -q '^Preset loader: '
+
 "$native/editor/quarzel-skin" Häut linux.png >linux.txt
 windows ./quarzel-skin.exe Häut wínd.png | tr -d '\r' >windows.txt
 diff linux.txt windows.txt
