@@ -105,7 +105,7 @@ class WavEncoder final : public SoundEncoder {
         header.number(rate, 4);
         header.number(rate * static_cast<uint64_t>(frameBytes()), 4);
         header.number(static_cast<uint64_t>(frameBytes()), 2);
-        header.number(static_cast<uint64_t>(8 * bytesOf(settings_.format)), 2);
+        header.number(8 * static_cast<uint64_t>(bytesOf(settings_.format)), 2);
         if (isFloat) {
             header.text("fact");
             header.number(4, 4);
