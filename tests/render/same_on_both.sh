@@ -5,16 +5,18 @@
 set -euo pipefail
 tree=$1
 native=$tree/build/release
-[ -x "$native/render/quarzel-render" ] && [ -x "$native/editor/quarzel-skin" ] || exit 77
+for needed in render/quarzel-render editor/quarzel-skin plugin/QuarzelStrings.so plugin/skin/skin.xml; do
+    [ -e "$native/$needed" ] || exit 77
+done
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 mkdir "$place/Üb 音"
 cd "$place/Üb 音"
-cp "$2" "$3" "$4" .
+cp "$2" "$3" "$4" "$native/plugin/QuarzelStrings.so" .
 cp "$tree/demo/lamplighter.mid" lied-ß.mid
 cp -r "$native/plugin/skin" Häut
 windows() { "$tree/scripts/wine" "$@"; }
-linux=("$native/render/quarzel-render" --plugin "$native/plugin/QuarzelStrings.so" --tail 0)
+linux=("$native/render/quarzel-render" --plugin ./QuarzelStrings.so --tail 0)
 
 "${linux[@]}" --set Volume=0.25 --save-bank bänk.fxb
 "${linux[@]}" --bank bänk.fxb --bits 32f --quiet lied-ß.mid linux.wav
