@@ -1,4 +1,4 @@
-# Compile options for all targets, and the two kinds of target that a folder declares.
+# Compile options for all targets, and the kinds of target that a folder declares.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -52,6 +52,18 @@ function(quarzel_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC quarzel_options ${ARG_LINK})
+endfunction()
+
+# quarzel_program(NAME SOURCES file... [LINK target...]): a program that is delivered.
+function(quarzel_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK})
+    if(WIN32)
+        enable_language(RC)
+        target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/platform/program_win32.cpp"
+                                       "${CMAKE_SOURCE_DIR}/platform/program_win32.rc")
+    endif()
 endfunction()
 
 # quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program. ctest runs
