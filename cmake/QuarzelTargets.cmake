@@ -73,6 +73,7 @@ function(quarzel_test name)
     cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES} $<TARGET_OBJECTS:quarzel_own_settings>)
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
+    target_precompile_headers(${name} REUSE_FROM quarzel_own_settings)
     if(CMAKE_CROSSCOMPILING)
         # Starting the emulator costs more than most cases, so one test runs all of them.
         add_test(NAME ${name} COMMAND ${name})
