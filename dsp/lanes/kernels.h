@@ -30,8 +30,10 @@ struct Kernels {
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
-    // False if a delay lies outside 0..size; the taps are then unusable.
-    bool (*placeTaps)(const DelayTaps& taps);
+    // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
+    // kInsensitive or NaN.
+    TapPlaces (*placeTaps)(const DelayTaps& taps);
+    bool (*readTaps)(const float* line, const DelayTaps& taps, float* out);
     // The reverb: all combs, and one allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
