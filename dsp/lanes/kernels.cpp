@@ -14,9 +14,9 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,   runFeedback, runSquared, sumVoices, runRamps,
-                              runSections, runTone,     runPhaser,  placeTaps, readTaps,
-                              runCombs,    runAllpass,  holdPeaks};
+constexpr Kernels kKernels = {runPhases,    runFeedback, runSquared, sumVoices,  runRamps,
+                              runSections,  runTone,     runPhaser,  placeTaps,  readTaps,
+                              modulateTaps, mixTaps,     runCombs,   runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -31,9 +31,9 @@ constexpr Kernels kKernels = {runPhases,   runFeedback, runSquared, sumVoices, r
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,   runFeedback, runSquared, sumVoices, runRamps,
-                              runSections, runTone,     runPhaser,  placeTaps, readTaps,
-                              runCombs,    runAllpass,  holdPeaks};
+constexpr Kernels kKernels = {runPhases,    runFeedback, runSquared, sumVoices,  runRamps,
+                              runSections,  runTone,     runPhaser,  placeTaps,  readTaps,
+                              modulateTaps, mixTaps,     runCombs,   runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -70,10 +70,21 @@ inline void sumVoicesInEither(const VoiceSum& job) {
     (Groups(job.on).count > 1 ? avx512wide::sumVoices : sumVoices)(job);
 }
 
-constexpr Kernels kKernels = {
-    runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither, runRamps, runSections,
-    runTone,   runPhaser,           placeTaps,          readTaps,          runCombs, runAllpass,
-    holdPeaks};
+constexpr Kernels kKernels = {runPhases,
+                              runFeedbackInEither,
+                              runSquaredInEither,
+                              sumVoicesInEither,
+                              runRamps,
+                              runSections,
+                              runTone,
+                              runPhaser,
+                              placeTaps,
+                              readTaps,
+                              modulateTaps,
+                              mixTaps,
+                              runCombs,
+                              runAllpass,
+                              holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES
 #ifdef __clang__

@@ -1,6 +1,7 @@
 // The inner loops that run in lanes, and the choice of their instruction set.
 #pragma once
 
+#include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
 #include "dsp/lanes/tone_runs.h"
@@ -34,6 +35,9 @@ struct Kernels {
     // kInsensitive or NaN.
     TapPlaces (*placeTaps)(const DelayTaps& taps);
     bool (*readTaps)(const float* line, const DelayTaps& taps, float* out);
+    // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
+    void (*modulateTaps)(const ChorusModulation& run);
+    void (*mixTaps)(const ChorusMix& run);
     // The reverb: all combs, and one allpass on its line and signal in place.
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
