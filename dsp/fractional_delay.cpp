@@ -73,7 +73,7 @@ void FractionalDelay::removeOffsets(float* out, int count) {
     for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
 }
 
-void FractionalDelay::sweep(const float* delays, float* signal, int count) {
+void FractionalDelay::sweep(const float* delays, const float* in, float* out, int count) {
     constexpr int kRoom = kMostFrames + kMostLanes;
     std::array<int, kRoom> index;
     std::array<float, kRoom> fraction;
@@ -82,20 +82,20 @@ void FractionalDelay::sweep(const float* delays, float* signal, int count) {
     if (places == TapPlaces::kUnfit) {
         for (int i = 0; i < count; ++i) {
             setDelay(delays[i]);
-            signal[i] = tick(signal[i]);
+            out[i] = tick(in[i]);
         }
         return;
     }
-    write(signal, count);
+    write(in, count);
     if (places == TapPlaces::kScattered) {
         for (int i = 0; i < count; ++i) {
             const float here = buffer_[index[i]];
             const float there = buffer_[following(index[i])];
-            signal[i] = here * (1.0f - fraction[i]) + there * fraction[i];
+            out[i] = here * (1.0f - fraction[i]) + there * fraction[i];
         }
-        removeOffsets(signal, count);
-    } else if (kernels_.readTaps(buffer_.data(), taps, signal)) {
-        removeOffsets(signal, count);
+        removeOffsets(out, count);
+    } else if (kernels_.readTaps(buffer_.data(), taps, out)) {
+        removeOffsets(out, count);
     }
     const int last = count - 1;
     delay_ = delays[last];

@@ -42,9 +42,9 @@ class FractionalDelay {
     void read(float* out, int count);
     void write(const float* in, int count);
 
-    // setDelay and tick for each frame, in place. `count` is at most kMostFrames. Both rows
-    // need room for whole vectors.
-    void sweep(const float* delays, float* signal, int count);
+    // setDelay and tick for each frame. `count` is at most kMostFrames; `delays` and `out` need
+    // room for whole vectors.
+    void sweep(const float* delays, const float* in, float* out, int count);
 
   private:
     static constexpr double kOffset = 1e-38;

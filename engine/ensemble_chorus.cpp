@@ -107,8 +107,7 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
     kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
                            shortestDelay(), longestDelay(), rows(delays), rows(gains), frames});
     for (int tap = 0; tap < kTaps; ++tap) {
-        taps[tap] = in;
-        lines_[tap].sweep(delays[tap].data(), taps[tap].data(), frames);
+        lines_[tap].sweep(delays[tap].data(), in.data(), taps[tap].data(), frames);
     }
     kernels_.mixTaps({in.data(),
                       dryAdd_,
