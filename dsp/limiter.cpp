@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kAttackShare = 0.202885692337;
 constexpr double kReleaseShare = 0.01085387128;
-constexpr double kMakeUp = 4.0;
+constexpr float kMakeUp = 4.0f;  // a power of two: exact in either precision
 // A follower above this stays normal for a whole run.
 constexpr double kSurelyNormal = 1e-290;
 
@@ -66,8 +66,8 @@ int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) 
     follower_ = follower;
     if (highest < kLimiterThreshold) {
         for (int t = 0; t < frames; ++t) {
-            left[t] = static_cast<float>(left[t] * kMakeUp);
-            right[t] = static_cast<float>(right[t] * kMakeUp);
+            left[t] *= kMakeUp;
+            right[t] *= kMakeUp;
         }
         return quietFrames;
     }

@@ -116,16 +116,9 @@ void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
     }
 }
 
-void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int frames) {
-    dsp::OnePole filter = springFilter_;
+void SpringReverb::feedSpring(const Signal& side, const Signal& low, int frames) {
     Signal in;
-    float last = feedback_;
-    for (int t = 0; t < frames; ++t) {
-        const float low = filter.tickLowPass(last * 0.9f);
-        in[t] = (low * 0.5f + side[t]) * settings_.spring;
-        last = feedback[t];
-    }
-    springFilter_ = filter;
+    for (int t = 0; t < frames; ++t) in[t] = (low[t] * 0.5f + side[t]) * settings_.spring;
     springLine_.write(in.data(), frames);
 }
 
@@ -138,16 +131,25 @@ void SpringReverb::render(StereoSignal& signal, int frames) {
     Signal side;
     if (springs) addSpring(signal, frames, side);
     const Signal busRight = signal.right;
-    reverb_.render(signal.left.data(), signal.right.data(), frames);
-    Signal feedback;
+    dsp::ReverbModel::Run run;
+    reverb_.render(run, signal.left.data(), signal.right.data(), frames);
+    Signal low;  // at first what the low-pass takes: the feedback one frame ago
+    float feedback = feedback_;
     for (int t = 0; t < frames; ++t) {
+        low[t] = feedback * 0.9f;
         const float z = dsp::flushed(signal.left[t]) * 0.5f + busRight[t];
-        feedback[t] = z - z * z * z * 0.5f;
+        feedback = z - z * z * z * 0.5f;
+    }
+    feedback_ = feedback;
+    for (int t = 0; t < frames; ++t) {
         signal.left[t] = std::clamp(2.0f * signal.left[t], -4.0f, 4.0f);
         signal.right[t] = std::clamp(2.0f * signal.right[t], -4.0f, 4.0f);
     }
-    if (springs) feedSpring(side, feedback, frames);
-    feedback_ = feedback[frames - 1];
+    dsp::OnePole filter = springFilter_;
+    reverb_.feed(run, filter, low.data());
+    if (!springs) return;
+    springFilter_ = filter;
+    feedSpring(side, low, frames);
 }
 
 }  // namespace engine

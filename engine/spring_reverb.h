@@ -39,8 +39,8 @@ class SpringReverb final : public ReverbControl {
     void tuneSpring();
     // Adds the spring's output to both sides and writes the side signal for feedSpring.
     void addSpring(StereoSignal& signal, int frames, Signal& side);
-    // Writes the spring's input; `feedback` comes from the output of the room.
-    void feedSpring(const Signal& side, const Signal& feedback, int frames);
+    // Writes the spring's input; `low` is the low-passed feedback from the room's output.
+    void feedSpring(const Signal& side, const Signal& low, int frames);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

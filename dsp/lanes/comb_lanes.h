@@ -4,6 +4,7 @@
 #include <array>
 
 #include "dsp/lanes/width.h"
+#include "dsp/one_pole.h"
 
 namespace dsp {
 
@@ -17,14 +18,22 @@ struct alignas(kVectorBytes) CombLanes {
     float feedback = 0.0f;
 };
 
-// `rows` holds the delayed samples of each comb; the kernel replaces them by the comb's next input.
-// All rows and sums need room for whole vectors.
+// `rows` holds the delayed samples of each comb. All rows and sums need room for whole vectors.
+struct CombRows {
+    float* const* rows;
+    float* left;  // receives the sum of the combs
+    float* right;
+    int frames;
+};
+
+// Replaces the samples in `rows` by the next input of each comb. `beside` filters its signal in
+// place: it has nothing to do with the combs, but it waits for its own previous sample as they do.
 struct CombRun {
     CombLanes& combs;
     const float* in;
     float* const* rows;
-    float* left;  // receives the sum of the combs
-    float* right;
+    OnePole& beside;
+    float* besideSignal;
     int frames;
 };
 

@@ -14,9 +14,9 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,    runFeedback, runSquared, sumVoices,  runRamps,
-                              runSections,  runTone,     runPhaser,  placeTaps,  readTaps,
-                              modulateTaps, mixTaps,     runCombs,   runAllpass, holdPeaks};
+constexpr Kernels kKernels = {
+    runPhases, runFeedback, runSquared,   sumVoices, runRamps, runSections, runTone,    runPhaser,
+    placeTaps, readTaps,    modulateTaps, mixTaps,   sumCombs, runCombs,    runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 
@@ -31,9 +31,9 @@ constexpr Kernels kKernels = {runPhases,    runFeedback, runSquared, sumVoices, 
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,    runFeedback, runSquared, sumVoices,  runRamps,
-                              runSections,  runTone,     runPhaser,  placeTaps,  readTaps,
-                              modulateTaps, mixTaps,     runCombs,   runAllpass, holdPeaks};
+constexpr Kernels kKernels = {
+    runPhases, runFeedback, runSquared,   sumVoices, runRamps, runSections, runTone,    runPhaser,
+    placeTaps, readTaps,    modulateTaps, mixTaps,   sumCombs, runCombs,    runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -82,6 +82,7 @@ constexpr Kernels kKernels = {runPhases,
                               readTaps,
                               modulateTaps,
                               mixTaps,
+                              sumCombs,
                               runCombs,
                               runAllpass,
                               holdPeaks};

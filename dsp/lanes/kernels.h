@@ -38,7 +38,9 @@ struct Kernels {
     // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
-    // The reverb: all combs, and one allpass on its line and signal in place.
+    // The reverb: output and then input of all combs, and one allpass on its line and signal in
+    // place.
+    void (*sumCombs)(const CombRows& run);
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
     // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
