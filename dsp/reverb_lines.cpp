@@ -50,8 +50,8 @@ void ReverbCombs::sum(Run& run, int frames, float* left, float* right) {
     kernels_.sumCombs({run.rows.data(), left, right, frames});
 }
 
-void ReverbCombs::feed(Run& run, const float* in, OnePole& beside, float* besideSignal) {
-    kernels_.runCombs({lanes_, in, run.rows.data(), beside, besideSignal, run.frames});
+void ReverbCombs::feed(Run& run, const float* in, const BesideCombs& beside) {
+    kernels_.runCombs({lanes_, in, run.rows.data(), beside, run.frames});
     for (int comb = 0; comb < CombLanes::kCount; ++comb) {
         if (run.copied[comb]) {
             rings_[comb].write(run.rows[comb], run.frames);

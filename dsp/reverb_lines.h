@@ -56,8 +56,8 @@ class ReverbCombs {
     void clear();
 
     // A run takes two steps, because no output depends on an input of the same run: sum writes the
-    // sum of each side, up to kMostFrames at a time; feed gives `in` to all combs. Meanwhile
-    // `beside` filters a signal of the caller in place, for which the combs' waits leave room.
+    // sum of each side, up to kMostFrames at a time; feed gives `in` to all combs and
+    // does other work meanwhile, for which their waits leave room.
     struct Run {
         static constexpr int kStride = kMostFrames + kMostLanes;
         alignas(kVectorBytes) std::array<float, CombLanes::kCount * kStride> copies;
@@ -66,7 +66,7 @@ class ReverbCombs {
         int frames;
     };
     void sum(Run& run, int frames, float* left, float* right);
-    void feed(Run& run, const float* in, OnePole& beside, float* besideSignal);
+    void feed(Run& run, const float* in, const BesideCombs& beside);
 
   private:
     const Kernels& kernels_ = kernels();

@@ -51,8 +51,8 @@ class ReverbModel {
         ReverbCombs::Run combs;
     };
     void render(Run& run, float* left, float* right, int frames);
-    void feed(Run& run, OnePole& beside, float* besideSignal) {
-        combs_.feed(run.combs, run.in.data(), beside, besideSignal);
+    void feed(Run& run, const BesideCombs& beside) {
+        combs_.feed(run.combs, run.in.data(), beside);
     }
 
     // Consecutive frames with the left output within 0.0001 and the input within 0.1.

@@ -5,6 +5,7 @@
 
 #include "dsp/lanes/width.h"
 #include "dsp/one_pole.h"
+#include "dsp/peak_follower.h"
 
 namespace dsp {
 
@@ -26,14 +27,21 @@ struct CombRows {
     int frames;
 };
 
-// Replaces the samples in `rows` by the next input of each comb. `beside` filters its signal in
-// place: it has nothing to do with the combs, but it waits for its own previous sample as they do.
+// Work that has nothing to do with the combs, but waits for its own previous sample as they do:
+// each filters its row in place.
+struct BesideCombs {
+    OnePole& lowPass;
+    float* lowPassed;
+    PeakFollower& follower;
+    double* followed;
+};
+
+// Replaces the samples in `rows` by the next input of each comb.
 struct CombRun {
     CombLanes& combs;
     const float* in;
     float* const* rows;
-    OnePole& beside;
-    float* besideSignal;
+    const BesideCombs& beside;
     int frames;
 };
 

@@ -18,10 +18,12 @@ constexpr float kHostile[] = {std::numeric_limits<float>::quiet_NaN(),
 // One frame of the reverb in place.
 inline void process(ReverbModel& model, float& left, float& right) {
     ReverbModel::Run run;
-    OnePole beside;
-    float besideSignal = 0.0f;
+    OnePole lowPass;
+    PeakFollower follower;
+    float lowPassed = 0.0f;
+    double followed = 0.0;
     model.render(run, &left, &right, 1);
-    model.feed(run, beside, &besideSignal);
+    model.feed(run, {lowPass, &lowPassed, follower, &followed});
 }
 
 // Gain of `tick` for a sine of `hz`, measured after half a second.
