@@ -116,7 +116,13 @@ void reverb(benchmark::State& state) {
     stage->setRate(kRate);
     stage->setOn(true);
     stage->set({0.5f, 0.5f, 0.5f, 0.5f});
-    timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, kLongestSegment); });
+    engine::SpringReverb::Run run;
+    dsp::PeakFollower follower;
+    std::array<double, kLongestSegment> levels{};
+    timeStage(state, 0.1f, [&](StereoSignal& signal) {
+        stage->render(run, signal, kLongestSegment);
+        stage->feed(run, follower, levels.data(), kLongestSegment);
+    });
 }
 
 void limiter(benchmark::State& state) {

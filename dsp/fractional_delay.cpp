@@ -73,42 +73,33 @@ void FractionalDelay::removeOffsets(float* out, int count) {
     for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
 }
 
-// Whether a run can be written as a whole before it is read: no frame reads a sample that the run
-// has yet to write or has already overwritten.
-bool FractionalDelay::keepsClear(const float* delays, int count) const {
-    const float longest = static_cast<float>(size_ - count - 2);
-    int others = 0;
-    for (int i = 0; i < count; ++i) others |= !(delays[i] >= 1.0f) | !(delays[i] <= longest);
-    return others == 0;
-}
-
-void FractionalDelay::sweep(const float* delays, float* signal, int count) {
+void FractionalDelay::sweep(const float* delays, const float* in, float* out, int count) {
     constexpr int kRoom = kMostFrames + kMostLanes;
-    std::array<int, kRoom> index, next;
+    std::array<int, kRoom> index;
     std::array<float, kRoom> fraction;
-    const bool placed = keepsClear(delays, count) &&
-                        kernels_.placeTaps({delays, writeIndex_, size_, count, index.data(),
-                                            next.data(), fraction.data()});
-    if (!placed) {
+    const DelayTaps taps = {delays, writeIndex_, size_, count, index.data(), fraction.data()};
+    const TapPlaces places = kernels_.placeTaps(taps);
+    if (places == TapPlaces::kUnfit) {
         for (int i = 0; i < count; ++i) {
             setDelay(delays[i]);
-            signal[i] = tick(signal[i]);
+            out[i] = tick(in[i]);
         }
         return;
     }
-    write(signal, count);
-    std::array<float, kRoom> here, there;
-    for (int i = 0; i < count; ++i) {
-        here[i] = buffer_[index[i]];
-        there[i] = buffer_[next[i]];
+    write(in, count);
+    if (places == TapPlaces::kScattered) {
+        for (int i = 0; i < count; ++i) {
+            const float here = buffer_[index[i]];
+            const float there = buffer_[following(index[i])];
+            out[i] = here * (1.0f - fraction[i]) + there * fraction[i];
+        }
+        removeOffsets(out, count);
+    } else if (kernels_.readTaps(buffer_.data(), taps, out)) {
+        removeOffsets(out, count);
     }
-    for (int i = 0; i < count; ++i) {
-        signal[i] = here[i] * (1.0f - fraction[i]) + there[i] * fraction[i];
-    }
-    removeOffsets(signal, count);
     const int last = count - 1;
     delay_ = delays[last];
-    readIndex_ = next[last];
+    readIndex_ = following(index[last]);
     frac_ = fraction[last];
     oneMinusFrac_ = 1.0f - frac_;
 }

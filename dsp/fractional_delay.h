@@ -42,14 +42,12 @@ class FractionalDelay {
     void read(float* out, int count);
     void write(const float* in, int count);
 
-    // setDelay and tick for each frame, in place. `count` is at most kMostFrames; `delays` must be
-    // readable for 7 values past its end.
-    void sweep(const float* delays, float* signal, int count);
+    // setDelay and tick for each frame. `count` is at most kMostFrames; `delays` and `out` need
+    // room for whole vectors.
+    void sweep(const float* delays, const float* in, float* out, int count);
 
   private:
     static constexpr double kOffset = 1e-38;
-    // At and above this level adding the offset does not change a float.
-    static constexpr float kInsensitive = 1e-29f;
 
     void put(float x) {
         buffer_[writeIndex_] = withOffset(x);
@@ -57,7 +55,7 @@ class FractionalDelay {
     }
     float take() { return withoutOffset(takeRaw()); }
     float takeRaw() {
-        const int next = readIndex_ + 1 == size_ ? 0 : readIndex_ + 1;
+        const int next = following(readIndex_);
         const float output = buffer_[readIndex_] * oneMinusFrac_ + buffer_[next] * frac_;
         readIndex_ = next;
         return output;
@@ -72,7 +70,7 @@ class FractionalDelay {
     }
 
     static void removeOffsets(float* out, int count);
-    bool keepsClear(const float* delays, int count) const;
+    int following(int index) const { return index + 1 == size_ ? 0 : index + 1; }
 
     const Kernels& kernels_ = kernels();
     int size_;  // slots in use: capacity + 1

@@ -11,26 +11,15 @@
 namespace dsp {
 namespace {
 
-constexpr double kAttackShare = 0.202885692337;
-constexpr double kReleaseShare = 0.01085387128;
-constexpr double kMakeUp = 4.0;
+constexpr float kMakeUp = 4.0f;  // a power of two: exact in either precision
 // A follower above this stays normal for a whole run.
 constexpr double kSurelyNormal = 1e-290;
 
-}  // namespace
-
-// The follower after one more frame. `level` must be finite.
-double PeakLimiter::followed(double follower, float level) {
-    typedef double Two __attribute__((vector_size(16)));
-    typedef long long Bits __attribute__((vector_size(16)));
-    const Two f = {follower, 0.0};
-    const Two l = {level, 0.0};
-    const Two rising = f + (l - f) * kAttackShare;
-    const Two falling = f - f * kReleaseShare;
-    // A branch would be mispredicted half of the time.
-    const Bits rises = l > f;
-    return ((Two)(((Bits)rising & rises) | ((Bits)falling & ~rises)))[0];
+float levelOf(float left, float right) {
+    return std::fabs(left + right) * 0.5f;
 }
+
+}  // namespace
 
 void PeakLimiter::process(float& left, float& right) {
     render(&left, &right, 1, 0.0);
@@ -38,36 +27,44 @@ void PeakLimiter::process(float& left, float& right) {
 
 int PeakLimiter::render(float* left, float* right, int frames, double quiet) {
     int quietFrames = 0;
-    for (int from = 0; from < frames; from += kRun) {
-        quietFrames += renderRun(left + from, right + from, std::min(kRun, frames - from), quiet);
+    for (int from = 0; from < frames; from += kMostFrames) {
+        const int count = std::min(kMostFrames, frames - from);
+        Run run;
+        begin(run, left + from, right + from, count);
+        for (int t = 0; t < count; ++t) run.levels[t] = run.follower.tick(run.levels[t]);
+        quietFrames += finish(run, left + from, right + from, count, quiet);
     }
     return quietFrames;
 }
 
-int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) {
-    std::array<double, kRun> followers{};
+void PeakLimiter::begin(Run& run, const float* left, const float* right, int frames) const {
     int others = 0;  // nonzero if a level is not finite
-    double highest = 0.0;
     for (int t = 0; t < frames; ++t) {
-        const float level = std::fabs(left[t] + right[t]) * 0.5f;
-        followers[t] = level;
+        const float level = levelOf(left[t], right[t]);
+        run.levels[t] = level;
         others |= !(level <= FLT_MAX);
     }
-    const bool plain = others == 0 && follower_ > kSurelyNormal;
-    double follower = follower_;
+    run.follower = follower_;
+    run.plain = others == 0 && follower_.value > kSurelyNormal;
+}
+
+int PeakLimiter::finish(Run& run, float* left, float* right, int frames, double quiet) {
+    std::array<double, kMostFrames>& followers = run.levels;
+    if (run.plain) {
+        follower_ = run.follower;
+    } else {
+        for (int t = 0; t < frames; ++t) followers[t] = followWithCare(levelOf(left[t], right[t]));
+    }
+    double highest = 0.0;
     int quietFrames = 0;
     for (int t = 0; t < frames; ++t) {
-        const float level = static_cast<float>(followers[t]);
-        follower = plain ? followed(follower, level) : followedWithCare(follower, level);
-        followers[t] = follower;
-        highest = std::max(highest, follower);
-        quietFrames += follower < quiet;
+        highest = std::max(highest, followers[t]);
+        quietFrames += followers[t] < quiet;
     }
-    follower_ = follower;
     if (highest < kLimiterThreshold) {
         for (int t = 0; t < frames; ++t) {
-            left[t] = static_cast<float>(left[t] * kMakeUp);
-            right[t] = static_cast<float>(right[t] * kMakeUp);
+            left[t] *= kMakeUp;
+            right[t] *= kMakeUp;
         }
         return quietFrames;
     }
@@ -80,18 +77,17 @@ int PeakLimiter::renderRun(float* left, float* right, int frames, double quiet) 
 }
 
 // Keeps an infinite or NaN level out of the follower, and flushes denormals.
-double PeakLimiter::followedWithCare(double follower, float level) {
-    if (!(level <= FLT_MAX)) {
-        return level > follower ? follower : follower - follower * kReleaseShare;
+double PeakLimiter::followWithCare(float level) {
+    if (level <= FLT_MAX) {
+        if (follower_.tick(level) < DBL_MIN) follower_ = {};
+    } else if (!(level > follower_.value)) {
+        follower_.release();
     }
-    const double next = followed(follower, level);
-    return next < DBL_MIN ? 0.0 : next;
+    return follower_.value;
 }
 
 void PeakLimiter::renderSilence(float* left, float* right, int frames) {
-    for (int t = 0; t < frames && follower_ != 0.0; ++t) {
-        follower_ = followedWithCare(follower_, 0.0f);
-    }
+    for (int t = 0; t < frames && follower_.value != 0.0; ++t) followWithCare(0.0f);
     std::fill_n(left, frames, 0.0f);
     std::fill_n(right, frames, 0.0f);
 }

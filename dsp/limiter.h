@@ -1,6 +1,8 @@
 // Peak limiter of the stereo output; holds the mid level near -1 dB.
 #pragma once
 
+#include <array>
+
 #include "dsp/lanes/kernels.h"
 
 namespace dsp {
@@ -22,22 +24,27 @@ class PeakLimiter {
     // Limits `frames` frames in place. Returns the number of frames that leave the follower below
     // `quiet`.
     int render(float* left, float* right, int frames, double quiet);
+    // render in three steps for up to kMostFrames: begin, tick `follower` for each of `levels` in
+    // place, finish. The middle one can run beside other work that waits.
+    struct Run {
+        std::array<double, kMostFrames> levels{};
+        PeakFollower follower;
+        bool plain;
+    };
+    void begin(Run& run, const float* left, const float* right, int frames) const;
+    int finish(Run& run, float* left, float* right, int frames, double quiet);
     // Limits silence: the follower falls and the output is zero.
     void renderSilence(float* left, float* right, int frames);
 
-    double follower() const { return follower_; }
+    double follower() const { return follower_.value; }
 
-    void clear() { follower_ = 0.0; }
+    void clear() { follower_ = {}; }
 
   private:
-    static constexpr int kRun = kMostFrames;
-
-    static double followed(double follower, float level);
-    static double followedWithCare(double follower, float level);
-    int renderRun(float* left, float* right, int frames, double quiet);
+    double followWithCare(float level);
 
     const Kernels& kernels_ = kernels();
-    double follower_ = 0.0;
+    PeakFollower follower_;
 };
 
 }  // namespace dsp

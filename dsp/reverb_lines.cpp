@@ -34,27 +34,29 @@ void ReverbCombs::clear() {
     lanes_.offset.fill(0.0f);
 }
 
-// The kernel works in the rings themselves. A ring that wraps within the run goes through a copy.
-void ReverbCombs::render(const float* in, int frames, float* left, float* right) {
-    constexpr int kStride = kMostFrames + kMostLanes;
-    alignas(kVectorBytes) std::array<float, CombLanes::kCount * kStride> copies;
-    std::array<float*, CombLanes::kCount> rows;
-    std::array<bool, CombLanes::kCount> copied;
+// The kernels work in the rings themselves. A ring that wraps within the run goes through a copy.
+void ReverbCombs::sum(Run& run, int frames, float* left, float* right) {
+    run.frames = frames;
     for (int comb = 0; comb < CombLanes::kCount; ++comb) {
         int straight;
-        rows[comb] = rings_[comb].run(frames, straight);
-        copied[comb] = straight < frames || frames % kMostLanes != 0;
-        if (!copied[comb]) continue;
-        rows[comb] = &copies[comb * kStride];
-        rings_[comb].read(rows[comb], frames);
-        std::fill(rows[comb] + frames, rows[comb] + kStride, 0.0f);
+        run.rows[comb] = rings_[comb].run(frames, straight);
+        run.copied[comb] = straight < frames || frames % kMostLanes != 0;
+        if (!run.copied[comb]) continue;
+        float* const copy = &run.copies[comb * Run::kStride];
+        run.rows[comb] = copy;
+        rings_[comb].read(copy, frames);
+        std::fill(copy + frames, copy + Run::kStride, 0.0f);
     }
-    kernels_.runCombs({lanes_, in, rows.data(), left, right, frames});
+    kernels_.sumCombs({run.rows.data(), left, right, frames});
+}
+
+void ReverbCombs::feed(Run& run, const float* in, const BesideCombs& beside) {
+    kernels_.runCombs({lanes_, in, run.rows.data(), beside, run.frames});
     for (int comb = 0; comb < CombLanes::kCount; ++comb) {
-        if (copied[comb]) {
-            rings_[comb].write(rows[comb], frames);
+        if (run.copied[comb]) {
+            rings_[comb].write(run.rows[comb], run.frames);
         } else {
-            rings_[comb].advance(frames);
+            rings_[comb].advance(run.frames);
         }
     }
 }

@@ -55,8 +55,18 @@ class ReverbCombs {
     void mute();               // rings only; the loops' filters keep their state
     void clear();
 
-    // Feeds `in` to all combs, up to kMostFrames at a time; writes the sum of each side.
-    void render(const float* in, int frames, float* left, float* right);
+    // A run takes two steps, because no output depends on an input of the same run: sum writes the
+    // sum of each side, up to kMostFrames at a time; feed gives `in` to all combs and
+    // does other work meanwhile, for which their waits leave room.
+    struct Run {
+        static constexpr int kStride = kMostFrames + kMostLanes;
+        alignas(kVectorBytes) std::array<float, CombLanes::kCount * kStride> copies;
+        std::array<float*, CombLanes::kCount> rows;
+        std::array<bool, CombLanes::kCount> copied;
+        int frames;
+    };
+    void sum(Run& run, int frames, float* left, float* right);
+    void feed(Run& run, const float* in, const BesideCombs& beside);
 
   private:
     const Kernels& kernels_ = kernels();

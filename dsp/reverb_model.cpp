@@ -96,17 +96,10 @@ void ReverbModel::clear() {
     for (ReverbAllpass& allpass : rightAllpasses_) allpass.clear();
 }
 
-void ReverbModel::render(float* left, float* right, int frames) {
-    for (int from = 0; from < frames; from += kMostFrames) {
-        renderRun(left + from, right + from, std::min(kMostFrames, frames - from));
-    }
-}
-
-void ReverbModel::renderRun(float* left, float* right, int frames) {
-    constexpr int kRoom = kMostFrames + kMostLanes;
-    alignas(kVectorBytes) std::array<float, kRoom> in, roomLeft, roomRight;
-    for (int t = 0; t < frames; ++t) in[t] = (left[t] + right[t]) * gain_;
-    combs_.render(in.data(), frames, roomLeft.data(), roomRight.data());
+void ReverbModel::render(Run& run, float* left, float* right, int frames) {
+    alignas(kVectorBytes) std::array<float, kMostFrames + kMostLanes> roomLeft, roomRight;
+    for (int t = 0; t < frames; ++t) run.in[t] = (left[t] + right[t]) * gain_;
+    combs_.sum(run.combs, frames, roomLeft.data(), roomRight.data());
     for (ReverbAllpass& allpass : leftAllpasses_) allpass.render(roomLeft.data(), frames);
     for (ReverbAllpass& allpass : rightAllpasses_) allpass.render(roomRight.data(), frames);
     for (int t = 0; t < frames; ++t) {
@@ -114,7 +107,7 @@ void ReverbModel::renderRun(float* left, float* right, int frames) {
         // intentional: the right side takes the finished left output, dry part included
         right[t] = roomRight[t] * wet1_ + left[t] * wet2_ + right[t] * dry_;
     }
-    countSilence(in.data(), left, frames);
+    countSilence(run.in.data(), left, frames);
 }
 
 // Searches backwards, because the last frame is usually the last one heard.

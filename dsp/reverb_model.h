@@ -44,14 +44,21 @@ class ReverbModel {
     void mute();   // empties the lines unless frozen; the combs' filters keep their state
     void clear();  // all states, even when frozen; settings stay
 
-    // In place, any number of frames.
-    void render(float* left, float* right, int frames);
+    // Up to kMostFrames in place. Then call feed once; see ReverbCombs. Each step gets the same
+    // Run.
+    struct Run {
+        alignas(kVectorBytes) std::array<float, kMostFrames + kMostLanes> in;
+        ReverbCombs::Run combs;
+    };
+    void render(Run& run, float* left, float* right, int frames);
+    void feed(Run& run, const BesideCombs& beside) {
+        combs_.feed(run.combs, run.in.data(), beside);
+    }
 
     // Consecutive frames with the left output within 0.0001 and the input within 0.1.
     std::int32_t silentFrames() const { return silentFrames_; }
 
   private:
-    void renderRun(float* left, float* right, int frames);
     void countSilence(const float* in, const float* out, int frames);
 
     bool isFrozen() const { return mode_ >= 0.5f; }

@@ -29,14 +29,28 @@ class SquareLfo {
 
     // Within -1 .. 1.
     float tick() {
-        const float raw = count_ < halfPeriod_ ? 1.0f : -1.0f;
+        const float raw = square();
         count_ += 1.0f;
         if (count_ >= 2.0f * halfPeriod_) count_ = 0.0f;
-        smoothed_ += (raw - smoothed_) * coefficient_;
+        return follow(raw);
+    }
+
+    // Instead of many ticks in a row: while the square holds for so many of them, skip its counter
+    // and follow it that often.
+    bool holds(int ticks) const {
+        const float until = square() > 0.0f ? halfPeriod_ : 2.0f * halfPeriod_;
+        return count_ + static_cast<float>(ticks) < std::min(until, kCountable);
+    }
+    float square() const { return count_ < halfPeriod_ ? 1.0f : -1.0f; }
+    void skip(int ticks) { count_ += static_cast<float>(ticks); }
+    float follow(float square) {
+        smoothed_ += (square - smoothed_) * coefficient_;
         return smoothed_;
     }
 
   private:
+    static constexpr float kCountable = 16777216.0f;  // the counter then stands still
+
     void update() {
         constexpr double kForever = 1e9;  // samples
         halfPeriod_ = static_cast<float>(std::min(0.5 / hz_ * sampleRate_, kForever));

@@ -50,9 +50,14 @@ void Engine::renderAwake(float* left, float* right, int frames) {
     }
     stages_.chorus.render(mono_, frames, stereo_);
     stages_.phaser.render(stereo_, frames);
-    stages_.reverb.render(stereo_, frames);
+    float* const outputs[] = {stereo_.left.data(), stereo_.right.data()};
+    SpringReverb::Run reverb;
+    stages_.reverb.render(reverb, stereo_, frames);
     applyGain(sounding, frames);
-    const int quiet = limiter_.render(stereo_.left.data(), stereo_.right.data(), frames, kAudible);
+    dsp::PeakLimiter::Run peaks;
+    limiter_.begin(peaks, outputs[0], outputs[1], frames);
+    stages_.reverb.feed(reverb, peaks.follower, peaks.levels.data(), frames);
+    const int quiet = limiter_.finish(peaks, outputs[0], outputs[1], frames, kAudible);
     std::copy_n(stereo_.left.data(), frames, left);
     std::copy_n(stereo_.right.data(), frames, right);
     countSilence(frames - sounding + quiet);

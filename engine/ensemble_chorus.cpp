@@ -13,6 +13,10 @@ constexpr double kShortestSeconds = 0.0017066702;
 constexpr double kLongestSeconds = 0.0051200003;
 constexpr float kInitialDelaySamples = 100.0f;
 constexpr int kLineCapacity = 1922;  // samples
+
+std::array<float*, EnsembleChorus::kTaps> rows(std::array<Signal, EnsembleChorus::kTaps>& signals) {
+    return {signals[0].data(), signals[1].data(), signals[2].data()};
+}
 }  // namespace
 
 EnsembleChorus::EnsembleChorus()
@@ -59,15 +63,27 @@ float EnsembleChorus::tapPosition(int tap) const {
     return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
 }
 
-void EnsembleChorus::renderTap(int tap, const Signal& modulation, int frames, Signal& signal) {
-    const float shortest = shortestDelay();
-    const float longest = longestDelay();
-    Signal delays{};
-    for (int t = 0; t < frames; ++t) {
-        delays[t] = shortest + (longest - shortest) * (modulation[t] + 1.0f) * 0.5f;
+// Both in one loop, because each waits for its own previous sample.
+void EnsembleChorus::tickModulators(int frames, Signal& slow, Signal& fast) {
+    dsp::SquareLfo slowLfo = slowLfo_;
+    dsp::SquareLfo fastLfo = fastLfo_;
+    if (slowLfo.holds(frames) && fastLfo.holds(frames)) {
+        const float slowSquare = slowLfo.square();
+        const float fastSquare = fastLfo.square();
+        for (int t = 0; t < frames; ++t) {
+            slow[t] = slowLfo.follow(slowSquare);
+            fast[t] = fastLfo.follow(fastSquare);
+        }
+        slowLfo.skip(frames);
+        fastLfo.skip(frames);
+    } else {
+        for (int t = 0; t < frames; ++t) {
+            slow[t] = slowLfo.tick();
+            fast[t] = fastLfo.tick();
+        }
     }
-    lines_[tap].sweep(delays.data(), signal.data(), frames);
-    for (int t = 0; t < frames; ++t) signal[t] *= 1.0f - modulation[t] * 0.4f;
+    slowLfo_ = slowLfo;
+    fastLfo_ = fastLfo;
 }
 
 void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
@@ -79,14 +95,7 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
         return;
     }
     Signal slow, fast, slowDelayed, fastDelayed;
-    dsp::SquareLfo slowLfo = slowLfo_;
-    dsp::SquareLfo fastLfo = fastLfo_;
-    for (int t = 0; t < frames; ++t) {
-        slow[t] = slowLfo.tick();
-        fast[t] = fastLfo.tick();
-    }
-    slowLfo_ = slowLfo;
-    fastLfo_ = fastLfo;
+    tickModulators(frames, slow, fast);
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
         fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
@@ -94,22 +103,20 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
     slowRing_.exchange(slowDelayed.data(), frames);
     fastRing_.exchange(fastDelayed.data(), frames);
 
-    std::array<Signal, kTaps> modulations;
-    for (int t = 0; t < frames; ++t) {
-        modulations[0][t] = slow[t] + fast[t];
-        modulations[1][t] = slowDelayed[t] + fastDelayed[t];
-        modulations[2][t] = -slow[t] - fastDelayed[t];
+    std::array<Signal, kTaps> delays, gains, taps;
+    kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
+                           shortestDelay(), longestDelay(), rows(delays), rows(gains), frames});
+    for (int tap = 0; tap < kTaps; ++tap) {
+        lines_[tap].sweep(delays[tap].data(), in.data(), taps[tap].data(), frames);
     }
-    std::array<Signal, kTaps> taps = {in, in, in};
-    for (int tap = 0; tap < kTaps; ++tap) renderTap(tap, modulations[tap], frames, taps[tap]);
-
-    const auto& w = rightWeight_;
-    for (int t = 0; t < frames; ++t) {
-        const float dry = in[t] * -0.5f * dryAdd_;
-        out.left[t] = (1.0f - w[2]) * taps[2][t] + (1.0f - w[1]) * taps[1][t] +
-                      (1.0f - w[0]) * taps[0][t] + dry;
-        out.right[t] = w[2] * taps[2][t] + w[1] * taps[1][t] + w[0] * taps[0][t] + dry;
-    }
+    kernels_.mixTaps({in.data(),
+                      dryAdd_,
+                      {taps[0].data(), taps[1].data(), taps[2].data()},
+                      {gains[0].data(), gains[1].data(), gains[2].data()},
+                      rightWeight_,
+                      out.left.data(),
+                      out.right.data(),
+                      frames});
 }
 
 }  // namespace engine

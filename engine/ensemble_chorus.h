@@ -17,7 +17,7 @@ namespace engine {
 //     u1 = s + f,  u2 = s' + f',  u3 = -s - f'
 class EnsembleChorus : public ChorusControl {
   public:
-    static constexpr int kTaps = 3;
+    static constexpr int kTaps = dsp::kChorusTaps;
 
     EnsembleChorus();
 
@@ -58,8 +58,9 @@ class EnsembleChorus : public ChorusControl {
     std::array<dsp::FractionalDelay, kTaps> lines_;
 
   private:
-    // Renders one tap in place.
-    void renderTap(int tap, const Signal& modulation, int frames, Signal& signal);
+    void tickModulators(int frames, Signal& slow, Signal& fast);
+
+    const dsp::Kernels& kernels_ = dsp::kernels();
 };
 
 }  // namespace engine

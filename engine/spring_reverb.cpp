@@ -105,6 +105,10 @@ void SpringReverb::clearFault() {
     reverb_.clear();
 }
 
+bool SpringReverb::springs() const {
+    return settings_.spring > kSpringThreshold;
+}
+
 void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
     Signal spring;
     springLine_.read(spring.data(), frames);
@@ -116,38 +120,41 @@ void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
     }
 }
 
-void SpringReverb::feedSpring(const Signal& side, const Signal& feedback, int frames) {
-    dsp::OnePole filter = springFilter_;
-    Signal in;
-    float last = feedback_;
-    for (int t = 0; t < frames; ++t) {
-        const float low = filter.tickLowPass(last * 0.9f);
-        in[t] = (low * 0.5f + side[t]) * settings_.spring;
-        last = feedback[t];
-    }
-    springFilter_ = filter;
-    springLine_.write(in.data(), frames);
-}
-
 // The spring's line is longer than any segment, so its output can be read before its input is
 // known.
-void SpringReverb::render(StereoSignal& signal, int frames) {
+void SpringReverb::render(Run& run, StereoSignal& signal, int frames) {
     static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);
     if (!on_) return;
-    const bool springs = settings_.spring > kSpringThreshold;
-    Signal side;
-    if (springs) addSpring(signal, frames, side);
+    if (springs()) addSpring(signal, frames, run.side);
     const Signal busRight = signal.right;
-    reverb_.render(signal.left.data(), signal.right.data(), frames);
-    Signal feedback;
+    reverb_.render(run.room, signal.left.data(), signal.right.data(), frames);
+    float feedback = feedback_;
     for (int t = 0; t < frames; ++t) {
+        run.feedback[t] = feedback * 0.9f;  // of the frame before
         const float z = dsp::flushed(signal.left[t]) * 0.5f + busRight[t];
-        feedback[t] = z - z * z * z * 0.5f;
+        feedback = z - z * z * z * 0.5f;
+    }
+    feedback_ = feedback;
+    for (int t = 0; t < frames; ++t) {
         signal.left[t] = std::clamp(2.0f * signal.left[t], -4.0f, 4.0f);
         signal.right[t] = std::clamp(2.0f * signal.right[t], -4.0f, 4.0f);
     }
-    if (springs) feedSpring(side, feedback, frames);
-    feedback_ = feedback[frames - 1];
+}
+
+void SpringReverb::feed(Run& run, dsp::PeakFollower& follower, double* levels, int frames) {
+    if (!on_) {
+        for (int t = 0; t < frames; ++t) levels[t] = follower.tick(levels[t]);
+        return;
+    }
+    dsp::OnePole filter = springFilter_;
+    reverb_.feed(run.room, {filter, run.feedback.data(), follower, levels});
+    if (!springs()) return;
+    springFilter_ = filter;
+    Signal in;
+    for (int t = 0; t < frames; ++t) {
+        in[t] = (run.feedback[t] * 0.5f + run.side[t]) * settings_.spring;
+    }
+    springLine_.write(in.data(), frames);
 }
 
 }  // namespace engine

@@ -29,18 +29,24 @@ class SpringReverb final : public ReverbControl {
     // Clears all states, including those that a program change leaves alone.
     void clearFault();
 
-    // Renders one segment in place.
-    void render(StereoSignal& signal, int frames);
+    // Renders one segment in place; then feed gives the same segment to the lines and follows
+    // `levels` in place meanwhile. Both get the same Run.
+    struct Run {
+        dsp::ReverbModel::Run room;
+        Signal side;
+        Signal feedback;  // from the room into the spring
+    };
+    void render(Run& run, StereoSignal& signal, int frames);
+    void feed(Run& run, dsp::PeakFollower& follower, double* levels, int frames);
 
   private:
     void updateLevels();
     void updateDamping();
     void updateRoom();
     void tuneSpring();
-    // Adds the spring's output to both sides and writes the side signal for feedSpring.
+    bool springs() const;
+    // Adds the spring's output to both sides and writes the side signal that feeds it.
     void addSpring(StereoSignal& signal, int frames, Signal& side);
-    // Writes the spring's input; `feedback` comes from the output of the room.
-    void feedSpring(const Signal& side, const Signal& feedback, int frames);
 
     double sampleRate_ = 44100.0;
     bool on_ = false;

@@ -140,20 +140,20 @@ void ToneStages::renderNoise(const ToneSources& sources, int frames) {
 
 // The noise also modulates the corner of the breath filter, one frame ahead.
 void ToneStages::breathe(int frames, Signal& mix) {
-    Signal coefficients;
-    for (int t = 0; t < frames; ++t) {
-        const double coefficient = kTwoPi / sampleRate_ * (noise_[t] + 1.0) * kBreathHertz;
-        coefficients[t] = limitedCoefficient(coefficient);
-    }
+    const auto coefficient = [&](int t) {
+        return limitedCoefficient(kTwoPi / sampleRate_ * (noise_[t] + 1.0) * kBreathHertz);
+    };
     if (highPassControl_ < kBreathBelow) {
         dsp::StateVariableFilter breath = breath_;
+        Signal coefficients;
+        for (int t = 0; t < frames; ++t) coefficients[t] = coefficient(t);
         for (int t = 0; t < frames; ++t) {
             mix[t] += 0.5f * breath.process(mix[t]);
             breath.setCoefficient(coefficients[t]);
         }
         breath_ = breath;
     }
-    breath_.setCoefficient(coefficients[frames - 1]);
+    breath_.setCoefficient(coefficient(frames - 1));
 }
 
 void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,

@@ -4,6 +4,8 @@
 #include <array>
 
 #include "dsp/lanes/width.h"
+#include "dsp/one_pole.h"
+#include "dsp/peak_follower.h"
 
 namespace dsp {
 
@@ -17,14 +19,29 @@ struct alignas(kVectorBytes) CombLanes {
     float feedback = 0.0f;
 };
 
-// `rows` holds the delayed samples of each comb; the kernel replaces them by the comb's next input.
-// All rows and sums need room for whole vectors.
+// `rows` holds the delayed samples of each comb. All rows and sums need room for whole vectors.
+struct CombRows {
+    float* const* rows;
+    float* left;  // receives the sum of the combs
+    float* right;
+    int frames;
+};
+
+// Work that has nothing to do with the combs, but waits for its own previous sample as they do:
+// each filters its row in place.
+struct BesideCombs {
+    OnePole& lowPass;
+    float* lowPassed;
+    PeakFollower& follower;
+    double* followed;
+};
+
+// Replaces the samples in `rows` by the next input of each comb.
 struct CombRun {
     CombLanes& combs;
     const float* in;
     float* const* rows;
-    float* left;  // receives the sum of the combs
-    float* right;
+    const BesideCombs& beside;
     int frames;
 };
 

@@ -1,7 +1,10 @@
-// Arguments of placeTaps: read positions of a delay line whose delay changes every frame.
+// Arguments of placeTaps and readTaps: a delay line whose delay changes every frame.
 #pragma once
 
 namespace dsp {
+
+// At and above this level the offset of a FractionalDelay does not change a float.
+constexpr float kInsensitive = 1e-29f;
 
 // All rows need room for whole vectors.
 struct DelayTaps {
@@ -9,10 +12,13 @@ struct DelayTaps {
     int write;            // write index at the first frame
     int size;             // of the ring; at least `frames`
     int frames;
-    // Per frame: the two samples to interpolate, and the weight of the second.
+    // Per frame: the first of two samples to interpolate, and the weight of the second.
     int* index;
-    int* next;
     float* fraction;
 };
+
+// kUnfit: some frame reads a sample that the run has yet to write or has already overwritten.
+// kClose: any vector of frames reads from a few samples in a row, as readTaps requires.
+enum class TapPlaces { kUnfit, kScattered, kClose };
 
 }  // namespace dsp

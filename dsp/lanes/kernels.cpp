@@ -20,9 +20,10 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
-                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
-                              runCombs,  runAllpass,  holdPeaks};
+constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
+                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
+                              readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
+                              runAllpass, holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 #undef QUARZEL_FUSED
@@ -40,9 +41,10 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, run
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
-                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
-                              runCombs,  runAllpass,  holdPeaks};
+constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
+                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
+                              readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
+                              runAllpass, holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -83,9 +85,22 @@ inline void sumRampsInEither(LevelRamps& ramps, float* sum, int frames) {
     (Groups(ramps.on).count > 1 ? avx512wide::sumRamps : sumRamps)(ramps, sum, frames);
 }
 
-constexpr Kernels kKernels = {runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither,
-                              runRamps,  sumRampsInEither,    runSections,        runTone,
-                              runPhaser, placeTaps,           runCombs,           runAllpass,
+constexpr Kernels kKernels = {runPhases,
+                              runFeedbackInEither,
+                              runSquaredInEither,
+                              sumVoicesInEither,
+                              runRamps,
+                              sumRampsInEither,
+                              runSections,
+                              runTone,
+                              runPhaser,
+                              placeTaps,
+                              readTaps,
+                              modulateTaps,
+                              mixTaps,
+                              sumCombs,
+                              runCombs,
+                              runAllpass,
                               holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES

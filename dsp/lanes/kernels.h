@@ -1,6 +1,7 @@
 // The inner loops that run in lanes, and the choice of their instruction set.
 #pragma once
 
+#include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
 #include "dsp/lanes/tone_runs.h"
@@ -32,9 +33,16 @@ struct Kernels {
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
-    // False if a delay lies outside 0..size; the taps are then unusable.
-    bool (*placeTaps)(const DelayTaps& taps);
-    // The reverb: all combs, and one allpass on its line and signal in place.
+    // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
+    // kInsensitive or NaN.
+    TapPlaces (*placeTaps)(const DelayTaps& taps);
+    bool (*readTaps)(const float* line, const DelayTaps& taps, float* out);
+    // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
+    void (*modulateTaps)(const ChorusModulation& run);
+    void (*mixTaps)(const ChorusMix& run);
+    // The reverb: output and then input of all combs, and one allpass on its line and signal in
+    // place.
+    void (*sumCombs)(const CombRows& run);
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
     // Turns the limiter's followers into gains, in place. All must be finite, also those that fill

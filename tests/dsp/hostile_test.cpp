@@ -186,7 +186,7 @@ TEST(Hostile, Effects) {
         });
     const auto tickReverb = [](ReverbModel& model, float x) {
         float left = x, right = x;
-        model.render(&left, &right, 1);
+        process(model, left, right);
         return left;
     };
     expectUnharmed<ReverbModel>(

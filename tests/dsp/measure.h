@@ -5,6 +5,8 @@
 #include <limits>
 #include <vector>
 
+#include "dsp/reverb_model.h"
+
 namespace dsp {
 
 constexpr double kTwoPi = 6.283185307179586;
@@ -12,6 +14,17 @@ constexpr double kTwoPi = 6.283185307179586;
 constexpr float kHostile[] = {std::numeric_limits<float>::quiet_NaN(),
                               std::numeric_limits<float>::infinity(),
                               -std::numeric_limits<float>::infinity()};
+
+// One frame of the reverb in place.
+inline void process(ReverbModel& model, float& left, float& right) {
+    ReverbModel::Run run;
+    OnePole lowPass;
+    PeakFollower follower;
+    float lowPassed = 0.0f;
+    double followed = 0.0;
+    model.render(run, &left, &right, 1);
+    model.feed(run, {lowPass, &lowPassed, follower, &followed});
+}
 
 // Gain of `tick` for a sine of `hz`, measured after half a second.
 template <typename Tick>

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <memory>
 
+#include "tests/dsp/measure.h"
+
 namespace dsp {
 namespace {
 
@@ -14,7 +16,7 @@ class Reverb : public ::testing::Test {
     const float* tick(float left, float right) {
         out_[0] = left;
         out_[1] = right;
-        model_->render(&out_[0], &out_[1], 1);
+        process(*model_, out_[0], out_[1]);
         return out_;
     }
 
