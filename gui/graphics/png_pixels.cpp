@@ -10,8 +10,9 @@ namespace {
 
 constexpr size_t kSignatureBytes = 8;
 constexpr uint32_t kOpaque = 0xFF000000u;
+constexpr int kNearest = 4;  // the filter that predicts from three neighbours
 
-// One pixel; the upper half is idle, because compilers treat shorter vectors number by number.
+// Two pixels.
 typedef int16_t Shorts __attribute__((vector_size(16)));
 typedef uint64_t Words __attribute__((vector_size(16)));
 
@@ -46,14 +47,11 @@ bool readAlpha(const uint8_t* data, size_t size, PlainPng& png) {
 }
 
 // Widens the four bytes, in an order of its own that narrowed() undoes.
-Shorts widened(uint32_t pixel) {
-    const uint64_t wide = (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu)
-                                                      << 32;
-    return reinterpret_cast<Shorts>(Words{wide, 0});
+uint64_t widened(uint32_t pixel) {
+    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
 }
 
-uint32_t narrowed(const Shorts& bytes) {
-    const uint64_t wide = reinterpret_cast<Words>(bytes)[0];
+uint32_t narrowed(uint64_t wide) {
     return static_cast<uint32_t>(wide) | static_cast<uint32_t>(wide >> 32) << 8;
 }
 
@@ -82,11 +80,34 @@ Shorts nearestNeighbour(const Shorts& left, const Shorts& above, const Shorts& c
     return ((toLeft <= toAbove) & (toLeft <= toCorner)) ? left : second;
 }
 
-// The bytes red, green, blue. Reads a fourth.
+// The bytes red, green, blue. Reads the byte before them.
 uint32_t colourAt(const uint8_t* from) {
     uint32_t bytes;
-    std::memcpy(&bytes, from, sizeof bytes);
-    return (bytes & 255) << 16 | (bytes & 0xFF00) | (bytes >> 16 & 255);
+    std::memcpy(&bytes, from - 1, sizeof bytes);
+    return (bytes << 8 & 0xFF0000u) | (bytes >> 8 & 0xFF00u) | bytes >> 24;
+}
+
+// Undoes the filter that predicts from three neighbours, in two rows at once. The second is one
+// pixel behind the first, which yields what is above it. A single row has none behind it.
+void unfilterByNearest(const uint8_t* first, const uint8_t* second, const uint32_t* above,
+                       uint32_t* to, int width) {
+    Words left{}, corner{};
+    uint32_t* const toSecond = to + width;
+    for (int x = 0; x <= width; ++x) {
+        const bool inFirst = x < width;
+        const bool inSecond = second && x > 0;
+        const Words over{inFirst ? widened(above[x]) : 0, left[0]};
+        const Words added{inFirst ? widened(colourAt(first + 3 * x)) : 0,
+                          inSecond ? widened(colourAt(second + 3 * (x - 1))) : 0};
+        const Shorts sum = reinterpret_cast<Shorts>(added) +
+                           nearestNeighbour(reinterpret_cast<Shorts>(left),
+                                            reinterpret_cast<Shorts>(over),
+                                            reinterpret_cast<Shorts>(corner));
+        left = reinterpret_cast<Words>(sum & 255);
+        corner = over;
+        if (inFirst) to[x] = narrowed(left[0]) | kOpaque;
+        if (inSecond) toSecond[x - 1] = narrowed(left[1]) | kOpaque;
+    }
 }
 
 // Undoes the filter of one row of colours. The row above is transparent black for the first.
@@ -110,18 +131,9 @@ bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uin
                 to[x] = left =
                     addedBytes(colourAt(from + 3 * x), meanBytes(left, above[x])) | kOpaque;
             return true;
-        case 4: {
-            Shorts wideLeft{}, corner{};
-            for (int x = 0; x < width; ++x) {
-                const Shorts wideAbove = widened(above[x]);
-                const Shorts sum =
-                    widened(colourAt(from + 3 * x)) + nearestNeighbour(wideLeft, wideAbove, corner);
-                wideLeft = sum & 255;
-                corner = wideAbove;
-                to[x] = narrowed(wideLeft) | kOpaque;
-            }
+        case kNearest:
+            unfilterByNearest(from, nullptr, above, to, width);
             return true;
-        }
         default:
             return false;
     }
@@ -161,27 +173,46 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
     return std::nullopt;
 }
 
-std::optional<PictureRows> pictureOf(PlainPng png, std::vector<uint8_t> unpacked) {
-    const size_t rowBytes = static_cast<size_t>(png.width) * png.pixelBytes;
-    const uint8_t* from = unpacked.data();
+std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
+    const size_t rowBytes = 1 + static_cast<size_t>(png.width) * png.pixelBytes;
+    const size_t size = png.height * rowBytes;
     if (png.pixelBytes == 1) {
-        for (int y = 0; y < png.height; ++y, from += 1 + rowBytes) {
+        ZeroedBytes indices(size);
+        if (!unpack(indices.data(), size, png.compressed)) return std::nullopt;
+        const uint8_t* from = indices.data();
+        for (int y = 0; y < png.height; ++y, from += rowBytes) {
             uint8_t largest = 0;
-            for (size_t x = 1; x <= rowBytes; ++x) largest = std::max(largest, from[x]);
+            for (size_t x = 1; x < rowBytes; ++x) largest = std::max(largest, from[x]);
             const bool isFiltered = *from != 0;
             if (isFiltered || largest >= png.palette.size()) return std::nullopt;
         }
-        return PictureRows(png.width, png.height, std::move(png.palette), std::move(unpacked));
+        return PictureRows(png.width, png.height, std::move(png.palette), std::move(indices));
     }
+    // Unpack to the end of the pixels. They take more room, but never overtake the rows still to
+    // come.
     PixelBuffer picture(png.width, png.height);
+    picture.expectFilled();
+    const uint8_t* from = reinterpret_cast<uint8_t*>(picture.row(png.height)) - size;
+    if (!unpack(reinterpret_cast<uint8_t*>(picture.row(png.height)) - size, size, png.compressed))
+        return std::nullopt;
     const std::vector<uint32_t> nothing(static_cast<size_t>(png.width));
     const uint32_t* above = nothing.data();
-    for (int y = 0; y < png.height; ++y, from += 1 + rowBytes) {
-        if (!unfilterColours(*from, from + 1, above, picture.row(y), png.width))
+    std::vector<uint8_t> rows(2 * rowBytes);
+    for (int y = 0; y < png.height;) {
+        const bool isPair =
+            y + 1 < png.height && from[0] == kNearest && from[rowBytes] == kNearest;
+        const int count = isPair ? 2 : 1;
+        std::copy(from, from + count * rowBytes, rows.data());
+        from += count * rowBytes;
+        if (isPair) {
+            unfilterByNearest(&rows[1], &rows[rowBytes + 1], above, picture.row(y), png.width);
+        } else if (!unfilterColours(rows[0], &rows[1], above, picture.row(y), png.width)) {
             return std::nullopt;
-        above = picture.row(y);
+        }
+        y += count;
+        above = picture.row(y - 1);
     }
-    return PictureRows(std::move(picture));
+    return PictureRows(std::move(picture), true);
 }
 
 }  // namespace VSTGUI

@@ -92,6 +92,7 @@ class CFrame final : public CViewContainer {
     ~CFrame() noexcept override = default;
     void callIdleViews();
     void fitWindow();
+    bool isCoveredByBackground() const;
 
     VSTGUIEditorInterface* editor_;
     FrameSurface surface_;
