@@ -72,10 +72,9 @@ std::optional<PictureRows> readPlainPicture(const uint8_t* bytes, size_t size) {
     if (!png) return std::nullopt;
     return pictureOf(std::move(*png), [](uint8_t* to, size_t length,
                                          const std::vector<uint8_t>& compressed) {
-        const int unpacked =
-            stbi_zlib_decode_buffer(reinterpret_cast<char*>(to), static_cast<int>(length),
-                                    reinterpret_cast<const char*>(compressed.data()),
-                                    static_cast<int>(compressed.size()));
+        const int unpacked = stbi_zlib_decode_buffer(
+            reinterpret_cast<char*>(to), static_cast<int>(length),
+            reinterpret_cast<const char*>(compressed.data()), static_cast<int>(compressed.size()));
         return unpacked == static_cast<int>(length);
     });
 }

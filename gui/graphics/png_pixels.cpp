@@ -12,8 +12,10 @@ constexpr size_t kSignatureBytes = 8;
 constexpr uint32_t kOpaque = 0xFF000000u;
 constexpr int kNearest = 4;  // the filter that predicts from three neighbours
 
-// Two pixels.
-typedef int16_t Shorts __attribute__((vector_size(16)));
+typedef uint8_t Octets __attribute__((vector_size(16)));
+typedef uint8_t HalfOctets __attribute__((vector_size(8)));
+typedef int16_t Shorts __attribute__((vector_size(16)));  // two pixels
+typedef uint32_t Quads __attribute__((vector_size(16)));
 typedef uint64_t Words __attribute__((vector_size(16)));
 
 uint32_t bigEndian(const uint8_t* bytes) {
@@ -46,13 +48,16 @@ bool readAlpha(const uint8_t* data, size_t size, PlainPng& png) {
     return true;
 }
 
-// Widens the four bytes, in an order of its own that narrowed() undoes.
-uint64_t widened(uint32_t pixel) {
-    return (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu) << 32;
+Shorts widened(uint32_t first, uint32_t second) {
+    return reinterpret_cast<Shorts>(
+        __builtin_shufflevector(reinterpret_cast<Octets>(Quads{first, second, 0, 0}), Octets{}, 0,
+                                16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
 }
 
-uint32_t narrowed(uint64_t wide) {
-    return static_cast<uint32_t>(wide) | static_cast<uint32_t>(wide >> 32) << 8;
+uint32_t bytesAt(const uint8_t* from) {
+    uint32_t bytes;
+    std::memcpy(&bytes, from, sizeof bytes);
+    return bytes;
 }
 
 Shorts distance(const Shorts& from, const Shorts& to) {
@@ -80,37 +85,75 @@ Shorts nearestNeighbour(const Shorts& left, const Shorts& above, const Shorts& c
     return ((toLeft <= toAbove) & (toLeft <= toCorner)) ? left : second;
 }
 
+// From the order in files to that of pixels, or back.
+uint32_t swapped(uint32_t pixel) {
+    return (pixel >> 16 & 255) | (pixel & 0xFF00) | (pixel & 255) << 16 | kOpaque;
+}
+
 // The bytes red, green, blue. Reads the byte before them.
 uint32_t colourAt(const uint8_t* from) {
-    uint32_t bytes;
-    std::memcpy(&bytes, from - 1, sizeof bytes);
-    return (bytes << 8 & 0xFF0000u) | (bytes >> 8 & 0xFF00u) | bytes >> 24;
+    return swapped(bytesAt(from - 1) >> 8);
 }
 
 // Undoes the filter that predicts from three neighbours, in two rows at once. The second is one
-// pixel behind the first, which yields what is above it. A single row has none behind it.
-void unfilterByNearest(const uint8_t* first, const uint8_t* second, const uint32_t* above,
-                       uint32_t* to, int width) {
-    Words left{}, corner{};
-    uint32_t* const toSecond = to + width;
-    for (int x = 0; x <= width; ++x) {
-        const bool inFirst = x < width;
-        const bool inSecond = second && x > 0;
-        const Words over{inFirst ? widened(above[x]) : 0, left[0]};
-        const Words added{inFirst ? widened(colourAt(first + 3 * x)) : 0,
-                          inSecond ? widened(colourAt(second + 3 * (x - 1))) : 0};
-        const Shorts sum = reinterpret_cast<Shorts>(added) +
-                           nearestNeighbour(reinterpret_cast<Shorts>(left),
-                                            reinterpret_cast<Shorts>(over),
-                                            reinterpret_cast<Shorts>(corner));
-        left = reinterpret_cast<Words>(sum & 255);
-        corner = over;
-        if (inFirst) to[x] = narrowed(left[0]) | kOpaque;
-        if (inSecond) toSecond[x - 1] = narrowed(left[1]) | kOpaque;
-    }
-}
+// pixel behind the first, which yields what is above it.
+class NearestRows {
+  public:
+    explicit NearestRows(int width)
+        : width_(static_cast<size_t>(width)),
+          second_(3 * width_ + kGap),
+          from_(second_ + 3 * width_ + kGap),
+          above_(width_ + 1),
+          first_(width_ + 1),
+          behind_(width_ + 1) {}
 
-// Undoes the filter of one row of colours. The row above is transparent black for the first.
+    // `rows` are one or two, each after a byte.
+    void undo(const uint8_t* from, int rows, const uint32_t* above, uint32_t* to) {
+        std::copy(from, from + 3 * width_, from_.data());
+        if (rows == 2) {
+            const uint8_t* const next = from + 3 * width_ + 1;
+            std::copy(next, next + 3 * width_, &from_[second_]);
+        }
+        swapRow(above, above_.data());
+        undoBoth();
+        swapRow(first_.data(), to);
+        if (rows == 2) swapRow(&behind_[1], to + width_);
+    }
+
+  private:
+    // Before a row's first pixel everything is black. After a row there is one byte to be read.
+    static constexpr size_t kGap = 4;
+
+    void swapRow(const uint32_t* from, uint32_t* to) const {
+        for (size_t x = 0; x < width_; ++x) to[x] = swapped(from[x]);
+    }
+
+    void undoBoth() {
+        const uint8_t* first = from_.data();
+        const uint8_t* second = &from_[second_ - 3];
+        Shorts left{}, corner{};
+        for (size_t x = 0; x <= width_; ++x, first += 3, second += 3) {
+            const auto over = reinterpret_cast<Shorts>(
+                __builtin_shufflevector(reinterpret_cast<Words>(widened(above_[x], 0)),
+                                        reinterpret_cast<Words>(left), 0, 2));
+            left =
+                (widened(bytesAt(first), bytesAt(second)) + nearestNeighbour(left, over, corner)) &
+                255;
+            corner = over;
+            const auto bytes = __builtin_convertvector(left, HalfOctets);
+            std::memcpy(&first_[x], &bytes, sizeof first_[x]);
+            std::memcpy(&behind_[x], reinterpret_cast<const uint8_t*>(&bytes) + 4,
+                        sizeof behind_[x]);
+        }
+    }
+
+    const size_t width_;
+    const size_t second_;  // where the second row begins
+    std::vector<uint8_t> from_;
+    std::vector<uint32_t> above_, first_, behind_;  // in the order of files
+};
+
+// Undoes any other filter of one row of colours. The row above is transparent black for the first.
 bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uint32_t* to,
                      int width) {
     uint32_t left = 0;
@@ -130,9 +173,6 @@ bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uin
             for (int x = 0; x < width; ++x)
                 to[x] = left =
                     addedBytes(colourAt(from + 3 * x), meanBytes(left, above[x])) | kOpaque;
-            return true;
-        case kNearest:
-            unfilterByNearest(from, nullptr, above, to, width);
             return true;
         default:
             return false;
@@ -197,18 +237,19 @@ std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
         return std::nullopt;
     const std::vector<uint32_t> nothing(static_cast<size_t>(png.width));
     const uint32_t* above = nothing.data();
-    std::vector<uint8_t> rows(2 * rowBytes);
+    std::vector<uint8_t> row(rowBytes);
+    NearestRows nearest(png.width);
     for (int y = 0; y < png.height;) {
-        const bool isPair =
-            y + 1 < png.height && from[0] == kNearest && from[rowBytes] == kNearest;
-        const int count = isPair ? 2 : 1;
-        std::copy(from, from + count * rowBytes, rows.data());
-        from += count * rowBytes;
-        if (isPair) {
-            unfilterByNearest(&rows[1], &rows[rowBytes + 1], above, picture.row(y), png.width);
-        } else if (!unfilterColours(rows[0], &rows[1], above, picture.row(y), png.width)) {
-            return std::nullopt;
+        uint32_t* const to = picture.row(y);
+        int count = 1;
+        if (*from == kNearest) {
+            if (y + 1 < png.height && from[rowBytes] == kNearest) count = 2;
+            nearest.undo(from + 1, count, above, to);
+        } else {
+            std::copy(from, from + rowBytes, row.data());
+            if (!unfilterColours(row[0], &row[1], above, to, png.width)) return std::nullopt;
         }
+        from += count * rowBytes;
         y += count;
         above = picture.row(y - 1);
     }

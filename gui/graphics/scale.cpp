@@ -172,8 +172,8 @@ class AcrossRows {
     std::array<int, kMostTaps> made_;
     std::array<bool, kMostTaps> isOpaque_{};
 };
-// Adds up the rows by their weights, from pixel to pixel. Sums of bytes fit, because the weights add
-// up to kWhole.
+// Adds up the rows by their weights, from pixel to pixel. Sums of bytes fit, because the weights
+// add up to kWhole.
 template <int kTaps>
 void addRows(const std::array<const uint16_t*, kMostTaps>& rows, const Taps& taps, uint32_t* line,
              size_t width) {
@@ -227,7 +227,8 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
         }
         uint32_t* const target = buffer.row(line) + area.left;
         uint32_t* const to = replaces ? target : pixels.data();
-        tapCount == 2 ? addRows<2>(rows, taps, to, width) : addRows<kMostTaps>(rows, taps, to, width);
+        tapCount == 2 ? addRows<2>(rows, taps, to, width)
+                      : addRows<kMostTaps>(rows, taps, to, width);
         if (!replaces) blendRow(to, target, area.width(), alpha);
     }
 }

@@ -8,6 +8,39 @@
 
 namespace VSTGUI {
 
+// A straight line with square caps, which extend it by half its width at both ends.
+struct ThickLine {
+    CPoint from;
+    CPoint to;
+    double width;
+
+    bool operator()(double x, double y) const {
+        const CPoint along = to - from;
+        const CPoint point(x - from.x, y - from.y);
+        const double length = std::sqrt(along.x * along.x + along.y * along.y);
+        if (length == 0) return std::max(std::abs(point.x), std::abs(point.y)) <= width / 2;
+        const double forward = (point.x * along.x + point.y * along.y) / length;
+        const double aside = (point.x * along.y - point.y * along.x) / length;
+        return std::abs(aside) <= width / 2 && forward >= -width / 2 &&
+               forward <= length + width / 2;
+    }
+};
+
+// Whether a shape may meet the pixel around this centre. Most tell no more than their bounds do.
+template <typename Shape>
+bool mayMeet(const Shape&, double, double) {
+    return true;
+}
+
+inline bool mayMeet(const ThickLine& line, double x, double y) {
+    constexpr double kToCorner = 0.75;  // of a pixel, from its centre
+    const CPoint along = line.to - line.from;
+    const double aside = (x - line.from.x) * along.y - (y - line.from.y) * along.x;
+    const double reach = line.width / 2 + kToCorner;
+    return aside * aside <= reach * reach * (along.x * along.x + along.y * along.y) ||
+           along == CPoint();
+}
+
 // `inside(x, y)` tells whether a point in pixel coordinates belongs to the shape.
 template <typename Inside>
 void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
@@ -17,6 +50,7 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
     for (int y = area.top; y < area.bottom; ++y) {
         uint32_t* const row = buffer.row(y);
         for (int x = area.left; x < area.right; ++x) {
+            if (!mayMeet(inside, x + 0.5, y + 0.5)) continue;
             int hits = 0;
             for (int j = 0; j < samples; ++j)
                 for (int i = 0; i < samples; ++i)
@@ -50,24 +84,6 @@ struct RoundedRect {
         const double dx = std::max({rect.left + r - x, x - (rect.right - r), 0.0});
         const double dy = std::max({rect.top + r - y, y - (rect.bottom - r), 0.0});
         return dx * dx + dy * dy <= r * r;
-    }
-};
-
-// A straight line with square caps, which extend it by half its width at both ends.
-struct ThickLine {
-    CPoint from;
-    CPoint to;
-    double width;
-
-    bool operator()(double x, double y) const {
-        const CPoint along = to - from;
-        const CPoint point(x - from.x, y - from.y);
-        const double length = std::sqrt(along.x * along.x + along.y * along.y);
-        if (length == 0) return std::max(std::abs(point.x), std::abs(point.y)) <= width / 2;
-        const double forward = (point.x * along.x + point.y * along.y) / length;
-        const double aside = (point.x * along.y - point.y * along.x) / length;
-        return std::abs(aside) <= width / 2 && forward >= -width / 2 &&
-               forward <= length + width / 2;
     }
 };
 

@@ -72,9 +72,9 @@ void CFrame::redraw() {
             }
             drawRect(&context, area);
         },
-                    [this](const IntRect& area) {
-                        if (window_) window_->show(surface_.picture(), area);
-                    });
+        [this](const IntRect& area) {
+            if (window_) window_->show(surface_.picture(), area);
+        });
     drawing_ = false;
 }
 
