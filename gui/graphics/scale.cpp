@@ -1,8 +1,10 @@
 // Draws a picture enlarged or reduced.
 #include "gui/graphics/scale.h"
+#include "platform/two_threads.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -197,6 +199,40 @@ void addRows(const std::array<const uint16_t*, kMostTaps>& rows, const Taps& tap
     std::memcpy(line + x, &rest, (width - x) * kBytes);
 }
 
+// One picture on its way into one area of a buffer.
+struct Scaling {
+    PixelBuffer& buffer;
+    const IntRect& area;
+    const PixelBuffer& picture;
+    const IntRect& source;
+    const std::vector<Taps>& columns;
+    double y;
+    double step;
+    uint32_t alpha;
+};
+
+void blendLines(const Scaling& scaling, int top, int bottom) {
+    const int tapCount = scaling.step <= 1 ? 2 : kMostTaps;
+    const auto width = static_cast<size_t>(scaling.area.width());
+    AcrossRows across(scaling.picture, scaling.columns, tapCount);
+    std::vector<uint32_t> pixels(width);
+    for (int line = top; line < bottom; ++line) {
+        const Taps taps =
+            tapsFor(line, scaling.y, scaling.step, scaling.source.top, scaling.source.bottom - 1);
+        std::array<const uint16_t*, kMostTaps> rows{};
+        bool replaces = scaling.alpha == 255;
+        for (int i = 0; i < tapCount; ++i) {
+            rows[i] = across.row(taps.at[i]);
+            replaces = replaces && across.isOpaque(taps.at[i]);
+        }
+        uint32_t* const target = scaling.buffer.row(line) + scaling.area.left;
+        uint32_t* const to = replaces ? target : pixels.data();
+        tapCount == 2 ? addRows<2>(rows, taps, to, width)
+                      : addRows<kMostTaps>(rows, taps, to, width);
+        if (!replaces) blendRow(to, target, scaling.area.width(), scaling.alpha);
+    }
+}
+
 }  // namespace
 
 void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& picture,
@@ -208,29 +244,20 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
     const IntRect area = there.common(clip).common(buffer.bounds());
     if (source.isEmpty() || area.isEmpty() || alpha == 0) return;
 
-    const auto width = static_cast<size_t>(area.width());
     std::vector<Taps> columns;
-    columns.reserve(width + 1);
+    columns.reserve(static_cast<size_t>(area.width()) + 1);
     for (int column = area.left; column < area.right; ++column)
         columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
     if (columns.size() % kPair != 0) columns.push_back(columns.back());
-    const int tapCount = step <= 1 ? 2 : kMostTaps;
-    AcrossRows across(picture, columns, tapCount);
-    std::vector<uint32_t> pixels(width);
-    for (int line = area.top; line < area.bottom; ++line) {
-        const Taps taps = tapsFor(line, y, step, source.top, source.bottom - 1);
-        std::array<const uint16_t*, kMostTaps> rows{};
-        bool replaces = alpha == 255;
-        for (int i = 0; i < tapCount; ++i) {
-            rows[i] = across.row(taps.at[i]);
-            replaces = replaces && across.isOpaque(taps.at[i]);
-        }
-        uint32_t* const target = buffer.row(line) + area.left;
-        uint32_t* const to = replaces ? target : pixels.data();
-        tapCount == 2 ? addRows<2>(rows, taps, to, width)
-                      : addRows<kMostTaps>(rows, taps, to, width);
-        if (!replaces) blendRow(to, target, area.width(), alpha);
-    }
+    const Scaling scaling{buffer, area, picture, source, columns, y, step, alpha};
+    constexpr int kLarge = 1 << 20;  // pixels; with fewer, starting a thread gains nothing
+    constexpr int kBand = 64;        // lines
+    if (area.width() * area.height() < kLarge) return blendLines(scaling, area.top, area.bottom);
+    std::atomic<int> next{area.top};
+    platform::inTwoThreads([&] {
+        for (int top = next.fetch_add(kBand); top < area.bottom; top = next.fetch_add(kBand))
+            blendLines(scaling, top, std::min(top + kBand, area.bottom));
+    });
 }
 
 }  // namespace VSTGUI
