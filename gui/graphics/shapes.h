@@ -8,6 +8,19 @@
 
 namespace VSTGUI {
 
+struct Ellipse {
+    CRect rect;
+
+    bool operator()(double x, double y) const {
+        const double w = rect.getWidth();
+        const double h = rect.getHeight();
+        if (w <= 0 || h <= 0) return false;
+        const double dx = (2 * x - rect.left - rect.right) * h;
+        const double dy = (2 * y - rect.top - rect.bottom) * w;
+        return dx * dx + dy * dy <= w * w * h * h;
+    }
+};
+
 // A straight line with square caps, which extend it by half its width at both ends.
 struct ThickLine {
     CPoint from;
@@ -41,6 +54,17 @@ inline bool mayMeet(const ThickLine& line, double x, double y) {
            along == CPoint();
 }
 
+// Whether a shape is known to hold the whole pixel with this corner.
+template <typename Shape>
+bool holds(const Shape&, double, double) {
+    return false;
+}
+
+// It is convex, so its corners tell.
+inline bool holds(const Ellipse& ellipse, double x, double y) {
+    return ellipse(x, y) && ellipse(x + 1, y) && ellipse(x, y + 1) && ellipse(x + 1, y + 1);
+}
+
 // `inside(x, y)` tells whether a point in pixel coordinates belongs to the shape.
 template <typename Inside>
 void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
@@ -51,6 +75,10 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
         uint32_t* const row = buffer.row(y);
         for (int x = area.left; x < area.right; ++x) {
             if (!mayMeet(inside, x + 0.5, y + 0.5)) continue;
+            if (holds(inside, x, y)) {
+                row[x] = over(pixel, row[x]);
+                continue;
+            }
             int hits = 0;
             for (int j = 0; j < samples; ++j)
                 for (int i = 0; i < samples; ++i)
@@ -60,19 +88,6 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
         }
     }
 }
-
-struct Ellipse {
-    CRect rect;
-
-    bool operator()(double x, double y) const {
-        const double w = rect.getWidth();
-        const double h = rect.getHeight();
-        if (w <= 0 || h <= 0) return false;
-        const double dx = (2 * x - rect.left - rect.right) * h;
-        const double dy = (2 * y - rect.top - rect.bottom) * w;
-        return dx * dx + dy * dy <= w * w * h * h;
-    }
-};
 
 struct RoundedRect {
     CRect rect;
