@@ -62,7 +62,14 @@ export class Browser {
     this.server.close();
     await new Promise((done) => this.process.on("exit", done));
     // Its helper processes write until they notice.
-    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
+    for (let left = 50; ; --left) {
+      try {
+        return fs.rmSync(this.profile, { recursive: true, force: true });
+      } catch (error) {
+        if (left === 0) throw error;
+        await new Promise((done) => setTimeout(done, 200));
+      }
+    }
   }
 
   call(method, params = {}) {
