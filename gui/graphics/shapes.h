@@ -54,6 +54,12 @@ inline bool mayMeet(const ThickLine& line, double x, double y) {
            along == CPoint();
 }
 
+// Of all points of the pixel, the one nearest to the ellipse's centre along both axes tells.
+inline bool mayMeet(const Ellipse& ellipse, double x, double y) {
+    const CPoint centre = ellipse.rect.getCenter();
+    return ellipse(std::clamp(centre.x, x - 0.5, x + 0.5), std::clamp(centre.y, y - 0.5, y + 0.5));
+}
+
 // Whether a shape is known to hold the whole pixel with this corner.
 template <typename Shape>
 bool holds(const Shape&, double, double) {
