@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <system_error>
-#include <thread>
 #include <vector>
 
 #include "platform/file.h"
 #include "platform/path_text.h"
 #include "platform/png_header.h"
+#include "platform/two_threads.h"
 #include "vstgui/lib/platform/iplatformbitmap.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
@@ -73,18 +72,10 @@ void PictureCache::readDoubles() {
         if (path) doubles.push_back({*picture, *path, nullptr});
     }
     std::atomic<std::size_t> next{0};
-    const auto readNext = [&] {
+    platform::inTwoThreads([&] {
         for (std::size_t i = next++; i < doubles.size(); i = next++)
             doubles[i].pixels = readPicture(doubles[i].path);
-    };
-    std::thread helper;
-    try {
-        helper = std::thread(readNext);
-    } catch (const std::system_error&) {
-        // No thread is to be had: this one does it all.
-    }
-    readNext();
-    if (helper.joinable()) helper.join();
+    });
     for (const Double& row : doubles) {
         if (!row.pixels) continue;  // damaged
         row.pixels->setScaleFactor(kDouble);

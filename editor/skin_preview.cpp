@@ -122,7 +122,7 @@ std::optional<VSTGUI::PixelBuffer> drawSkin(const std::string& skinFolder, int z
     if (!editor.open(&host) || !editor.showsSkin()) return std::nullopt;
     editor.showAt(zoom / 100.0);  // overrides the zoom in the settings
     editor.idle();
-    return VSTGUI::headless::picture(*editor.getFrame());
+    return VSTGUI::headless::takePicture(*editor.getFrame());
 }
 
 bool writePng(const std::string& path, const VSTGUI::PixelBuffer& picture) {

@@ -31,6 +31,11 @@ const PixelBuffer& picture(CFrame& frame) {
     return frame.surface().picture();
 }
 
+PixelBuffer takePicture(CFrame& frame) {
+    frame.redraw();
+    return frame.takePicture();
+}
+
 uint64_t hashOf(const PixelBuffer& pixels) {
     uint64_t hash = 0xCBF29CE484222325;
     const auto add = [&hash](uint32_t word) {

@@ -22,6 +22,8 @@ bool open(CFrame& frame);
 
 // Redraws dirty areas and returns what a window would show.
 const PixelBuffer& picture(CFrame& frame);
+// The same, without a copy. The frame has no picture afterwards.
+PixelBuffer takePicture(CFrame& frame);
 
 // FNV-1a (64 bits) of the size and the pixels.
 uint64_t hashOf(const PixelBuffer& pixels);

@@ -65,12 +65,18 @@ void CPeakMeter::onIdle() {
     }
     const int lamps = lampsAt(level_);
     const int held = lampsAt(held_);
-    if (lamps == shown_ && held == shownHeld_) return;
-    const int first = std::max(std::min({lamps, shown_, held, shownHeld_}) - 1, 0);
-    const int last = std::max({lamps, shown_, held, shownHeld_});
+    invalidateLamps(std::min(lamps, shown_), std::max(lamps, shown_));
+    if (held != shownHeld_) {
+        invalidateLamps(held - 1, held);
+        invalidateLamps(shownHeld_ - 1, shownHeld_);
+    }
     shown_ = lamps;
     shownHeld_ = held;
-    invalidRect(lampArea(first, last));
+}
+
+// The level falls from lamp to lamp, far below the peak that is held.
+void CPeakMeter::invalidateLamps(int first, int last) {
+    if (first < last && last > 0) invalidRect(lampArea(std::max(first, 0), last));
 }
 
 // The area of the lamps first .. last - 1, counted from the quiet end.

@@ -39,6 +39,7 @@ class CPeakMeter : public VSTGUI::CView {
   private:
     int lampsAt(double decibels) const;
     VSTGUI::CRect lampArea(int first, int last) const;
+    void invalidateLamps(int first, int last);
 
     VSTGUI::SharedPointer<VSTGUI::CBitmap> lit_;
     VSTGUI::SharedPointer<VSTGUI::CBitmap> dark_;

@@ -16,11 +16,10 @@ constexpr CColor kTapColor(240, 226, 180);
 constexpr CCoord kLargestRadius = 5;
 
 // Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
-void fillDisc(CDrawContext& context, CPoint centre, CCoord radius) {
+void fillDisc(CDrawContext& context, const CRect& disc) {
     const auto path = owned(context.createGraphicsPath());
     if (!path) return;
-    path->addEllipse(
-        CRect(centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius));
+    path->addEllipse(disc);
     context.drawGraphicsPath(path, CDrawContext::kPathFilled);
 }
 
@@ -40,32 +39,49 @@ std::vector<float> CTapView::positions() const {
     return positions;
 }
 
+CCoord CTapView::rowHeight() const {
+    return getHeight() / static_cast<CCoord>(std::max<std::size_t>(shown_.size(), 1));
+}
+
+CRect CTapView::discOf(std::size_t tap) const {
+    const CRect& view = getViewSize();
+    const CCoord radius = std::min(rowHeight() / 2, kLargestRadius);
+    const CCoord travel = std::max(view.getWidth() - 2 * radius, 0.0);
+    const CCoord left = view.left + travel * shown_[tap];
+    const CCoord middle = view.top + rowHeight() * (static_cast<CCoord>(tap) + 0.5);
+    return {left, middle - radius, left + 2 * radius, middle + radius};
+}
+
 void CTapView::draw(CDrawContext* context) {
     const CRect& view = getViewSize();
-    const CCoord row =
-        view.getHeight() / static_cast<CCoord>(std::max<std::size_t>(shown_.size(), 1));
-    const CCoord radius = std::min(row / 2, kLargestRadius);
-    const CCoord left = view.left + radius;
-    const CCoord travel = std::max(view.getWidth() - 2 * radius, 0.0);
-    CCoord y = view.top + row / 2;
-    for (const float position : shown_) {
+    for (std::size_t tap = 0; tap < shown_.size(); ++tap) {
+        const CRect disc = discOf(tap);
+        const CCoord radius = disc.getWidth() / 2;
         context->setDrawMode(kAliasing);
         context->setFillColor(kRangeColor);
-        const CCoord line = std::floor(y);
-        context->drawRect(CRect(left, line, left + travel, line + 1), kDrawFilled);
+        const CCoord line = std::floor(disc.top + radius);
+        context->drawRect(CRect(view.left + radius, line, view.right - radius, line + 1),
+                          kDrawFilled);
         context->setDrawMode(kAntiAliasing);
         context->setFillColor(kTapColor);
-        fillDisc(*context, CPoint(left + travel * position, y), radius);
-        y += row;
+        fillDisc(*context, disc);
     }
     setDirty(false);
 }
 
+// They move all the time, so only what is under them is drawn again.
 void CTapView::onIdle() {
     std::vector<float> now = positions();
-    if (now == shown_) return;
-    shown_ = std::move(now);
-    invalid();
+    if (now.size() != shown_.size()) {
+        shown_ = std::move(now);
+        return invalid();
+    }
+    for (std::size_t tap = 0; tap < now.size(); ++tap) {
+        if (now[tap] == shown_[tap]) continue;
+        invalidRect(discOf(tap));
+        shown_[tap] = now[tap];
+        invalidRect(discOf(tap));
+    }
 }
 
 }  // namespace editor

@@ -18,6 +18,8 @@ class CTapView : public VSTGUI::CView {
 
   private:
     std::vector<float> positions() const;  // 0..1
+    VSTGUI::CCoord rowHeight() const;
+    VSTGUI::CRect discOf(std::size_t tap) const;
 
     const EditorHost& host_;
     std::vector<float> shown_;  // never changes while drawing: one draw() may cover only a part

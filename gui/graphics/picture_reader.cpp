@@ -70,14 +70,13 @@ struct FreePixels {
 std::optional<PictureRows> readPlainPicture(const uint8_t* bytes, size_t size) {
     auto png = findPlainPng(bytes, size);
     if (!png) return std::nullopt;
-    const size_t wanted = png->unpackedSize();
-    std::vector<uint8_t> rows(wanted + 1);
-    const int unpacked =
-        stbi_zlib_decode_buffer(reinterpret_cast<char*>(rows.data()), static_cast<int>(wanted),
-                                reinterpret_cast<const char*>(png->compressed.data()),
-                                static_cast<int>(png->compressed.size()));
-    if (unpacked != static_cast<int>(wanted)) return std::nullopt;
-    return pictureOf(std::move(*png), std::move(rows));
+    return pictureOf(std::move(*png), [](uint8_t* to, size_t length,
+                                         const std::vector<uint8_t>& compressed) {
+        const int unpacked = stbi_zlib_decode_buffer(
+            reinterpret_cast<char*>(to), static_cast<int>(length),
+            reinterpret_cast<const char*>(compressed.data()), static_cast<int>(compressed.size()));
+        return unpacked == static_cast<int>(length);
+    });
 }
 
 }  // namespace

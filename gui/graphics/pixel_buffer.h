@@ -3,10 +3,10 @@
 
 #include "gui/base/color.h"
 #include "gui/base/geometry.h"
+#include "platform/memory_pages.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <new>
 #include <vector>
 
@@ -32,8 +32,7 @@ int nearestPixel(CCoord coordinate);
 IntRect nearestPixels(const CRect& rect);
 IntRect allPixelsTouched(const CRect& rect);
 
-// Takes zeroed memory from the system, which hands out large blocks page by page as they are
-// touched.
+// Takes zeroed memory from the system.
 template <class T>
 struct ZeroedMemory {
     using value_type = T;
@@ -41,11 +40,13 @@ struct ZeroedMemory {
     template <class U>
     explicit ZeroedMemory(const ZeroedMemory<U>&) {}
     T* allocate(size_t count) {
-        void* const memory = std::calloc(count, sizeof(T));
+        void* const memory = platform::takeZeroedMemory(count * sizeof(T));
         if (!memory) throw std::bad_alloc();
         return static_cast<T*>(memory);
     }
-    void deallocate(T* memory, size_t) { std::free(memory); }
+    void deallocate(T* memory, size_t count) {
+        platform::giveMemoryBack(memory, count * sizeof(T));
+    }
     void construct(T*) {}  // already zero
     template <class U>
     void construct(T* at, const U& value) {
@@ -54,6 +55,8 @@ struct ZeroedMemory {
     bool operator==(const ZeroedMemory&) const { return true; }
     bool operator!=(const ZeroedMemory&) const { return false; }
 };
+
+using ZeroedBytes = std::vector<uint8_t, ZeroedMemory<uint8_t>>;
 
 // Rows are stored from the top without gaps. A pixel holds alpha, red, green, blue from the highest
 // byte down, so the order in memory is blue, green, red, alpha. No colour exceeds its alpha.
@@ -69,6 +72,11 @@ class PixelBuffer {
     uint32_t* row(int y) { return pixels_.data() + static_cast<size_t>(y) * width_; }
     const uint32_t* row(int y) const { return pixels_.data() + static_cast<size_t>(y) * width_; }
     uint32_t at(int x, int y) const { return row(y)[x]; }
+
+    // Says that every pixel is about to be drawn.
+    void expectFilled() {
+        platform::expectFilled(pixels_.data(), pixels_.size() * sizeof(uint32_t));
+    }
 
   private:
     int width_ = 0;

@@ -10,9 +10,12 @@ namespace {
 
 constexpr size_t kSignatureBytes = 8;
 constexpr uint32_t kOpaque = 0xFF000000u;
+constexpr int kNearest = 4;  // the filter that predicts from three neighbours
 
-// One pixel; the upper half is idle, because compilers treat shorter vectors number by number.
-typedef int16_t Shorts __attribute__((vector_size(16)));
+typedef uint8_t Octets __attribute__((vector_size(16)));
+typedef uint8_t HalfOctets __attribute__((vector_size(8)));
+typedef int16_t Shorts __attribute__((vector_size(16)));  // two pixels
+typedef uint32_t Quads __attribute__((vector_size(16)));
 typedef uint64_t Words __attribute__((vector_size(16)));
 
 uint32_t bigEndian(const uint8_t* bytes) {
@@ -45,16 +48,16 @@ bool readAlpha(const uint8_t* data, size_t size, PlainPng& png) {
     return true;
 }
 
-// Widens the four bytes, in an order of its own that narrowed() undoes.
-Shorts widened(uint32_t pixel) {
-    const uint64_t wide = (pixel & 0x00FF00FFu) | static_cast<uint64_t>(pixel >> 8 & 0x00FF00FFu)
-                                                      << 32;
-    return reinterpret_cast<Shorts>(Words{wide, 0});
+Shorts widened(uint32_t first, uint32_t second) {
+    return reinterpret_cast<Shorts>(
+        __builtin_shufflevector(reinterpret_cast<Octets>(Quads{first, second, 0, 0}), Octets{}, 0,
+                                16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
 }
 
-uint32_t narrowed(const Shorts& bytes) {
-    const uint64_t wide = reinterpret_cast<Words>(bytes)[0];
-    return static_cast<uint32_t>(wide) | static_cast<uint32_t>(wide >> 32) << 8;
+uint32_t bytesAt(const uint8_t* from) {
+    uint32_t bytes;
+    std::memcpy(&bytes, from, sizeof bytes);
+    return bytes;
 }
 
 Shorts distance(const Shorts& from, const Shorts& to) {
@@ -82,14 +85,75 @@ Shorts nearestNeighbour(const Shorts& left, const Shorts& above, const Shorts& c
     return ((toLeft <= toAbove) & (toLeft <= toCorner)) ? left : second;
 }
 
-// The bytes red, green, blue. Reads a fourth.
-uint32_t colourAt(const uint8_t* from) {
-    uint32_t bytes;
-    std::memcpy(&bytes, from, sizeof bytes);
-    return (bytes & 255) << 16 | (bytes & 0xFF00) | (bytes >> 16 & 255);
+// From the order in files to that of pixels, or back.
+uint32_t swapped(uint32_t pixel) {
+    return (pixel >> 16 & 255) | (pixel & 0xFF00) | (pixel & 255) << 16 | kOpaque;
 }
 
-// Undoes the filter of one row of colours. The row above is transparent black for the first.
+// The bytes red, green, blue. Reads the byte before them.
+uint32_t colourAt(const uint8_t* from) {
+    return swapped(bytesAt(from - 1) >> 8);
+}
+
+// Undoes the filter that predicts from three neighbours, in two rows at once. The second is one
+// pixel behind the first, which yields what is above it.
+class NearestRows {
+  public:
+    explicit NearestRows(int width)
+        : width_(static_cast<size_t>(width)),
+          second_(3 * width_ + kGap),
+          from_(second_ + 3 * width_ + kGap),
+          above_(width_ + 1),
+          first_(width_ + 1),
+          behind_(width_ + 1) {}
+
+    // `rows` are one or two, each after a byte.
+    void undo(const uint8_t* from, int rows, const uint32_t* above, uint32_t* to) {
+        std::copy(from, from + 3 * width_, from_.data());
+        if (rows == 2) {
+            const uint8_t* const next = from + 3 * width_ + 1;
+            std::copy(next, next + 3 * width_, &from_[second_]);
+        }
+        swapRow(above, above_.data());
+        undoBoth();
+        swapRow(first_.data(), to);
+        if (rows == 2) swapRow(&behind_[1], to + width_);
+    }
+
+  private:
+    // Before a row's first pixel everything is black. After a row there is one byte to be read.
+    static constexpr size_t kGap = 4;
+
+    void swapRow(const uint32_t* from, uint32_t* to) const {
+        for (size_t x = 0; x < width_; ++x) to[x] = swapped(from[x]);
+    }
+
+    void undoBoth() {
+        const uint8_t* first = from_.data();
+        const uint8_t* second = &from_[second_ - 3];
+        Shorts left{}, corner{};
+        for (size_t x = 0; x <= width_; ++x, first += 3, second += 3) {
+            const auto over = reinterpret_cast<Shorts>(
+                __builtin_shufflevector(reinterpret_cast<Words>(widened(above_[x], 0)),
+                                        reinterpret_cast<Words>(left), 0, 2));
+            left =
+                (widened(bytesAt(first), bytesAt(second)) + nearestNeighbour(left, over, corner)) &
+                255;
+            corner = over;
+            const auto bytes = __builtin_convertvector(left, HalfOctets);
+            std::memcpy(&first_[x], &bytes, sizeof first_[x]);
+            std::memcpy(&behind_[x], reinterpret_cast<const uint8_t*>(&bytes) + 4,
+                        sizeof behind_[x]);
+        }
+    }
+
+    const size_t width_;
+    const size_t second_;  // where the second row begins
+    std::vector<uint8_t> from_;
+    std::vector<uint32_t> above_, first_, behind_;  // in the order of files
+};
+
+// Undoes any other filter of one row of colours. The row above is transparent black for the first.
 bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uint32_t* to,
                      int width) {
     uint32_t left = 0;
@@ -110,18 +174,6 @@ bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uin
                 to[x] = left =
                     addedBytes(colourAt(from + 3 * x), meanBytes(left, above[x])) | kOpaque;
             return true;
-        case 4: {
-            Shorts wideLeft{}, corner{};
-            for (int x = 0; x < width; ++x) {
-                const Shorts wideAbove = widened(above[x]);
-                const Shorts sum =
-                    widened(colourAt(from + 3 * x)) + nearestNeighbour(wideLeft, wideAbove, corner);
-                wideLeft = sum & 255;
-                corner = wideAbove;
-                to[x] = narrowed(wideLeft) | kOpaque;
-            }
-            return true;
-        }
         default:
             return false;
     }
@@ -161,27 +213,47 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
     return std::nullopt;
 }
 
-std::optional<PictureRows> pictureOf(PlainPng png, std::vector<uint8_t> unpacked) {
-    const size_t rowBytes = static_cast<size_t>(png.width) * png.pixelBytes;
-    const uint8_t* from = unpacked.data();
+std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
+    const size_t rowBytes = 1 + static_cast<size_t>(png.width) * png.pixelBytes;
+    const size_t size = png.height * rowBytes;
     if (png.pixelBytes == 1) {
-        for (int y = 0; y < png.height; ++y, from += 1 + rowBytes) {
+        ZeroedBytes indices(size);
+        if (!unpack(indices.data(), size, png.compressed)) return std::nullopt;
+        const uint8_t* from = indices.data();
+        for (int y = 0; y < png.height; ++y, from += rowBytes) {
             uint8_t largest = 0;
-            for (size_t x = 1; x <= rowBytes; ++x) largest = std::max(largest, from[x]);
+            for (size_t x = 1; x < rowBytes; ++x) largest = std::max(largest, from[x]);
             const bool isFiltered = *from != 0;
             if (isFiltered || largest >= png.palette.size()) return std::nullopt;
         }
-        return PictureRows(png.width, png.height, std::move(png.palette), std::move(unpacked));
+        return PictureRows(png.width, png.height, std::move(png.palette), std::move(indices));
     }
+    // Unpack to the end of the pixels. They take more room, but never overtake the rows still to
+    // come.
     PixelBuffer picture(png.width, png.height);
+    picture.expectFilled();
+    const uint8_t* from = reinterpret_cast<uint8_t*>(picture.row(png.height)) - size;
+    if (!unpack(reinterpret_cast<uint8_t*>(picture.row(png.height)) - size, size, png.compressed))
+        return std::nullopt;
     const std::vector<uint32_t> nothing(static_cast<size_t>(png.width));
     const uint32_t* above = nothing.data();
-    for (int y = 0; y < png.height; ++y, from += 1 + rowBytes) {
-        if (!unfilterColours(*from, from + 1, above, picture.row(y), png.width))
-            return std::nullopt;
-        above = picture.row(y);
+    std::vector<uint8_t> row(rowBytes);
+    NearestRows nearest(png.width);
+    for (int y = 0; y < png.height;) {
+        uint32_t* const to = picture.row(y);
+        int count = 1;
+        if (*from == kNearest) {
+            if (y + 1 < png.height && from[rowBytes] == kNearest) count = 2;
+            nearest.undo(from + 1, count, above, to);
+        } else {
+            std::copy(from, from + rowBytes, row.data());
+            if (!unfilterColours(row[0], &row[1], above, to, png.width)) return std::nullopt;
+        }
+        from += count * rowBytes;
+        y += count;
+        above = picture.row(y - 1);
     }
-    return PictureRows(std::move(picture));
+    return PictureRows(std::move(picture), true);
 }
 
 }  // namespace VSTGUI

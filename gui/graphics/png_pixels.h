@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -19,15 +20,16 @@ struct PlainPng {
     bool hasAlpha = false;
     std::vector<uint32_t> palette;    // premultiplied
     std::vector<uint8_t> compressed;  // all chunks of pixels, joined
-    size_t unpackedSize() const {
-        return static_cast<size_t>(height) * (1 + static_cast<size_t>(width) * pixelBytes);
-    }
 };
 
 // Returns nothing for every other kind, and for a file with any doubt about it.
 std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size);
 
-// `unpacked` holds unpackedSize() bytes and one more. Returns nothing if they are damaged.
-std::optional<PictureRows> pictureOf(PlainPng png, std::vector<uint8_t> unpacked);
+// Fills `size` bytes at `to`, and returns false unless there are exactly as many.
+using Unpacker =
+    std::function<bool(uint8_t* to, size_t size, const std::vector<uint8_t>& compressed)>;
+
+// Returns nothing if the pixels are damaged.
+std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack);
 
 }  // namespace VSTGUI

@@ -8,25 +8,6 @@
 
 namespace VSTGUI {
 
-// `inside(x, y)` tells whether a point in pixel coordinates belongs to the shape.
-template <typename Inside>
-void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
-               uint32_t pixel, Inside inside) {
-    const IntRect area = bounds.common(clip).common(buffer.bounds());
-    const int samples = antialias ? 4 : 1;
-    for (int y = area.top; y < area.bottom; ++y) {
-        uint32_t* const row = buffer.row(y);
-        for (int x = area.left; x < area.right; ++x) {
-            int hits = 0;
-            for (int j = 0; j < samples; ++j)
-                for (int i = 0; i < samples; ++i)
-                    hits += inside(x + (i + 0.5) / samples, y + (j + 0.5) / samples);
-            const int coverage = (hits * 255 + samples * samples / 2) / (samples * samples);
-            if (hits) row[x] = over(faded(pixel, coverage), row[x]);
-        }
-    }
-}
-
 struct Ellipse {
     CRect rect;
 
@@ -37,19 +18,6 @@ struct Ellipse {
         const double dx = (2 * x - rect.left - rect.right) * h;
         const double dy = (2 * y - rect.top - rect.bottom) * w;
         return dx * dx + dy * dy <= w * w * h * h;
-    }
-};
-
-struct RoundedRect {
-    CRect rect;
-    double radius;
-
-    bool operator()(double x, double y) const {
-        if (!rect.pointInside(CPoint(x, y))) return false;
-        const double r = std::min({radius, rect.getWidth() / 2, rect.getHeight() / 2});
-        const double dx = std::max({rect.left + r - x, x - (rect.right - r), 0.0});
-        const double dy = std::max({rect.top + r - y, y - (rect.bottom - r), 0.0});
-        return dx * dx + dy * dy <= r * r;
     }
 };
 
@@ -68,6 +36,75 @@ struct ThickLine {
         const double aside = (point.x * along.y - point.y * along.x) / length;
         return std::abs(aside) <= width / 2 && forward >= -width / 2 &&
                forward <= length + width / 2;
+    }
+};
+
+// Whether a shape may meet the pixel around this centre. Most tell no more than their bounds do.
+template <typename Shape>
+bool mayMeet(const Shape&, double, double) {
+    return true;
+}
+
+inline bool mayMeet(const ThickLine& line, double x, double y) {
+    constexpr double kToCorner = 0.75;  // of a pixel, from its centre
+    const CPoint along = line.to - line.from;
+    const double aside = (x - line.from.x) * along.y - (y - line.from.y) * along.x;
+    const double reach = line.width / 2 + kToCorner;
+    return aside * aside <= reach * reach * (along.x * along.x + along.y * along.y) ||
+           along == CPoint();
+}
+
+// Of all points of the pixel, the one nearest to the ellipse's centre along both axes tells.
+inline bool mayMeet(const Ellipse& ellipse, double x, double y) {
+    const CPoint centre = ellipse.rect.getCenter();
+    return ellipse(std::clamp(centre.x, x - 0.5, x + 0.5), std::clamp(centre.y, y - 0.5, y + 0.5));
+}
+
+// Whether a shape is known to hold the whole pixel with this corner.
+template <typename Shape>
+bool holds(const Shape&, double, double) {
+    return false;
+}
+
+// It is convex, so its corners tell.
+inline bool holds(const Ellipse& ellipse, double x, double y) {
+    return ellipse(x, y) && ellipse(x + 1, y) && ellipse(x, y + 1) && ellipse(x + 1, y + 1);
+}
+
+// `inside(x, y)` tells whether a point in pixel coordinates belongs to the shape.
+template <typename Inside>
+void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
+               uint32_t pixel, Inside inside) {
+    const IntRect area = bounds.common(clip).common(buffer.bounds());
+    const int samples = antialias ? 4 : 1;
+    for (int y = area.top; y < area.bottom; ++y) {
+        uint32_t* const row = buffer.row(y);
+        for (int x = area.left; x < area.right; ++x) {
+            if (!mayMeet(inside, x + 0.5, y + 0.5)) continue;
+            if (holds(inside, x, y)) {
+                row[x] = over(pixel, row[x]);
+                continue;
+            }
+            int hits = 0;
+            for (int j = 0; j < samples; ++j)
+                for (int i = 0; i < samples; ++i)
+                    hits += inside(x + (i + 0.5) / samples, y + (j + 0.5) / samples);
+            const int coverage = (hits * 255 + samples * samples / 2) / (samples * samples);
+            if (hits) row[x] = over(faded(pixel, coverage), row[x]);
+        }
+    }
+}
+
+struct RoundedRect {
+    CRect rect;
+    double radius;
+
+    bool operator()(double x, double y) const {
+        if (!rect.pointInside(CPoint(x, y))) return false;
+        const double r = std::min({radius, rect.getWidth() / 2, rect.getHeight() / 2});
+        const double dx = std::max({rect.left + r - x, x - (rect.right - r), 0.0});
+        const double dy = std::max({rect.top + r - y, y - (rect.bottom - r), 0.0});
+        return dx * dx + dy * dy <= r * r;
     }
 };
 

@@ -62,11 +62,28 @@ void CFrame::redraw() {
     if (!open_ || drawing_) return;
     drawing_ = true;
     invalidateIfDirty();
-    surface_.redraw([this](CDrawContext& context, const CRect& area) { drawRect(&context, area); },
-                    [this](const IntRect& area) {
-                        if (window_) window_->show(surface_.picture(), area);
-                    });
+    const bool isCovered = isCoveredByBackground();
+    surface_.redraw(
+        [this, isCovered](CDrawContext& context, const CRect& area) {
+            // A transparent view must not blend with the previous drawing.
+            if (!isCovered) {
+                context.setFillColor(kBlackCColor);
+                context.drawRect(area, kDrawFilled);
+            }
+            drawRect(&context, area);
+        },
+        [this](const IntRect& area) {
+            if (window_) window_->show(surface_.picture(), area);
+        });
     drawing_ = false;
+}
+
+bool CFrame::isCoveredByBackground() const {
+    const CBitmap* const picture = getDrawBackground();
+    if (!picture || !picture->isLoaded()) return false;
+    const CPoint size = picture->getSize();
+    return size.x >= getWidth() && size.y >= getHeight() &&
+           picture->getBestPlatformBitmapForScaleFactor(getZoom())->pixels().isOpaque();
 }
 
 void CFrame::showAgain(const IntRect& area) {

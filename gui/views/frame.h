@@ -76,6 +76,7 @@ class CFrame final : public CViewContainer {
     // The rest is specific to this layer.
     FrameInput& input() { return input_; }
     const FrameSurface& surface() const { return surface_; }
+    PixelBuffer takePicture() { return surface_.takePicture(); }
     void redraw();
     void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
@@ -91,6 +92,7 @@ class CFrame final : public CViewContainer {
     ~CFrame() noexcept override = default;
     void callIdleViews();
     void fitWindow();
+    bool isCoveredByBackground() const;
 
     VSTGUIEditorInterface* editor_;
     FrameSurface surface_;

@@ -29,6 +29,7 @@ void FrameSurface::setZoom(double zoom) {
 
 void FrameSurface::rebuild() {
     picture_ = PixelBuffer(nearestPixel(size_.x * zoom_), nearestPixel(size_.y * zoom_));
+    picture_.expectFilled();
     dirty_.clear();
     invalidate(CRect(CPoint(), size_));
 }
@@ -52,8 +53,6 @@ void FrameSurface::invalidate(const CRect& area) {
 void FrameSurface::redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,
                           const std::function<void(const IntRect&)>& show) {
     for (const IntRect& area : std::exchange(dirty_, {})) {
-        // Clear first: a transparent view must not blend with the previous drawing.
-        fillArea(picture_, area, premultiplied(kBlackCColor));
         CDrawContext context(picture_, area, zoom_);
         paint(context, scaled(CRect(area.left, area.top, area.right, area.bottom), 1 / zoom_));
         show(area);

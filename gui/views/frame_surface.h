@@ -5,6 +5,7 @@
 #include "gui/graphics/pixel_buffer.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace VSTGUI {
@@ -23,6 +24,7 @@ class FrameSurface {
 
     // The picture that the window shows.
     const PixelBuffer& picture() const { return picture_; }
+    PixelBuffer takePicture() { return std::exchange(picture_, {}); }
 
   private:
     void rebuild();
