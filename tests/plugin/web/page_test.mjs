@@ -3,20 +3,12 @@
 // the default skin with such a sound.
 import fs from "node:fs";
 import path from "node:path";
-import { Browser, check } from "./browser.mjs";
+import { Browser, check, wait } from "./browser.mjs";
 
 const [site, folder] = process.argv.slice(2);
 const kSoundsWithin = 100;  // milliseconds from the first press to an audible sample
 const kNews = [0, 0, 0, -1, 0.25, 0.5, 0.75, 0, 0, 0, 0, 0, 0, 0, 0];  // no note, no sound, and the taps of the picture
 const browser = await Browser.start(site);
-const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
-
-// Where an element is, in the middle.
-const placeOf = (selector) => browser.run(`
-  const element = document.querySelector(values[0]);
-  element.scrollIntoView({ block: "center" });
-  const box = element.getBoundingClientRect();
-  return [box.left + box.width / 2, box.top + box.height * 0.9];`, selector);
 
 async function loadFile(name) {
   const { root } = await browser.call("DOM.getDocument");
@@ -37,7 +29,7 @@ const states = () => browser.run(`
 // Milliseconds from a real press on a key to the news that something is heard.
 async function firstSound() {
   await browser.open();
-  const [x, y] = await placeOf("#keys [data-note='60']");
+  const [x, y] = await browser.placeOf("#keys [data-note='60']");
   await browser.run(`
     window.heard = new Promise((done) => {
       let pressed = 0;
