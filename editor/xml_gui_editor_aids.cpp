@@ -223,9 +223,12 @@ void xmlGuiEditor::showCompare() {
 bool xmlGuiEditor::openBrowser() {
     if (!showsSkin() || frame->getModalView() || !BrowserLayout::fits(size_)) return false;
     browser_.refresh();
-    const auto close = [this] {
-        const auto end = [this] {
-            if (frame) frame->endModalViewSession(browsing_);
+    const SharedPointer<CView> before(frame->getFocusView());
+    const auto close = [this, before] {
+        const auto end = [this, before] {
+            if (!frame) return;
+            frame->endModalViewSession(browsing_);
+            if (before) frame->setFocusView(before);
         };
         if (!frame->doAfterEventProcessing(end)) end();
     };

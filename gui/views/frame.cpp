@@ -118,8 +118,10 @@ bool CFrame::setSize(CCoord width, CCoord height) {
 }
 
 bool CFrame::setZoom(double zoom) {
+    const double before = surface_.zoom();
     surface_.setZoom(zoom);
     fitWindow();
+    input_.scalePosition(before / surface_.zoom());
     return surface_.zoom() == zoom;
 }
 

@@ -122,6 +122,10 @@ void FrameInput::noticePointer(CPoint where, CButtonState state) {
     pointerInside_ = true;
 }
 
+void FrameInput::scalePosition(double factor) {
+    duringEvent([&] { position_ = CPoint(position_.x * factor, position_.y * factor); });
+}
+
 CView* FrameInput::mouseTarget() const {
     CView* const modal = modalView();
     return modal ? modal : &frame_;

@@ -35,6 +35,8 @@ class FrameInput final : public WindowClient {
     bool afterEvent(std::function<void()> function);
     CPoint position() const { return position_; }
     CButtonState buttons() const { return buttons_; }
+    // The frame has another scale, and the pointer, which stays where it is, another position.
+    void scalePosition(double factor);
 
     // Sends a key to the view that receives typed keys, and any other event to the views at its
     // position.

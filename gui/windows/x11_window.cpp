@@ -93,6 +93,7 @@ class X11Window final : public NativeWindow {
     void handleKey(const xcb_key_press_event_t& key, EventType type);
     void passOn(const xcb_key_press_event_t& key);
     xcb_window_t windowAboveThatWants(uint32_t events) const;
+    void blacken(const IntRect& area);
     void handleFocusOut(const xcb_focus_out_event_t& focus);
     void deliverMotion();
     CPoint placeOf(int x, int y);
@@ -160,9 +161,21 @@ void X11Window::resize(int width, int height) {
     xcb_flush(link());
 }
 
+// A host may make the window larger than the picture. A new context draws in black.
+void X11Window::blacken(const IntRect& area) {
+    if (area.isEmpty()) return;
+    const xcb_rectangle_t all = {static_cast<int16_t>(area.left), static_cast<int16_t>(area.top),
+                                 static_cast<uint16_t>(area.width()),
+                                 static_cast<uint16_t>(area.height())};
+    xcb_poly_fill_rectangle(link(), window_, graphics_, 1, &all);
+}
+
 void X11Window::show(const PixelBuffer& picture, const IntRect& wanted) {
+    if (!isOpen()) return;
+    blacken({std::max(wanted.left, picture.width()), wanted.top, wanted.right, wanted.bottom});
+    blacken({wanted.left, std::max(wanted.top, picture.height()), wanted.right, wanted.bottom});
     const IntRect area = wanted.common(picture.bounds());
-    if (!isOpen() || area.isEmpty()) return;
+    if (area.isEmpty()) return void(xcb_flush(link()));
     const platform::PixelRows rows{picture.row(area.top) + area.left,
                                    static_cast<size_t>(picture.width()), area.width(),
                                    area.height()};

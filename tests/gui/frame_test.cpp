@@ -99,6 +99,8 @@ TEST_F(GuiTest, TheZoomScalesThePictureAndThePointer) {
     EXPECT_EQ(frame->getZoom(), 3);
     EXPECT_TRUE(frame->setZoom(1));
     EXPECT_EQ(headless::picture(*frame).width(), 400);
+    frame->getCurrentMouseLocation(where);
+    EXPECT_EQ(where, CPoint(165, 150)) << "the pointer has not moved";
 }
 
 TEST_F(GuiTest, TimersRepeatUntilTheyAreStoppedOrReleased) {
