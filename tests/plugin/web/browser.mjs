@@ -41,7 +41,7 @@ export class Browser {
       "--remote-debugging-pipe", "--no-first-run", "--disable-background-networking",
       "--disable-component-update", "--window-size=1280,1600",
       `--user-data-dir=${browser.profile}`, "about:blank"],
-      { stdio: ["ignore", "ignore", "ignore", "pipe", "pipe"] });
+      { stdio: ["ignore", "ignore", "ignore", "pipe", "pipe"], detached: true });
     let rest = "";
     browser.process.stdio[4].on("data", (data) => {
       const parts = (rest + data).split("\0");
@@ -62,6 +62,11 @@ export class Browser {
     this.server.close();
     await new Promise((done) => this.process.on("exit", done));
     // Its helper processes write until they notice.
+    try {
+      process.kill(-this.process.pid, "SIGKILL");
+    } catch {
+      // There are none left.
+    }
     fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
   }
 
@@ -123,6 +128,24 @@ export class Browser {
     return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
   }
 }
+
+// For the body of run(): renders `frames` frames by a worklet that begins with the bank `state`, has got
+// the `messages` of a page, and plays `song` (frames and bytes).
+export const kRenderOffline = `
+  async function renderOffline(rate, frames, state, song, messages = []) {
+    const context = new OfflineAudioContext(2, frames, rate);
+    await context.audioWorklet.addModule("app/worklet.js");
+    const module = await (await fetch("quarzel-sound.wasm")).arrayBuffer();
+    const node = new AudioWorkletNode(context, "quarzel-strings", {
+      numberOfInputs: 0, outputChannelCount: [2], processorOptions: { module, state, song } });
+    node.connect(context.destination);
+    const arrived = new Promise((done) => {
+      node.port.onmessage = ({ data }) => { if (data instanceof ArrayBuffer) done(); };
+    });
+    for (const message of [...messages, ["askState"]]) node.port.postMessage(message);
+    await arrived;
+    return context.startRendering();
+  }`;
 
 export function check(holds, what) {
   if (!holds) throw new Error(what);
