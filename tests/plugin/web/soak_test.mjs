@@ -1,0 +1,199 @@
+// Dense playing in the page: no late block, and memory stays flat.
+// Usage: node soak_test.mjs SITE. QUARZEL_SOAK_SECONDS (20) says for how long.
+import fs from "node:fs";
+import { Browser, check } from "./browser.mjs";
+
+const [site] = process.argv.slice(2);
+const kSeconds = Number(process.env.QUARZEL_SOAK_SECONDS ?? 20);
+const kWarmUp = 10;      // seconds until all code is compiled and every cache has its size
+const kLookEvery = 250;  // milliseconds
+const kIdle = 0.1;       // of all processors: with less, the machine has more to do than it can
+const kMostOfABlock = 0.25;                        // what computing may take of a block's time
+const kHeapGrowth = 1 << 20, kRssGrowth = 16 << 20;  // bytes
+
+// Before the page's own scripts: measures what process() takes, with the only fine clock that a worklet
+// has, and finds the memory of both modules.
+const kProbe = `
+  const probe = () => {
+    const now = globalThis.Temporal ? () => Number(Temporal.Now.instant().epochNanoseconds) / 1e6 : Date.now;
+    const register = registerProcessor;
+    globalThis.registerProcessor = (name, Processor) => register(name, class extends Processor {
+      told = { blocks: 0, sounding: 0, spent: 0, slowest: 0, memory: 0 };
+      process(...buses) {
+        const begin = now();
+        const result = super.process(...buses);
+        const took = now() - begin;
+        this.told.blocks += 1;
+        this.told.sounding += buses[1][0][0][0] !== 0;
+        this.told.spent += took;
+        this.told.slowest = Math.max(this.told.slowest, took);
+        if (this.told.blocks % 32 === 0) {
+          this.told.memory = this.strings.memory.buffer.byteLength;
+          this.port.postMessage(this.told);
+          this.told.slowest = 0;
+        }
+        return result;
+      }
+    });
+  };
+  const add = AudioWorklet.prototype.addModule;
+  AudioWorklet.prototype.addModule = async function (...names) {
+    await add.call(this, URL.createObjectURL(new Blob(["(" + probe + ")()"], { type: "text/javascript" })));
+    return add.apply(this, names);
+  };
+  window.slowest = [];
+  window.AudioWorkletNode = class extends AudioWorkletNode {
+    constructor(...from) {
+      super(...from);
+      this.port.addEventListener("message", ({ data }) => {
+        if (!data.blocks) return;
+        window.told = data;
+        window.slowest.push(data.slowest);
+      });
+    }
+  };
+  for (const name of ["instantiate", "instantiateStreaming"]) {
+    const make = WebAssembly[name];
+    WebAssembly[name] = async (...from) => {
+      const made = await make.apply(WebAssembly, from);
+      window.pageMemory = Object.values((made.instance ?? made).exports)
+        .find((each) => each instanceof WebAssembly.Memory);
+      return made;
+    };
+  }`;
+
+// Fifty times a second: keys, pedal, wheel, pressure and controllers, the editor's own controls under the
+// pointer, and now and then another sound, with every section and effect on.
+const kPlaying = `
+  const { model, midi } = quarzel;
+  const canvas = document.getElementById("canvas");
+  canvas.scrollIntoView({ block: "start" });
+  let seed = 1;
+  const random = (below) => {
+    seed = (Math.imul(seed, 1664525) + 1013904223) >>> 0;
+    return Math.floor(seed / 2 ** 32 * below);
+  };
+  const everythingOn = () => {
+    for (let section = 0; section < 6; ++section) {
+      model.call("SetParameter", 11 + section, 0.5);
+      model.call("SetParameter", 17 + section, 1);
+    }
+    for (const effect of [26, 32, 37]) model.call("SetParameter", effect, 1);
+  };
+  const held = [];
+  let tick = 0;
+  setInterval(() => {
+    if (tick % 150 === 0) {
+      midi(0xC0, random(128), 0);
+      everythingOn();
+    }
+    if (tick % 100 === 0) midi(0xB0, 64, tick % 200 ? 0 : 127);
+    const key = 30 + random(60);
+    midi(0x90, key, 1 + random(127));
+    held.push(key);
+    if (held.length > 24) midi(0x80, held.shift(), 0);
+    midi(0xE0, 0, 32 + random(64));
+    midi(0xB0, [1, 7, 11, 20 + random(60)][random(4)], 64 + random(64));
+    const box = canvas.getBoundingClientRect();
+    const at = { clientX: box.left + random(box.width), clientY: box.top + random(box.height), bubbles: true,
+      cancelable: true, deltaY: random(2) ? 100 : -100 };
+    canvas.dispatchEvent(new PointerEvent("pointermove", at));
+    canvas.dispatchEvent(new WheelEvent("wheel", at));
+    ++tick;
+  }, 20);`;
+
+const browser = await Browser.start(site);
+const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
+
+// The process and the thread that run the worklet.
+function audioThread() {
+  for (const id of fs.readdirSync("/proc").filter((name) => /^\d+$/.test(name))) {
+    try {
+      if (!fs.readFileSync(`/proc/${id}/cmdline`, "utf8").includes(browser.profile)) continue;
+      for (const task of fs.readdirSync(`/proc/${id}/task`)) {
+        const name = fs.readFileSync(`/proc/${id}/task/${task}/comm`, "utf8");
+        if (/AudioW/.test(name) && !/AudioWorker/.test(name)) return { id, task };
+      }
+    } catch {
+      // It ended meanwhile.
+    }
+  }
+  throw new Error("no thread of a worklet");
+}
+
+// What there is to see now. Times are milliseconds since some beginning.
+async function look({ id, task }) {
+  const page = await browser.run(`return { underruns: quarzel.sound.context.playbackStats.underrunEvents,
+    played: quarzel.sound.context.currentTime * 1000, told, pageMemory: pageMemory.buffer.byteLength,
+    slowest: slowest.splice(0).reduce((a, b) => Math.max(a, b), 0) }`);
+  const [computed] = fs.readFileSync(`/proc/${id}/task/${task}/schedstat`, "utf8").split(" ");
+  const ticks = fs.readFileSync("/proc/stat", "utf8").split("\n")[0].trim().split(/\s+/).slice(1, 9).map(Number);
+  const rss = Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${id}/status`, "utf8"))[1]) * 1024;
+  return { ...page, at: performance.now(), computed: computed / 1e6, rss,
+    idle: ticks[3] + ticks[4], ticks: ticks.reduce((a, b) => a + b) };
+}
+
+async function heapInUse() {
+  await browser.call("HeapProfiler.collectGarbage");
+  const { usedSize, backingStorageSize } = await browser.call("Runtime.getHeapUsage");
+  return usedSize + backingStorageSize;
+}
+
+const medianOf = (values) => values.sort((a, b) => a - b)[values.length >> 1];
+const megabytes = (bytes) => `${(bytes / 2 ** 20).toFixed(1)} MB`;
+
+try {
+  await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: kProbe });
+  await browser.open();
+  for (const type of ["mousePressed", "mouseReleased"]) await browser.mouse(type, 5, 5);  // sound may begin
+  await browser.run(kPlaying);
+  const thread = audioThread();
+  await wait(1000 * kWarmUp);
+  const heap = await heapInUse();
+  const looks = [await look(thread)];
+  while (looks.at(-1).at < looks[0].at + 1000 * kSeconds) {
+    await wait(kLookEvery);
+    looks.push(await look(thread));
+  }
+  const grown = await heapInUse() - heap;
+  const [first, last] = [looks[0], looks.at(-1)];
+  const over = (name, from = first, to = last) => to[name] - from[name];
+
+  check(Math.abs(over("played") / over("at") - 1) < 0.02,
+        `${(over("played") / 1000).toFixed(1)} s were played in ${(over("at") / 1000).toFixed(1)} s`);
+  const toldOver = (name) => last.told[name] - first.told[name];
+  check(toldOver("sounding") > 0.95 * toldOver("blocks"),
+        `${toldOver("sounding")} of ${toldOver("blocks")} blocks sound`);
+  const { rate, buffer } = await browser.run(
+    `const { context } = quarzel.sound; return { rate: context.sampleRate, buffer: 1000 * context.baseLatency };`);
+  const block = 128000 / rate;
+  const usual = toldOver("spent") / toldOver("blocks");
+  check(usual < kMostOfABlock * block, `process() takes ${usual.toFixed(2)} of ${block.toFixed(2)} ms, at most ` +
+        `${Math.max(...looks.slice(1).map(({ slowest }) => slowest)).toFixed(1)}, and its thread ` +
+        `${(100 * over("computed") / over("at")).toFixed(1)} % of a processor`);
+
+  // An interval with a late buffer is the machine's fault if others kept all processors busy while the
+  // thread computed no more than it always does.
+  const late = looks.slice(1).map((to, i) => ({ to, from: looks[Math.max(i - 1, 0)], before: looks[i] }))
+    .filter(({ to, before }) => to.underruns > before.underruns);
+  const own = late.filter(({ to, from }) =>
+    over("idle", from, to) > kIdle * over("ticks", from, to) ||
+    over("computed", from, to) > over("computed") / over("at") * over("at", from, to) + buffer);
+  console.log(`${over("underruns")} late buffers in ${late.length} intervals of a machine that idled for ` +
+              `${(100 * over("idle") / over("ticks")).toFixed(0)} % of the time`);
+  check(own.length === 0, `${own.length} of these intervals are the instrument's fault`);
+
+  check(over("pageMemory") === 0 && last.told.memory === first.told.memory,
+        `the modules keep their ${megabytes(last.told.memory)} and ${megabytes(last.pageMemory)}`);
+  check(grown < kHeapGrowth, `the page's heap has grown by ${megabytes(grown)} from ${megabytes(heap)}`);
+  const part = looks.length >> 2;
+  const resident = [looks.slice(0, part), looks.slice(-part)].map((some) => medianOf(some.map(({ rss }) => rss)));
+  check(resident[1] - resident[0] < kRssGrowth,
+        `the process has grown by ${megabytes(resident[1] - resident[0])} from ${megabytes(resident[0])}`);
+  check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
+} catch (fault) {
+  console.log(`FAILED: ${fault.message}`);
+  process.exitCode = 1;
+} finally {
+  await browser.stop();
+}
