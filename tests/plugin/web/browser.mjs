@@ -123,6 +123,32 @@ export class Browser {
     throw new Error("the page does not load");
   }
 
+  // The process and the thread that run the worklet.
+  audioThread() {
+    for (const id of fs.readdirSync("/proc").filter((name) => /^\d+$/.test(name))) {
+      try {
+        if (!fs.readFileSync(`/proc/${id}/cmdline`, "utf8").includes(this.profile)) continue;
+        for (const task of fs.readdirSync(`/proc/${id}/task`)) {
+          const name = fs.readFileSync(`/proc/${id}/task/${task}/comm`, "utf8");
+          if (/AudioW/.test(name) && !/AudioWorker/.test(name)) return { id, task };
+        }
+      } catch {
+        // It ended meanwhile.
+      }
+    }
+    throw new Error("no thread of a worklet");
+  }
+
+  // For how many milliseconds a thread has computed.
+  computed({ id, task }) {
+    return Number(fs.readFileSync(`/proc/${id}/task/${task}/schedstat`, "utf8").split(" ")[0]) / 1e6;
+  }
+
+  // The gesture without which a browser lets no page sound.
+  async wake() {
+    for (const type of ["mousePressed", "mouseReleased"]) await this.mouse(type, 5, 5);
+  }
+
   mouse(type, x, y, more = {}) {
     const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
     return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });

@@ -105,31 +105,14 @@ const kPlaying = `
 const browser = await Browser.start(site);
 const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
 
-// The process and the thread that run the worklet.
-function audioThread() {
-  for (const id of fs.readdirSync("/proc").filter((name) => /^\d+$/.test(name))) {
-    try {
-      if (!fs.readFileSync(`/proc/${id}/cmdline`, "utf8").includes(browser.profile)) continue;
-      for (const task of fs.readdirSync(`/proc/${id}/task`)) {
-        const name = fs.readFileSync(`/proc/${id}/task/${task}/comm`, "utf8");
-        if (/AudioW/.test(name) && !/AudioWorker/.test(name)) return { id, task };
-      }
-    } catch {
-      // It ended meanwhile.
-    }
-  }
-  throw new Error("no thread of a worklet");
-}
-
 // What there is to see now. Times are milliseconds since some beginning.
-async function look({ id, task }) {
+async function look(thread) {
   const page = await browser.run(`return { underruns: quarzel.sound.context.playbackStats.underrunEvents,
     played: quarzel.sound.context.currentTime * 1000, told, pageMemory: pageMemory.buffer.byteLength,
     slowest: slowest.splice(0).reduce((a, b) => Math.max(a, b), 0) }`);
-  const [computed] = fs.readFileSync(`/proc/${id}/task/${task}/schedstat`, "utf8").split(" ");
   const ticks = fs.readFileSync("/proc/stat", "utf8").split("\n")[0].trim().split(/\s+/).slice(1, 9).map(Number);
-  const rss = Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${id}/status`, "utf8"))[1]) * 1024;
-  return { ...page, at: performance.now(), computed: computed / 1e6, rss,
+  const rss = Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${thread.id}/status`, "utf8"))[1]) * 1024;
+  return { ...page, at: performance.now(), computed: browser.computed(thread), rss,
     idle: ticks[3] + ticks[4], ticks: ticks.reduce((a, b) => a + b) };
 }
 
@@ -145,9 +128,9 @@ const megabytes = (bytes) => `${(bytes / 2 ** 20).toFixed(1)} MB`;
 try {
   await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: kProbe });
   await browser.open();
-  for (const type of ["mousePressed", "mouseReleased"]) await browser.mouse(type, 5, 5);  // sound may begin
+  await browser.wake();
   await browser.run(kPlaying);
-  const thread = audioThread();
+  const thread = browser.audioThread();
   await wait(1000 * kWarmUp);
   const heap = await heapInUse();
   const looks = [await look(thread)];
