@@ -1,7 +1,7 @@
 // Dense playing in the page: no late block, and memory stays flat.
 // Usage: node soak_test.mjs SITE. QUARZEL_SOAK_SECONDS (20) says for how long.
 import fs from "node:fs";
-import { Browser, check } from "./browser.mjs";
+import { Browser } from "./browser.mjs";
 
 const [site] = process.argv.slice(2);
 const kSeconds = Number(process.env.QUARZEL_SOAK_SECONDS ?? 20);
@@ -74,6 +74,7 @@ const kPlaying = `
     return Math.floor(seed / 2 ** 32 * below);
   };
   const everythingOn = () => {
+    for (const [index, value] of [[0, 0.3], [7, 0.1], [9, 1]]) model.call("SetParameter", index, value);
     for (let section = 0; section < 6; ++section) {
       model.call("SetParameter", 11 + section, 0.5);
       model.call("SetParameter", 17 + section, 1);
@@ -103,6 +104,11 @@ const kPlaying = `
   }, 20);`;
 
 const browser = await Browser.start(site);
+// Goes on after a fault: the other figures help to find it.
+const tell = (holds, what) => {
+  console.log(`${holds ? "ok" : "FAILED"}: ${what}`);
+  if (!holds) process.exitCode = 1;
+};
 const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
 
 // What there is to see now. Times are milliseconds since some beginning.
@@ -142,16 +148,16 @@ try {
   const [first, last] = [looks[0], looks.at(-1)];
   const over = (name, from = first, to = last) => to[name] - from[name];
 
-  check(Math.abs(over("played") / over("at") - 1) < 0.02,
+  tell(Math.abs(over("played") / over("at") - 1) < 0.02,
         `${(over("played") / 1000).toFixed(1)} s were played in ${(over("at") / 1000).toFixed(1)} s`);
   const toldOver = (name) => last.told[name] - first.told[name];
-  check(toldOver("sounding") > 0.95 * toldOver("blocks"),
+  tell(toldOver("sounding") > 0.95 * toldOver("blocks"),
         `${toldOver("sounding")} of ${toldOver("blocks")} blocks sound`);
   const { rate, buffer } = await browser.run(
     `const { context } = quarzel.sound; return { rate: context.sampleRate, buffer: 1000 * context.baseLatency };`);
   const block = 128000 / rate;
   const usual = toldOver("spent") / toldOver("blocks");
-  check(usual < kMostOfABlock * block, `process() takes ${usual.toFixed(2)} of ${block.toFixed(2)} ms, at most ` +
+  tell(usual < kMostOfABlock * block, `process() takes ${usual.toFixed(2)} of ${block.toFixed(2)} ms, at most ` +
         `${Math.max(...looks.slice(1).map(({ slowest }) => slowest)).toFixed(1)}, and its thread ` +
         `${(100 * over("computed") / over("at")).toFixed(1)} % of a processor`);
 
@@ -164,16 +170,16 @@ try {
     over("computed", from, to) > over("computed") / over("at") * over("at", from, to) + buffer);
   console.log(`${over("underruns")} late buffers in ${late.length} intervals of a machine that idled for ` +
               `${(100 * over("idle") / over("ticks")).toFixed(0)} % of the time`);
-  check(own.length === 0, `${own.length} of these intervals are the instrument's fault`);
+  tell(own.length === 0, `${own.length} of these intervals are the instrument's fault`);
 
-  check(over("pageMemory") === 0 && last.told.memory === first.told.memory,
+  tell(over("pageMemory") === 0 && last.told.memory === first.told.memory,
         `the modules keep their ${megabytes(last.told.memory)} and ${megabytes(last.pageMemory)}`);
-  check(grown < kHeapGrowth, `the page's heap has grown by ${megabytes(grown)} from ${megabytes(heap)}`);
+  tell(grown < kHeapGrowth, `the page's heap has grown by ${megabytes(grown)} from ${megabytes(heap)}`);
   const part = looks.length >> 2;
   const resident = [looks.slice(0, part), looks.slice(-part)].map((some) => medianOf(some.map(({ rss }) => rss)));
-  check(resident[1] - resident[0] < kRssGrowth,
+  tell(resident[1] - resident[0] < kRssGrowth,
         `the process has grown by ${megabytes(resident[1] - resident[0])} from ${megabytes(resident[0])}`);
-  check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
+  tell(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
 } catch (fault) {
   console.log(`FAILED: ${fault.message}`);
   process.exitCode = 1;
