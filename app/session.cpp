@@ -2,7 +2,6 @@
 #include "app/session.h"
 
 #include <algorithm>
-#include <cmath>
 #include <thread>
 
 #include "host/error.h"

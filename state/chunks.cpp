@@ -96,7 +96,7 @@ void takeProgramList(Bank& bank, const BankFile& file) {
 bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t size) {
     constexpr auto kSize = static_cast<std::int32_t>(sizeof(ProgramRecord));
     if (size < 0 || size > kSize || (!data && size > 0)) {
-        say("Error!", "Can't load preset, wrong file size!");
+        say("Error!", kWrongPresetSize);
         return false;
     }
     storeBytes(&bank.chunk().programs[program], data, size);
@@ -105,7 +105,7 @@ bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t si
 
 bool takeBankChunk(Bank& bank, const void* data, std::int32_t size) {
     if (size != static_cast<std::int32_t>(sizeof(BankChunk)) || !data) {
-        say("Error!", "Can't load bank, wrong file size!");
+        say("Error!", kWrongBankSize);
         return false;
     }
     storeBytes(&bank.chunk(), data, sizeof(BankChunk));

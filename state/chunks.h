@@ -9,6 +9,9 @@
 
 namespace state {
 
+constexpr const char* kWrongPresetSize = "Can't load preset, wrong file size!";
+constexpr const char* kWrongBankSize = "Can't load bank, wrong file size!";
+
 // Overwrites the beginning of the program, up to a whole record. For any other size, shows a
 // message, changes nothing and returns false.
 bool takeProgramChunk(Bank& bank, int program, const void* data, std::int32_t size);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "platform/file.h"
 #include "platform/folders.h"
@@ -11,10 +10,8 @@
 #include "platform/message_box.h"
 #include "platform/path_text.h"
 #include "platform/product.h"
-#include "state/bank.h"
-#include "state/chunks.h"
 #include "state/data_folder.h"
-#include "state/fx_file.h"
+#include "state/sound_file.h"
 
 namespace editor {
 
@@ -24,43 +21,27 @@ using platform::kSeparator;
 
 constexpr std::size_t kLargestFile = 64 << 20;
 constexpr std::size_t kMostEntries = 2000;  // of one folder
-constexpr int kInstrumentVersion = 1;
 constexpr const char* kLibraryFolder = "Sounds";
-constexpr state::FxOwner kOwner = {platform::kProductCode, state::kNumPrograms, state::kNumParams};
 
 void say(const std::string& text) {
     platform::showMessage("Error!", text, platform::MessageIcon::kNone);
 }
 
-// Ends with a message if the file cannot be read or `parse` throws.
-template <typename Parse>
-auto parsed(const std::string& path, Parse parse)
-    -> std::optional<decltype(parse(std::string(), kOwner, std::string()))> {
+// What `read` makes of the file. Ends with a message if that fails.
+template <typename Read>
+auto readOrSay(const std::string& path, Read read)
+    -> std::optional<decltype(read(std::string(), std::string()))> {
     const std::string name = platform::utf8FromPath(path);
     const auto bytes = platform::readFile(path, kLargestFile);
-    std::string reason = name + " cannot be read.";
+    if (!bytes) {
+        say(name + " cannot be read.");
+        return std::nullopt;
+    }
     try {
-        if (bytes) return parse(*bytes, kOwner, name);
+        return read(*bytes, name);
     } catch (const platform::InputError& error) {
-        reason = error.what();
-    }
-    say(reason);
-    return std::nullopt;
-}
-
-std::unique_ptr<state::Bank> bankOf(const state::SavedState& saved) {
-    auto bank = std::make_unique<state::Bank>();
-    if (saved.bank.size() == sizeof(state::BankChunk)) {
-        std::memcpy(&bank->chunk(), saved.bank.data(), saved.bank.size());
-    }
-    return bank;
-}
-
-void setProgram(state::Bank& bank, int program, const std::string& name,
-                const std::vector<float>& values) {
-    bank.setProgramName(program, name.c_str());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        bank.setValue(program, static_cast<int>(i), values[i]);
+        say(error.what());
+        return std::nullopt;
     }
 }
 
@@ -91,52 +72,23 @@ bool byName(const BrowserItem& one, const BrowserItem& other) {
 }  // namespace
 
 std::optional<state::ProgramRecord> readSound(EditorHost& host, const std::string& path) {
-    const auto preset = parsed(path, state::parseFxPreset);
-    if (!preset) return std::nullopt;
-    const auto bank = bankOf(host.savedState());
-    const int program = host.program();
-    if (const auto* const chunk = std::get_if<state::FxChunk>(&preset->content)) {
-        const auto size = static_cast<std::int32_t>(
-            std::min<std::size_t>(chunk->size(), sizeof(state::BankChunk)));
-        if (!state::takeProgramChunk(*bank, program, chunk->data(), size)) return std::nullopt;
-    } else {
-        setProgram(*bank, program, preset->name, std::get<std::vector<float>>(preset->content));
-    }
-    return bank->program(program);
+    return readOrSay(path, [&host](const std::string& bytes, const std::string& name) {
+        return state::readSoundFile(bytes, name, host.programRecord(host.program()));
+    });
 }
 
 std::optional<state::SavedState> readBank(EditorHost& host, const std::string& path) {
-    const auto file = parsed(path, state::parseFxBank);
-    if (!file) return std::nullopt;
-    state::SavedState saved = host.savedState();
-    const auto bank = bankOf(saved);
-    if (const auto* const chunk = std::get_if<state::FxChunk>(&file->content)) {
-        const auto size = static_cast<std::int32_t>(
-            std::min<std::size_t>(chunk->size(), sizeof(state::BankChunk) + 1));
-        if (!state::takeBankChunk(*bank, chunk->data(), size)) return std::nullopt;
-    } else {
-        int program = 0;
-        for (const auto& entry : std::get<std::vector<state::FxProgram>>(file->content)) {
-            setProgram(*bank, program++, entry.name, entry.values);
-        }
-    }
-    if (file->currentProgram != state::FxBank::kNoProgram) saved.program = file->currentProgram;
-    saved.bank.assign(reinterpret_cast<const char*>(&bank->chunk()), sizeof(state::BankChunk));
-    return saved;
+    return readOrSay(path, [&host](const std::string& bytes, const std::string& name) {
+        return state::readBankFile(bytes, name, host.savedState());
+    });
 }
 
 bool writeSound(EditorHost& host, const std::string& path) {
-    const state::ProgramRecord record = host.programRecord(host.program());
-    const state::FxPreset preset = {
-        kInstrumentVersion, state::kNumParams, state::nameOf(record),
-        state::FxChunk(reinterpret_cast<const char*>(&record), sizeof record)};
-    return platform::writeFile(path, state::fxBytes(preset, platform::kProductCode));
+    return platform::writeFile(path, state::soundFileOf(host.programRecord(host.program())));
 }
 
 bool writeBank(EditorHost& host, const std::string& path) {
-    const state::SavedState saved = host.savedState();
-    const state::FxBank bank = {kInstrumentVersion, state::kNumPrograms, saved.program, saved.bank};
-    return platform::writeFile(path, state::fxBytes(bank, platform::kProductCode));
+    return platform::writeFile(path, state::bankFileOf(host.savedState()));
 }
 
 std::optional<std::string> libraryFolder() {

@@ -5,27 +5,11 @@
 #include <utility>
 
 #include "platform/input_error.h"
-#include "platform/product.h"
 #include "plugin/web/page_script.h"
-#include "state/fx_file.h"
 #include "state/saved_state.h"
+#include "state/sound_file.h"
 
 namespace web {
-
-namespace {
-
-constexpr int kVersion = 1;  // of the instrument, as hosts write it into files
-constexpr state::FxOwner kOwner = {platform::kProductCode, state::kNumPrograms, state::kNumParams};
-
-std::string bytesAt(const void* data, std::size_t size) {
-    return {static_cast<const char*>(data), size};
-}
-
-[[noreturn]] void refuse(const std::string& name) {
-    throw platform::InputError(name + " holds no sounds of this instrument.");
-}
-
-}  // namespace
 
 std::array<float, kNewsSize> Model::initialNews() {
     std::array<float, kNewsSize> news{};
@@ -115,60 +99,24 @@ void Model::sendEverything() {
 
 void Model::takeState(const std::string& bytes, const std::string& name) {
     const auto saved = state::readSavedState(bytes);
-    if (!saved) refuse(name);
+    if (!saved) throw platform::InputError(name + " holds no sounds of this instrument.");
     loadSavedState(*saved);
 }
 
 void Model::takeBank(const std::string& file, const std::string& name) {
-    const state::FxBank bank = state::parseFxBank(file, kOwner, name);
-    if (const auto* const chunk = std::get_if<state::FxChunk>(&bank.content)) {
-        if (chunk->size() != sizeof(state::BankChunk)) refuse(name);
-        instrument_.loadBankChunk(chunk->data(), sizeof(state::BankChunk));
-    } else {
-        const int before = instrument_.program();
-        int program = 0;
-        for (const state::FxProgram& from : std::get<std::vector<state::FxProgram>>(bank.content)) {
-            instrument_.setProgram(program++);
-            instrument_.setProgramName(from.name.c_str());
-            takeValues(from.values);
-        }
-        instrument_.setProgram(before);
-    }
-    if (bank.currentProgram != state::FxBank::kNoProgram) {
-        instrument_.setProgram(bank.currentProgram);
-    }
-    sendEverything();
+    loadSavedState(state::readBankFile(file, name, savedState()));
 }
 
 void Model::takePreset(const std::string& file, const std::string& name) {
-    const state::FxPreset preset = state::parseFxPreset(file, kOwner, name);
-    if (const auto* const chunk = std::get_if<state::FxChunk>(&preset.content)) {
-        if (chunk->size() != sizeof(state::ProgramRecord)) refuse(name);
-        instrument_.loadProgramChunk(chunk->data(), sizeof(state::ProgramRecord));
-    } else {
-        instrument_.setProgramName(preset.name.c_str());
-        takeValues(std::get<std::vector<float>>(preset.content));
-    }
-    sendEverything();
-}
-
-void Model::takeValues(const std::vector<float>& values) {
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        instrument_.setParameter(static_cast<int>(i), values[i]);
-    }
+    loadProgram(program(), state::readSoundFile(file, name, programRecord(program())));
 }
 
 std::string Model::bankFile() {
-    const state::FxBank bank = {kVersion, state::kNumPrograms, program(),
-                                bytesAt(&instrument_.bankChunk(), sizeof(state::BankChunk))};
-    return state::fxBytes(bank, kOwner.id);
+    return state::bankFileOf(savedState());
 }
 
 std::string Model::presetFile() {
-    const state::FxPreset preset = {
-        kVersion, state::kNumParams, programName(program()),
-        bytesAt(&instrument_.programChunk(), sizeof(state::ProgramRecord))};
-    return state::fxBytes(preset, kOwner.id);
+    return state::soundFileOf(programRecord(program()));
 }
 
 }  // namespace web

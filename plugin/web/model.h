@@ -3,7 +3,6 @@
 
 #include <array>
 #include <string>
-#include <vector>
 
 #include "editor/editor_host.h"
 #include "instrument/instrument.h"
@@ -82,7 +81,6 @@ class Model final : public editor::EditorHost {
 
   private:
     void sendEverything();
-    void takeValues(const std::vector<float>& values);
 
     instrument::Host host_;
     instrument::Instrument instrument_{host_};

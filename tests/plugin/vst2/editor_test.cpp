@@ -139,8 +139,6 @@ TEST_F(HostedEditor, TurnsTheControlUnderThePointerByTheHostsWheel) {
     EXPECT_EQ(host_.told(), "");
 }
 
-#ifndef _WIN32
-// Opening a pipe would wait for its other end.
 // The browser's keys, typed as a host passes them on.
 TEST_F(HostedEditor, CopiesSavesAndLoadsSoundsInTheBrowser) {
     editor::writePng(skin_.folder().path() + "skin/bg.png", VSTGUI::PixelBuffer(640, 400));
@@ -209,6 +207,8 @@ TEST_F(HostedEditor, CopiesSavesAndLoadsSoundsInTheBrowser) {
     EXPECT_EQ(plugin_.text(effGetProgramNameIndexed), "One");
 }
 
+#ifndef _WIN32
+// Opening a pipe would wait for its other end.
 TEST_F(HostedEditor, WaitsForNoPipeInPlaceOfAFile) {
     const std::string data = *platform::applicationDataFolder();
     std::filesystem::create_directories(data + "/Tembrilon/Quarzel Strings");

@@ -65,9 +65,16 @@ export class Browser {
     try {
       process.kill(-this.process.pid, "SIGKILL");
     } catch {
-      // There are none left.
+      // None is left.
     }
-    fs.rmSync(this.profile, { recursive: true, force: true, maxRetries: 20, retryDelay: 200 });
+    for (let left = 50; ; --left) {
+      try {
+        return fs.rmSync(this.profile, { recursive: true, force: true });
+      } catch (error) {
+        if (left === 0) throw error;
+        await new Promise((done) => setTimeout(done, 200));
+      }
+    }
   }
 
   call(method, params = {}) {
