@@ -28,6 +28,7 @@ package: deps
 	@scripts/package $(JOBS)
 
 release: deps
+	-@scripts/install-deps emscripten
 	@scripts/release $(JOBS)
 
 bench: deps

@@ -17,7 +17,7 @@ std::optional<std::string> systemApplicationDataFolder() {
     return kFolder;
 }
 
-// The only files are the page's own: banks come and go by the browser's picker.
+// The only files are the page's own: see file_exchange.h for the others.
 std::optional<std::string> homeFolder() {
     return systemApplicationDataFolder();
 }

@@ -6,4 +6,9 @@ extern "C" {
 void quarzelShowMessage(const char* title, const char* text);
 // Opens the page's copy of a document, by the name of its file. Returns 0 if there is none.
 int quarzelOpenDocument(const char* name);
+// Tells that a file has been written: the page stores it, or hands it out if it is in the exchange
+// folder.
+void quarzelFileWritten(const char* path);
+// Opens the browser's picker.
+void quarzelAskForFile();
 }

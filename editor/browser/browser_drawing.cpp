@@ -129,8 +129,9 @@ void CBrowserView::drawGrid(CDrawContext& context, const BrowserLayout& layout) 
         context.setFont(kNormalFontBig);
         context.setFontColor(mixed(kDim));
         const bool own = browser_.page() == SoundBrowser::kLibrary && browser_.typed().empty();
-        context.drawString(own ? "Your library is empty. \"Keep in library\" puts sounds here."
-                               : "Nothing is called that.",
+        context.drawString(browser_.isNaming() ? "Type a name, then press Return."
+                           : own ? "Your library is empty. \"Keep in library\" puts sounds here."
+                                 : "Nothing is called that.",
                            layout.grid);
         return;
     }

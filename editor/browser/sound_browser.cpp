@@ -6,6 +6,7 @@
 
 #include "editor/browser/sound_files.h"
 #include "platform/file.h"
+#include "platform/file_exchange.h"
 #include "platform/folders.h"
 #include "platform/message_box.h"
 #include "platform/path_text.h"
@@ -30,7 +31,9 @@ std::string lastPart(std::string path) {
 
 void SoundBrowser::refresh() {
     favourites_.read();
-    if (folder_.empty()) {
+    if (const auto exchange = platform::exchangeFolder()) {
+        folder_ = *exchange;
+    } else if (folder_.empty()) {
         const std::string stored =
             platform::pathFromUtf8(state::settings().read(state::kSoundFolderSetting).value_or(""));
         const auto home = platform::homeFolder();
@@ -45,7 +48,7 @@ void SoundBrowser::refresh() {
 }
 
 void SoundBrowser::readItems() {
-    all_ = page_ == kSounds ? programs() : page_ == kLibrary ? librarySounds() : filesIn(folder_);
+    all_ = page_ == kSounds ? programs() : page_ == kLibrary ? librarySounds() : files();
     for (BrowserItem& item : all_) item.favourite = favourites_.has(item.name);
     shownProgram_ = lookOfProgram();
     filter();
@@ -87,10 +90,20 @@ std::vector<BrowserItem> SoundBrowser::programs() {
     return sounds;
 }
 
+std::vector<BrowserItem> SoundBrowser::files() const {
+    if (!platform::exchangeFolder()) return filesIn(folder_);
+    BrowserItem picker;
+    picker.kind = BrowserItem::kPicker;
+    picker.name = "Load a file...";
+    picker.family = "This computer";
+    return {picker};
+}
+
 void SoundBrowser::filter() {
     items_.clear();
     for (const BrowserItem& item : all_) {
         if (favouritesOnly_ && page_ != kFiles && !item.favourite) continue;
+        if (isNaming() && item.kind == BrowserItem::kPicker) continue;
         if (isNaming() || matches(item, search_)) items_.push_back(item);
     }
     columns_ = columnsOf(items_);
@@ -161,6 +174,10 @@ bool SoundBrowser::choose(int index) {
     const BrowserItem item = items_[index];
     if (item.kind == BrowserItem::kFolder) {
         open(item.path);
+        return false;
+    }
+    if (item.kind == BrowserItem::kPicker) {
+        platform::askForFile();
         return false;
     }
     select(index);
@@ -321,6 +338,7 @@ std::string SoundBrowser::detail() const {
     const int index = selected();
     if (index < 0) return "";
     const BrowserItem& item = items_[index];
+    if (item.kind == BrowserItem::kPicker) return item.name;
     if (item.kind != BrowserItem::kProgram) return lastPart(item.path);
     std::string line = programNumber(item.program) + "  " + item.name;
     if (item.edited) line += "  (edited)";
@@ -329,10 +347,11 @@ std::string SoundBrowser::detail() const {
 
 std::string SoundBrowser::place() const {
     if (page_ != kFiles) return "";
-    const std::string folder = platform::utf8FromPath(folder_);
+    const bool exchanged = platform::exchangeFolder().has_value();
+    const std::string folder = exchanged ? "" : platform::utf8FromPath(folder_);
     if (!isNaming()) return folder;
-    return std::string("Save the ") + (saving_ == kSound ? "sound" : "bank") + " in " + folder +
-           " as";
+    return std::string("Save the ") + (saving_ == kSound ? "sound" : "bank") +
+           (exchanged ? "" : " in ") + folder + " as";
 }
 
 std::string SoundBrowser::remark() const {
@@ -348,6 +367,7 @@ std::string SoundBrowser::remark() const {
     }
     const BrowserItem& item = items_[index];
     if (page_ == kFiles) {
+        if (item.kind == BrowserItem::kPicker) return "A sound (.fxp) or a bank (.fxb)";
         return item.kind == BrowserItem::kFolder ? "" : "Return or a double click loads it.";
     }
     if (page_ == kLibrary) return "Plays in slot " + programNumber(host_.program()) + '.';

@@ -77,6 +77,7 @@ class SoundBrowser {
 
     void readItems();
     std::vector<BrowserItem> programs();
+    std::vector<BrowserItem> files() const;
     void filter();
     void open(const std::string& folder);
     void load(const BrowserItem& item);

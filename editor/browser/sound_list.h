@@ -7,11 +7,11 @@
 namespace editor {
 
 struct BrowserItem {
-    enum Kind { kProgram, kSound, kBank, kFolder };
+    enum Kind { kProgram, kSound, kBank, kFolder, kPicker };
 
     Kind kind = kProgram;
     int program = -1;  // of kProgram
-    std::string path;  // of all others
+    std::string path;  // of sounds, banks and folders
     std::string name;
     std::string family;  // the heading above it
     std::string character;

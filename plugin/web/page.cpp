@@ -181,6 +181,9 @@ void quarzelIdle() {
 int quarzelEditorWantsKeys() {
     return page().editor.wantsKeys();
 }
+int quarzelEditorWantsText() {
+    return page().editor.wantsText();
+}
 
 enum Pointer : int { kPressed, kMoved, kReleased, kLeft, kLost };
 

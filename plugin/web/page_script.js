@@ -7,6 +7,8 @@ mergeInto(LibraryManager.library, {
   quarzelOpenDocument: function(name) {
     return Module.page.openDocument(UTF8ToString(name)) ? 1 : 0;
   },
+  quarzelFileWritten: function(path) { Module.page.fileWritten(UTF8ToString(path)); },
+  quarzelAskForFile: function() { Module.page.askForFile(); },
   quarzelShowPixels: function(pixels, left, top, width, height) {
     const bytes = HEAPU8.subarray(pixels, pixels + 4 * width * height);
     Module.page.showPixels(bytes, left, top, width, height);

@@ -52,6 +52,8 @@ void quarzelShowMessage(const char*, const char*) {}
 int quarzelOpenDocument(const char*) {
     return 0;
 }
+void quarzelFileWritten(const char*) {}
+void quarzelAskForFile() {}
 
 extern "C" {
 

@@ -7,35 +7,44 @@ import path from "node:path";
 
 const kTypes = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css",
   ".wasm": "application/wasm", ".svg": "image/svg+xml", ".opus": "audio/ogg" };
+const kKeyCodes = { Backspace: 8, Enter: 13, Escape: 27, Tab: 9, Home: 36, PageUp: 33, PageDown: 34 };
 const kPatience = 500000;  // milliseconds, for machines that are busy
 
-// Any static host will do: no special headers.
-function serve(folder, requests) {
+const kFolder = "/strings";  // one of several on its host
+
+// Any static host will do: no special headers. `replaced` has other contents for some names.
+function serve(folder, requests, replaced) {
   const server = http.createServer((request, response) => {
-    const name = decodeURIComponent(new URL(request.url, "http://x").pathname);
-    requests.push(name);
-    const file = path.join(folder, name.endsWith("/") ? `${name}index.html` : name);
-    fs.readFile(file, (error, bytes) => {
-      response.writeHead(error ? 404 : 200, {
-        "Content-Type": kTypes[path.extname(file)] ?? "application/octet-stream" });
-      response.end(error ? "" : bytes);
-    });
+    const asked = decodeURIComponent(new URL(request.url, "http://x").pathname);
+    requests.push(asked);
+    const inside = asked.startsWith(`${kFolder}/`) ? asked.slice(kFolder.length) : "/nothing";
+    const name = inside.endsWith("/") ? `${inside}index.html` : inside;
+    let bytes = replaced[name] ?? null;
+    try { bytes ??= fs.readFileSync(path.join(folder, name)); } catch { /* not there */ }
+    const part = /^bytes=(\d+)-(\d*)$/.exec(request.headers.range ?? "");
+    const [first, last] = part ? [Number(part[1]), part[2] ? Number(part[2]) : bytes.length - 1] : [];
+    response.writeHead(bytes === null ? 404 : part ? 206 : 200, {
+      "Content-Type": kTypes[path.extname(name)] ?? "application/octet-stream",
+      ...part && { "Content-Range": `bytes ${first}-${last}/${bytes.length}` } });
+    response.end(part ? bytes?.subarray(first, last + 1) : bytes ?? "");
   });
   return new Promise((done) => server.listen(0, "127.0.0.1", () => done(server)));
 }
 
 export class Browser {
   requests = [];  // paths that were asked from the server
-  outside = [];   // addresses beyond it
+  replaced = {};  // what it answers instead of files: bytes by names in the page's folder
+  outside = [];   // addresses beyond the page's folder
   errors = [];    // of the console
   #calls = new Map();
+  #awaited = new Map();
   #next = 1;
   #session;
 
   static async start(folder) {
     const browser = new Browser();
-    browser.server = await serve(folder, browser.requests);
-    browser.origin = `http://127.0.0.1:${browser.server.address().port}`;
+    browser.server = await serve(folder, browser.requests, browser.replaced);
+    browser.origin = `http://127.0.0.1:${browser.server.address().port}${kFolder}`;
     browser.profile = fs.mkdtempSync(path.join(os.tmpdir(), "quarzel-browser-"));
     browser.process = spawn("chromium", ["--headless=new", "--no-sandbox", "--disable-gpu",
       "--remote-debugging-pipe", "--no-first-run", "--disable-background-networking",
@@ -72,7 +81,7 @@ export class Browser {
         return fs.rmSync(this.profile, { recursive: true, force: true });
       } catch (error) {
         if (left === 0) throw error;
-        await new Promise((done) => setTimeout(done, 200));
+        await wait(200);
       }
     }
   }
@@ -86,6 +95,11 @@ export class Browser {
     });
   }
 
+  // The next event of a name.
+  event(name) {
+    return new Promise((done) => this.#awaited.set(name, done));
+  }
+
   #receive({ id, result, error, method, params }) {
     const call = this.#calls.get(id);
     if (call) {
@@ -93,6 +107,7 @@ export class Browser {
       this.#calls.delete(id);
       return error ? call.fail(new Error(error.message)) : call.done(result);
     }
+    this.#awaited.get(method)?.(params);
     if (method === "Runtime.exceptionThrown") {
       this.errors.push(params.exceptionDetails.exception?.description ?? params.exceptionDetails.text);
     }
@@ -125,7 +140,7 @@ export class Browser {
     while (Date.now() < end) {
       const ready = await this.run("return window.quarzel ? quarzel.ready : null").catch(() => null);
       if (ready !== null) return ready;
-      await new Promise((done) => setTimeout(done, 50));
+      await wait(50);
     }
     throw new Error("the page does not load");
   }
@@ -160,6 +175,43 @@ export class Browser {
     const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
     return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
   }
+
+  // Waits until the body of a function returns something true in the page.
+  async until(body, ...values) {
+    const end = Date.now() + 60000;
+    while (Date.now() < end) {
+      // It may just be between two pages.
+      if (await this.run(body, ...values).catch(() => false)) return true;
+      await wait(50);
+    }
+    return false;
+  }
+
+  // Presses and releases a key of the computer. `code` is its place, `key` what it types.
+  async key(key, code = key, modifiers = 0) {
+    const named = { key, code, modifiers, windowsVirtualKeyCode: kKeyCodes[key] ?? 0 };
+    const text = [...key].length === 1 && !modifiers ? { text: key } : {};
+    await this.call("Input.dispatchKeyEvent", { type: "keyDown", ...named, ...text });
+    await this.call("Input.dispatchKeyEvent", { type: "keyUp", ...named });
+  }
+  touch(type, ...points) {
+    return this.call("Input.dispatchTouchEvent",
+      { type, touchPoints: points.map(([x, y], id) => ({ x, y, id })) });
+  }
+
+  // Where an element is: the middle of its lower end.
+  placeOf(selector) {
+    return this.run(`
+      const element = document.querySelector(values[0]);
+      element.scrollIntoView({ block: "center" });
+      const box = element.getBoundingClientRect();
+      return [box.left + box.width / 2, box.top + box.height * 0.9];`, selector);
+  }
+  async click(selector) {
+    const [x, y] = await this.placeOf(selector);
+    await this.mouse("mousePressed", x, y);
+    await this.mouse("mouseReleased", x, y);
+  }
 }
 
 // For the body of run(): renders `frames` frames by a worklet that begins with the bank `state`, has got
@@ -184,3 +236,5 @@ export function check(holds, what) {
   if (!holds) throw new Error(what);
   console.log(`ok: ${what}`);
 }
+
+export const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));

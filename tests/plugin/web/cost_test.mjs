@@ -4,7 +4,7 @@
 import { spawnSync } from "node:child_process";
 import fs from "node:fs";
 import path from "node:path";
-import { Browser, check } from "./browser.mjs";
+import { Browser, check, wait } from "./browser.mjs";
 
 const [site, native] = process.argv.slice(2);
 // As bench/player.cpp has them, and its rate and blocks.
@@ -54,7 +54,7 @@ function baselineTime() {
 async function browserShare(browser) {
   const thread = browser.audioThread();
   const begin = performance.now(), before = browser.computed(thread);
-  await new Promise((done) => setTimeout(done, 1000 * kBrowserSeconds));
+  await wait(1000 * kBrowserSeconds);
   return (browser.computed(thread) - before) / (performance.now() - begin);
 }
 

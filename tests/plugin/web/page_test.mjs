@@ -3,7 +3,7 @@
 // the default skin with such a sound.
 import fs from "node:fs";
 import path from "node:path";
-import { Browser, check, kRenderOffline } from "./browser.mjs";
+import { Browser, check, kRenderOffline, wait } from "./browser.mjs";
 
 const [site, folder] = process.argv.slice(2);
 const kSoundsWithin = 100;  // milliseconds from the first press to an audible sample
@@ -14,14 +14,6 @@ const kSounding = { 3: 0.5, 7: 0.2, 8: 0.4, 9: 0.5, 10: 0.4, 11: 0.5, 12: 0.5, 1
 const kPan = 1;           // stored and shown, but it changes no sample in any edition
 const kHeardFrom = 3e-3;  // of the phrase's peak: what a movement must change at least
 const browser = await Browser.start(site);
-const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
-
-// Where an element is, in the middle.
-const placeOf = (selector) => browser.run(`
-  const element = document.querySelector(values[0]);
-  element.scrollIntoView({ block: "center" });
-  const box = element.getBoundingClientRect();
-  return [box.left + box.width / 2, box.top + box.height * 0.9];`, selector);
 
 async function loadFile(name) {
   const { root } = await browser.call("DOM.getDocument");
@@ -42,7 +34,7 @@ const states = () => browser.run(`
 // Milliseconds from a real press on a key to the news that something is heard.
 async function firstSound() {
   await browser.open();
-  const [x, y] = await placeOf("#keys [data-note='60']");
+  const [x, y] = await browser.placeOf("#keys [data-note='60']");
   await browser.run(`
     window.heard = new Promise((done) => {
       let pressed = 0;

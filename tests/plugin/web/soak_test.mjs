@@ -1,7 +1,7 @@
 // Dense playing in the page: no late block, and memory stays flat.
 // Usage: node soak_test.mjs SITE. QUARZEL_SOAK_SECONDS (20) says for how long.
 import fs from "node:fs";
-import { Browser } from "./browser.mjs";
+import { Browser, wait } from "./browser.mjs";
 
 const [site] = process.argv.slice(2);
 const kSeconds = Number(process.env.QUARZEL_SOAK_SECONDS ?? 20);
@@ -109,7 +109,6 @@ const tell = (holds, what) => {
   console.log(`${holds ? "ok" : "FAILED"}: ${what}`);
   if (!holds) process.exitCode = 1;
 };
-const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
 
 // The most milliseconds that a thread has computed at a stretch, beyond its usual share, since this was asked.
 class Stretch {

@@ -1,10 +1,15 @@
 // The editor on its canvas: pixels out, pointer, wheel and keys in.
 
+import { Typing } from "./typing.js";
+
 const kPressed = 0, kMoved = 1, kReleased = 2, kLeft = 3, kLost = 4;
 // As the module counts them: left, middle and right button, then the modifiers.
 const kButtons = [1 << 1, 1 << 2, 1 << 3];
 const kHeld = [1 << 1, 1 << 3, 1 << 2];  // in the order of `buttons`
+const kRightButton = kButtons[2];
 const kNotch = 100;  // CSS pixels that a wheel reports for one
+const kLongPress = 500;  // milliseconds that a resting finger takes to be a right click
+const kRests = 8;        // CSS pixels that it may move meanwhile
 
 const modifiersOf = (event) =>
   (event.shiftKey ? 1 << 4 : 0) | (event.ctrlKey ? 1 << 5 : 0) | (event.altKey ? 1 << 6 : 0) |
@@ -16,6 +21,11 @@ export class Face {
   #context;
   #model = null;
   #finger = null;  // the only one that the editor follows
+  #longPress = 0;  // its timer
+  #begin = null;   // the event of the press
+  #afterPress = [];
+  #touched = false;  // by a finger, last
+  #typing;
 
   // What the module calls.
   actions = {
@@ -27,13 +37,17 @@ export class Face {
       this.#canvas.width = width;
       this.#canvas.height = height;
       this.#canvas.style.width = `${width / devicePixelRatio}px`;
+      this.#canvas.style.setProperty("--shape", width / height);
     },
     focusCanvas: () => this.#canvas.focus({ preventScroll: true }),
     hidePointer: (hidden) => { this.#canvas.style.cursor = hidden ? "none" : ""; },
   };
 
-  constructor(canvas) {
+  constructor(canvas, typing) {
     this.#canvas = canvas;
+    this.#typing = new Typing(typing, (character, name) => {
+      for (const down of [true, false]) this.#model.key(down, character, name, 0);
+    });
     this.#context = canvas.getContext("2d", { alpha: false });
   }
 
@@ -45,6 +59,7 @@ export class Face {
     addEventListener("resize", () => this.#model.call("ScaleEditor", this.#scale()));
     const idle = () => {
       this.#model.call("Idle");
+      this.#typing.show(this.#touched && this.#model.call("EditorWantsText") !== 0);
       requestAnimationFrame(idle);
     };
     idle();
@@ -62,9 +77,7 @@ export class Face {
     return this.#model.key(event.type === "keydown", isText ? event.key.codePointAt(0) : 0,
                            isText ? "" : event.key, modifiersOf(event));
   }
-  get wantsKeys() {
-    return document.activeElement === this.#canvas && this.#model?.call("EditorWantsKeys") !== 0;
-  }
+  get wantsKeys() { return document.activeElement === this.#canvas && this.#model !== null && this.#busy; }
 
   #tell(what, event, buttons) {
     const box = this.#canvas.getBoundingClientRect();
@@ -73,28 +86,62 @@ export class Face {
     this.#model.call("Pointer", what, x, y, buttons | modifiersOf(event));
   }
 
+  // Some browsers open a picker only at the end of a press.
+  afterPress(act) {
+    if (this.#finger === null) act();
+    else this.#afterPress.push(act);
+  }
+  // Call this when a key has sounded: a finger that rests on it wants no menu.
+  keyPlayed() { clearTimeout(this.#longPress); }
+
+  #press(event) {
+    this.#finger = event.pointerId;
+    this.#begin = event;
+    this.#touched = event.pointerType === "touch";
+    this.#canvas.setPointerCapture(event.pointerId);
+    const values = this.#model.values();
+    const rests = event.pointerType === "touch" && !this.#busy;
+    if (rests) this.#longPress = setTimeout(() => this.#openMenu(values), kLongPress);
+    this.#tell(kPressed, event, kButtons[event.button] ?? 0);
+    if (this.#busy) clearTimeout(this.#longPress);
+  }
+
+  // A menu or the sound browser is open.
+  get #busy() { return this.#model.call("EditorWantsKeys") !== 0; }
+
+  // The press has been a right click, so what it has changed is taken back.
+  #openMenu(values) {
+    this.#tell(kLost, this.#begin, 0);
+    this.#model.takeValues(values);
+    this.#tell(kPressed, this.#begin, kRightButton);
+    this.#tell(kReleased, this.#begin, kRightButton);
+    this.#finger = null;
+  }
+
+  #end(what, event, buttons) {
+    if (event.pointerId !== this.#finger) return;
+    clearTimeout(this.#longPress);
+    this.#finger = null;
+    this.#tell(what, event, buttons);
+    for (const act of this.#afterPress.splice(0)) act();
+  }
+
   #listen() {
     const on = (name, act, options) => this.#canvas.addEventListener(name, act, options);
-    const isOther = (event) => this.#finger !== null && event.pointerId !== this.#finger;
     on("pointerdown", (event) => {
-      if (isOther(event)) return;
-      this.#finger = event.pointerId;
-      this.#canvas.setPointerCapture(event.pointerId);
-      this.#tell(kPressed, event, kButtons[event.button] ?? 0);
+      clearTimeout(this.#longPress);
+      if (this.#finger === null || this.#finger === event.pointerId) this.#press(event);
     });
     on("pointermove", (event) => {
-      if (!isOther(event)) this.#tell(kMoved, event, heldOf(event));
+      if (this.#finger !== null ? event.pointerId !== this.#finger : event.pointerType === "touch") return;
+      const { clientX, clientY } = this.#begin ?? event;
+      if (Math.hypot(event.clientX - clientX, event.clientY - clientY) > kRests) clearTimeout(this.#longPress);
+      this.#tell(kMoved, event, heldOf(event));
     });
-    on("pointerup", (event) => {
-      if (isOther(event)) return;
-      this.#finger = null;
-      this.#tell(kReleased, event, kButtons[event.button] ?? 0);
-    });
-    on("pointercancel", (event) => {
-      if (isOther(event)) return;
-      this.#finger = null;
-      this.#tell(kLost, event, 0);
-    });
+    on("pointerup", (event) => this.#end(kReleased, event, kButtons[event.button] ?? 0));
+    for (const end of ["pointercancel", "lostpointercapture"]) {
+      on(end, (event) => this.#end(kLost, event, 0));
+    }
     on("pointerleave", (event) => {
       if (this.#finger === null) this.#tell(kLeft, event, 0);
     });
@@ -107,6 +154,8 @@ export class Face {
                        (event.clientY - box.top) * this.#canvas.height / box.height,
                        event.deltaX / unit, -event.deltaY / unit, modifiersOf(event));
     }, { passive: false });
-    on("blur", () => this.#model.call("KeyboardLost"));
+    on("blur", ({ relatedTarget }) => {
+      if (!this.#typing.has(relatedTarget)) this.#model.call("KeyboardLost");
+    });
   }
 }

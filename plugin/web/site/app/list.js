@@ -12,8 +12,10 @@ export class List {
       const label = document.createElement("label");
       const text = document.createElement("output");
       const range = document.createElement("input");
+      const name = model.text("ParameterName", index);
       Object.assign(range, { type: "range", min: 0, max: kSteps });
-      label.append(model.text("ParameterName", index), text, range);
+      range.setAttribute("aria-label", name);  // the label is that of the output, which comes first
+      label.append(name, text, range);
       place.append(label);
       range.addEventListener("input", () => {
         model.call("SetParameter", index, range.value / kSteps);

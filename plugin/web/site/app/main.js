@@ -3,9 +3,9 @@ import { Face } from "./face.js";
 import { Keys } from "./keys.js";
 import { List } from "./list.js";
 import { openMidiInputs } from "./midi_inputs.js";
-import { Programs } from "./programs.js";
+import { askForFile, handOut, Programs } from "./programs.js";
 import { Sound } from "./sound.js";
-import { store, storedSettings, storedState } from "./storage.js";
+import { onFileStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
 
 const kStoreAfter = 500;  // milliseconds
 const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
@@ -17,13 +17,12 @@ const at = (name) => new URL(`../${name}`, import.meta.url);
 function showMessage(title, text) {
   byId("message-title").textContent = title;
   byId("message-text").textContent = text;
-  byId("message").hidden = false;
-  byId("message-ok").focus();
+  if (!byId("message").open) byId("message").showModal();
 }
-byId("message-ok").onclick = () => { byId("message").hidden = true; };
 
 const sound = new Sound();
-const face = new Face(byId("canvas"));
+sound.onFault = () => say("The instrument has stopped. Please load the page again.");
+const face = new Face(byId("canvas"), byId("typing"));
 let model = null;
 let programs = null;
 let list = null;
@@ -44,6 +43,8 @@ const keys = new Keys(byId("keys"), midi);
 for (const gesture of ["pointerdown", "keydown", "touchend"]) {
   addEventListener(gesture, () => sound.wake(), { capture: true });
 }
+byId("lower").onclick = () => keys.shift(-12);
+byId("higher").onclick = () => keys.shift(12);
 byId("silence").onclick = () => {
   keys.releaseAll();
   sound.send("silence");
@@ -70,8 +71,10 @@ async function startSound() {
   const lacking = Sound.lacking();
   if (lacking) throw new Error(lacking);
   const [module, factory] = await Promise.all([bytesOf("quarzel-sound.wasm"), bytesOf("default.fxb")]);
-  await sound.prepare(module, storedState() ?? factory);
-  say("Ready. Click a key.");
+  await sound.prepare(module, () => model?.bytes("State").buffer ?? storedState() ?? factory);
+  const tell = () => say(sound.running ? "Ready." : "Ready. Click a key: browsers let no page sound before.");
+  sound.onState = tell;
+  tell();
 }
 
 // --- the page's module ---
@@ -81,7 +84,10 @@ let storageTold = false;
 function storeNow() {
   clearTimeout(storing);
   storing = 0;
-  if (!model || store(model.bytes("State"), model.settings()) || storageTold) return;
+  if (model) tellOfStorage(storeState(model.bytes("State")));
+}
+function tellOfStorage(works) {
+  if (works || storageTold) return;
   storageTold = true;
   byId("lacking").textContent += " This browser stores nothing here: save a bank to keep your sounds.";
 }
@@ -94,9 +100,15 @@ addEventListener("pagehide", () => { if (storing) storeNow(); });
 const page = {
   ...face.actions,
   showMessage,
+  storeFile: (path, bytes) => tellOfStorage(storeFile(path, bytes)),
+  handOut,
+  askForFile: () => face.afterPress(askForFile),
   openDocument: () => window.open(at("manual.html")) !== null,
   send(what, index, value) {
-    if (what === kKey) return midi(value > 0 ? 0x90 : 0x80, index, value);
+    if (what === kKey) {
+      face.keyPlayed();
+      return midi(value > 0 ? 0x90 : 0x80, index, value);
+    }
     if (what === kParameter) sound.send("parameter", index, value);
     if (what === kProgram) sound.send("program", index);
     if (what === kBinding) sound.send("bind", index, value);
@@ -107,11 +119,12 @@ const page = {
 
 async function startModel() {
   const { Model } = await import("./model.js");
-  const loaded = await Model.load(page, storedSettings(), sound.context.sampleRate);
+  const loaded = await Model.load(page, storedFiles(), sound.context.sampleRate);
   const state = storedState();
   const fault = state && loaded.take("TakeState", state, "The bank of your last visit");
   model = loaded;
   if (fault) showMessage("Quarzel Strings", `${fault} The factory bank is there instead.`);
+  onFileStored((path, bytes) => model.putFile(path, bytes));
   model.call("SendBindings");
   programs = new Programs(model, (text, isFault) =>
     isFault ? showMessage("Quarzel Strings", text) : say(text));
@@ -138,21 +151,40 @@ document.addEventListener("click", ({ target }) => {
   }
   if (take && model) {
     programs.choose(Number(take));
-    byId("instrument").scrollIntoView({ behavior: "smooth" });
+    const still = matchMedia("(prefers-reduced-motion: reduce)").matches;
+    byId("instrument").scrollIntoView({ behavior: still ? "auto" : "smooth" });
   }
 });
 
+// --- MIDI keyboards: asked for by a click, unless the player has allowed them before ---
+
 async function startMidi() {
-  const state = await navigator.permissions?.query({ name: "midi" }).catch(() => null);
-  const open = async () => {
-    const lacking = await openMidiInputs(midi);
-    byId("lacking").textContent += ` ${lacking}`;
+  const button = byId("midi-open");
+  const open = () => {
+    button.remove();
+    return openMidiInputs(midi, (text) => { byId("midi").textContent = text; });
   };
+  const state = await navigator.permissions?.query({ name: "midi" }).catch(() => null);
   if (!navigator.requestMIDIAccess || state?.state === "granted") return open();
-  const button = Object.assign(document.createElement("button"),
-                               { type: "button", textContent: "MIDI keyboard…" });
-  button.onclick = () => { button.remove(); open(); };
-  byId("silence").after(button);
+  button.hidden = false;
+  button.onclick = open;
+}
+
+// --- a copy for times without a network ---
+
+async function keepOffline() {
+  const registration = await navigator.serviceWorker.register(at("sw.js"));
+  const offer = () => {
+    if (!registration.waiting || !navigator.serviceWorker.controller) return;
+    byId("update").hidden = false;
+    byId("update-now").onclick = () => {
+      byId("update-now").disabled = true;  // the old one may need half a minute to end
+      navigator.serviceWorker.addEventListener("controllerchange", () => location.reload());
+      registration.waiting.postMessage("take over");
+    };
+  };
+  registration.addEventListener("updatefound", () => registration.installing.addEventListener("statechange", offer));
+  offer();
 }
 
 startMidi();
@@ -160,7 +192,7 @@ const ready = startSound().then(startModel).then(() => true, (fault) => {
   say(`The instrument cannot play here. ${fault.message}`);
   return false;
 });
-if ("serviceWorker" in navigator) navigator.serviceWorker.register(at("sw.js")).catch(() => {});
+if ("serviceWorker" in navigator) keepOffline().catch(() => {});
 
 // For tests and the curious.
 window.quarzel = { ready, sound, midi, get model() { return model; }, get storing() { return storing; } };

@@ -1,5 +1,6 @@
 // The page's module: programs, files and the editor. See plugin/web/page.cpp for its functions.
 const kSettings = "/settings";
+const kDownloads = "/downloads";  // as platform/file_exchange_web.cpp
 
 // The emscripten of this build writes no module that a script could import.
 function script(src) {
@@ -13,14 +14,19 @@ function script(src) {
 export class Model {
   #module;
 
-  // `page` has the actions that plugin/web/page_script.js names.
-  static async load(page, settings, sampleRate) {
+  // `page` has the actions that plugin/web/page_script.js names; those for files also take their bytes.
+  // `files` are paths in the settings folder with their bytes.
+  static async load(page, files, sampleRate) {
     const model = new Model();
     const folder = new URL("../", import.meta.url);
     await script(new URL("quarzel-page.js", folder));
-    model.#module = await loadPage({ page, locateFile: (name) => new URL(name, folder).href });
+    model.#module = await loadPage({
+      page: { ...page, fileWritten: (path) => model.#written(path, page) },
+      locateFile: (name) => new URL(name, folder).href,
+    });
     model.#module.FS.mkdir(kSettings);
-    model.#writeSettings(settings);
+    model.#module.FS.mkdir(kDownloads);
+    for (const [path, bytes] of files) model.putFile(path, bytes);
     model.call("Start", sampleRate);
     return model;
   }
@@ -57,33 +63,29 @@ export class Model {
     return [frames, data];
   }
 
+  values() {
+    return Array.from({ length: this.call("ParameterCount") }, (_, i) => this.call("Parameter", i));
+  }
+  takeValues(values) {
+    const now = this.values();
+    values.forEach((value, i) => { if (value !== now[i]) this.call("SetParameter", i, value); });
+  }
+
   news(numbers) {
     this.#module.HEAPF32.set(numbers, this.call("News") >> 2);
     this.call("NewsCame");
   }
 
-  // The files of the settings folder, as an object of path and bytes in hexadecimal digits.
-  settings() {
-    const files = {};
+  #written(path, page) {
     const FS = this.#module.FS;
-    const walk = (folder) => {
-      for (const name of FS.readdir(folder)) {
-        const path = `${folder}/${name}`;
-        if (name === "." || name === "..") continue;
-        if (FS.isDir(FS.stat(path).mode)) walk(path);
-        else files[path] = Array.from(FS.readFile(path), (b) => b.toString(16).padStart(2, "0")).join("");
-      }
-    };
-    walk(kSettings);
-    return files;
+    const bytes = FS.readFile(path);
+    if (!path.startsWith(`${kDownloads}/`)) return page.storeFile(path, bytes);
+    FS.unlink(path);
+    page.handOut(path.slice(kDownloads.length + 1), bytes);
   }
-
-  #writeSettings(files) {
-    const FS = this.#module.FS;
-    for (const [path, digits] of Object.entries(files)) {
-      if (!path.startsWith(`${kSettings}/`)) continue;
-      FS.mkdirTree(path.slice(0, path.lastIndexOf("/")));
-      FS.writeFile(path, Uint8Array.from(digits.match(/../g) ?? [], (pair) => parseInt(pair, 16)));
-    }
+  putFile(path, bytes) {
+    if (!path.startsWith(`${kSettings}/`)) return;
+    this.#module.FS.mkdirTree(path.slice(0, path.lastIndexOf("/")));
+    this.#module.FS.writeFile(path, bytes);
   }
 }

@@ -3,6 +3,17 @@
 const kPrograms = 128;
 const kLargestFile = 1 << 19;  // bytes
 
+const kPicker = document.getElementById("file");
+export const askForFile = () => kPicker.click();
+
+export function handOut(name, bytes) {
+  const link = document.createElement("a");
+  link.href = URL.createObjectURL(new Blob([bytes]));
+  link.download = name;
+  link.click();
+  setTimeout(() => URL.revokeObjectURL(link.href), 60000);
+}
+
 export class Programs {
   #model;
   #select = document.getElementById("program");
@@ -17,14 +28,20 @@ export class Programs {
       element.addEventListener("click", act);
     };
     this.#select.disabled = false;
-    this.#select.addEventListener("change", () => this.choose(Number(this.#select.value)));
+    // Who points at a sound goes on to play: the letters are keys again.
+    let pointed = false;
+    this.#select.addEventListener("pointerdown", () => { pointed = true; });
+    this.#select.addEventListener("keydown", () => { pointed = false; });
+    this.#select.addEventListener("change", () => {
+      this.choose(Number(this.#select.value));
+      if (pointed) this.#select.blur();
+    });
     button("previous", () => this.choose((this.current + kPrograms - 1) % kPrograms));
     button("next", () => this.choose((this.current + 1) % kPrograms));
-    const file = document.getElementById("file");
-    button("load", () => file.click());
-    file.addEventListener("change", () => this.#load(file));
-    button("save-bank", () => this.#save("BankFile", "quarzel.fxb"));
-    button("save-preset", () => this.#save("PresetFile", `${this.#fileName()}.fxp`));
+    button("load", askForFile);
+    kPicker.addEventListener("change", () => this.#load(kPicker));
+    button("save-bank", () => handOut("quarzel.fxb", model.bytes("BankFile")));
+    button("save-preset", () => handOut(`${this.#fileName()}.fxp`, model.bytes("PresetFile")));
     this.fill();
   }
 
@@ -46,7 +63,7 @@ export class Programs {
         group.label = family;
         groups.push(group);
       }
-      group.append(new Option(`${i + 1} ${this.#model.text("ProgramName", i)}`, i));
+      group.append(new Option(`${String(i).padStart(3, "0")} ${this.#model.text("ProgramName", i)}`, i));
     }
     this.#select.replaceChildren(...groups);
     this.show();
@@ -69,13 +86,5 @@ export class Programs {
       : this.#model.take(isPreset ? "TakePreset" : "TakeBank", await file.arrayBuffer(), file.name);
     this.#tell(fault || `${file.name} is loaded.`, fault !== "");
     this.fill();
-  }
-
-  #save(what, name) {
-    const link = document.createElement("a");
-    link.href = URL.createObjectURL(new Blob([this.#model.bytes(what)]));
-    link.download = name;
-    link.click();
-    setTimeout(() => URL.revokeObjectURL(link.href), 60000);
   }
 }

@@ -1,36 +1,51 @@
-// What stays in the browser between visits: the bank with its program, and the settings.
+// What stays in the browser between visits: the bank with its program, and the files of settings and
+// library, each under its path. Several pages may be open at once.
 
 const kState = "quarzel.state";
-const kSettings = "quarzel.settings";
+const kFile = "quarzel.file:";
 
-const read = (key) => {
-  try { return localStorage.getItem(key); } catch { return null; }
-};
-
-export function storedState() {
-  const text = read(kState);
+const textOf = (bytes) => btoa(Array.from(bytes, (b) => String.fromCharCode(b)).join(""));
+function bytesOf(text) {
   try {
-    return text && Uint8Array.from(atob(text), (c) => c.charCodeAt(0)).buffer;
+    return Uint8Array.from(atob(text), (c) => c.charCodeAt(0));
   } catch {
     return null;
   }
 }
 
-export function storedSettings() {
-  try {
-    return JSON.parse(read(kSettings)) ?? {};
-  } catch {
-    return {};
-  }
+function read(key) {
+  try { return localStorage.getItem(key); } catch { return null; }
 }
-
 // Returns false if the browser stores nothing.
-export function store(state, settings) {
+function write(key, bytes) {
   try {
-    localStorage.setItem(kState, btoa(Array.from(state, (b) => String.fromCharCode(b)).join("")));
-    localStorage.setItem(kSettings, JSON.stringify(settings));
+    localStorage.setItem(key, textOf(bytes));
     return true;
   } catch {
     return false;
   }
+}
+
+export function storedState() {
+  const bytes = bytesOf(read(kState) ?? "");
+  return bytes?.length ? bytes.buffer : null;
+}
+export const storeState = (bytes) => write(kState, bytes);
+
+const fileOf = (key, text) => key?.startsWith(kFile) && text ? [key.slice(kFile.length), bytesOf(text)] : [];
+
+// Paths with their bytes.
+export function storedFiles() {
+  let keys = [];
+  try { keys = Object.keys(localStorage); } catch { /* none */ }
+  return keys.map((key) => fileOf(key, read(key))).filter(([, bytes]) => bytes);
+}
+export const storeFile = (path, bytes) => write(kFile + path, bytes);
+
+// Calls `act` with path and bytes of a file that another page has stored.
+export function onFileStored(act) {
+  addEventListener("storage", ({ key, newValue }) => {
+    const [path, bytes] = fileOf(key, newValue);
+    if (bytes) act(path, bytes);
+  });
 }
