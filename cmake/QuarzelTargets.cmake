@@ -1,4 +1,4 @@
-# Compile options for all targets, and the two kinds of target that a folder declares.
+# Compile options for all targets, and the kinds of target that a folder declares.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -54,6 +54,18 @@ function(quarzel_library name)
     target_link_libraries(${name} PUBLIC quarzel_options ${ARG_LINK})
 endfunction()
 
+# quarzel_program(NAME SOURCES file... [LINK target...]): a program that is delivered.
+function(quarzel_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK})
+    if(WIN32)
+        enable_language(RC)
+        target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/platform/program_win32.cpp"
+                                       "${CMAKE_SOURCE_DIR}/platform/program_win32.rc")
+    endif()
+endfunction()
+
 # quarzel_test(NAME SOURCES file... [LINK target...] [LOCK what]): a GoogleTest program. ctest runs
 # its cases one by one; those with the same lock do not overlap. A cross build runs the whole
 # program through its emulator.
@@ -61,6 +73,7 @@ function(quarzel_test name)
     cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES} $<TARGET_OBJECTS:quarzel_own_settings>)
     target_link_libraries(${name} PRIVATE quarzel_options ${ARG_LINK} GTest::gtest_main)
+    target_precompile_headers(${name} REUSE_FROM quarzel_own_settings)
     if(CMAKE_CROSSCOMPILING)
         # Starting the emulator costs more than most cases, so one test runs all of them.
         add_test(NAME ${name} COMMAND ${name})

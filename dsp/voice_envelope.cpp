@@ -135,33 +135,6 @@ void VoiceEnvelope::render(float* levels, int samples) {
     }
 }
 
-bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {
-    // Exceeds the rounding error that a run of steps can build up within a block.
-    constexpr float kMargin = 0.001f;
-    const float n = static_cast<float>(samples);
-    switch (stage_) {
-        case kAttack: {
-            ramp = {1.0f, attackStep_};
-            const float top = peakScale_ * peak_;
-            return level_ + n * attackStep_ < top * (1.0f - kMargin);
-        }
-        case kDecay:
-            ramp = {1.0f, -decayStep_};
-            return level_ - n * decayStep_ > sustainLevel_ + level_ * kMargin;
-        case kSustain:
-            ramp = {};
-            return !glideOn_;
-        case kRelease:
-            ramp = {releaseFactor_, 0.0f};
-            // Bernoulli: factor^n >= 1 - n (1 - factor).
-            return level_ * (1.0f - n * (1.0f - releaseFactor_)) > kFloor * (1.0f + kMargin);
-        case kIdle:
-        case kQuickFade:
-            break;
-    }
-    return false;
-}
-
 void VoiceEnvelope::kill() {
     stage_ = kIdle;
     level_ = 0.0f;

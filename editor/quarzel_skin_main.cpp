@@ -1,21 +1,26 @@
 // quarzel-skin SKIN-FOLDER [OUT.png] [--zoom PERCENT]: lists the elements and faults of a skin, and
 // draws it.
+#include <algorithm>
 #include <iostream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "editor/skin_preview.h"
+#include "platform/console.h"
+#include "platform/file.h"
 #include "platform/product.h"
 
 int main(int argc, char** argv) {
     constexpr int kComplaints = 1;
     constexpr int kWrongUsage = 2;
 
+    platform::useUtf8Console();
     CLI::App app(
         "Lists the elements of a skin with their computed numbers, and every message that "
         "loading it brings up; draws the skin.",
         "quarzel-skin");
+    app.allow_windows_style_options(false);  // a path may begin with a slash there, too
     app.set_version_flag("--version", std::string("quarzel-skin ") + platform::productVersion(),
                          "Print the version and leave");
     std::string folder;
@@ -31,6 +36,7 @@ int main(int argc, char** argv) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
     folder += '/';
+    std::replace(folder.begin(), folder.end(), '/', platform::kSeparator);
     const int complaints = editor::reportAndDrawSkin(folder, picture, std::cout, zoom);
     return complaints > 0 ? kComplaints : 0;
 }

@@ -3,11 +3,14 @@
 
 #include <algorithm>
 
+#include "dsp/module_fm_op.h"
+
 namespace engine {
 
 namespace {
-constexpr float kPhaseOffset = 0.001f;  // the operators subtract it again
-constexpr float kFadeStep = 0.01f;      // per sample
+// The operators subtract it again, which rounds.
+constexpr float kPhaseOffset = dsp::ModuleFMop::kPhaseOffset;
+constexpr float kFadeStep = 0.01f;  // per sample
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
 
@@ -51,9 +54,9 @@ void BassVoice::render(const PhaseRows& phases, const Sections& sections, int fr
     }
     phaseRing_.exchange(delayed.data(), rows.sounding);
     for (int t = 0; t < rows.sounding; ++t) {
-        float* const lanes = &rows.phases[t * dsp::kBassLanes];
-        lanes[kContrabassLane] = delayed[t] * 0.5f + kPhaseOffset;
-        lanes[kCelloLane] = delayed[t] + kPhaseOffset;
+        float* const lanes = &rows.phases[BassRows::at(t)];
+        lanes[kContrabassLane] = delayed[t] * 0.5f + kPhaseOffset - kPhaseOffset;
+        lanes[kCelloLane] = delayed[t] + kPhaseOffset - kPhaseOffset;
     }
 }
 

@@ -13,8 +13,10 @@ namespace engine {
 
 // One segment of the bass operators, before gain and filters.
 struct BassRows {
-    using Lanes = std::array<float, kLongestSegment * dsp::kBassLanes>;
-    // Per frame: contrabass, cello, idle lanes; phases in turns.
+    // With a frame in front; see dsp::BassRun.
+    using Lanes = std::array<float, (1 + kLongestSegment) * dsp::kBassLanes>;
+    static constexpr int at(int frame) { return (1 + frame) * dsp::kBassLanes; }
+    // Per frame: contrabass, cello, idle lanes; phases in turns, less the operators' offset.
     alignas(dsp::kVectorBytes) Lanes phases{};
     alignas(dsp::kVectorBytes) Lanes tone{};
     Signal amplitude;
@@ -25,8 +27,7 @@ struct BassRows {
 
     // Arguments that make the voice kernels fill `tone` from a frame on.
     dsp::BassRun run(int from) {
-        const int at = from * dsp::kBassLanes;
-        return {operators, on.data(), &phases[at], &tone[at]};
+        return {operators, on.data(), &phases[at(from)], &tone[at(from)]};
     }
 };
 

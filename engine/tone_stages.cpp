@@ -98,7 +98,7 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
         return;
     }
     const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
-    kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[from * dsp::kBassLanes],
+    kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[BassRows::at(from)],
                           &sources.bass.amplitude[from], &sources.voices.viola[from], &bass[from],
                           &brassBand_[from], &hornBand_[from], until - from});
 }

@@ -7,7 +7,7 @@ namespace engine {
 
 void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sections& sections,
                          bool shared, int frames, BassRows& bass, SectionSums& sums) {
-    levels_.render(envelopes_, polyphony(), frames);
+    levels_.render(envelopes_, polyphony(), frames, shared);
     sums.sounding = levels_.longest();
     sums.viola.fill(0.0f);
     sums.violin.fill(0.0f);

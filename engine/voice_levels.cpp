@@ -32,9 +32,10 @@ void VoiceLevels::tick(int slot, dsp::VoiceEnvelope& envelope, int frames) {
     std::fill(row.begin() + t, row.end(), envelope.level());
 }
 
-void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
+void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames, bool onlySum) {
     ramps_.on.fill(0);
     bool anyRamp = false;
+    bool anyTicked = false;
     longest_ = 0;
     for (int slot = 0; slot < kMaxVoices; ++slot) {
         dsp::VoiceEnvelope& envelope = envelopes[slot];
@@ -47,6 +48,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
         frames_[slot] = frames;
         if (!envelope.movesEvenly(frames, ramp)) {
             tick(slot, envelope, frames);
+            anyTicked = true;
         } else if (ramp.stands()) {
             hold(slot, envelope.level());
         } else {
@@ -60,8 +62,15 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames) {
         longest_ = std::max(longest_, frames_[slot]);
     }
     if (!anyRamp) return;
-    summed_ = false;
-    kernels_.runRamps(ramps_, frames);
+    summed_ = onlySum && !anyTicked;
+    if (summed_) {
+        for (int slot = 0; slot < kMaxVoices; ++slot) {
+            if (!ramps_.on[slot]) ramps_.level[slot] = held_[slot];
+        }
+        kernels_.sumRamps(ramps_, sum_.data(), frames);
+    } else {
+        kernels_.runRamps(ramps_, frames);
+    }
     for (int slot = 0; slot < count; ++slot) {
         if (ramps_.on[slot]) envelopes[slot].moveTo(ramps_.level[slot]);
     }

@@ -17,8 +17,8 @@ class VoiceLevels {
     VoiceLevels();
 
     // Advances the envelopes of the first `count` slots by `frames` frames. The other slots must be
-    // idle.
-    void render(VoiceEnvelopes& envelopes, int count, int frames);
+    // idle. With `onlySum` the rows may be left out.
+    void render(VoiceEnvelopes& envelopes, int count, int frames, bool onlySum);
 
     // Number of leading frames in which the slot sounds.
     int framesOf(int slot) const { return frames_[slot]; }

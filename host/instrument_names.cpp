@@ -7,15 +7,20 @@
 #include "platform/folders.h"
 #include "host/error.h"
 #include "host/numbers.h"
+#include "platform/shared_library.h"
 
 namespace host {
+
+std::string instrumentFile() {
+    return std::string("QuarzelStrings") + platform::kLibraryEnding;
+}
 
 std::string instrumentPath(const std::string& typed) {
     if (!typed.empty()) return typed;
     const auto folder = platform::moduleFolder();
     if (!folder) throw Error("The folder of this program is unknown: name an instrument.");
-    const std::string beside = *folder + "QuarzelStrings.so";
-    const std::string installed = *folder + "../lib/vst/QuarzelStrings.so";
+    const std::string beside = *folder + instrumentFile();
+    const std::string installed = *folder + "../lib/vst/" + instrumentFile();
     const bool isInstalled = !platform::fileExists(beside) && platform::fileExists(installed);
     return isInstalled ? installed : beside;
 }

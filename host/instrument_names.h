@@ -8,6 +8,9 @@
 
 namespace host {
 
+// The name of the instrument that is delivered.
+std::string instrumentFile();
+
 // Returns typed. If that is empty, returns the instrument beside the program, else the one
 // installed in ../lib/vst.
 std::string instrumentPath(const std::string& typed);

@@ -23,6 +23,7 @@ Number inRange(const std::string& option, const std::string& text, std::optional
 
 OptionParser::OptionParser(const std::string& program, const std::string& about)
     : app_(std::make_unique<CLI::App>(about, program)) {
+    app_->allow_windows_style_options(false);  // a path may begin with a slash there, too
     app_->set_version_flag("--version", program + " " + platform::productVersion(),
                            "Print the version and leave");
 }

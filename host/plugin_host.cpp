@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "host/error.h"
+#include "platform/path_text.h"
 #include "platform/product.h"
 
 namespace host {
@@ -23,7 +24,7 @@ constexpr std::size_t kEventListHead = offsetof(VstEvents, events) / sizeof(VstI
 
 platform::SharedLibrary loadLibrary(const std::string& path) {
     std::error_code error;
-    const auto status = std::filesystem::status(path, error);
+    const auto status = std::filesystem::status(platform::systemPath(path), error);
     if (!exists(status)) throw Error("There is no file " + path + ".");
     // The loader would wait for the other end of a pipe.
     if (!is_regular_file(status)) throw Error(path + " is not a file that can be read.");

@@ -13,8 +13,8 @@ using MessageHandler =
     std::function<void(const std::string& title, const std::string& text, MessageIcon icon)>;
 
 // Shows one message with an OK button and no owner window, and waits until it is dismissed. Any
-// thread but the audio thread. If no display can be opened on Linux, it prints the line "TITLE:
-// TEXT" to standard error and returns at once. Programs that may run unattended clear DISPLAY.
+// thread but the audio thread. If no display can be opened on Linux, or after printMessages
+// (platform/console.h), it prints the line "TITLE: TEXT" to standard error and returns at once.
 void showMessage(const std::string& title, const std::string& text, MessageIcon icon);
 
 // Replaces the system's message box for the whole process and returns the previous handler. An

@@ -11,4 +11,12 @@ std::string pathFromUtf8(const std::string& text) {
     return text;
 }
 
+std::filesystem::path systemPath(const std::string& path) {
+    return path;
+}
+
+std::string pathText(const std::filesystem::path& path) {
+    return path.string();
+}
+
 }  // namespace platform

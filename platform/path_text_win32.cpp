@@ -28,4 +28,12 @@ std::string pathFromUtf8(const std::string& text) {
     return converted(text, CP_UTF8, CP_ACP);
 }
 
+std::filesystem::path systemPath(const std::string& path) {
+    return std::filesystem::u8path(utf8FromPath(path));
+}
+
+std::string pathText(const std::filesystem::path& path) {
+    return pathFromUtf8(path.u8string());
+}
+
 }  // namespace platform

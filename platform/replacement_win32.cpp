@@ -1,28 +1,13 @@
 // Replaces a file: writes a temporary file beside it that nobody else can open, then renames that.
+#include "platform/busy_file_win32.h"
 #include "platform/system_replacement.h"
 
 #include <algorithm>
-#include <vector>
 
 #include <windows.h>
 
 namespace platform {
 namespace {
-
-constexpr DWORD kPauseMilliseconds = 2;
-
-// Retries while somebody else has the file open, for which the system has two error codes.
-template <typename Attempt>
-bool tryPatiently(Attempt attempt, DWORD alsoBusy = ERROR_SHARING_VIOLATION) {
-    const auto deadline = std::chrono::steady_clock::now() + kReplacementPatience;
-    while (!attempt()) {
-        const DWORD error = GetLastError();
-        if (error != ERROR_SHARING_VIOLATION && error != alsoBusy) return false;
-        if (std::chrono::steady_clock::now() >= deadline) return false;
-        Sleep(kPauseMilliseconds);
-    }
-    return true;
-}
 
 // Folders and write-protected files are never replaced.
 bool mayReplace(const std::string& path, Links links) {
@@ -50,20 +35,6 @@ bool writeAll(HANDLE file, const std::string& contents) {
     return FlushFileBuffers(file) != 0;
 }
 
-// Renames the file while it is open, so that no other writer can intervene.
-bool renameTo(HANDLE file, const std::string& path) {
-    wchar_t name[MAX_PATH + 1];
-    const int length = MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, name, MAX_PATH + 1);
-    if (length == 0) return false;
-    std::vector<unsigned char> buffer(sizeof(FILE_RENAME_INFO) + sizeof name);
-    auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
-    info->ReplaceIfExists = TRUE;
-    info->FileNameLength = static_cast<DWORD>((length - 1) * sizeof(wchar_t));
-    std::copy_n(name, length, info->FileName);
-    return SetFileInformationByHandle(file, FileRenameInfo, info,
-                                      static_cast<DWORD>(buffer.size())) != 0;
-}
-
 }  // namespace
 
 bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker& contents) {
@@ -76,8 +47,9 @@ bool replaceSystemFile(const std::string& path, Links links, const ContentsMaker
     tryPatiently([&] { return (file = openAlone(temporary)) != INVALID_HANDLE_VALUE; });
     if (file == INVALID_HANDLE_VALUE) return false;
     const auto bytes = contents();
-    const bool placed = bytes && writeAll(file, *bytes) &&
-                        tryPatiently([&] { return renameTo(file, target); }, ERROR_ACCESS_DENIED);
+    const bool placed =
+        bytes && writeAll(file, *bytes) &&
+        tryPatiently([&] { return renameOpenFile(file, target); }, ERROR_ACCESS_DENIED);
     if (placed) {
         FlushFileBuffers(file);
     } else {

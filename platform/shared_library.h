@@ -5,6 +5,9 @@
 
 namespace platform {
 
+// What names of plug-ins end in.
+extern const char* const kLibraryEnding;
+
 class SharedLibrary {
   public:
     // Loads exactly the file at path, without the system's search path. Throws std::runtime_error

@@ -18,6 +18,8 @@ std::string loaderError(const std::string& path) {
 
 }  // namespace
 
+const char* const kLibraryEnding = ".so";
+
 SharedLibrary::SharedLibrary(const std::string& path) {
     // dlopen searches the system's folders for a name without a slash.
     const std::string file = path.find('/') == std::string::npos ? "./" + path : path;

@@ -8,6 +8,8 @@
 
 namespace platform {
 
+const char* const kLibraryEnding = ".dll";
+
 SharedLibrary::SharedLibrary(const std::string& path) {
     // With a full path the system does not search, and the library finds its neighbours.
     char file[MAX_PATH] = {};

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "host/error.h"
+#include "host/instrument_names.h"
 #include "host/option_parser.h"
 #include "host/song_options.h"
 
@@ -49,6 +50,8 @@ Normalization normalizationOf(const std::string& text) {
           std::tuple("PEAK", Normalization::Of::kPeak, kUsualPeak)}) {
         const std::size_t length = text.size() - std::min(text.size(), std::strlen(unit));
         if (text.substr(length) != unit) continue;
+        if (of == Normalization::Of::kLoudness && !canMeasureLoudness())
+            throw host::UsageError("--normalize: this build measures no loudness, only PEAK");
         if (length == 0) return {of, usual};
         return {of, host::readDouble("--normalize", text.substr(0, length), -60.0, 0.0)};
     }
@@ -70,20 +73,25 @@ void declare(host::OptionParser& parser, CommandLine& line, Typed& typed) {
         "Standard MIDI file of type 0 or 1, and the file to write; with --to, any number of songs");
     parser.addText("--to", line.folder, "FOLDER",
                    "Write into this folder, under the songs' names; several songs at once");
-    parser.addText("--plugin", line.plugin, "FILE",
-                   "VST 2.4 instrument (default: QuarzelStrings.so beside this program)");
+    parser.addText(
+        "--plugin", line.plugin, "FILE",
+        "VST 2.4 instrument (default: " + host::instrumentFile() + " beside this program)");
     parser.addText("--rate", typed.rate, "HZ", "Sample rate, 8000 to 768000 (default: 44100)");
     parser.addText("--block", typed.block, "FRAMES", "Frames a block, 1 to 65536 (default: 512)");
     parser.addText("--bits", typed.bits, "FORMAT", "Sample format: 16, 24 or 32f (default: 24)");
     parser.addText(
         "--format", typed.format, "NAME",
-        "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)");
+        canCompress()
+            ? "Container: wav, flac, ogg or opus (default: by the name of the file, else wav)"
+            : "Container: wav, the only one of this build");
     parser.addFlag("--stem", line.hasStems,
                    "Write a file for each section that is on, with its name; leaves out the "
                    "program changes of songs");
     parser.addText("--normalize", typed.normalize, "LEVEL",
-                   "Bring each file to a loudness (LUFS, -16LUFS, ...) or a peak (PEAK, -3PEAK, "
-                   "...)");
+                   canMeasureLoudness()
+                       ? "Bring each file to a loudness (LUFS, -16LUFS, ...) or a peak (PEAK, "
+                         "-3PEAK, ...)"
+                       : "Bring each file to a peak (PEAK, -3PEAK, ...)");
     parser.addText("--gain", typed.gain, "DB", "Gain, -60 to 60 (default: 0)");
     parser.addText("--bank", line.bank, "FILE.fxb", "Load a bank before all else");
     parser.addText("--program", line.program, "N|NAME", "Program to play, after --bank");
@@ -129,6 +137,8 @@ void readFormat(const Typed& typed, CommandLine& line) {
     } else if (extension == "flac" || extension == "ogg" || extension == "opus") {
         line.container = containerOf(extension);
     }
+    if (line.container != Container::kWav && !canCompress())
+        throw host::UsageError("--format: this build writes wav alone");
     if (isLossy(line.container) && typed.bits)
         throw host::UsageError("--bits: an Ogg file has no sample format");
     if (line.container == Container::kOpus && !isOpusRate(line.sampleRate))

@@ -13,6 +13,7 @@
 #include "host/numbers.h"
 #include "host/patches.h"
 #include "host/song_playback.h"
+#include "platform/path_text.h"
 #include "render/normalization.h"
 #include "render/progress_bar.h"
 
@@ -59,9 +60,9 @@ void switchOffAllBut(const std::string& section, host::PluginHost& host) {
 }
 
 std::string withSection(const std::string& output, const std::string& section) {
-    fs::path path(output);
-    path.replace_filename(path.stem().string() + " - " + section + path.extension().string());
-    return path.string();
+    const fs::path path = platform::systemPath(output);
+    const auto name = path.stem() += platform::systemPath(" - " + section);
+    return platform::pathText(path.parent_path() / (fs::path(name) += path.extension()));
 }
 
 std::string dbfs(double level) {
@@ -79,12 +80,14 @@ std::string reportOf(const Job& job, const CommandLine& line, const Outcome& out
     const Levels& levels = outcome.statistics.levels;
     const double gain = std::pow(10.0, outcome.gainDb / 20.0);
     const double length = static_cast<double>(outcome.statistics.frames) / line.sampleRate;
-    const std::string loudness = std::isfinite(levels.loudness)
-                                     ? host::fixedText(levels.loudness + outcome.gainDb, 1)
-                                     : "-inf";
     std::string text = job.output + "\n  length    " + host::fixedText(length, 3) +
                        " s\n  peak      " + dbfs(levels.peak * gain) + "\n  RMS       " +
-                       dbfs(levels.rms * gain) + "\n  loudness  " + loudness + " LUFS\n";
+                       dbfs(levels.rms * gain) + '\n';
+    if (levels.loudness) {
+        const double loudness = *levels.loudness + outcome.gainDb;
+        text += "  loudness  " + (std::isfinite(loudness) ? host::fixedText(loudness, 1) : "-inf") +
+                " LUFS\n";
+    }
     if (line.normalization) {
         text += "  gain      " + host::fixedText(outcome.gainDb, 2) + " dB\n";
     }
@@ -196,10 +199,11 @@ std::vector<Job> jobsOf(const CommandLine& line, const Songs& songs, const host:
     std::vector<Job> jobs;
     for (std::size_t i = 0; i < songs.size(); ++i) {
         const auto& song = songs[i];
-        const std::string name =
-            fs::path(line.songs[i]).stem().string() + extensionOf(line.container);
+        const fs::path name = platform::systemPath(line.songs[i]).stem() +=
+            extensionOf(line.container);
         const std::string output =
-            line.folder.empty() ? line.output : (fs::path(line.folder) / name).string();
+            line.folder.empty() ? line.output
+                                : platform::pathText(platform::systemPath(line.folder) / name);
         if (!line.hasStems) {
             jobs.push_back({song, output, std::nullopt});
             continue;

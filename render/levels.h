@@ -3,7 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <optional>
+
+#include "render/loudness.h"
 
 namespace render {
 
@@ -11,24 +13,22 @@ namespace render {
 struct Levels {
     double peak = 0.0;
     double rms = 0.0;
-    double loudness = 0.0;         // LUFS by ITU-R BS.1770, -HUGE_VAL for silence
-    int64_t nonFiniteSamples = 0;  // infinite or NaN
+    int64_t nonFiniteSamples = 0;    // infinite or NaN
+    std::optional<double> loudness;  // LUFS, -HUGE_VAL for silence
 };
 
 class LevelMeter {
   public:
-    LevelMeter(int channels, int sampleRate);
-    ~LevelMeter();
+    LevelMeter(int channels, int sampleRate)
+        : channels_(channels), loudness_(channels, sampleRate) {}
 
     // Measures interleaved frames and replaces what is not a finite number by silence.
     void hear(float* samples, std::size_t frames);
     Levels levels() const;
 
   private:
-    struct Analysis;
-
     int channels_;
-    std::unique_ptr<Analysis> analysis_;
+    Loudness loudness_;
     int64_t samples_ = 0;
     float peak_ = 0.0f;
     double squares_ = 0.0;

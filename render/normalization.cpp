@@ -7,6 +7,9 @@
 #include <system_error>
 
 namespace render {
+
+using platform::failToWrite;
+
 namespace {
 
 constexpr double kHighestPeakDb = -1.0;
@@ -22,8 +25,8 @@ double normalizingGain(const Normalization& normalization, const Levels& levels)
     if (levels.peak <= 0.0) return 0.0;
     const double peak = decibels(levels.peak);
     if (normalization.of == Normalization::Of::kPeak) return normalization.level - peak;
-    if (!std::isfinite(levels.loudness)) return 0.0;
-    return std::min(normalization.level - levels.loudness, kHighestPeakDb - peak);
+    if (!levels.loudness || !std::isfinite(*levels.loudness)) return 0.0;
+    return std::min(normalization.level - *levels.loudness, kHighestPeakDb - peak);
 }
 
 RawTake::RawTake(const std::string& path, int channels)

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
+#include "platform/temporary_file.h"
 #include "render/levels.h"
 #include "render/sample_sink.h"
-#include "render/temporary_file.h"
 
 namespace render {
 
@@ -37,7 +37,7 @@ class RawTake final : public SampleSink {
     };
 
     std::string path_;
-    TemporaryFile temporary_;
+    platform::TemporaryFile temporary_;
     int channels_;
     std::unique_ptr<std::FILE, Closer> file_;
 };

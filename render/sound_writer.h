@@ -5,35 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "platform/temporary_file.h"
 #include "render/sample_sink.h"
-#include "render/temporary_file.h"
-
-struct sf_private_tag;  // libsndfile's SNDFILE
+#include "render/sound_encoder.h"
 
 namespace render {
-
-enum class SampleFormat { kInt16, kInt24, kFloat32 };
-enum class Container { kWav, kFlac, kOgg, kOpus };
-
-// Vorbis and Opus, both in Ogg, have no sample format.
-constexpr bool isLossy(Container container) {
-    return container == Container::kOgg || container == Container::kOpus;
-}
-
-struct SoundSettings {
-    int sampleRate;  // Hz
-    int channels;
-    SampleFormat format;
-    Container container = Container::kWav;
-    int64_t maxFrames = 0;  // largest length; beyond 4 GB a WAV file is RF64
-};
 
 class SoundWriter final : public SampleSink {
   public:
     // Throws Error if the file cannot be created.
     SoundWriter(const std::string& path, const SoundSettings& settings);
     // Removes the file unless commit() was called.
-    ~SoundWriter() override;
+    ~SoundWriter() override = default;
     SoundWriter(const SoundWriter&) = delete;
     SoundWriter& operator=(const SoundWriter&) = delete;
 
@@ -49,19 +32,19 @@ class SoundWriter final : public SampleSink {
 
   private:
     float limited(float sample);
-    int quantized(float sample);
+    int32_t quantized(float sample);
     void flush();
 
     std::string path_;
-    TemporaryFile temporary_;
+    platform::TemporaryFile temporary_;
     int channels_;
     SampleFormat format_;
     Container container_;
     int bits_;
     double fullScale_;  // steps of an integer format
-    sf_private_tag* file_ = nullptr;
-    std::vector<float> floats_;  // waiting to be written, as are
-    std::vector<int> integers_;  // those of an integer format
+    std::unique_ptr<SoundEncoder> encoder_;
+    std::vector<float> floats_;      // waiting to be written, as are
+    std::vector<int32_t> integers_;  // those of an integer format
     int64_t clippedSamples_ = 0;
 };
 

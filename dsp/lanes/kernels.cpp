@@ -5,35 +5,44 @@
 #include "dsp/lanes/kernels.h"
 
 #include <algorithm>
+#include <type_traits>
+
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
 
 #include "dsp/module_fm_op.h"
 #include "dsp/smoother.h"
 
 namespace dsp {
 
+#define QUARZEL_FUSED 0  // whether there is a fused multiply-add
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runSections, runTone,    runPhaser,
-                              placeTaps, runCombs,    runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
+                              runCombs,  runAllpass,  holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
+#undef QUARZEL_FUSED
 
 #ifdef __x86_64__
 
+#define QUARZEL_FUSED 1
+
 #ifdef __clang__
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#pragma clang attribute push(__attribute__((target("avx2,fma"))), apply_to = function)
 #else
 #pragma GCC push_options
-#pragma GCC target("avx2")
+#pragma GCC target("avx2,fma")
 #endif
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
-                              runRamps,  runSections, runTone,    runPhaser,
-                              placeTaps, runCombs,    runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices, runRamps,
+                              sumRamps,  runSections, runTone,    runPhaser, placeTaps,
+                              runCombs,  runAllpass,  holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -45,12 +54,13 @@ constexpr Kernels kKernels = {runPhases, runFeedback, runSquared, sumVoices,
 // Sixteen lanes only for more than eight voices: for fewer they compute nothing more, and lower the
 // clock of some processors.
 #ifdef __clang__
-#pragma clang attribute push(__attribute__((target("avx512f,avx512vl,avx512dq,avx512bw"))), \
+#pragma clang attribute push(__attribute__((target("avx512f,avx512vl,avx512dq,avx512bw,fma"))), \
                              apply_to = function)
 #else
 #pragma GCC push_options
-#pragma GCC target("avx512f,avx512vl,avx512dq,avx512bw")
+#pragma GCC target("avx512f,avx512vl,avx512dq,avx512bw,fma")
 #endif
+#define QUARZEL_AVX512
 #define QUARZEL_LANES 16
 namespace avx512wide {
 #include "dsp/lanes/kernels.inc"
@@ -69,10 +79,14 @@ inline void runSquaredInEither(const VoiceRun& run) {
 inline void sumVoicesInEither(const VoiceSum& job) {
     (Groups(job.on).count > 1 ? avx512wide::sumVoices : sumVoices)(job);
 }
+inline void sumRampsInEither(LevelRamps& ramps, float* sum, int frames) {
+    (Groups(ramps.on).count > 1 ? avx512wide::sumRamps : sumRamps)(ramps, sum, frames);
+}
 
-constexpr Kernels kKernels = {
-    runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither, runRamps,   runSections,
-    runTone,   runPhaser,           placeTaps,          runCombs,          runAllpass, holdPeaks};
+constexpr Kernels kKernels = {runPhases, runFeedbackInEither, runSquaredInEither, sumVoicesInEither,
+                              runRamps,  sumRampsInEither,    runSections,        runTone,
+                              runPhaser, placeTaps,           runCombs,           runAllpass,
+                              holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -105,10 +119,13 @@ InstructionSet widestInstructionSet() {
 #ifdef __x86_64__
     // The first processors with AVX-512 lower their clock much for it; they lack VBMI2.
     if (__builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("avx512vl") &&
-        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw")) {
+        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw") &&
+        __builtin_cpu_supports("fma")) {
         return InstructionSet::kAvx512;
     }
-    if (__builtin_cpu_supports("avx2")) return InstructionSet::kAvx2;
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
+        return InstructionSet::kAvx2;
+    }
 #endif
     return InstructionSet::kBaseline;
 }

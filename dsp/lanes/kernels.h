@@ -24,8 +24,10 @@ struct Kernels {
     void (*runSquared)(const VoiceRun& run);
     // Adds up the voices in the order of their lanes; see VoiceSum.
     void (*sumVoices)(const VoiceSum& sum);
-    // Envelope levels on a ramp; see LevelRamps.
+    // Envelope levels on a ramp; see LevelRamps. sumRamps writes no rows but adds the levels of all
+    // lanes, in their order; `sum` needs room for whole vectors. Lanes whose mask is 0 stand.
     void (*runRamps)(LevelRamps& ramps, int frames);
+    void (*sumRamps)(LevelRamps& ramps, float* sum, int frames);
     // The tone path and the phaser; see SectionRun, ToneRun and PhaserRun.
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);

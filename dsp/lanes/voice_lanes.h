@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 #include "dsp/biquad.h"
 #include "dsp/lanes/width.h"
@@ -26,6 +27,15 @@ struct alignas(kVectorBytes) OperatorLanesOf {
     void setRate(int lane, float sampleRate);  // Hz, above 0
     void setFrequency(int lane, float hz);     // from 0 up
     void clear(int lane);
+    // Operators change places, but for their frequency and rate.
+    template <typename Others>
+    void exchange(int lane, Others& others, int other) {
+        std::swap(gain[lane], others.gain[other]);
+        std::swap(increment[lane], others.increment[other]);
+        std::swap(previous[lane], others.previous[other]);
+        std::swap(low[lane], others.low[other]);
+        std::swap(high[lane], others.high[other]);
+    }
 
     Floats frequency{};
     Floats inverseRate{};
@@ -71,12 +81,12 @@ struct PhaseRun {
     int frames;
 };
 
-// The bass operators. They run together with the voices and fill their waits. Signals have
-// kBassLanes values per frame.
+// The bass operators. They run together with the voices, in idle lanes or in their waits. Signals
+// have kBassLanes values per frame, of which the first two count, and room for a frame in front.
 struct BassRun {
     OperatorLanesOf<kBassLanes>* operators;
     const int* on;        // masks, as in LaneMasks
-    const float* phases;  // turns
+    const float* phases;  // turns, less ModuleFMop::kPhaseOffset
     float* out;
 };
 

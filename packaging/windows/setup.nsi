@@ -61,6 +61,8 @@ FunctionEnd
 !macro RemoveAll FOLDER
     !insertmacro RemoveResources "${FOLDER}"
     Delete "${FOLDER}\QuarzelStrings.dll"
+    Delete "${FOLDER}\quarzel-render.exe"
+    Delete "${FOLDER}\quarzel-skin.exe"
     Delete "${FOLDER}\README.txt"
     Delete "${FOLDER}\manual.html"
     Delete "${FOLDER}\uninstall.exe"

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dsp/lanes/kernels.h"
 #include "dsp/module_fm_op.h"
 #include "dsp/pitched_oscillator.h"
 #include "tests/dsp/measure.h"
@@ -35,6 +36,36 @@ TEST(ModuleFMop, FeedbackGainSwitchesAt2100Hz) {
         const double high = w * 1.0053087 + (low - w * 1.0053087) * 1.0053087;
         EXPECT_NEAR(op.process(0.101f), (second - low) * 0.9 + (second - high) * 0.1, 1e-4);
     }
+}
+
+// Phases around those where the sine wraps: half a turn plus the offset, an ulp at a time.
+TEST(ModuleFMop, GivesTheSameToneInLanesWhereItsPhaseWraps) {
+    constexpr int kFrames = 20;
+    std::vector<float> phases(kFrames * kVoiceLanes), a(phases), b(phases);
+    LaneMasks on{};
+    for (int lane = 0; lane < 44; ++lane) {
+        on[lane] = -1;
+        float turns = 0.5f * static_cast<float>(lane % 6) + ModuleFMop::kPhaseOffset;
+        for (int t = 0; t < kFrames / 2; ++t) turns = std::nextafter(turns, 0.0f);
+        for (int t = 0; t < kFrames; ++t) {
+            phases[t * kVoiceLanes + lane] = turns = std::nextafter(turns, 4.0f);
+        }
+    }
+    const std::vector<float> masters(kPaddedPhases);
+    for (const auto set :
+         {InstructionSet::kBaseline, InstructionSet::kAvx2, InstructionSet::kAvx512}) {
+        useInstructionSet(set);
+        for (int t = 0; t < kFrames; ++t) {
+            VoiceLanes voices;  // without feedback yet
+            const float* const turns = &phases[t * kVoiceLanes];
+            kernels().runFeedback({voices, on, masters.data(), nullptr, turns, false, true,
+                                   a.data(), b.data(), nullptr, 1});
+            for (int lane = 0; lane < 44; ++lane) {
+                ASSERT_EQ(b[lane], ModuleFMop().process(turns[lane])) << t << " " << lane;
+            }
+        }
+    }
+    useInstructionSet(widestInstructionSet());
 }
 
 double noteHz(int note) {

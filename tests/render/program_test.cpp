@@ -1,56 +1,20 @@
 // The whole program in-process: exit codes, messages, files, lists and reports.
-#include "render/program.h"
-
 #include <algorithm>
 #include <iomanip>
-#include <sstream>
 
-#include <gtest/gtest.h>
-
+#ifndef _WIN32
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
+#include "host/instrument_names.h"
 #include "platform/folders.h"
-#include "tests/host/midi_bytes.h"
+#include "tests/render/program_kit.h"
 #include "tests/render/sound_file.h"
 #include "tests/support/foreign_locale.h"
 #include "tests/support/script.h"
-#include "tests/support/temporary_folder.h"
 
 namespace {
-
-// One second with a note at the start and at the end.
-const std::string kSong = midiFile(0, 500, {bytes({0, 0x90, 60, 64, 0x87, 0x68, 60, 0})});
-
-struct Outcome {
-    int exitCode;
-    std::string out;
-    std::string err;
-};
-
-Outcome run(std::vector<std::string> arguments, bool wasInterrupted = false) {
-    arguments.insert(arguments.begin(), "quarzel-render");
-    std::vector<const char*> argv;
-    for (const auto& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    const std::atomic<bool> interrupted{wasInterrupted};
-    const int exitCode =
-        render::run(static_cast<int>(argv.size()), argv.data(), {out, err, false, interrupted});
-    return {exitCode, out.str(), err.str()};
-}
-
-std::vector<std::string> with(std::vector<std::string> options, const std::string& song,
-                              const std::string& output) {
-    options.insert(options.end(), {"--plugin", TEST_INSTRUMENT, song, output});
-    return options;
-}
-
-class QuarzelRender : public testing::Test {
-  protected:
-    TemporaryFolder folder_;
-    std::string song_ = folder_.write("song.mid", kSong);
-    std::string output_ = folder_.path("out.wav");
-};
 
 TEST_F(QuarzelRender, RendersAndReports) {
     const auto outcome = run(with({"--rate", "48000", "--tail", "1"}, song_, output_));
@@ -62,8 +26,8 @@ TEST_F(QuarzelRender, RendersAndReports) {
     }
     EXPECT_EQ(outcome.out.find("clipped"), std::string::npos);
     const SoundFile file(output_);
-    EXPECT_EQ(file.info.frames, 96000);
-    EXPECT_EQ(file.info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
+    EXPECT_EQ(file.frames, 96000);
+    EXPECT_EQ(file.bits, 24);
     EXPECT_EQ(folder_.entryCount(), 2);
 }
 
@@ -89,60 +53,33 @@ TEST_F(QuarzelRender, AppliesProgramAndParameters) {
     }
 }
 
-TEST_F(QuarzelRender, WritesEveryFormatLevelAndSection) {
+TEST_F(QuarzelRender, WritesEveryLevelAndSection) {
     struct Case {
         std::vector<std::string> options;
         const char* file;
-        int format;
         double peak;
     };
     const std::string other = folder_.write("other.mid", kSong);
     std::filesystem::create_directory(folder_.path("to"));
     const Case cases[] = {
-        {{song_, folder_.path("a.flac")}, "a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_24, 0.5},
-        {{song_, folder_.path("b.ogg")}, "b.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.5},
-        {{song_, folder_.path("b.opus"), "--rate", "48000"},
-         "b.opus",
-         SF_FORMAT_OGG | SF_FORMAT_OPUS,
-         0.41},  // it takes some of what is constant
-        {{song_, folder_.path("c"), "--format", "flac", "--bits", "16"},
-         "c",
-         SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
-         0.5},
-        {{song_, folder_.path("d.wav"), "--normalize", "-20PEAK"},
-         "d.wav",
-         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
-         0.1},
-        // Loud for so short a sound, so its peak is what limits it.
-        {{song_, folder_.path("e.wav"), "--normalize", "LUFS", "--set", "Ring=0.1"},
-         "e.wav",
-         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
-         0.891},
-        {{song_, folder_.path("f.wav"), "--stem"},
-         "f - Viola.wav",
-         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
-         0.5},
-        {{song_, other, "--to", folder_.path("to")},
-         "to/song.wav",
-         SF_FORMAT_WAV | SF_FORMAT_PCM_24,
-         0.5},
+        {{song_, folder_.path("d.wav"), "--normalize", "-20PEAK"}, "d.wav", 0.1},
+        {{song_, folder_.path("f.wav"), "--stem"}, "f - Viola.wav", 0.5},
+        {{song_, other, "--to", folder_.path("to")}, "to/song.wav", 0.5},
     };
     for (auto c : cases) {
         SCOPED_TRACE(c.file);
         c.options.insert(c.options.end(), {"--plugin", TEST_INSTRUMENT, "--tail", "1"});
         const auto outcome = run(c.options);
         ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
-        EXPECT_NE(outcome.out.find("loudness"), std::string::npos);
         const SoundFile file(folder_.path(c.file));
-        EXPECT_EQ(file.info.format, c.format);
-        EXPECT_EQ(file.info.frames, 2 * file.info.samplerate);
+        EXPECT_EQ(file.frames, 2 * file.rate);
         EXPECT_NEAR(*std::max_element(file.samples.begin(), file.samples.end()), c.peak, 0.02);
     }
     EXPECT_EQ(folder_.read("to/song.wav"), folder_.read("to/other.wav"));
-    EXPECT_EQ(folder_.entryCount(), 10);
+    EXPECT_EQ(folder_.entryCount(), 5);
     const auto failed = run(with({"--to", folder_.path("none")}, song_, other));
     EXPECT_EQ(failed.exitCode, 1);
-    for (const char* const name : {"none/song.wav cannot be", "none/other.wav cannot be"}) {
+    for (const char* const name : {"song.wav cannot be", "other.wav cannot be"}) {
         EXPECT_NE(failed.err.find(name), std::string::npos) << failed.err;
     }
 }
@@ -150,8 +87,8 @@ TEST_F(QuarzelRender, WritesEveryFormatLevelAndSection) {
 TEST_F(QuarzelRender, PlaysTheInstrumentBesideItUnlessToldOtherwise) {
     const platform::ScopedFolders folders(folder_.path(""), "");
     EXPECT_EQ(run({"--list"}).err,
-              "quarzel-render: There is no file " + folder_.path("QuarzelStrings.so") + ".\n");
-    std::filesystem::copy_file(TEST_INSTRUMENT, folder_.path("QuarzelStrings.so"));
+              "quarzel-render: There is no file " + folder_.path(host::instrumentFile()) + ".\n");
+    std::filesystem::copy_file(TEST_INSTRUMENT, folder_.path(host::instrumentFile()));
     EXPECT_EQ(run({"--list"}).out.substr(0, 15), "Test Instrument");
 }
 
@@ -207,21 +144,6 @@ TEST_F(QuarzelRender, SavesAndLoadsBanksAndPresetsAsLists) {
     EXPECT_NE(withAll.find("Viola                 0.062500"), std::string::npos) << withAll;
 }
 
-TEST_F(QuarzelRender, SavesBesideARenderAndThroughLinks) {
-    folder_.write("a.fxb", "before");
-    folder_.write("a.wav", "before");
-    std::filesystem::create_symlink("a.fxb", folder_.path("link.fxb"));
-    std::filesystem::create_symlink("a.wav", output_);
-    const auto outcome =
-        run(with({"--save-bank", folder_.path("link.fxb"), "--quiet"}, song_, output_));
-    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(folder_.read("a.fxb").substr(0, 4), "CcnK");
-    EXPECT_GT(SoundFile(folder_.path("a.wav")).info.frames, 0);
-    EXPECT_TRUE(std::filesystem::is_symlink(folder_.path("link.fxb")));
-    EXPECT_TRUE(std::filesystem::is_symlink(output_));
-}
-
 class RefusedLine : public testing::TestWithParam<script::Case> {};
 
 TEST_P(RefusedLine, IsAnsweredInOneSentenceAndLeavesNoFile) {
@@ -237,7 +159,10 @@ TEST_P(RefusedLine, IsAnsweredInOneSentenceAndLeavesNoFile) {
     folder.write("text", "neither");
     folder.write("song.mid", kSong);
     folder.write("cut.mid", kSong.substr(0, kSong.size() - 3));
+#ifndef _WIN32
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    alarm(20);  // ends a test that waits for the pipe
+#endif
     std::filesystem::copy_file(TEST_INSTRUMENT, "instrument.so");
     std::filesystem::copy_file(TEST_NO_INSTRUMENT, "other.so");
     const auto filesBefore = folder.entryCount();
@@ -262,15 +187,23 @@ TEST_P(RefusedLine, IsAnsweredInOneSentenceAndLeavesNoFile) {
         runner.say(std::to_string(outcome.exitCode) + ' ' +
                    outcome.err.substr(name, outcome.err.size() - name - 1));
     };
-    alarm(20);  // ends a test that waits for the pipe
     runner.play(GetParam());
+#ifndef _WIN32
     alarm(0);
+#endif
     EXPECT_EQ(folder.read("song.mid"), kSong);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RefusedLine,
-                         testing::ValuesIn(script::casesOf(QUARZEL_RENDER_SCRIPTS "refusals.txt")),
-                         script::nameOf);
+std::vector<script::Case> refusals() {
+    auto cases = script::casesOf(QUARZEL_RENDER_SCRIPTS "refusals.txt");
+#ifdef _WIN32
+    const auto isForLinux = [](const script::Case& one) { return one.title[0] == 'L'; };
+    cases.erase(std::remove_if(cases.begin(), cases.end(), isForLinux), cases.end());
+#endif
+    return cases;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RefusedLine, testing::ValuesIn(refusals()), script::nameOf);
 
 TEST_F(QuarzelRender, EndsCleanlyWhenInterrupted) {
     folder_.write("out.wav", "before");

@@ -91,7 +91,7 @@ TEST(Renderer, EndsHalfASecondAfterTheLastSound) {
             SCOPED_TRACE(c.what);
             const auto rendered = render_(threeNotes(), c.settings, blockSize, c.parameters);
             EXPECT_EQ(rendered.statistics.frames, c.frames);
-            EXPECT_EQ(rendered.file.info.frames, c.frames);
+            EXPECT_EQ(rendered.file.frames, c.frames);
         }
     }
 }

@@ -3,12 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
-#include "host/error.h"
 #include "tests/render/sound_file.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/support/traced_child.h"
 
 namespace {
 
@@ -36,8 +32,8 @@ TEST(SoundWriter, RoundsToTheNearestStepAndCountsWhatDoesNotFit) {
         writer.commit();
 
         const SoundFile file(folder.path("a.wav"));
-        EXPECT_EQ(file.info.channels, 2);
-        EXPECT_EQ(file.info.samplerate, 44100);
+        EXPECT_EQ(file.channels, 2);
+        EXPECT_EQ(file.rate, 44100);
         std::vector<int> expected = {0,      1,       -1,      1000,
                                      1001,   c.most,  ~c.most, ~c.most / 2,
                                      c.most, ~c.most, c.most,  (c.most + 1) / 2};
@@ -57,31 +53,6 @@ TEST(SoundWriter, KeepsFloatsAsTheyAreAndEqualFilesEqual) {
     }
     EXPECT_EQ(SoundFile(folder.path("a.wav")).samples, samples);
     EXPECT_EQ(folder.read("a.wav"), folder.read("b.wav"));
-    EXPECT_EQ(folder.read("a.wav").find("PEAK"), std::string::npos);
-}
-
-TEST(SoundWriter, LeavesTheOldFileOnAFullDisk) {
-    const TemporaryFolder folder;
-    folder.write("a.wav", "old");
-    // Run in a child process, which has the limit.
-    TracedChild child([path = folder.path("a.wav")] {
-        const rlimit limit = {100000, 100000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        signal(SIGXFSZ, SIG_IGN);
-        try {
-            SoundWriter writer(path, {44100, 2, SampleFormat::kFloat32});
-            for (int i = 0; i < 100; ++i) writer.write(std::vector<float>(1000));
-            writer.commit();
-            return false;
-        } catch (const host::Error& error) {
-            return std::string(error.what()).find(path + " cannot be written: ") == 0;
-        }
-    });
-    while (child.next()) {
-    }
-    EXPECT_EQ(child.result(), TracedChild::kTrue);
-    EXPECT_EQ(folder.read("a.wav"), "old");
-    EXPECT_EQ(folder.entryCount(), 1);
 }
 
 TEST(SoundWriter, IsAPlainSoundFileUnlessItMayOutgrowOne) {
@@ -92,7 +63,7 @@ TEST(SoundWriter, IsAPlainSoundFileUnlessItMayOutgrowOne) {
         writer.write({0.0f, 0.0f});
         writer.commit();
         EXPECT_EQ(folder.read("a.wav").substr(0, 4), "RIFF");  // RIFF: it stayed small
-        EXPECT_EQ(SoundFile(folder.path("a.wav")).info.frames, 1);
+        EXPECT_EQ(SoundFile(folder.path("a.wav")).frames, 1);
     }
 }
 

@@ -1,5 +1,5 @@
 // Locks tell leftovers from files in use.
-#include "render/temporary_file.h"
+#include "platform/temporary_file.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -10,9 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "host/error.h"
-
-namespace render {
+namespace platform {
 namespace {
 
 constexpr mode_t kPermissions = 0666;
@@ -44,31 +42,29 @@ int createAlone(const std::string& path) {
 }  // namespace
 
 TemporaryFile::TemporaryFile(const std::string& path) : path_(path) {
-    for (int number = 1; descriptor_ < 0; ++number) {
-        temporaryPath_ = path_ + ".quarzel-part" + std::to_string(number);
+    for (int number = 1; handle_ < 0; ++number) {
+        temporaryPath_ = temporaryPath(path_, number);
         removeLeftover(temporaryPath_);
-        descriptor_ = createAlone(temporaryPath_);
-        if (descriptor_ < 0 && errno != EEXIST) {
+        handle_ = createAlone(temporaryPath_);
+        if (handle_ < 0 && errno != EEXIST) {
             failToWrite(path_, std::generic_category().message(errno));
         }
     }
 }
 
 TemporaryFile::~TemporaryFile() {
-    if (descriptor_ < 0) return;
-    if (isOurs(descriptor_, temporaryPath_)) unlink(temporaryPath_.c_str());
-    close(descriptor_);
+    const int descriptor = static_cast<int>(handle_);
+    if (isOurs(descriptor, temporaryPath_)) unlink(temporaryPath_.c_str());
+    close(descriptor);
 }
 
 void TemporaryFile::commit() {
+    const bool isSafe = fsync(static_cast<int>(handle_)) == 0;
+    if (!isSafe) failToWrite(path_, std::generic_category().message(errno));
     std::error_code error;
     std::filesystem::rename(temporaryPath_, path_, error);
     if (error) failToWrite(path_, error.message());
     temporaryPath_.clear();
 }
 
-void failToWrite(const std::string& path, const std::string& reason) {
-    throw host::Error(path + " cannot be written: " + reason + ".");
-}
-
-}  // namespace render
+}  // namespace platform
