@@ -145,6 +145,32 @@ export class Browser {
     throw new Error("the page does not load");
   }
 
+  // The process and the thread that run the worklet.
+  audioThread() {
+    for (const id of fs.readdirSync("/proc").filter((name) => /^\d+$/.test(name))) {
+      try {
+        if (!fs.readFileSync(`/proc/${id}/cmdline`, "utf8").includes(this.profile)) continue;
+        for (const task of fs.readdirSync(`/proc/${id}/task`)) {
+          const name = fs.readFileSync(`/proc/${id}/task/${task}/comm`, "utf8");
+          if (/AudioW/.test(name) && !/AudioWorker/.test(name)) return { id, task };
+        }
+      } catch {
+        // It ended meanwhile.
+      }
+    }
+    throw new Error("no thread of a worklet");
+  }
+
+  // For how many milliseconds a thread has computed.
+  computed({ id, task }) {
+    return Number(fs.readFileSync(`/proc/${id}/task/${task}/schedstat`, "utf8").split(" ")[0]) / 1e6;
+  }
+
+  // The gesture without which a browser lets no page sound.
+  async wake() {
+    for (const type of ["mousePressed", "mouseReleased"]) await this.mouse(type, 5, 5);
+  }
+
   mouse(type, x, y, more = {}) {
     const held = type === "mouseMoved" ? {} : { button: "left", clickCount: 1 };
     return this.call("Input.dispatchMouseEvent", { type, x, y, ...held, ...more });
@@ -187,6 +213,24 @@ export class Browser {
     await this.mouse("mouseReleased", x, y);
   }
 }
+
+// For the body of run(): renders `frames` frames by a worklet that begins with the bank `state`, has got
+// the `messages` of a page, and plays `song` (frames and bytes).
+export const kRenderOffline = `
+  async function renderOffline(rate, frames, state, song, messages = []) {
+    const context = new OfflineAudioContext(2, frames, rate);
+    await context.audioWorklet.addModule("app/worklet.js");
+    const module = await (await fetch("quarzel-sound.wasm")).arrayBuffer();
+    const node = new AudioWorkletNode(context, "quarzel-strings", {
+      numberOfInputs: 0, outputChannelCount: [2], processorOptions: { module, state, song } });
+    node.connect(context.destination);
+    const arrived = new Promise((done) => {
+      node.port.onmessage = ({ data }) => { if (data instanceof ArrayBuffer) done(); };
+    });
+    for (const message of [...messages, ["askState"]]) node.port.postMessage(message);
+    await arrived;
+    return context.startRendering();
+  }`;
 
 export function check(holds, what) {
   if (!holds) throw new Error(what);

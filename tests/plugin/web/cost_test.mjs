@@ -1,69 +1,91 @@
-// What 44 voices cost in the module of the worklet, against real time and against native code.
-// Usage: node cost_test.mjs SITE NATIVE-BUILD
+// What 44 voices with everything on cost: in the module alone, in a browser that plays them, and against
+// native code of as many lanes. Usage: node cost_test.mjs SITE NATIVE-BUILD
+// The last needs the benchmarks (make bench). All take turns, so that other work slows them alike.
 import { spawnSync } from "node:child_process";
 import fs from "node:fs";
-import os from "node:os";
 import path from "node:path";
-import { check } from "./browser.mjs";
+import { Browser, check, wait } from "./browser.mjs";
 
 const [site, native] = process.argv.slice(2);
-const kRate = 48000, kSeconds = 20, kQuantum = 128, kRounds = 3;
-const kMostOfACore = 0.10;
-// Chorus, phaser, reverb and spring on, every section, and the most voices.
-const kOn = [17, 18, 19, 20, 21, 22, 26, 32, 37];
-const kAmounts = [[34, 0.5], [38, 0.5], [41, 0.5]];
-const kVoices = 99999;
-// Voices above the split and one bass.
+// As bench/player.cpp has them, and its rate and blocks.
+const kRate = 44100, kBlock = 64;
+const kEverything = [[11, 0.5], [12, 0.5], [13, 0.5], [14, 0.5], [15, 0.5], [16, 0.5], [17, 1], [18, 1], [19, 1],
+  [20, 1], [21, 1], [22, 1], [99999, 1], [25, 1], [7, 0.1], [26, 1], [32, 1], [35, 0.8], [37, 1], [41, 0.5]];
 const kKeys = Array.from({ length: 44 }, (_, i) => 40 + i);
+const kRounds = 5, kModuleSeconds = 5, kBrowserSeconds = 4;
+const kMostOfACore = 0.10;
 
 const code = new WebAssembly.Module(fs.readFileSync(path.join(site, "quarzel-sound.wasm")));
 const imports = {};
 for (const { module, name } of WebAssembly.Module.imports(code)) {
   (imports[module] ??= {})[name] = () => -1;
 }
+const strings = new WebAssembly.Instance(code, imports).exports;
+strings._initialize();
+strings.quarzelStart(kRate, 0);
+for (const [index, value] of kEverything) strings.quarzelSetParameter(index, value);
+for (const key of kKeys) strings.quarzelMessage(0, 0x90, key, 100);
+const memory = strings.memory.buffer.byteLength;
 
-function secondsInWasm() {
-  const strings = new WebAssembly.Instance(code, imports).exports;
-  strings._initialize();
-  strings.quarzelStart(kRate, 0);
-  strings.quarzelSetParameter(kVoices, 1);
-  for (const index of kOn) strings.quarzelSetParameter(index, 1);
-  for (const [index, value] of kAmounts) strings.quarzelSetParameter(index, value);
-  for (const key of kKeys) strings.quarzelMessage(0, 0x90, key, 100);
-  const memory = strings.memory.buffer.byteLength;
-  const before = process.cpuUsage();
-  for (let frame = 0; frame < kRate * kSeconds; frame += kQuantum) strings.quarzelRender(kQuantum);
-  const used = process.cpuUsage(before);
-  const heard = new Float32Array(strings.memory.buffer, strings.quarzelLeft(), kQuantum);
+const medianOf = (values) => values.sort((a, b) => a - b)[values.length >> 1];
+
+// Nanoseconds a frame: the middle of a second's blocks, and of some seconds the best.
+function moduleTime() {
+  const seconds = Array.from({ length: kModuleSeconds }, () => medianOf(
+    Array.from({ length: kRate / kBlock }, () => {
+      const begin = process.hrtime.bigint();
+      strings.quarzelRender(kBlock);
+      return Number(process.hrtime.bigint() - begin) / kBlock;
+    })));
+  return Math.min(...seconds);
+}
+
+// The same of the benchmark, or 0 without benchmarks.
+function baselineTime() {
+  const program = path.join(native, "bench/quarzel_bench");
+  if (!fs.existsSync(program)) return 0;
+  const { stdout } = spawnSync(program, ["--benchmark_filter=^baseline/held/44", "--benchmark_format=json",
+    "--benchmark_report_aggregates_only=false"], { encoding: "utf8" });
+  const runs = JSON.parse(stdout).benchmarks.filter(({ run_type }) => run_type === "iteration");
+  return Math.min(...runs.map((run) => run["ns/sample"]));
+}
+
+// The share of a processor that the browser's audio thread takes.
+async function browserShare(browser) {
+  const thread = browser.audioThread();
+  const begin = performance.now(), before = browser.computed(thread);
+  await wait(1000 * kBrowserSeconds);
+  return (browser.computed(thread) - before) / (performance.now() - begin);
+}
+
+const browser = await Browser.start(site);
+try {
+  await browser.open();
+  await browser.wake();
+  await browser.run(`
+    for (const [index, value] of values[0]) quarzel.sound.send("parameter", index, value);
+    for (const key of values[1]) quarzel.midi(0x90, key, 100);`, kEverything, kKeys);
+  await browserShare(browser);
+  const rounds = [];
+  for (let i = 0; i < kRounds; ++i) rounds.push([moduleTime(), baselineTime(), await browserShare(browser)]);
+  const [inModule, baseline, inBrowser] = [0, 1, 2].map((i) => medianOf(rounds.map((round) => round[i])));
+  const ratio = baseline && medianOf(rounds.map(([module, native]) => module / native));
+  console.log(rounds.map((round) => round.map((x) => x.toPrecision(3)).join(" ")).join("; "));
+
+  const heard = new Float32Array(strings.memory.buffer, strings.quarzelLeft(), kBlock);
   check(heard.some((x) => x !== 0), "the voices sound to the end");
   check(strings.memory.buffer.byteLength === memory, `the module keeps its ${memory} bytes`);
-  return (used.user + used.system) / 1e6;
+  const share = inModule * kRate / 1e9;
+  check(share <= kMostOfACore, `44 voices take ${inModule.toFixed(0)} ns a frame in the module, ` +
+        `${(100 * share).toFixed(1)} % of a core`);
+  console.log(baseline ? `That is ${ratio.toFixed(2)} times the ${baseline.toFixed(0)} ns of four native lanes.`
+    : "There are no benchmarks to compare with: make bench builds them.");
+  const played = await browser.run("return quarzel.sound.context.currentTime > 0");
+  check(played && inBrowser <= kMostOfACore,
+        `the browser's audio thread takes ${(100 * inBrowser).toFixed(1)} % of a core for them`);
+} catch (fault) {
+  console.log(`FAILED: ${fault.message}`);
+  process.exitCode = 1;
+} finally {
+  await browser.stop();
 }
-
-// The same chord as a song, with what the native program takes for it.
-function songFile() {
-  const lengthOf = (ticks) => [0x80 | ticks >> 14 & 127, 0x80 | ticks >> 7 & 127, ticks & 127];
-  const track = [...kKeys.flatMap((key) => [0, 0x90, key, 100]),
-    ...lengthOf(960 * kSeconds), 0x80, kKeys[0], 0, 0, 0xFF, 0x2F, 0];
-  const file = path.join(os.tmpdir(), `quarzel-cost-${process.pid}.mid`);
-  fs.writeFileSync(file, Buffer.from([...Buffer.from("MThd"), 0, 0, 0, 6, 0, 0, 0, 1, 480 >> 8, 480 & 255,
-    ...Buffer.from("MTrk"), 0, 0, track.length >> 8, track.length & 255, ...track]));
-  return file;
-}
-
-function secondsInNative(song) {
-  const sets = [...kOn.map((i) => [i, 1]), ...kAmounts].flatMap(([i, x]) => ["--set", `${i}=${x}`]);
-  const { stderr, status } = spawnSync("bash", ["-c", 'TIMEFORMAT="%U"; time "$@"', "bash",
-    path.join(native, "render/quarzel-render"), "--quiet", "--rate", kRate, "--block", kQuantum, "--tail", "0",
-    "--plugin", path.join(native, "plugin/QuarzelStrings.so"), ...sets, song, `${song}.wav`], { encoding: "utf8" });
-  return status === 0 ? Number(stderr.trim()) : NaN;
-}
-
-const song = songFile();
-const rounds = Array.from({ length: kRounds }, () => [secondsInWasm(), secondsInNative(song)]);
-for (const file of [song, `${song}.wav`]) fs.rmSync(file);
-const [wasm, nativeTime] = [0, 1].map((i) => Math.min(...rounds.map((round) => round[i])));
-console.log(`the native program takes ${nativeTime} s for as much`);
-check(wasm / kSeconds <= kMostOfACore,
-      `44 voices take ${(100 * wasm / kSeconds).toFixed(1)} % of a core, ` +
-      `${(wasm / nativeTime).toFixed(2)} times the native program`);

@@ -3,11 +3,16 @@
 // the default skin with such a sound.
 import fs from "node:fs";
 import path from "node:path";
-import { Browser, check, wait } from "./browser.mjs";
+import { Browser, check, kRenderOffline, wait } from "./browser.mjs";
 
 const [site, folder] = process.argv.slice(2);
 const kSoundsWithin = 100;  // milliseconds from the first press to an audible sample
 const kNews = [0, 0, 0, -1, 0.25, 0.5, 0.75, 0, 0, 0, 0, 0, 0, 0, 0];  // no note, no sound, and the taps of the picture
+// With these on top of "Init", nothing is silent that a control could change.
+const kSounding = { 3: 0.5, 7: 0.2, 8: 0.4, 9: 0.5, 10: 0.4, 11: 0.5, 12: 0.5, 13: 0.5, 14: 0.5, 21: 1, 22: 1, 32: 1,
+  34: 0.5, 37: 1 };
+const kPan = 1;           // stored and shown, but it changes no sample in any edition
+const kHeardFrom = 3e-3;  // of the phrase's peak: what a movement must change at least
 const browser = await Browser.start(site);
 
 async function loadFile(name) {
@@ -91,6 +96,40 @@ async function drag(index, places) {
   return false;
 }
 
+// Makes the page ready for drags that are heard, and renders the phrase as it sounds without any.
+const listen = () => browser.run(kRenderOffline + `
+  const [sounding, rate] = values;
+  const { model, sound } = quarzel;
+  for (const [index, value] of Object.entries(sounding)) model.call("SetParameter", Number(index), value);
+  const base = model.bytes("State");
+  // A chord over all splits, one key more that starts an envelope again, and a release.
+  const keys = [30, 33, 36, 40, 45, 48, 52, 57, 60, 64, 69, 72, 76];
+  const events = [...keys.map((key) => [0, 0x90, key, 60]), [0.3, 0x90, 79, 127],
+    ...[...keys, 79].map((key) => [0.7, 0x80, key, 0])];
+  const song = [Float64Array.from(events, ([time]) => Math.round(time * rate)),
+    Uint8Array.from(events.flatMap(([, ...bytes]) => bytes))];
+  const render = async (messages) => {
+    const heard = await renderOffline(rate, 1.2 * rate, base.slice().buffer, song, messages);
+    return [0, 1].map((channel) => heard.getChannelData(channel));
+  };
+  const mostOf = (sides, sample) => Math.max(...sides.map((side, channel) =>
+    side.reduce((most, x, i) => Math.max(most, Math.abs(sample(x, channel, i))), 0)));
+  const untouched = await render([]);
+  const peak = mostOf(untouched, (x) => x);
+  let sent = [];
+  const { send } = sound;
+  sound.send = (...message) => {
+    sent.push(message);
+    send.apply(sound, message);
+  };
+  window.begin = () => {
+    model.take("TakeState", base, "base");
+    sent = [];
+  };
+  // By how much the messages since then change the phrase.
+  window.difference = async () =>
+    mostOf(await render(sent), (x, channel, i) => x - untouched[channel][i]) / peak;`, kSounding, 48000);
+
 try {
   let best = Infinity;
   for (let i = 0; i < 6 && best > kSoundsWithin; ++i) best = Math.min(best, await firstSound());
@@ -119,13 +158,21 @@ try {
   check(differing === 0, `${differing} pixels of the face differ from the native ones ` +
         JSON.stringify(await browser.run("return window.wrong")));
 
+  await listen();
   const found = await controls();
   const unmoved = [];
+  const differences = [];
   for (const [index, places] of found.entries()) {
+    await browser.run("begin()");
     if (!await drag(index, places)) unmoved.push(index);
+    differences.push(await browser.run("return difference()"));
   }
   check(found.length === 42 && unmoved.length === 0,
         `${found.length} parameters move by wheel and by pointer, except by pointer [${unmoved}]`);
+  const silent = differences.flatMap((change, i) => i !== kPan && !(change >= kHeardFrom) ? [i] : []);
+  const least = Math.min(...differences.filter((_, i) => i !== kPan));
+  check(silent.length === 0 && differences[kPan] === 0,
+        `each but Pan is heard in the worklet, the least by ${least.toFixed(4)} of the peak, except [${silent}]`);
 
   await browser.run("quarzel.midi(0xC0, 5, 0)");
   check(await browser.run(`return Number(document.getElementById("program").value) === 5 &&

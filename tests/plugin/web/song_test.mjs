@@ -1,7 +1,7 @@
 // A song through the worklet in an offline context equals the native render.
 // Usage: node song_test.mjs SITE NATIVE.wav SONG.mid RATE [SECONDS]
 import fs from "node:fs";
-import { Browser, check } from "./browser.mjs";
+import { Browser, check, kRenderOffline } from "./browser.mjs";
 
 const [site, wav, song, rate, seconds = Infinity] = process.argv.slice(2);
 const kTolerance = 1e-6;  // of full scale
@@ -17,17 +17,11 @@ const native = samplesOf(wav).slice(0, Math.min(2 * seconds * rate, Infinity));
 const browser = await Browser.start(site);
 try {
   await browser.open();
-  const base64 = await browser.run(`
+  const base64 = await browser.run(kRenderOffline + `
     const [name, rate, frames] = values;
     const fetched = async (file) => (await fetch(file)).arrayBuffer();
     const song = quarzel.model.song(await fetched("pieces/" + name), name, rate);
-    const context = new OfflineAudioContext(2, frames, rate);
-    await context.audioWorklet.addModule("app/worklet.js");
-    const node = new AudioWorkletNode(context, "quarzel-strings", {
-      numberOfInputs: 0, outputChannelCount: [2], processorOptions: {
-        module: await fetched("quarzel-sound.wasm"), state: await fetched("default.fxb"), song } });
-    node.connect(context.destination);
-    const sound = await context.startRendering();
+    const sound = await renderOffline(rate, frames, await fetched("default.fxb"), song);
     const both = new Float32Array(2 * frames);
     for (const channel of [0, 1]) {
       sound.getChannelData(channel).forEach((x, i) => { both[2 * i + channel] = x; });
