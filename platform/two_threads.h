@@ -2,22 +2,23 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <system_error>
-#include <thread>
 
 namespace platform {
 
 // Calls `work` in both threads at once and returns when both are done. Where no other thread is to
 // be had, this one calls it alone, so each call takes pieces of work as long as there are any.
+// Throws what a call throws.
 inline void inTwoThreads(const std::function<void()>& work) {
-    std::thread helper;
+    std::future<void> other;  // its destructor waits
     try {
-        helper = std::thread(work);
+        other = std::async(std::launch::async, work);
     } catch (const std::system_error&) {
         // This one does it all.
     }
     work();
-    if (helper.joinable()) helper.join();
+    if (other.valid()) other.get();
 }
 
 }  // namespace platform
