@@ -184,16 +184,16 @@ try {
   tell(share < kMostOfACore, `the audio thread takes ${(100 * share).toFixed(1)} % of a core; the longest of ` +
        `its blocks took ${Math.max(...looks.slice(1).map(({ slowest }) => slowest))} ms, waiting included`);
 
-  // A late buffer is the machine's fault if others kept all cores busy, and then either no block took longer
-  // than a buffer, or the thread computed less than two buffers last (others are ready to be heard). Time
-  // that the host of a virtual machine took away counts as computed.
+  // A late buffer is the machine's fault if others kept all cores busy or the host of a virtual machine took
+  // a buffer's time away, and then either no block took longer than a buffer, or the thread computed less than
+  // two buffers last (others are ready to be heard). Time that was taken away counts as computed.
   const late = looks.map((to, i) => ({ to, before: looks[i - 1], near: looks.slice(Math.max(i - 1, 1), i + 2) }))
     .filter(({ to, before }) => before && to.underruns > before.underruns)
     .map(({ to, before, near }) => ({ idle: over("idle", before, to) / over("ticks", before, to),
       stolen: over("stolen", before, near.at(-1)), stretch: Math.max(to.stretch, near[0].stretch),
       slowest: Math.max(...near.map(({ slowest }) => slowest)) }));
   const own = late.filter(({ idle, stolen, stretch, slowest }) =>
-    idle > kIdle || (slowest > buffer && stretch - stolen > 2 * buffer));
+    (idle > kIdle && stolen < buffer) || (slowest > buffer && stretch - stolen > 2 * buffer));
   console.log(`${over("underruns")} late buffers in ${late.length} of ${looks.length} intervals, on a machine that ` +
               `idled for ${(100 * over("idle") / over("ticks")).toFixed(0)} % of the time and lost ${over("stolen")} ms ` +
               "to its host");
