@@ -203,6 +203,9 @@ std::vector<std::string> myEditor::describe(CView& view) const {
         return {"Keyboard", "Click and drag to play, lower for louder.",
                 "The basses play up to the mark."};
     }
+    if (dynamic_cast<CEnvelopeView*>(&view)) {
+        return {"Envelope", "The level of a note, from the key's press to the end of its release."};
+    }
     if (dynamic_cast<CToneView*>(&view)) {
         return {"Tone", "What high-pass and brightness do, from 20 Hz to 20 kHz."};
     }
@@ -210,7 +213,7 @@ std::vector<std::string> myEditor::describe(CView& view) const {
         return {"Level", "The peaks of the output."};
     }
     if (dynamic_cast<CClipLamp*>(&view)) {
-        return {"Clipping", "The output has gone beyond full scale. Click to reset."};
+        return {"Clipping", "Lights when the output reaches full scale. Click to reset."};
     }
     return xmlGuiEditor::describe(view);
 }
