@@ -93,9 +93,9 @@ bool myEditor::buildElement(const std::string& element, const SkinAttributes& at
     };
     constexpr Row kRows[] = {{"NoteDisplay", &myEditor::addNoteDisplay},
                              {"PresetsDisplay", &myEditor::addPresetsDisplay},
-                             {"ViewTaps", &myEditor::addTapView},
-                             {"ViewEnvelope", &myEditor::addEnvelopeView},
-                             {"ViewTone", &myEditor::addToneView},
+                             {"ViewTaps", &myEditor::addDrawing<CTapView>},
+                             {"ViewEnvelope", &myEditor::addDrawing<CEnvelopeView>},
+                             {"ViewTone", &myEditor::addDrawing<CToneView>},
                              {"ViewKeyboard", &myEditor::addKeyboard},
                              {"cliplamp", &myEditor::addClipLamp}};
     if (equalIgnoringCase(element, "vumeter") && attributes.find("from")) {
@@ -130,15 +130,9 @@ bool myEditor::addPresetsDisplay(const SkinValues& values) {
     return true;
 }
 
-bool myEditor::addEnvelopeView(const SkinValues& values) {
-    auto* const view = new CEnvelopeView(rectangleOf(values), host_);
-    setColors(*view, values);
-    addView(view);
-    return true;
-}
-
-bool myEditor::addToneView(const SkinValues& values) {
-    auto* const view = new CToneView(rectangleOf(values), host_);
+template <class Drawing>
+bool myEditor::addDrawing(const SkinValues& values) {
+    auto* const view = new Drawing(rectangleOf(values), host_);
     setColors(*view, values);
     addView(view);
     return true;
@@ -154,11 +148,6 @@ bool myEditor::addKeyboard(const SkinValues& values) {
     if (const auto rgb = values.colour("sharpcolor")) view->setSharpColor(colorOf(*rgb));
     if (const auto rgb = values.colour("framecolor")) view->setFrameColor(colorOf(*rgb));
     addView(view);
-    return true;
-}
-
-bool myEditor::addTapView(const SkinValues& values) {
-    addView(new CTapView(rectangleOf(values), host_));
     return true;
 }
 
