@@ -17,7 +17,7 @@ constexpr CCoord kOverlap = 0.4;  // of the pieces of the line, which hides thei
 constexpr CCoord kLabelWidth = 24;
 constexpr CCoord kLabelHeight = 10;
 constexpr uint8_t kLabelAlpha = 170;  // quieter than the curve
-constexpr uint8_t kFill = 36;  // alpha below the line
+constexpr uint8_t kFill = 36;         // alpha below the line
 
 }  // namespace
 
