@@ -12,11 +12,11 @@ namespace platform {
 
 bool openSystemDocument(const std::string& path) {
     // The shell exits before an opener that goes on, and init adopts it, so the host gets no zombie
-    // process that it does not expect. The opener has two seconds to report that nothing on this
+    // process that it does not expect. The opener has a second to report that nothing on this
     // system opens the document.
     constexpr const char* kScript = R"(command -v xdg-open >/dev/null || exit
 xdg-open "$1" >/dev/null 2>&1 &
-for tenth in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20; do
+for tenth in 1 2 3 4 5 6 7 8 9 10; do
     sleep 0.1
     kill -0 $! 2>/dev/null || { wait $!; exit; }
 done)";

@@ -117,6 +117,11 @@ void CBrowserView::drawSearch(CDrawContext& context, const BrowserLayout& layout
     context.setClipRect(text);
     const CCoord width = context.getStringWidth(typed.c_str()) + 2;
     if (width > text.getWidth()) text.left = text.right - width;
+    if (browser_.isSuggested()) {
+        context.setFillColor(mixed(kFaint));
+        context.drawRect(CRect(text.left - 2, text.top + 5, text.left + width, text.bottom - 5),
+                         kDrawFilled);
+    }
     context.drawString(typed.c_str(), text, kLeftText);
     const CCoord end = text.left + width;
     context.setFillColor(colors_.accent);

@@ -118,6 +118,7 @@ std::string SoundBrowser::lookOfProgram() const {
 bool SoundBrowser::follow() {
     const std::string look = lookOfProgram();
     if (look == shownProgram_) return false;
+    status_.clear();
     const auto number = programNumber(host_.program());
     if (page_ == kLibrary && shownProgram_.compare(0, number.size(), number) != 0) {
         selectedPath_.clear();  // the file plays in another slot
@@ -154,19 +155,20 @@ void SoundBrowser::select(int index) {
     if (item.path == selectedPath_) return;
     selectedPath_ = item.path;
     if (page_ == kLibrary) return load(item);
-    if (isNaming() && item.kind != BrowserItem::kFolder) name_ = item.name;
+    if (isNaming() && item.kind != BrowserItem::kFolder) suggest(item.name);
 }
 
 void SoundBrowser::load(const BrowserItem& item) {
     if (item.kind == BrowserItem::kSound) {
         if (const auto sound = readSound(host_, item.path)) slots_.load(*sound);
+        follow();
     } else if (item.kind == BrowserItem::kBank) {
         if (const auto bank = readBank(host_, item.path)) {
             slots_.loadBank(*bank);
+            follow();
             status_ = "Loaded the bank " + item.name + ". Ctrl+Z brings the old one back.";
         }
     }
-    follow();
 }
 
 bool SoundBrowser::choose(int index) {
@@ -277,7 +279,7 @@ void SoundBrowser::toggleFavourite(int index) {
 void SoundBrowser::startNaming(Saving what, const std::string& name) {
     page_ = kFiles;
     saving_ = what;
-    name_ = name;
+    suggest(name);
     replaces_.clear();
     search_.clear();
     readItems();
@@ -302,18 +304,29 @@ void SoundBrowser::save() {
     }
 }
 
-void SoundBrowser::type(char32_t letter) {
-    std::string& text = isNaming() ? name_ : search_;
-    if (letter < ' ' || letter == 127 || text.size() >= kLongestTyped) return;
-    text += platform::utf8::encode(letter);
+void SoundBrowser::suggest(const std::string& name) {
+    name_ = name;
+    isSuggested_ = true;
+}
+
+std::string& SoundBrowser::typing() {
+    if (isSuggested()) name_.clear();
+    isSuggested_ = false;
     status_.clear();
+    return isNaming() ? name_ : search_;
+}
+
+void SoundBrowser::type(char32_t letter) {
+    if (letter < ' ' || letter == 127) return;
+    std::string& text = typing();
+    if (text.size() >= kLongestTyped) return;
+    text += platform::utf8::encode(letter);
     filter();
 }
 
 void SoundBrowser::eraseLetter() {
-    std::string& text = isNaming() ? name_ : search_;
+    std::string& text = typing();
     text.erase(platform::utf8::before(text, text.size()));
-    status_.clear();
     filter();
 }
 

@@ -59,6 +59,8 @@ class SoundBrowser {
     // What is typed is searched for, or is the name of a file to save.
     bool isNaming() const { return saving_ != kNothing; }
     const std::string& typed() const { return isNaming() ? name_ : search_; }
+    // Whether the name is one that the browser has put there. Typing replaces it.
+    bool isSuggested() const { return isNaming() && isSuggested_; }
     void type(char32_t letter);
     void eraseLetter();
     // Return: saves the file, or chooses the selected or the first item. As choose().
@@ -82,6 +84,9 @@ class SoundBrowser {
     void open(const std::string& folder);
     void load(const BrowserItem& item);
     void startNaming(Saving what, const std::string& name);
+    void suggest(const std::string& name);
+    // What is being typed, for a change.
+    std::string& typing();
     void save();
     std::string lookOfProgram() const;
 
@@ -99,6 +104,7 @@ class SoundBrowser {
     std::string folder_;
     Saving saving_ = kNothing;
     std::string name_;
+    bool isSuggested_ = false;
     std::string replaces_;  // the file that the next Return replaces
     std::string status_;
     std::string shownProgram_;

@@ -140,8 +140,7 @@ TEST_F(SoundBrowserTest, SavesUnderTheNameTypedAndReplacesOnlyWhenAsked) {
     EXPECT_EQ(std::filesystem::file_size(path), 252u);
     std::filesystem::create_directories(library + "Taken.fxp");
     browser.run(SoundBrowser::kSaveSound);
-    while (!browser.typed().empty()) browser.eraseLetter();
-    type("Taken");
+    type("Taken");  // instead of the suggestion
     browser.run(SoundBrowser::kSave);
     ASSERT_EQ(messages.all.size(), 1u);
     EXPECT_EQ(messages.all[0].text, library + "Taken.fxp cannot be written.");
