@@ -1,6 +1,7 @@
 // Joins the parts: the worklet that sounds, the model with its face, keys, MIDI and storage.
 import { Face } from "./face.js";
 import { Keys } from "./keys.js";
+import { followLatency } from "./latency.js";
 import { List } from "./list.js";
 import { openMidiInputs } from "./midi_inputs.js";
 import { askForFile, handOut, Programs } from "./programs.js";
@@ -67,14 +68,20 @@ async function bytesOf(name) {
   return answer.arrayBuffer();
 }
 
+followLatency(byId("latency"), sound, say);
+
 async function startSound() {
   const lacking = Sound.lacking();
   if (lacking) throw new Error(lacking);
   const [module, factory] = await Promise.all([bytesOf("quarzel-sound.wasm"), bytesOf("default.fxb")]);
   await sound.prepare(module, () => model?.bytes("State").buffer ?? storedState() ?? factory);
-  const tell = () => say(sound.running ? "Ready." : "Ready. Click a key: browsers let no page sound before.");
-  sound.onState = tell;
-  tell();
+  let wasRunning = null;
+  sound.onState = () => {
+    if (sound.running === wasRunning) return;
+    wasRunning = sound.running;
+    say(wasRunning ? "Ready." : "Ready. Click a key: browsers let no page sound before.");
+  };
+  sound.onState();
 }
 
 // --- the page's module ---
