@@ -158,8 +158,8 @@ try {
   await browser.until("return quarzel.sound.context.baseLatency > 0.05");
   await browser.wake();
   await browser.run(kPlaying);
-  const thread = browser.audioThread();
   await wait(1000 * kWarmUp);
+  const thread = browser.audioThread();
   const before = await memoryInUse(thread);
   const looks = [await look(thread)];
   while (looks.at(-1).at < looks[0].at + 1000 * kSeconds) {
