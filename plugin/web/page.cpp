@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/browser/sound_slots.h"
 #include "editor/my_editor.h"
 #include "gui/windows/canvas_window.h"
 #include "host/error.h"
@@ -15,6 +16,7 @@
 #include "plugin/web/model.h"
 #include "state/factory_sounds.h"
 #include "state/parameter_text.h"
+#include "state/sound_file.h"
 
 namespace {
 
@@ -24,6 +26,7 @@ using VSTGUI::WindowClient;
 struct Page {
     web::Model model;
     editor::myEditor editor{model};
+    editor::SoundSlots slots{model, editor.history()};
     std::string out;  // the last text or bytes that were asked for
     std::vector<double> song;
 };
@@ -131,15 +134,21 @@ const char* quarzelBankFile() {
 const char* quarzelPresetFile() {
     return give(page().model.presetFile());
 }
-// These answer what was wrong, or an empty text.
+// These answer what was wrong, or an empty text. The last two can be undone.
 const char* quarzelTakeState(const char* bytes, int size, const char* name) {
     return faultOf([=] { page().model.takeState({bytes, bytes + size}, name); });
 }
 const char* quarzelTakeBank(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takeBank({bytes, bytes + size}, name); });
+    return faultOf([=] {
+        const state::SavedState saved = page().model.savedState();
+        page().slots.loadBank(state::readBankFile({bytes, bytes + size}, name, saved));
+    });
 }
 const char* quarzelTakePreset(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takePreset({bytes, bytes + size}, name); });
+    return faultOf([=] {
+        const state::ProgramRecord record = page().model.programRecord(page().model.program());
+        page().slots.load(state::readSoundFile({bytes, bytes + size}, name, record));
+    });
 }
 // Reads a MIDI file, as much of it as the programs play.
 const char* quarzelReadSong(const char* bytes, int size, const char* name, int sampleRate) {

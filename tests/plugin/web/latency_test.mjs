@@ -52,13 +52,9 @@ const kWasteful = worklet.replace("actions = {", "actions = {\n    waste: () => 
 
 const browser = await Browser.start(site);
 const latency = () => browser.run(`return [document.getElementById("latency").value, quarzel.sound.context.baseLatency > 0.05].join()`);
-const choose = (choice) => browser.run(`
-  const select = document.getElementById("latency");
-  select.value = values[0];
-  select.dispatchEvent(new Event("change"));`, choice);
 const isHeard = () => browser.until("return quarzel.sound.isHeard && quarzel.sound.running");
 
-try {
+await browser.test(async () => {
   await browser.open();
   const wrong = await browser.run(kWatch, kOutputs, kSeconds);
   check(wrong.length === 0, `late buffers are told from other things, except [${wrong}]`);
@@ -81,16 +77,11 @@ try {
   await browser.open();
   check(await latency() === "steady,true", "the choice is there at the next visit");
   await browser.wake();
-  await choose("shortest");
+  await browser.choose("latency", "shortest");
   await browser.run(`quarzel.midi(0x90, 60, 100)`);
   check(await isHeard() && await browser.until(`return quarzel.sound.context.baseLatency < 0.05`), "the player goes back");
   await browser.run(`quarzel.sound.send("waste")`);
   await wait(8000);
   check(await latency() === "shortest,false", "what the player has chosen stays");
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

@@ -148,13 +148,10 @@ async function memoryInUse({ id }) {
 const medianOf = (values) => [...values].sort((a, b) => a - b)[values.length >> 1];
 const megabytes = (bytes) => `${(bytes / 2 ** 20).toFixed(1)} MB`;
 
-try {
+await browser.test(async () => {
   await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: kProbe });
   await browser.open();
-  await browser.run(`
-    const select = document.getElementById("latency");
-    select.value = "steady";
-    select.dispatchEvent(new Event("change"));`);
+  await browser.choose("latency", "steady");
   await browser.until("return quarzel.sound.context.baseLatency > 0.05");
   await browser.wake();
   await browser.run(kPlaying);
@@ -217,9 +214,4 @@ try {
          `the page's ${what} has grown by ${megabytes(after[what] - before[what])} from ${megabytes(before[what])}`);
   }
   tell(browser.errors.length === 0, `no errors in the console ${browser.errors.slice(0, 3)}`);
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

@@ -15,7 +15,7 @@ function samplesOf(file) {
 
 const native = samplesOf(wav).slice(0, Math.min(2 * seconds * rate, Infinity));
 const browser = await Browser.start(site);
-try {
+await browser.test(async () => {
   await browser.open();
   const base64 = await browser.run(kRenderOffline + `
     const [name, rate, frames] = values;
@@ -43,6 +43,4 @@ try {
   check(peak > 0.05, `the native render is heard: peak ${peak.toFixed(3)}`);
   check(rendered.length === native.length && most <= kTolerance,
         `${native.length / 2} frames differ by at most ${most}${first < 0 ? "" : `, first at ${first}`}`);
-} finally {
-  await browser.stop();
-}
+});

@@ -9,7 +9,7 @@ import { Sound } from "./sound.js";
 import { onFileStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
 
 const kStoreAfter = 500;  // milliseconds
-const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
+const kName = 0, kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
 
 const byId = (id) => document.getElementById(id);
 const say = (text) => { byId("status").textContent = text; };
@@ -52,8 +52,9 @@ byId("silence").onclick = () => {
 };
 
 const isTyping = ({ target }) => target.matches("input, select, textarea") && target.type !== "range";
+const isUndo = ({ key, ctrlKey, metaKey }) => (ctrlKey || metaKey) && /^[zy]$/i.test(key);
 addEventListener("keydown", (event) => {
-  if (face.key(event) || (!isTyping(event) && !face.wantsKeys && keys.keyDown(event))) {
+  if (face.key(event, isUndo(event) && !isTyping(event)) || (!isTyping(event) && !face.wantsKeys && keys.keyDown(event))) {
     event.preventDefault();
   }
 });
@@ -120,6 +121,7 @@ const page = {
     if (what === kProgram) sound.send("program", index);
     if (what === kBinding) sound.send("bind", index, value);
     if (what === kState && model) sound.send("state", model.bytes("State").buffer);
+    if (what === kName || what === kState) programs?.fill();
     if (model) changed();
   },
 };

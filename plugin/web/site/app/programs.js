@@ -56,7 +56,7 @@ export class Programs {
     this.show();
   }
 
-  // Names and families, after any of them may have changed.
+  // Call this after names may have changed.
   fill() {
     let group = null;
     const groups = [];
@@ -88,7 +88,6 @@ export class Programs {
     const isPreset = file.name.toLowerCase().endsWith(".fxp");
     const fault = file.size > kLargestFile ? `${file.name} is too large to be a bank.`
       : this.#model.take(isPreset ? "TakePreset" : "TakeBank", await file.arrayBuffer(), file.name);
-    this.#tell(fault || `${file.name} is loaded.`, fault !== "");
-    this.fill();
+    this.#tell(fault || `${file.name} is loaded. Ctrl+Z brings back what was there.`, fault !== "");
   }
 }
