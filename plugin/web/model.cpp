@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/input_error.h"
 #include "plugin/web/page_script.h"
 #include "state/saved_state.h"
 #include "state/sound_file.h"
@@ -95,12 +94,6 @@ void Model::loadSavedState(const state::SavedState& saved) {
 
 void Model::sendEverything() {
     quarzelSend(kSendState, 0, 0.0f);
-}
-
-void Model::takeState(const std::string& bytes, const std::string& name) {
-    const auto saved = state::readSavedState(bytes);
-    if (!saved) throw platform::InputError(name + " holds no sounds of this instrument.");
-    loadSavedState(*saved);
 }
 
 std::string Model::bankFile() {

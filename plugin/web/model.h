@@ -28,8 +28,6 @@ class Model final : public editor::EditorHost {
     void sendBindings();
 
     std::string state() { return state::bytesOf(instrument_.savedState()); }
-    // Throws platform::InputError if the bytes cannot be used, which are called `name` there.
-    void takeState(const std::string& bytes, const std::string& name);
     std::string bankFile();
     std::string presetFile();  // of the current program
 

@@ -13,9 +13,11 @@
 #include "host/error.h"
 #include "host/midi_song.h"
 #include "host/song_selection.h"
+#include "platform/input_error.h"
 #include "plugin/web/model.h"
 #include "state/factory_sounds.h"
 #include "state/parameter_text.h"
+#include "state/saved_state.h"
 #include "state/sound_file.h"
 
 namespace {
@@ -50,6 +52,12 @@ const char* faultOf(Action action) {
     } catch (const platform::InputError& fault) {
         return give(fault.what());
     }
+}
+
+state::SavedState stateOf(const std::string& bytes, const std::string& name) {
+    const auto saved = state::readSavedState(bytes);
+    if (!saved) throw platform::InputError(name + " holds no sounds of this instrument.");
+    return *saved;
 }
 
 template <typename Use>
@@ -134,9 +142,12 @@ const char* quarzelBankFile() {
 const char* quarzelPresetFile() {
     return give(page().model.presetFile());
 }
-// These answer what was wrong, or an empty text. The last two can be undone.
+// These answer what was wrong, or an empty text. All but the first can be undone.
+const char* quarzelBeginWith(const char* bytes, int size, const char* name) {
+    return faultOf([=] { page().model.loadSavedState(stateOf({bytes, bytes + size}, name)); });
+}
 const char* quarzelTakeState(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takeState({bytes, bytes + size}, name); });
+    return faultOf([=] { page().slots.loadBank(stateOf({bytes, bytes + size}, name)); });
 }
 const char* quarzelTakeBank(const char* bytes, int size, const char* name) {
     return faultOf([=] {

@@ -82,6 +82,23 @@ await browser.test(async () => {
   await control("z");
   check(Math.abs(await browser.run(`return quarzel.model.call("Parameter", 0)`) - 0.123) < 1e-6, "and again the bank");
 
+  // Another page of this browser stores its bank.
+  const [mine, others] = await browser.run(`
+    const mine = Array.from(quarzel.model.bytes("State"));
+    quarzel.model.call("SetParameter", 0, 0.321);
+    const others = Array.from(quarzel.model.bytes("State"));
+    quarzel.model.call("SetParameter", 0, values[0]);
+    return [mine, others];`, 0.123);
+  await browser.until("return !quarzel.storing");
+  await browser.run(`frames[0].localStorage.setItem("quarzel.state", btoa(String.fromCharCode(...values[0])))`, others);
+  const stateIs = async (bytes) => (await bytesOf("State")).equals(Buffer.from(bytes));
+  check(await browser.until(`return !document.getElementById("others").hidden`) && await stateIs(mine),
+        "another page's bank is offered");
+  await browser.click("#others-take");
+  check(await stateIs(others) && await browser.run(`return document.getElementById("others").hidden`), "and taken");
+  await control("z");
+  check(await stateIs(mine), "which Ctrl+Z takes back");
+
   // A player asks for a part of a piece; the whole is kept. A new release waits until it is wanted.
   const song = "pieces/largo.mid";
   await browser.run(`await navigator.serviceWorker.ready`);

@@ -6,7 +6,7 @@ import { List } from "./list.js";
 import { openMidiInputs } from "./midi_inputs.js";
 import { askForFile, handOut, Programs } from "./programs.js";
 import { Sound } from "./sound.js";
-import { onFileStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
+import { onFileStored, onStateStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
 
 const kStoreAfter = 500;  // milliseconds
 const kName = 0, kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
@@ -93,6 +93,7 @@ function storeNow() {
   clearTimeout(storing);
   storing = 0;
   if (model) tellOfStorage(storeState(model.bytes("State")));
+  byId("others").hidden = true;
 }
 function tellOfStorage(works) {
   if (works || storageTold) return;
@@ -104,6 +105,16 @@ function changed() {
   programs?.show();
 }
 addEventListener("pagehide", () => { if (storing) storeNow(); });
+
+// Of two pages, the one that changes a sound last keeps its bank for the next visit, so the other can take it.
+function offerState(bytes) {
+  byId("others").hidden = `${bytes}` === `${model.bytes("State")}`;
+  byId("others-take").onclick = () => {
+    const fault = model.take("TakeState", bytes, "The bank of the other page");
+    if (fault) showMessage("Quarzel Strings", fault);
+    byId("others").hidden = true;
+  };
+}
 
 const page = {
   ...face.actions,
@@ -130,10 +141,11 @@ async function startModel() {
   const { Model } = await import("./model.js");
   const loaded = await Model.load(page, storedFiles(), sound.context.sampleRate);
   const state = storedState();
-  const fault = state && loaded.take("TakeState", state, "The bank of your last visit");
+  const fault = state && loaded.take("BeginWith", state, "The bank of your last visit");
   model = loaded;
   if (fault) showMessage("Quarzel Strings", `${fault} The factory bank is there instead.`);
   onFileStored((path, bytes) => model.putFile(path, bytes));
+  onStateStored(offerState);
   model.call("SendBindings");
   programs = new Programs(model, (text, isFault) =>
     isFault ? showMessage("Quarzel Strings", text) : say(text));

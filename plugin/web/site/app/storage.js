@@ -33,6 +33,14 @@ export function storedState() {
 }
 export const storeState = (bytes) => write(kState, textOf(bytes));
 
+// Calls `act` with the bytes of a bank that another page has stored.
+export function onStateStored(act) {
+  addEventListener("storage", ({ key, newValue }) => {
+    const bytes = key === kState ? bytesOf(newValue ?? "") : null;
+    if (bytes?.length) act(bytes);
+  });
+}
+
 export const storedLatency = () => read(kLatency);
 export const storeLatency = (choice) => write(kLatency, choice);
 
