@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "plugin/web/page_script.h"
-#include "state/saved_state.h"
 #include "state/sound_file.h"
 
 namespace web {

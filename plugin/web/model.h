@@ -7,6 +7,7 @@
 #include "editor/editor_host.h"
 #include "instrument/instrument.h"
 #include "plugin/web/news.h"
+#include "state/saved_state.h"
 
 namespace web {
 

@@ -2,7 +2,6 @@
 //
 // Texts and bytes go through buffers: out of the module as a pointer and a size, into it as
 // pointers that the script has filled.
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,7 +9,6 @@
 #include "editor/browser/sound_slots.h"
 #include "editor/my_editor.h"
 #include "gui/windows/canvas_window.h"
-#include "host/error.h"
 #include "host/midi_song.h"
 #include "host/song_selection.h"
 #include "platform/input_error.h"

@@ -189,9 +189,4 @@ await browser.test(async () => {
 
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
   check(browser.outside.length === 0, `no request leaves the page's folder ${browser.outside}`);
-  browser.server.close();
-  browser.server.closeAllConnections();
-  await browser.call("Network.emulateNetworkConditions",
-    { offline: true, latency: 0, downloadThroughput: 0, uploadThroughput: 0 });
-  check(await browser.open(), "the page works offline once loaded");
 });

@@ -10,7 +10,7 @@ const kLookEvery = 500;     // milliseconds
 const kTick = 10;           // milliseconds, the unit of /proc/stat
 const kMostOfACore = 0.25;  // for the audio thread
 const kIdle = 0.1;          // of all cores: with less, the machine has more to do than it can
-const kPageAnswers = 100;   // milliseconds, within which the page plays a key
+const kHeldUp = 150;        // milliseconds, at most, for the page by its own work
 const kHeapGrowth = 4 << 20, kProcessGrowth = 16 << 20;  // bytes
 
 // Before the page's own scripts: measures what process() takes, by a clock of milliseconds that makes no
@@ -189,7 +189,7 @@ await browser.test(async () => {
       slowest: Math.max(...looks.slice(Math.max(i, 1), i + 3).map(({ slowest }) => slowest)),
       beyond: beyond("computed", first, last), heldUp: to.heldUp, pageBeyond: beyond("pageComputed", first, to) };
   });
-  const told = (some) => JSON.stringify(some, (_, x) => typeof x === "number" ? Number(x.toFixed(2)) : x);
+  const figures = (some) => JSON.stringify(some, (_, x) => typeof x === "number" ? Number(x.toFixed(2)) : x);
   const most = (name) => Math.max(...intervals.map((interval) => interval[name])).toFixed(0);
   console.log(`${over("underruns")} late buffers of ${buffer.toFixed(0)} ms in ${intervals.filter(({ late }) => late).length} ` +
               `of ${intervals.length} intervals, on a machine that idled for ` +
@@ -202,10 +202,10 @@ await browser.test(async () => {
   const own = intervals.filter(({ late, idle, stolen, waited, slowest, beyond }) =>
     (slowest > buffer && beyond - stolen > buffer) || (late && idle > kIdle && stolen + waited < buffer));
   tell(own.length === 0, `${own.length} of these intervals are the instrument's fault, which computed for up to ` +
-       `${most("beyond")} ms more than usual ` + told(own));
-  const slow = intervals.filter(({ stolen, heldUp, pageBeyond }) => Math.min(heldUp, pageBeyond - stolen) > kPageAnswers);
+       `${most("beyond")} ms more than usual ` + figures(own));
+  const slow = intervals.filter(({ stolen, heldUp, pageBeyond }) => Math.min(heldUp, pageBeyond - stolen) > kHeldUp);
   tell(slow.length === 0, `the page was held up for up to ${most("heldUp")} ms, in ${slow.length} intervals by itself, ` +
-       `which computed for up to ${most("pageBeyond")} ms more than usual ` + told(slow));
+       `which computed for up to ${most("pageBeyond")} ms more than usual ` + figures(slow));
 
   tell(over("pageMemory") === 0 && last.told.memory === first.told.memory,
        `the modules keep their ${megabytes(last.told.memory)} and ${megabytes(last.pageMemory)}`);

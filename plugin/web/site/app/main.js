@@ -22,6 +22,7 @@ function showMessage(title, text) {
 }
 
 const sound = new Sound();
+sound.onNoOutput = () => say("The browser opens no sound output. It plays as soon as there is one.");
 sound.onFault = () => say("The instrument has stopped. Please load the page again.");
 const face = new Face(byId("canvas"), byId("typing"));
 let model = null;
@@ -165,9 +166,9 @@ let preview = null;
 document.addEventListener("click", ({ target }) => {
   const { play, take } = target.dataset ?? {};
   if (play) {
-    const again = preview?.dataset === play && !preview.audio.paused;
+    const again = preview?.file === play && !preview.audio.paused;
     preview?.audio.pause();
-    preview = again ? null : { dataset: play, audio: new Audio(at(play)) };
+    preview = again ? null : { file: play, audio: new Audio(at(play)) };
     preview?.audio.play().catch(() => say("This browser cannot play the preview."));
   }
   if (take && model) {

@@ -3,6 +3,7 @@
 // A module with one vector instruction.
 const kSimd = Uint8Array.of(0, 97, 115, 109, 1, 0, 0, 0, 1, 5, 1, 96, 0, 1, 123, 3, 2, 1, 0, 10, 10, 1, 8, 0, 65, 0, 253, 15, 253, 98, 11);
 const kBegun = 1000;  // milliseconds after which a failure is not that of the start
+const kOpens = 3000;  // milliseconds
 const kPeakLeft = 0, kPeakRight = 1;  // as plugin/web/news.h
 
 export class Sound {
@@ -16,8 +17,10 @@ export class Sound {
   #asked = [];    // who waits for a state
   #bound = new Map();
   #isHeard = false;
+  #opens = 0;     // the timer that tells of an output that does not open
   onNews = () => {};
   onState = () => {};  // called whenever `running` may have changed
+  onNoOutput = () => {};  // called if the browser leaves a gesture without an output
   onFault = () => {};  // called if the worklet cannot play at all
 
   // A reason why this browser cannot play, or an empty text.
@@ -96,6 +99,10 @@ export class Sound {
   wake() {
     if (this.running || navigator.userActivation?.hasBeenActive === false) return;
     this.#context?.resume().catch(() => {});
+    this.#opens ||= setTimeout(() => {
+      this.#opens = 0;
+      if (!this.running) this.onNoOutput();
+    }, kOpens);
   }
 
   get running() { return this.#context?.state === "running"; }
