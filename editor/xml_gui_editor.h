@@ -57,6 +57,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     // effect at once, and the host is asked for the size.
     void setContentScale(double scale);
     void close() override;
+    bool wantsText() const override;  // for the sound browser, too
     void idle() override;
     // Keep steps that others take at the instrument here, so that they can be undone.
     EditHistory& history() { return tools_.history(); }
