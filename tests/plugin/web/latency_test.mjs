@@ -81,5 +81,13 @@ await browser.test(async () => {
   await browser.run(`quarzel.sound.send("waste")`);
   await wait(8000);
   check(await latency() === "shortest,false", "what the player has chosen stays");
+
+  await browser.call("Page.addScriptToEvaluateOnNewDocument", { source:
+    `Object.defineProperty(AudioContext.prototype, "baseLatency", { value: 0 });` });
+  await browser.open();
+  await browser.run(`window.before = quarzel.sound.context`);
+  await browser.choose("latency", "steady");
+  check(await browser.until(`return /no other/.test(document.getElementById("status").textContent) &&
+                                    quarzel.sound.context === before`), "a browser without a choice plays on and is said to have none");
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
 });

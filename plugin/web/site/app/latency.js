@@ -2,7 +2,7 @@
 //
 // The sound of a short buffer follows the keys at once, but a busy machine fills one too late now and then
 // (an underrun), which clicks. "automatic" begins with the shortest buffers and turns into "steady" by itself.
-// Nothing turns it back but the player, so the page never goes to and fro.
+// Only the player turns it back, so the page never goes to and fro.
 import { onChosen } from "./programs.js";
 import { storedLatency, storeLatency } from "./storage.js";
 
@@ -58,22 +58,28 @@ export class UnderrunWatch {
 
 // Joins the control and the sound. `tell` gets a sentence for the player.
 export function followLatency(select, sound, tell) {
-  const choose = (choice) => {
+  const keep = (choice) => {
     select.value = choice;
     storeLatency(choice);
-    return sound.setLatency(kHints[choice]);
   };
   const stored = storedLatency();
   select.value = stored in kHints ? stored : "automatic";
   sound.setLatency(kHints[select.value]);
   select.disabled = false;
-  onChosen(select, () => choose(select.value).catch(() =>
-    tell("This browser gives no other output now. Your choice holds from the next visit on.")));
-
-  const watch = new UnderrunWatch();
-  setInterval(() => {
+  let watch = new UnderrunWatch();
+  onChosen(select, async () => {
+    watch = new UnderrunWatch();
+    keep(select.value);
+    const isOther = await sound.setLatency(kHints[select.value]).catch(() => false);
+    if (!isOther) tell("This browser has no other latency.");
+  });
+  setInterval(async () => {
     if (select.value !== "automatic" || !sound.context) return;
-    if (!watch.look(sound.context, sound.isHeard, performance.now())) return;
-    choose("steady").then(() => tell("The sound came late several times, so the latency is now “Steady”."), () => {});
+    if (!watch?.look(sound.context, sound.isHeard, performance.now())) return;
+    watch = null;
+    const isOther = await sound.setLatency(kHints.steady).catch(() => false);
+    if (isOther) keep("steady");
+    tell(isOther ? "The sound came late several times, so the latency is now “Steady”."
+      : "The sound came late several times. This browser has no steadier output; fewer programs at once may help.");
   }, kLookEvery);
 }

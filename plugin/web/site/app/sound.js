@@ -40,11 +40,14 @@ export class Sound {
     for (const message of this.#waiting.splice(0)) this.send(...message);
   }
 
-  // As `latencyHint` of an AudioContext, which must be replaced for that. What sounds stops.
+  // As `latencyHint` of an AudioContext, which must be replaced for that. What sounds stops. Returns false if the
+  // browser's latency is the same with both hints, as in Firefox; then all goes on.
   async setLatency(hint) {
-    if (hint === this.#latencyHint) return;
+    const before = this.#context;
+    if (hint === this.#latencyHint) return true;
     this.#latencyHint = hint;
-    if (this.#context) await this.#open();
+    if (before) await this.#open();
+    return before === null || before !== this.#context;
   }
 
   // Replaces the context as soon as another can play, one after the other.
@@ -53,7 +56,9 @@ export class Sound {
     return this.#opening;
   }
   async #openNow() {
+    const before = this.#context?.state === "closed" ? null : this.#context;
     const context = new AudioContext({ latencyHint: this.#latencyHint });
+    if (context.baseLatency === before?.baseLatency) return context.close();
     // The system may take the output away, for a call or because a device has gone.
     context.onstatechange = () => {
       if (context !== this.#context) return;
@@ -62,10 +67,9 @@ export class Sound {
       this.onState();
     };
     await context.audioWorklet.addModule(new URL("worklet.js", import.meta.url));
-    const before = this.#context;
     this.#context = context;
     this.#addNode();
-    if (before && before.state !== "closed") before.close();
+    before?.close();
     this.wake();
   }
 
