@@ -9,6 +9,7 @@ const kSeconds = 160;
 // whose count: the browser's, or its clock of played time.
 const kOutputs = [
   ["late in three seconds", { late: [10, 13, 30] }, true],
+  ["a little late in nine seconds", { late: [10, 12, 14, 16, 18, 20, 22, 24, 26], loss: 8 }, true],
   ["late in two seconds", { late: [10, 30] }, false],
   ["late in three minutes", { late: [10, 80, 150] }, false],
   ["late when it begins", { late: [0, 1, 2] }, false],
@@ -22,7 +23,7 @@ const kWatch = `
   const { UnderrunWatch } = await import("./app/latency.js");
   const [outputs, seconds] = values;
   const wrong = [];
-  for (const [name, { late = [], off = [], silent, hidden, asleep = 0, step = 5, drift = 0 }, expected] of outputs) {
+  for (const [name, { late = [], off = [], silent, hidden, asleep = 0, loss = 30, step = 5, drift = 0 }, expected] of outputs) {
     for (const counts of [true, false]) {
       Object.defineProperty(document, "hidden", { value: hidden ?? false, configurable: true });
       const watch = new UnderrunWatch();
@@ -32,7 +33,7 @@ const kWatch = `
         const isLate = late.includes(second) && i % 20 === 7, isOff = off.includes(second);
         underrunEvents += isLate;
         if (isLate) slept += asleep;
-        played += isOff ? 0 : (isLate ? 20 : 50) * (1 - drift);
+        played += isOff ? 0 : (isLate ? 50 - loss : 50) * (1 - drift);
         const context = { state: isOff ? "suspended" : "running", currentTime: Math.floor(played / step) * step / 1000,
           ...counts && { playbackStats: { underrunEvents } } };
         changes ||= watch.look(context, !silent, 50 * i + 7 * (i % 3) + 1000 * slept);
