@@ -180,8 +180,9 @@ await browser.test(async () => {
   // What happened in each interval, and around it: a buffer computed late is played late a little later, and a
   // page that was held up tells it late. `beyond` is how much longer than usual a thread computed.
   const each = looks.slice(1).map((to, i) => [looks[i], to]);
-  const usual = (name) => medianOf(each.map(([from, to]) => over(name, from, to) / over("at", from, to)));
-  const beyond = (name, from, to) => over(name, from, to) - usual(name) * over("at", from, to);
+  const shareOf = (name) => medianOf(each.map(([from, to]) => over(name, from, to) / over("at", from, to)));
+  const usual = { computed: shareOf("computed"), pageComputed: shareOf("pageComputed") };
+  const beyond = (name, from, to) => over(name, from, to) - usual[name] * over("at", from, to);
   const intervals = each.map(([from, to], i) => {
     const [first, last] = [looks[Math.max(i - 1, 0)], looks[Math.min(i + 2, looks.length - 1)]];
     return { late: over("underruns", from, to), idle: over("idle", from, to) / over("ticks", from, to),

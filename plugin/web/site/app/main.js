@@ -55,7 +55,8 @@ byId("silence").onclick = () => {
 const isTyping = ({ target }) => target.matches("input, select, textarea") && target.type !== "range";
 const isUndo = ({ key, ctrlKey, metaKey }) => (ctrlKey || metaKey) && /^[zy]$/i.test(key);
 addEventListener("keydown", (event) => {
-  if (face.key(event, isUndo(event) && !isTyping(event)) || (!isTyping(event) && !face.wantsKeys && keys.keyDown(event))) {
+  const isFree = !isTyping(event);
+  if (face.key(event, isFree && isUndo(event)) || (isFree && !face.wantsKeys && keys.keyDown(event))) {
     event.preventDefault();
   }
 });

@@ -46,7 +46,7 @@ export class Sound {
     const before = this.#context;
     if (hint === this.#latencyHint) return true;
     this.#latencyHint = hint;
-    if (before) await this.#open();
+    if (this.#module) await this.#open();
     return before === null || before !== this.#context;
   }
 
@@ -58,7 +58,7 @@ export class Sound {
   async #openNow() {
     const before = this.#context?.state === "closed" ? null : this.#context;
     const context = new AudioContext({ latencyHint: this.#latencyHint });
-    if (context.baseLatency === before?.baseLatency) return context.close();
+    if (before && context.baseLatency === before.baseLatency) return context.close();
     // The system may take the output away, for a call or because a device has gone.
     context.onstatechange = () => {
       if (context !== this.#context) return;
@@ -69,7 +69,7 @@ export class Sound {
     await context.audioWorklet.addModule(new URL("worklet.js", import.meta.url));
     this.#context = context;
     this.#addNode();
-    before?.close();
+    before?.close().catch(() => {});
     this.wake();
   }
 
