@@ -59,6 +59,8 @@ class xmlGuiEditor : public AEffGUIEditor,
     void close() override;
     bool wantsText() const override;  // for the sound browser, too
     void idle() override;
+    // Keep steps that others take at the instrument here, so that they can be undone.
+    EditHistory& history() { return tools_.history(); }
     // Handles a wheel turn that the host passes on; up is positive. Returns true if the control
     // under the pointer used it.
     bool onWheel(double notches);

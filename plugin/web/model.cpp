@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/input_error.h"
 #include "plugin/web/page_script.h"
-#include "state/saved_state.h"
 #include "state/sound_file.h"
 
 namespace web {
@@ -75,7 +73,7 @@ void Model::setProgram(int program) {
 
 void Model::renameProgram(int program, const std::string& name) {
     instrument_.renameProgram(program, name);
-    quarzelSend(kSendNothing, 0, 0.0f);
+    quarzelSend(kSendName, 0, 0.0f);
 }
 
 void Model::putProgram(int program, const state::ProgramRecord& record) {
@@ -95,20 +93,6 @@ void Model::loadSavedState(const state::SavedState& saved) {
 
 void Model::sendEverything() {
     quarzelSend(kSendState, 0, 0.0f);
-}
-
-void Model::takeState(const std::string& bytes, const std::string& name) {
-    const auto saved = state::readSavedState(bytes);
-    if (!saved) throw platform::InputError(name + " holds no sounds of this instrument.");
-    loadSavedState(*saved);
-}
-
-void Model::takeBank(const std::string& file, const std::string& name) {
-    loadSavedState(state::readBankFile(file, name, savedState()));
-}
-
-void Model::takePreset(const std::string& file, const std::string& name) {
-    loadProgram(program(), state::readSoundFile(file, name, programRecord(program())));
 }
 
 std::string Model::bankFile() {

@@ -7,6 +7,7 @@
 #include "editor/editor_host.h"
 #include "instrument/instrument.h"
 #include "plugin/web/news.h"
+#include "state/saved_state.h"
 
 namespace web {
 
@@ -28,10 +29,6 @@ class Model final : public editor::EditorHost {
     void sendBindings();
 
     std::string state() { return state::bytesOf(instrument_.savedState()); }
-    // These throw platform::InputError if the bytes cannot be used. Files are called `name` there.
-    void takeState(const std::string& bytes, const std::string& name);
-    void takeBank(const std::string& file, const std::string& name);
-    void takePreset(const std::string& file, const std::string& name);
     std::string bankFile();
     std::string presetFile();  // of the current program
 

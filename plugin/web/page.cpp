@@ -2,19 +2,21 @@
 //
 // Texts and bytes go through buffers: out of the module as a pointer and a size, into it as
 // pointers that the script has filled.
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "editor/browser/sound_slots.h"
 #include "editor/my_editor.h"
 #include "gui/windows/canvas_window.h"
-#include "host/error.h"
 #include "host/midi_song.h"
 #include "host/song_selection.h"
+#include "platform/input_error.h"
 #include "plugin/web/model.h"
 #include "state/factory_sounds.h"
 #include "state/parameter_text.h"
+#include "state/saved_state.h"
+#include "state/sound_file.h"
 
 namespace {
 
@@ -24,6 +26,7 @@ using VSTGUI::WindowClient;
 struct Page {
     web::Model model;
     editor::myEditor editor{model};
+    editor::SoundSlots slots{model, editor.history()};
     std::string out;  // the last text or bytes that were asked for
     std::vector<double> song;
 };
@@ -47,6 +50,12 @@ const char* faultOf(Action action) {
     } catch (const platform::InputError& fault) {
         return give(fault.what());
     }
+}
+
+state::SavedState stateOf(const std::string& bytes, const std::string& name) {
+    const auto saved = state::readSavedState(bytes);
+    if (!saved) throw platform::InputError(name + " holds no sounds of this instrument.");
+    return *saved;
 }
 
 template <typename Use>
@@ -131,15 +140,24 @@ const char* quarzelBankFile() {
 const char* quarzelPresetFile() {
     return give(page().model.presetFile());
 }
-// These answer what was wrong, or an empty text.
+// These answer what was wrong, or an empty text. All but the first can be undone.
+const char* quarzelBeginWith(const char* bytes, int size, const char* name) {
+    return faultOf([=] { page().model.loadSavedState(stateOf({bytes, bytes + size}, name)); });
+}
 const char* quarzelTakeState(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takeState({bytes, bytes + size}, name); });
+    return faultOf([=] { page().slots.loadBank(stateOf({bytes, bytes + size}, name)); });
 }
 const char* quarzelTakeBank(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takeBank({bytes, bytes + size}, name); });
+    return faultOf([=] {
+        const state::SavedState saved = page().model.savedState();
+        page().slots.loadBank(state::readBankFile({bytes, bytes + size}, name, saved));
+    });
 }
 const char* quarzelTakePreset(const char* bytes, int size, const char* name) {
-    return faultOf([=] { page().model.takePreset({bytes, bytes + size}, name); });
+    return faultOf([=] {
+        const state::ProgramRecord record = page().model.programRecord(page().model.program());
+        page().slots.load(state::readSoundFile({bytes, bytes + size}, name, record));
+    });
 }
 // Reads a MIDI file, as much of it as the programs play.
 const char* quarzelReadSong(const char* bytes, int size, const char* name, int sampleRate) {

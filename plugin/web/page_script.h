@@ -3,13 +3,14 @@
 
 namespace web {
 
-enum Sent : int { kSendNothing, kSendParameter, kSendProgram, kSendBinding, kSendState, kSendKey };
+enum Sent : int { kSendName, kSendParameter, kSendProgram, kSendBinding, kSendState, kSendKey };
 
 }  // namespace web
 
 extern "C" {
-// Tells the worklet about a change: of parameter `index` to `value`, to program `index`, of the
-// controller `value` (or -1) bound to parameter `index`, or of everything; or about key `index`,
-// played with the velocity `value`. All but keys mean that there is something to store.
+// Tells about a change: of a program's name, which the worklet need not know; of parameter `index`
+// to `value`, to program `index`, of the controller `value` (or -1) bound to parameter `index`, or
+// of everything. Or tells about key `index`, played with the velocity `value`. All but keys mean
+// that there is something to store.
 void quarzelSend(int what, int index, float value);
 }

@@ -65,6 +65,18 @@ export class Browser {
     return browser;
   }
 
+  // Runs a test to its first fault, and ends.
+  async test(body) {
+    try {
+      await body();
+    } catch (fault) {
+      console.log(`FAILED: ${fault.message}`);
+      process.exitCode = 1;
+    } finally {
+      await this.stop();
+    }
+  }
+
   async stop() {
     this.process.kill();
     this.server.closeAllConnections();
@@ -193,6 +205,19 @@ export class Browser {
     const text = [...key].length === 1 && !modifiers ? { text: key } : {};
     await this.call("Input.dispatchKeyEvent", { type: "keyDown", ...named, ...text });
     await this.call("Input.dispatchKeyEvent", { type: "keyUp", ...named });
+  }
+  // Gives a file to the page's own picker.
+  async pickFile(file) {
+    const { root } = await this.call("DOM.getDocument");
+    const { nodeId } = await this.call("DOM.querySelector", { nodeId: root.nodeId, selector: "#file" });
+    await this.call("DOM.setFileInputFiles", { nodeId, files: [file] });
+  }
+  // Chooses from a list by its identity.
+  choose(id, value) {
+    return this.run(`
+      const select = document.getElementById(values[0]);
+      select.value = values[1];
+      select.dispatchEvent(new Event("change"));`, id, value);
   }
   touch(type, ...points) {
     return this.call("Input.dispatchTouchEvent",

@@ -59,7 +59,7 @@ async function browserShare(browser) {
 }
 
 const browser = await Browser.start(site);
-try {
+await browser.test(async () => {
   await browser.open();
   await browser.wake();
   await browser.run(`
@@ -83,9 +83,4 @@ try {
   const played = await browser.run("return quarzel.sound.context.currentTime > 0");
   check(played && inBrowser <= kMostOfACore,
         `the browser's audio thread takes ${(100 * inBrowser).toFixed(1)} % of a core for them`);
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

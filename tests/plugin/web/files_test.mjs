@@ -23,7 +23,7 @@ async function downloaded(name) {
   return fs.existsSync(file) ? fs.readFileSync(file) : Buffer.of();
 }
 
-try {
+await browser.test(async () => {
   await browser.call("Page.setDownloadBehavior", { behavior: "allow", downloadPath: downloads });
   await browser.open();
   await choose(3);
@@ -68,6 +68,36 @@ try {
   await browser.call("DOM.setFileInputFiles", { backendNodeId, files: [path.join(downloads, "Bank.fxb")] });
   await wait(300);
   check(bank.equals(await bytesOf("BankFile")), "the sound browser loads by the picker");
+  await browser.key("Escape");
+  await browser.run(`document.activeElement.blur()`);
+  const shown = () => browser.run(`return document.getElementById("program").selectedOptions[0].text.slice(4)`);
+  const own = await nameOf(8);
+  await choose(3);
+  const before = await nameOf(3);
+  await browser.pickFile(path.join(downloads, `${own}.fxp`));
+  check(await browser.until(`return document.getElementById("status").textContent.includes(values[0])`, own) &&
+        await shown() === own && before !== own, `the page loads ${await shown()}, and its list says so`);
+  await control("z");
+  check(await nameOf(3) === before && await shown() === before, `Ctrl+Z brings ${await shown()} back`);
+  await control("z");
+  check(Math.abs(await browser.run(`return quarzel.model.call("Parameter", 0)`) - 0.123) < 1e-6, "and again the bank");
+
+  // Another page of this browser stores its bank.
+  const [mine, others] = await browser.run(`
+    const mine = Array.from(quarzel.model.bytes("State"));
+    quarzel.model.call("SetParameter", 0, 0.321);
+    const others = Array.from(quarzel.model.bytes("State"));
+    quarzel.model.call("SetParameter", 0, values[0]);
+    return [mine, others];`, 0.123);
+  await browser.until("return !quarzel.storing");
+  await browser.run(`frames[0].localStorage.setItem("quarzel.state", btoa(String.fromCharCode(...values[0])))`, others);
+  const stateIs = async (bytes) => (await bytesOf("State")).equals(Buffer.from(bytes));
+  check(await browser.until(`return !document.getElementById("others").hidden`) && await stateIs(mine),
+        "another page's bank is offered");
+  await browser.click("#others-take");
+  check(await stateIs(others) && await browser.run(`return document.getElementById("others").hidden`), "and taken");
+  await control("z");
+  check(await stateIs(mine), "which Ctrl+Z takes back");
 
   // A player asks for a part of a piece; the whole is kept. A new release waits until it is wanted.
   const song = "pieces/largo.mid";
@@ -100,9 +130,4 @@ try {
         fs.statSync(path.join(site, song)).size, "a piece once heard is there offline");
   const outside = browser.requests.filter((name) => !name.startsWith("/strings/"));
   check(browser.outside.length + outside.length === 0, `nothing leaves the page's folder ${browser.outside} ${outside}`);
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

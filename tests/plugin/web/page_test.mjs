@@ -16,10 +16,8 @@ const kHeardFrom = 3e-3;  // of the phrase's peak: what a movement must change a
 const browser = await Browser.start(site);
 
 async function loadFile(name) {
-  const { root } = await browser.call("DOM.getDocument");
-  const { nodeId } = await browser.call("DOM.querySelector", { nodeId: root.nodeId, selector: "#file" });
   await browser.run(`document.getElementById("status").textContent = ""`);
-  await browser.call("DOM.setFileInputFiles", { nodeId, files: [path.resolve(folder, name)] });
+  await browser.pickFile(path.resolve(folder, name));
   for (let i = 0; i < 100 && !await browser.run(`return document.getElementById("status").textContent`); ++i) {
     await wait(50);
   }
@@ -130,7 +128,7 @@ const listen = () => browser.run(kRenderOffline + `
   window.difference = async () =>
     mostOf(await render(sent), (x, channel, i) => x - untouched[channel][i]) / peak;`, kSounding, 48000);
 
-try {
+await browser.test(async () => {
   let best = Infinity;
   for (let i = 0; i < 6 && best > kSoundsWithin; ++i) best = Math.min(best, await firstSound());
   check(best <= kSoundsWithin, `a key sounds ${best.toFixed(0)} ms after the first press`);
@@ -191,14 +189,4 @@ try {
 
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
   check(browser.outside.length === 0, `no request leaves the page's folder ${browser.outside}`);
-  browser.server.close();
-  browser.server.closeAllConnections();
-  await browser.call("Network.emulateNetworkConditions",
-    { offline: true, latency: 0, downloadThroughput: 0, uploadThroughput: 0 });
-  check(await browser.open(), "the page works offline once loaded");
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

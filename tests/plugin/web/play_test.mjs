@@ -44,7 +44,7 @@ async function phone(width, height) {
   await browser.call("Emulation.setTouchEmulationEnabled", { enabled: true, maxTouchPoints: 5 });
 }
 
-try {
+await browser.test(async () => {
   await browser.call("Page.addScriptToEvaluateOnNewDocument", { source: kMidi });
   await open();
 
@@ -165,9 +165,4 @@ try {
   const status = await browser.run(`return document.getElementById("status").textContent`);
   check(/SIMD/.test(status), `says: ${status}`);
   check(browser.errors.length === 0, `no errors in the console ${browser.errors}`);
-} catch (fault) {
-  console.log(`FAILED: ${fault.message}`);
-  process.exitCode = 1;
-} finally {
-  await browser.stop();
-}
+});

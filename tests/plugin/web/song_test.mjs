@@ -1,9 +1,9 @@
 // A song through the worklet in an offline context equals the native render.
-// Usage: node song_test.mjs SITE NATIVE.wav SONG.mid RATE [SECONDS]
+// Usage: node song_test.mjs SITE NATIVE.wav SONG.mid RATE
 import fs from "node:fs";
 import { Browser, check, kRenderOffline } from "./browser.mjs";
 
-const [site, wav, song, rate, seconds = Infinity] = process.argv.slice(2);
+const [site, wav, song, rate] = process.argv.slice(2);
 const kTolerance = 1e-6;  // of full scale
 
 // Interleaved 32-bit floats after the header of the data chunk.
@@ -13,9 +13,9 @@ function samplesOf(file) {
   return new Float32Array(bytes.buffer.slice(bytes.byteOffset + at, bytes.byteOffset + bytes.length));
 }
 
-const native = samplesOf(wav).slice(0, Math.min(2 * seconds * rate, Infinity));
+const native = samplesOf(wav);
 const browser = await Browser.start(site);
-try {
+await browser.test(async () => {
   await browser.open();
   const base64 = await browser.run(kRenderOffline + `
     const [name, rate, frames] = values;
@@ -43,6 +43,4 @@ try {
   check(peak > 0.05, `the native render is heard: peak ${peak.toFixed(3)}`);
   check(rendered.length === native.length && most <= kTolerance,
         `${native.length / 2} frames differ by at most ${most}${first < 0 ? "" : `, first at ${first}`}`);
-} finally {
-  await browser.stop();
-}
+});

@@ -11,9 +11,9 @@ const kNotch = 100;  // CSS pixels that a wheel reports for one
 const kLongPress = 500;  // milliseconds that a resting finger takes to be a right click
 const kRests = 8;        // CSS pixels that it may move meanwhile
 
+// Command is to Macs what Control is to others.
 const modifiersOf = (event) =>
-  (event.shiftKey ? 1 << 4 : 0) | (event.ctrlKey ? 1 << 5 : 0) | (event.altKey ? 1 << 6 : 0) |
-  (event.metaKey ? 1 << 7 : 0);
+  (event.shiftKey ? 1 << 4 : 0) | (event.ctrlKey || event.metaKey ? 1 << 5 : 0) | (event.altKey ? 1 << 6 : 0);
 const heldOf = ({ buttons }) => kHeld.reduce((held, bit, i) => buttons >> i & 1 ? held | bit : held, 0);
 
 export class Face {
@@ -70,9 +70,9 @@ export class Face {
     return Math.min(Math.max(devicePixelRatio, 1), 3);
   }
 
-  // Returns true if the editor used the key.
-  key(event) {
-    if (!this.#model || document.activeElement !== this.#canvas) return false;
+  // Returns true if the editor used the key. It gets those of the canvas, and others that are `meant` for it.
+  key(event, meant = false) {
+    if (!this.#model || !(meant || document.activeElement === this.#canvas)) return false;
     const isText = [...event.key].length === 1;
     return this.#model.key(event.type === "keydown", isText ? event.key.codePointAt(0) : 0,
                            isText ? "" : event.key, modifiersOf(event));

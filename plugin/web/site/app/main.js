@@ -1,14 +1,15 @@
 // Joins the parts: the worklet that sounds, the model with its face, keys, MIDI and storage.
 import { Face } from "./face.js";
 import { Keys } from "./keys.js";
+import { followLatency } from "./latency.js";
 import { List } from "./list.js";
 import { openMidiInputs } from "./midi_inputs.js";
 import { askForFile, handOut, Programs } from "./programs.js";
 import { Sound } from "./sound.js";
-import { onFileStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
+import { onFileStored, onStateStored, storedFiles, storedState, storeFile, storeState } from "./storage.js";
 
 const kStoreAfter = 500;  // milliseconds
-const kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
+const kName = 0, kParameter = 1, kProgram = 2, kBinding = 3, kState = 4, kKey = 5;  // as plugin/web/page_script.h
 
 const byId = (id) => document.getElementById(id);
 const say = (text) => { byId("status").textContent = text; };
@@ -21,6 +22,7 @@ function showMessage(title, text) {
 }
 
 const sound = new Sound();
+sound.onNoOutput = () => say("The browser opens no sound output. It plays as soon as there is one.");
 sound.onFault = () => say("The instrument has stopped. Please load the page again.");
 const face = new Face(byId("canvas"), byId("typing"));
 let model = null;
@@ -51,8 +53,10 @@ byId("silence").onclick = () => {
 };
 
 const isTyping = ({ target }) => target.matches("input, select, textarea") && target.type !== "range";
+const isUndo = ({ key, ctrlKey, metaKey }) => (ctrlKey || metaKey) && /^[zy]$/i.test(key);
 addEventListener("keydown", (event) => {
-  if (face.key(event) || (!isTyping(event) && !face.wantsKeys && keys.keyDown(event))) {
+  const isFree = !isTyping(event);
+  if (face.key(event, isFree && isUndo(event)) || (isFree && !face.wantsKeys && keys.keyDown(event))) {
     event.preventDefault();
   }
 });
@@ -67,14 +71,20 @@ async function bytesOf(name) {
   return answer.arrayBuffer();
 }
 
+followLatency(byId("latency"), sound, say);
+
 async function startSound() {
   const lacking = Sound.lacking();
   if (lacking) throw new Error(lacking);
   const [module, factory] = await Promise.all([bytesOf("quarzel-sound.wasm"), bytesOf("default.fxb")]);
   await sound.prepare(module, () => model?.bytes("State").buffer ?? storedState() ?? factory);
-  const tell = () => say(sound.running ? "Ready." : "Ready. Click a key: browsers let no page sound before.");
-  sound.onState = tell;
-  tell();
+  let wasRunning = null;
+  sound.onState = () => {
+    if (sound.running === wasRunning) return;
+    wasRunning = sound.running;
+    say(wasRunning ? "Ready." : "Ready. Click a key: browsers let no page sound before.");
+  };
+  sound.onState();
 }
 
 // --- the page's module ---
@@ -85,6 +95,7 @@ function storeNow() {
   clearTimeout(storing);
   storing = 0;
   if (model) tellOfStorage(storeState(model.bytes("State")));
+  byId("others").hidden = true;
 }
 function tellOfStorage(works) {
   if (works || storageTold) return;
@@ -96,6 +107,16 @@ function changed() {
   programs?.show();
 }
 addEventListener("pagehide", () => { if (storing) storeNow(); });
+
+// Of two pages, the one that changes a sound last keeps its bank for the next visit, so the other can take it.
+function offerState(bytes) {
+  byId("others").hidden = `${bytes}` === `${model.bytes("State")}`;
+  byId("others-take").onclick = () => {
+    const fault = model.take("TakeState", bytes, "The bank of the other page");
+    if (fault) showMessage("Quarzel Strings", fault);
+    byId("others").hidden = true;
+  };
+}
 
 const page = {
   ...face.actions,
@@ -113,6 +134,7 @@ const page = {
     if (what === kProgram) sound.send("program", index);
     if (what === kBinding) sound.send("bind", index, value);
     if (what === kState && model) sound.send("state", model.bytes("State").buffer);
+    if (what === kName || what === kState) programs?.fill();
     if (model) changed();
   },
 };
@@ -121,10 +143,11 @@ async function startModel() {
   const { Model } = await import("./model.js");
   const loaded = await Model.load(page, storedFiles(), sound.context.sampleRate);
   const state = storedState();
-  const fault = state && loaded.take("TakeState", state, "The bank of your last visit");
+  const fault = state && loaded.take("BeginWith", state, "The bank of your last visit");
   model = loaded;
   if (fault) showMessage("Quarzel Strings", `${fault} The factory bank is there instead.`);
   onFileStored((path, bytes) => model.putFile(path, bytes));
+  onStateStored(offerState);
   model.call("SendBindings");
   programs = new Programs(model, (text, isFault) =>
     isFault ? showMessage("Quarzel Strings", text) : say(text));
@@ -144,9 +167,9 @@ let preview = null;
 document.addEventListener("click", ({ target }) => {
   const { play, take } = target.dataset ?? {};
   if (play) {
-    const again = preview?.dataset === play && !preview.audio.paused;
+    const again = preview?.file === play && !preview.audio.paused;
     preview?.audio.pause();
-    preview = again ? null : { dataset: play, audio: new Audio(at(play)) };
+    preview = again ? null : { file: play, audio: new Audio(at(play)) };
     preview?.audio.play().catch(() => say("This browser cannot play the preview."));
   }
   if (take && model) {

@@ -14,6 +14,17 @@ export function handOut(name, bytes) {
   setTimeout(() => URL.revokeObjectURL(link.href), 60000);
 }
 
+// Who points at a choice goes on to play: the letters are keys again.
+export function onChosen(select, act) {
+  let pointed = false;
+  select.addEventListener("pointerdown", () => { pointed = true; });
+  select.addEventListener("keydown", () => { pointed = false; });
+  select.addEventListener("change", () => {
+    act();
+    if (pointed) select.blur();
+  });
+}
+
 export class Programs {
   #model;
   #select = document.getElementById("program");
@@ -28,14 +39,7 @@ export class Programs {
       element.addEventListener("click", act);
     };
     this.#select.disabled = false;
-    // Who points at a sound goes on to play: the letters are keys again.
-    let pointed = false;
-    this.#select.addEventListener("pointerdown", () => { pointed = true; });
-    this.#select.addEventListener("keydown", () => { pointed = false; });
-    this.#select.addEventListener("change", () => {
-      this.choose(Number(this.#select.value));
-      if (pointed) this.#select.blur();
-    });
+    onChosen(this.#select, () => this.choose(Number(this.#select.value)));
     button("previous", () => this.choose((this.current + kPrograms - 1) % kPrograms));
     button("next", () => this.choose((this.current + 1) % kPrograms));
     button("load", askForFile);
@@ -52,7 +56,7 @@ export class Programs {
     this.show();
   }
 
-  // Names and families, after any of them may have changed.
+  // Call this after names may have changed.
   fill() {
     let group = null;
     const groups = [];
@@ -84,7 +88,6 @@ export class Programs {
     const isPreset = file.name.toLowerCase().endsWith(".fxp");
     const fault = file.size > kLargestFile ? `${file.name} is too large to be a bank.`
       : this.#model.take(isPreset ? "TakePreset" : "TakeBank", await file.arrayBuffer(), file.name);
-    this.#tell(fault || `${file.name} is loaded.`, fault !== "");
-    this.fill();
+    this.#tell(fault || `${file.name} is loaded. Ctrl+Z brings back what was there.`, fault !== "");
   }
 }

@@ -2,18 +2,25 @@
 
 // A module with one vector instruction.
 const kSimd = Uint8Array.of(0, 97, 115, 109, 1, 0, 0, 0, 1, 5, 1, 96, 0, 1, 123, 3, 2, 1, 0, 10, 10, 1, 8, 0, 65, 0, 253, 15, 253, 98, 11);
-const kSteady = 1000;  // milliseconds after which a failure is not that of the start
+const kBegun = 1000;  // milliseconds after which a failure is not that of the start
+const kOpens = 3000;  // milliseconds
+const kPeakLeft = 0, kPeakRight = 1;  // as plugin/web/news.h
 
 export class Sound {
   #context = null;
+  #opening = Promise.resolve();
+  #latencyHint = "interactive";
   #node = null;
   #module = null;
   #stateNow = null;
   #waiting = [];  // messages from before the worklet was there
   #asked = [];    // who waits for a state
   #bound = new Map();
+  #isHeard = false;
+  #opens = 0;     // the timer that tells of an output that does not open
   onNews = () => {};
   onState = () => {};  // called whenever `running` may have changed
+  onNoOutput = () => {};  // called if the browser leaves a gesture without an output
   onFault = () => {};  // called if the worklet cannot play at all
 
   // A reason why this browser cannot play, or an empty text.
@@ -33,10 +40,28 @@ export class Sound {
     for (const message of this.#waiting.splice(0)) this.send(...message);
   }
 
-  async #open() {
-    const context = new AudioContext({ latencyHint: "interactive" });
+  // As `latencyHint` of an AudioContext, which must be replaced for that. What sounds stops. Returns false if the
+  // browser's latency is the same with both hints, as in Firefox; then all goes on.
+  async setLatency(hint) {
+    const before = this.#context;
+    if (hint === this.#latencyHint) return true;
+    this.#latencyHint = hint;
+    if (this.#module) await this.#open();
+    return before === null || before !== this.#context;
+  }
+
+  // Replaces the context as soon as another can play, one after the other.
+  #open() {
+    this.#opening = this.#opening.catch(() => {}).then(() => this.#openNow());
+    return this.#opening;
+  }
+  async #openNow() {
+    const before = this.#context?.state === "closed" ? null : this.#context;
+    const context = new AudioContext({ latencyHint: this.#latencyHint });
+    if (before && context.baseLatency === before.baseLatency) return context.close();
     // The system may take the output away, for a call or because a device has gone.
     context.onstatechange = () => {
+      if (context !== this.#context) return;
       if (context.state === "closed") this.#open();
       else if (context.state !== "running") this.wake();
       this.onState();
@@ -44,6 +69,7 @@ export class Sound {
     await context.audioWorklet.addModule(new URL("worklet.js", import.meta.url));
     this.#context = context;
     this.#addNode();
+    before?.close().catch(() => {});
     this.wake();
   }
 
@@ -55,13 +81,16 @@ export class Sound {
     let begun = Infinity;
     node.port.onmessage = ({ data }) => {
       if (data === "ready") begun = performance.now();
-      if (data instanceof Float32Array) this.onNews(data);
+      if (data instanceof Float32Array) {
+        this.#isHeard = data[kPeakLeft] > 0 || data[kPeakRight] > 0;
+        this.onNews(data);
+      }
       if (data instanceof ArrayBuffer) this.#asked.shift()?.(data);
     };
     // A worklet that has failed stays silent.
     node.onprocessorerror = () => {
       node.disconnect();
-      if (performance.now() - begun > kSteady) this.#addNode();
+      if (performance.now() - begun > kBegun) this.#addNode();
       else this.onFault();
     };
     this.#node?.disconnect();
@@ -74,9 +103,14 @@ export class Sound {
   wake() {
     if (this.running || navigator.userActivation?.hasBeenActive === false) return;
     this.#context?.resume().catch(() => {});
+    this.#opens ||= setTimeout(() => {
+      this.#opens = 0;
+      if (!this.running) this.onNoOutput();
+    }, kOpens);
   }
 
   get running() { return this.#context?.state === "running"; }
+  get isHeard() { return this.#isHeard; }
   get context() { return this.#context; }
 
   // The worklet's own state.

@@ -1,7 +1,8 @@
-// What stays in the browser between visits: the bank with its program, and the files of settings and
-// library, each under its path. Several pages may be open at once.
+// What stays in the browser between visits: the bank with its program, the choice of latency, and the files
+// of settings and library, each under its path. Several pages may be open at once.
 
 const kState = "quarzel.state";
+const kLatency = "quarzel.latency";
 const kFile = "quarzel.file:";
 
 const textOf = (bytes) => btoa(Array.from(bytes, (b) => String.fromCharCode(b)).join(""));
@@ -17,9 +18,9 @@ function read(key) {
   try { return localStorage.getItem(key); } catch { return null; }
 }
 // Returns false if the browser stores nothing.
-function write(key, bytes) {
+function write(key, text) {
   try {
-    localStorage.setItem(key, textOf(bytes));
+    localStorage.setItem(key, text);
     return true;
   } catch {
     return false;
@@ -30,7 +31,18 @@ export function storedState() {
   const bytes = bytesOf(read(kState) ?? "");
   return bytes?.length ? bytes.buffer : null;
 }
-export const storeState = (bytes) => write(kState, bytes);
+export const storeState = (bytes) => write(kState, textOf(bytes));
+
+// Calls `act` with the bytes of a bank that another page has stored.
+export function onStateStored(act) {
+  addEventListener("storage", ({ key, newValue }) => {
+    const bytes = key === kState ? bytesOf(newValue ?? "") : null;
+    if (bytes?.length) act(bytes);
+  });
+}
+
+export const storedLatency = () => read(kLatency);
+export const storeLatency = (choice) => write(kLatency, choice);
 
 const fileOf = (key, text) => key?.startsWith(kFile) && text ? [key.slice(kFile.length), bytesOf(text)] : [];
 
@@ -40,7 +52,7 @@ export function storedFiles() {
   try { keys = Object.keys(localStorage); } catch { /* none */ }
   return keys.map((key) => fileOf(key, read(key))).filter(([, bytes]) => bytes);
 }
-export const storeFile = (path, bytes) => write(kFile + path, bytes);
+export const storeFile = (path, bytes) => write(kFile + path, textOf(bytes));
 
 // Calls `act` with path and bytes of a file that another page has stored.
 export function onFileStored(act) {

@@ -60,6 +60,7 @@ class QuarzelStrings extends AudioWorkletProcessor {
     this.memory = memory.buffer;
     this.left = new Float32Array(this.memory, quarzelLeft(), quarzelMostFrames());
     this.right = new Float32Array(this.memory, quarzelRight(), quarzelMostFrames());
+    this.floats = new Float32Array(this.memory);
     this.quantum = 0;
   }
 
@@ -95,8 +96,6 @@ class QuarzelStrings extends AudioWorkletProcessor {
   sendNews() {
     this.untilNews = sampleRate / kNewsPerSecond;
     const at = this.strings.quarzelNews() >> 2;
-    this.floats ??= new Float32Array(this.memory);
-    if (this.floats.buffer !== this.memory) this.floats = new Float32Array(this.memory);
     let changed = false;
     for (let i = 0; i < this.news.length; ++i) {
       changed ||= this.news[i] !== this.floats[at + i];
