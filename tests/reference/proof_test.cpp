@@ -73,8 +73,7 @@ TEST_P(RandomScenes, SoundLikeTheLiteralEngineOnEveryPath) {
     const char* const wanted = std::getenv("QUARZEL_SCENES");
     const unsigned seeds = wanted ? std::stoul(wanted) : 200;
     constexpr int kBlocks[] = {1, 17, 64, 100, 512};
-    unsigned heard = 0;
-    unsigned played = 0;
+    unsigned heard = 0, played = 0;
     for (unsigned seed = GetParam(); seed < seeds; seed += kParts) {
         ++played;
         SCOPED_TRACE("seed " + std::to_string(seed));

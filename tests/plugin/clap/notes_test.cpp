@@ -6,8 +6,9 @@
 
 #include "tests/plugin/clap/clap_test.h"
 
-namespace clap_driver {
 namespace {
+
+using namespace clap_driver;
 
 // Notes, wildcards, expressions and MIDI without rhyme or reason, of both dialects mixed, in any
 // order of their times.
@@ -159,4 +160,3 @@ TEST_F(Clap, FallsSilentWhenResetOrActivatedAgain) {
 }
 
 }  // namespace
-}  // namespace clap_driver

@@ -8,8 +8,9 @@
 #include "plugin/clap/preset_discovery.h"
 #include "tests/plugin/clap/clap_test.h"
 
-namespace clap_driver {
 namespace {
+
+using namespace clap_driver;
 
 // "name key family: character", collected as a host does.
 struct Found {
@@ -115,4 +116,3 @@ TEST_F(Clap, OffersTheFactoryBankAsPresets) {
 }
 
 }  // namespace
-}  // namespace clap_driver

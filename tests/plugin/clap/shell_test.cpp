@@ -8,8 +8,9 @@
 #include "plugin/clap/preset_discovery.h"
 #include "tests/plugin/clap/clap_test.h"
 
-namespace clap_driver {
 namespace {
+
+using namespace clap_driver;
 
 TEST_F(Clap, AnswersForWhatItHasOnly) {
     const auto* const plugins = static_cast<const PluginFactory*>(factory(kPluginFactoryId));
@@ -270,4 +271,3 @@ TEST_F(Clap, LivesInAHostThatOffersNothing) {
 }
 
 }  // namespace
-}  // namespace clap_driver
