@@ -14,7 +14,7 @@
 namespace {
 
 // The calls of the engine, without values.
-std::string names(std::string calls) {
+std::string names(const std::string& calls) {
     std::string kept;
     for (std::size_t i = 0; i < calls.size();) {
         const std::size_t end = std::min(calls.find(' ', i), calls.size());
@@ -42,7 +42,7 @@ class ToldEngine : public testing::Test {
         instrument = std::make_unique<PlayedInstrument>(std::move(engine), 48000.0);
         started = log->take();
     }
-    std::string told(std::function<void()> action) {
+    std::string told(const std::function<void()>& action) {
         action();
         return log->take();
     }

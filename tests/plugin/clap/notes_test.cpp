@@ -69,24 +69,24 @@ TEST_F(Clap, LetsGoOfTheNotesThatAreMeant) {
     const NoteTable::Note note{7, 0, 2, 60};
     const struct {
         const char* what;
-        uint16_t type;
         NoteTable::Note to;
+        uint16_t type;
         bool ends;
         bool pedal = false;
     } rows[] = {
-        {"the note", kEventNoteOff, note, true},
-        {"all", kEventNoteOff, {}, true},
-        {"its id", kEventNoteOff, {7, -1, -1, -1}, true},
-        {"its channel", kEventNoteOff, {-1, -1, 2, -1}, true},
-        {"its key, in MIDI", kMidi, {-1, 0, 5, 60}, true},
-        {"choked", kEventNoteChoke, note, true},
-        {"all choked", kEventNoteChoke, {}, true, true},
-        {"another id", kEventNoteOff, {8, 0, 2, 60}, false},
-        {"another channel", kEventNoteOff, {-1, 0, 3, 60}, false},
-        {"another port", kEventNoteOff, {-1, 1, -1, -1}, false},
-        {"another key", kEventNoteOff, {-1, 0, 2, 61}, false},
-        {"no volume", kEventNoteExpression, note, false},
-        {"the note, on the pedal", kEventNoteOff, note, false, true},
+        {"the note", note, kEventNoteOff, true},
+        {"all", {}, kEventNoteOff, true},
+        {"its id", {7, -1, -1, -1}, kEventNoteOff, true},
+        {"its channel", {-1, -1, 2, -1}, kEventNoteOff, true},
+        {"its key, in MIDI", {-1, 0, 5, 60}, kMidi, true},
+        {"choked", note, kEventNoteChoke, true},
+        {"all choked", {}, kEventNoteChoke, true, true},
+        {"another id", {8, 0, 2, 60}, kEventNoteOff, false},
+        {"another channel", {-1, 0, 3, 60}, kEventNoteOff, false},
+        {"another port", {-1, 1, -1, -1}, kEventNoteOff, false},
+        {"another key", {-1, 0, 2, 61}, kEventNoteOff, false},
+        {"no volume", note, kEventNoteExpression, false},
+        {"the note, on the pedal", note, kEventNoteOff, false, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
