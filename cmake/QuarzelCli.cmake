@@ -8,3 +8,10 @@ file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/headers")
 file(CREATE_LINK "${QUARZEL_CLI11_FOLDER}" "${CMAKE_BINARY_DIR}/headers/CLI" SYMBOLIC)
 add_library(quarzel_cli11 INTERFACE)
 target_compile_options(quarzel_cli11 INTERFACE "-idirafter${CMAKE_BINARY_DIR}/headers")
+
+# For sources that include them, which takes as long to optimise as a whole folder. A command line is
+# read once.
+function(quarzel_reads_command_line source)
+    set_source_files_properties(${source} PROPERTIES SKIP_PRECOMPILE_HEADERS ON  # other options
+        COMPILE_OPTIONS "$<IF:$<CONFIG:Debug>,-O0,-O1>")
+endfunction()

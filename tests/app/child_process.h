@@ -24,7 +24,7 @@ class ChildProcess {
 
     std::string output() const;  // so far
     void signal(int number) const;
-    // Returns its exit code, or -1 if it runs longer than 20 s or a signal ends it.
+    // Returns its exit code, or -1 if it runs longer than a minute or a signal ends it.
     int waitForEnd();
     bool hasEnded();
 
@@ -76,7 +76,7 @@ inline bool ChildProcess::hasEnded() {
 }
 
 inline int ChildProcess::waitForEnd() {
-    for (int i = 0; i < 2000 && !hasEnded(); ++i)
+    for (int i = 0; i < 6000 && !hasEnded(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return hasEnded() && WIFEXITED(status_) ? WEXITSTATUS(status_) : -1;
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <limits>
+#include <stdexcept>
 #include <thread>
 
 #include <dlfcn.h>
@@ -43,11 +44,12 @@ JackServer::JackServer(const std::string& folder) {
                                             "-n",    name, "-d",         "dummy", "-r",
                                             "44100", "-p", "1024"};
     server_ = std::make_unique<ChildProcess>(words, folder + "jackd.log");
-    for (int i = 0; i < 500 && !client_ && !server_->hasEnded(); ++i) {
+    for (int i = 0; i < 3000 && !client_ && !server_->hasEnded(); ++i) {
         std::this_thread::sleep_for(20ms);
         client_ = jack_client_open("listener", JackNoStartServer, nullptr);
     }
-    if (client_) connect();
+    if (!client_) throw std::runtime_error("jackd does not start");
+    connect();
 }
 
 JackServer::~JackServer() {

@@ -16,10 +16,11 @@
 // through the environment.
 class JackServer {
   public:
-    explicit JackServer(const std::string& folder);  // for its log
+    // The folder is for its log. Throws if the server is there but does not start.
+    explicit JackServer(const std::string& folder);
     ~JackServer();
 
-    // Returns false if jackd is not installed or does not start.
+    // Returns false if jackd is not installed.
     bool isRunning() const { return client_ != nullptr; }
     void stop();
     // Lets this process open only count more clients, like a server that is full.

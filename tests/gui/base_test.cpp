@@ -38,12 +38,6 @@ TEST(Rectangle, ChangesAsItsMethodsSay) {
     EXPECT_EQ(rect.getCenter(), CPoint(20, 35));
 }
 
-TEST(Buttons, HaveBitsOfTheirOwn) {
-    constexpr int32_t kSum = kLButton + kMButton + kRButton + kShift + kControl + kAlt + kApple +
-                             kButton4 + kButton5 + kDoubleClick;
-    EXPECT_EQ(kSum, CButtonState::kButtons | CButtonState::kModifiers | kDoubleClick);
-}
-
 TEST(Utf8, StepsByCharactersAndSurvivesBrokenBytes) {
     struct Case {
         std::string text;

@@ -36,7 +36,7 @@ class Win32Frames : public ::testing::Test {
     // Runs the host's loop until the condition holds.
     bool waitFor(const std::function<bool()>& condition) {
         using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
+        const auto end = steady_clock::now() + minutes(1);
         while (steady_clock::now() < end) {
             MSG message;
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {

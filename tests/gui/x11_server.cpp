@@ -9,13 +9,14 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <stdexcept>
 
 namespace VSTGUI {
 namespace {
 
 // Returns the display number that the server writes when it is ready; empty on a timeout.
 std::string readDisplay(int pipe) {
-    constexpr int kPatience = 15000;  // milliseconds
+    constexpr int kPatience = 60000;  // milliseconds
     pollfd ready = {pipe, POLLIN, 0};
     std::string number;
     char digit = 0;
@@ -46,13 +47,13 @@ X11Server::X11Server(const std::string& screen) {
     close(ends[1]);
     const std::string number = readDisplay(ends[0]);
     close(ends[0]);
-    if (number.empty()) return;
+    if (number.empty()) throw std::runtime_error("Xvfb does not start");
     setenv("DISPLAY", (":" + number).c_str(), 1);
     connection_ = xcb_connect(nullptr, nullptr);
     if (xcb_connection_has_error(connection_)) {
         xcb_disconnect(connection_);
         connection_ = nullptr;
-        return;
+        throw std::runtime_error("Xvfb refuses its test");
     }
     screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
 }

@@ -13,7 +13,8 @@ namespace VSTGUI {
 // Starts Xvfb and sets DISPLAY to it. Drives the pointer and keys with xdotool, which uses XTEST.
 class X11Server {
   public:
-    explicit X11Server(const std::string& screen);  // like "800x600x24"
+    // The screen is like "800x600x24". Throws if the server is there but does not start.
+    explicit X11Server(const std::string& screen);
     ~X11Server();
     X11Server(const X11Server&) = delete;
     X11Server& operator=(const X11Server&) = delete;

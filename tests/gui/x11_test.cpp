@@ -44,7 +44,7 @@ class X11Frames : public ::testing::Test {
     // Serves all frames until the condition holds. Returns false on a timeout.
     bool waitFor(const std::function<bool()>& condition) {
         using namespace std::chrono;
-        const auto end = steady_clock::now() + seconds(20);
+        const auto end = steady_clock::now() + minutes(1);
         while (steady_clock::now() < end) {
             for (CFrame* const frame : std::vector<CFrame*>(frames)) frame->idle();
             if (condition()) return true;

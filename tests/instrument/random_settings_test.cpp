@@ -1,5 +1,5 @@
 // Random combinations of every parameter's ends and middle, at many rates: the sound stays finite
-// and bounded. QUARZEL_SEEDS sets the number of combinations (default 40).
+// and bounded. QUARZEL_SEEDS sets the number of combinations (default 50).
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -37,32 +37,21 @@ float loudest(unsigned seed, double sampleRate) {
 
 TEST(RandomSettings, StayFiniteAndBoundedAtEveryRate) {
     const char* const wanted = std::getenv("QUARZEL_SEEDS");
-    const unsigned seeds = wanted ? std::stoul(wanted) : 40;
-    constexpr double kRates[] = {22050.0, 44100.0, 48000.0, 96000.0, 192000.0};
-    float highest = 0.0f;
-    for (unsigned seed = 0; seed < seeds; ++seed) {
-        // With few seeds the rates take turns; with a thousand each combination runs at every rate.
-        for (std::size_t r = 0; r < std::size(kRates); ++r) {
-            if (seeds < 1000 && seed % std::size(kRates) != r) continue;
-            const float peak = loudest(seed, kRates[r]);
-            ASSERT_TRUE(std::isfinite(peak)) << "seed " << seed << " at " << kRates[r];
-            ASSERT_LT(peak, kLoudest) << "seed " << seed << " at " << kRates[r];
-            highest = std::max(highest, peak);
-        }
-    }
-    RecordProperty("highest_peak_db", std::to_string(20.0 * std::log10(highest)));
-    ASSERT_GT(highest, 0.1f) << "nothing sounded";
-}
-
-TEST(RandomSettings, StayBoundedAtRatesFarOutside) {
-    for (const double rate : {1000.0, 8000.0, 11025.5, 384000.0, 768000.0}) {
+    const unsigned seeds = wanted ? std::stoul(wanted) : 50;
+    constexpr double kRates[] = {1000.0,  8000.0,  11025.5,  22050.0,  44100.0,
+                                 48000.0, 96000.0, 192000.0, 384000.0, 768000.0};
+    // With few seeds the rates take turns; with a thousand each combination runs at every rate.
+    const unsigned step = seeds < 1000 ? std::size(kRates) : 1;
+    unsigned first = 0;
+    for (const double rate : kRates) {
         float highest = 0.0f;
-        for (unsigned seed = 0; seed < 4; ++seed) {
+        for (unsigned seed = step > 1 ? first++ : 0; seed < seeds; seed += step) {
             const float peak = loudest(seed, rate);
-            EXPECT_LT(peak, kLoudest) << "seed " << seed << " at " << rate;
+            ASSERT_TRUE(std::isfinite(peak)) << "seed " << seed << " at " << rate;
+            ASSERT_LT(peak, kLoudest) << "seed " << seed << " at " << rate;
             highest = std::max(highest, peak);
         }
-        EXPECT_GT(highest, 0.01f) << "nothing sounded at " << rate;
+        EXPECT_GT(highest, 0.1f) << "nothing sounded at " << rate;
     }
 }
 

@@ -56,7 +56,7 @@ class MessageWindow : public testing::Test {
         }));
     }
 
-    bool isDismissed(int milliseconds = 20000) {
+    bool isDismissed(int milliseconds = 60000) {
         return message_.wait_for(std::chrono::milliseconds(milliseconds)) ==
                std::future_status::ready;
     }

@@ -91,7 +91,7 @@ TEST(Message, HoldsNobodyUpWhileItStands) {
             const RecordedMessages inner;
             showMessage("two", "2", MessageIcon::kNone);
         });
-        reached = other.wait_for(std::chrono::seconds(10));
+        reached = other.wait_for(std::chrono::minutes(1));
     });
     showMessage("one", "1", MessageIcon::kNone);
     EXPECT_EQ(reached, std::future_status::ready);

@@ -6,7 +6,9 @@ set -euo pipefail
 tree=$1
 native=$tree/build/release
 for needed in render/quarzel-render editor/quarzel-skin plugin/QuarzelStrings.so plugin/skin/skin.xml; do
-    [ -e "$native/$needed" ] || exit 77
+    [ -e "$native/$needed" ] && continue
+    echo "SKIPPED: the release build has no $needed"
+    exit 77
 done
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
@@ -42,7 +44,7 @@ grep -q 'measures no loudness' log
 rm linux.* windows.* wínd.* log
 # Interrupted, it leaves no file.
 "$tree/scripts/wine" ./quarzel-render.exe --tail 100 --rate 192000 lied-ß.mid lang.wav 2>/dev/null &
-for _ in $(seq 100); do
+for _ in $(seq 600); do
     [ -e lang.wav.quarzel-part1 ] && break
     sleep 0.1
 done

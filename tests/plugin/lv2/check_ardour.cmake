@@ -12,7 +12,7 @@ set(ENV{HOME} "${home}")
 set(ENV{XDG_CONFIG_HOME} "${home}/.config")
 set(ENV{QUARZEL_SESSION} "${home}/session")
 set(ENV{LV2_PATH} "${FOLDER}:/usr/lib/lv2")
-execute_process(COMMAND "${program}" "${CMAKE_CURRENT_LIST_DIR}/ardour.lua" TIMEOUT 120 INPUT_FILE /dev/null
+execute_process(COMMAND "${program}" "${CMAKE_CURRENT_LIST_DIR}/ardour.lua" TIMEOUT 600 INPUT_FILE /dev/null
     OUTPUT_VARIABLE said ERROR_VARIABLE said)
 file(GLOB states "${home}/session/plugins/*/state*/state.ttl")
 list(LENGTH states count)

@@ -40,6 +40,10 @@ TEST_F(LoadedPlugin, StatesItsIdentity) {
     EXPECT_EQ(plugin->numOutputs, 2);
     EXPECT_EQ(plugin->flags & ~effFlagsHasEditor,
               effFlagsCanReplacing | effFlagsProgramChunks | effFlagsIsSynth);
+    EXPECT_EQ(plugin->ioRatio, 1.0f);
+    EXPECT_TRUE(plugin->process && plugin->processReplacing && plugin->processDoubleReplacing);
+    EXPECT_EQ(plugin->resvd1 | plugin->resvd2 | plugin->initialDelay, 0);
+    for (const char byte : plugin->future) EXPECT_EQ(byte, 0);
 }
 
 TEST_F(LoadedPlugin, AnswersEachOpcode) {
