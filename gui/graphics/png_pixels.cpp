@@ -1,5 +1,6 @@
 // Unpacks the plain kinds of PNG straight into premultiplied pixels.
 #include "gui/graphics/png_pixels.h"
+#include "gui/graphics/wide_vectors.h"
 
 #include <algorithm>
 #include <cstring>
@@ -153,7 +154,33 @@ class NearestRows {
     std::vector<uint32_t> above_, first_, behind_;  // in the order of files
 };
 
+#ifdef QUARZEL_WIDE
+// Adds a row of colours to the row above, as far as vectors of eight pixels reach. Returns how far.
+// Reads four bytes past the last pixel.
+QUARZEL_WIDE int addRow(const uint8_t* from, const uint32_t* above, uint32_t* to, int width) {
+    constexpr int kEight = 8;
+    constexpr int kHalf = 12;  // bytes of four pixels
+    const __m256i order = _mm256_broadcastsi128_si256(
+        _mm_setr_epi8(2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1));
+    const __m256i opaque = _mm256_set1_epi32(static_cast<int>(kOpaque));
+    int x = 0;
+    for (; x + kEight <= width; x += kEight) {
+        const auto* const bytes = reinterpret_cast<const __m128i*>(from + 3 * x);
+        const auto* const next = reinterpret_cast<const __m128i*>(from + 3 * x + kHalf);
+        const __m256i colours = _mm256_shuffle_epi8(
+            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(bytes)),
+                                    _mm_loadu_si128(next), 1),
+            order);
+        const __m256i sum = _mm256_add_epi8(
+            colours, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(above + x)));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(to + x), _mm256_or_si256(sum, opaque));
+    }
+    return x;
+}
+#endif
+
 // Undoes any other filter of one row of colours. The row above is transparent black for the first.
+// Four bytes past the row are readable.
 bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uint32_t* to,
                      int width) {
     uint32_t left = 0;
@@ -165,10 +192,14 @@ bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uin
             for (int x = 0; x < width; ++x)
                 to[x] = left = addedBytes(colourAt(from + 3 * x), left) | kOpaque;
             return true;
-        case 2:
-            for (int x = 0; x < width; ++x)
-                to[x] = addedBytes(colourAt(from + 3 * x), above[x]) | kOpaque;
+        case 2: {
+            int x = 0;
+#ifdef QUARZEL_WIDE
+            if (hasWideVectors()) x = addRow(from, above, to, width);
+#endif
+            for (; x < width; ++x) to[x] = addedBytes(colourAt(from + 3 * x), above[x]) | kOpaque;
             return true;
+        }
         case 3:
             for (int x = 0; x < width; ++x)
                 to[x] = left =
@@ -237,7 +268,7 @@ std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
         return std::nullopt;
     const std::vector<uint32_t> nothing(static_cast<size_t>(png.width));
     const uint32_t* above = nothing.data();
-    std::vector<uint8_t> row(rowBytes);
+    std::vector<uint8_t> row(rowBytes + sizeof(uint32_t));
     NearestRows nearest(png.width);
     for (int y = 0; y < png.height;) {
         uint32_t* const to = picture.row(y);
