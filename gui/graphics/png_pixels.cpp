@@ -23,6 +23,36 @@ uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
 }
 
+// Tables of the polynomial's remainders: of a byte, and of one that 1, 2 and 3 others follow.
+using Remainders = std::array<std::array<uint32_t, 256>, 4>;
+constexpr Remainders remainders() {
+    Remainders tables{};
+    for (uint32_t byte = 0; byte < 256; ++byte) {
+        uint32_t rest = byte;
+        for (int bit = 0; bit < 8; ++bit) rest = rest >> 1 ^ (rest & 1 ? 0xEDB88320u : 0);
+        tables[0][byte] = rest;
+    }
+    for (size_t i = 1; i < tables.size(); ++i)
+        for (size_t byte = 0; byte < 256; ++byte) {
+            const uint32_t before = tables[i - 1][byte];
+            tables[i][byte] = before >> 8 ^ tables[0][before & 255];
+        }
+    return tables;
+}
+constexpr Remainders kRemainders = remainders();
+
+// CRC-32, four bytes at a time.
+uint32_t checksum(const uint8_t* bytes, size_t size) {
+    uint32_t rest = ~0u;
+    for (; size >= 4; size -= 4, bytes += 4) {
+        rest ^= bytes[0] | bytes[1] << 8 | bytes[2] << 16 | uint32_t{bytes[3]} << 24;
+        rest = kRemainders[3][rest & 255] ^ kRemainders[2][rest >> 8 & 255] ^
+               kRemainders[1][rest >> 16 & 255] ^ kRemainders[0][rest >> 24];
+    }
+    for (; size > 0; --size) rest = rest >> 8 ^ kRemainders[0][(rest ^ *bytes++) & 255];
+    return ~rest;
+}
+
 bool readHeader(const uint8_t* data, size_t size, PlainPng& png) {
     constexpr uint8_t kEight = 8, kColours = 2, kPalette = 3;
     if (size != 13 || data[8] != kEight) return false;
@@ -222,6 +252,7 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
         const uint8_t* const data = bytes + at + kHead;
         if (length > size - at - kHead - kChecksum) return std::nullopt;
         const bool isFirst = at == kSignatureBytes;
+        png.isIntact = png.isIntact && checksum(data - 4, 4 + length) == bigEndian(data + length);
         at += kHead + length + kChecksum;
 
         bool isPlain = true;
@@ -244,7 +275,7 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
     return std::nullopt;
 }
 
-std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
+std::optional<PictureRows> pictureOf(const PlainPng& png, const Unpacker& unpack) {
     const size_t rowBytes = 1 + static_cast<size_t>(png.width) * png.pixelBytes;
     const size_t size = png.height * rowBytes;
     if (png.pixelBytes == 1) {
@@ -257,7 +288,7 @@ std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
             const bool isFiltered = *from != 0;
             if (isFiltered || largest >= png.palette.size()) return std::nullopt;
         }
-        return PictureRows(png.width, png.height, std::move(png.palette), std::move(indices));
+        return PictureRows(png.width, png.height, png.palette, std::move(indices));
     }
     // Unpack to the end of the pixels. They take more room, but never overtake the rows still to
     // come.
