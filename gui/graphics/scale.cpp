@@ -17,20 +17,21 @@ constexpr double kLargestStep = 3;
 // Finds the picture pixels that contribute to buffer pixel `position`. The window is as wide as a
 // buffer pixel or a picture pixel, whichever is wider. A weight is the share of the window that a
 // picture pixel covers.
-Taps tapsFor(int position, double origin, double step, int first, int last) {
+Taps tapsFor(int position, double origin, double step, int first, int last, int tapCount) {
     const double width = std::clamp(step, 1.0, kLargestStep);
     const double start = (position + 0.5 - origin) * step - width / 2;
     const double begin = std::floor(start);
-    Taps taps;
+    Taps taps{};
     taps.begin = static_cast<int>(std::clamp<double>(begin, first - kMostTaps, last));
     uint32_t before = 0;
-    for (int i = 0; i < kMostTaps; ++i) {
+    for (int i = 0; i < tapCount; ++i) {
         const double covered = std::clamp((begin + i + 1 - start) / width, 0.0, 1.0);
         const auto upTo = static_cast<uint32_t>(covered * kWholeWeight + 0.5);
         taps.at[i] = static_cast<int>(std::clamp<double>(begin + i, first, last));
         taps.weight[i] = upTo - before;
         before = upTo;
     }
+    std::fill(taps.at.begin() + tapCount, taps.at.end(), taps.at[tapCount - 1]);
     return taps;
 }
 
@@ -102,8 +103,8 @@ void blendLines(const Scaling& scaling, int top, int bottom) {
     AcrossRows across(scaling.picture, scaling.columns, scaling.scaler);
     std::vector<uint32_t> pixels(width);
     for (int line = top; line < bottom; ++line) {
-        const Taps taps =
-            tapsFor(line, scaling.y, scaling.step, scaling.source.top, scaling.source.bottom - 1);
+        const Taps taps = tapsFor(line, scaling.y, scaling.step, scaling.source.top,
+                                  scaling.source.bottom - 1, scaling.tapCount);
         std::array<const uint32_t*, kMostTaps> rows{};
         bool replaces = scaling.alpha == 255;
         for (int i = 0; i < scaling.tapCount; ++i) {
@@ -128,11 +129,11 @@ void blendScaled(PixelBuffer& buffer, const IntRect& clip, const PixelBuffer& pi
     const IntRect area = there.common(clip).common(buffer.bounds());
     if (source.isEmpty() || area.isEmpty() || alpha == 0) return;
 
+    const int tapCount = step <= 1 ? 2 : kMostTaps;
     std::vector<Taps> columns;
     columns.reserve(static_cast<size_t>(area.width()));
     for (int column = area.left; column < area.right; ++column)
-        columns.push_back(tapsFor(column, x, step, source.left, source.right - 1));
-    const int tapCount = step <= 1 ? 2 : kMostTaps;
+        columns.push_back(tapsFor(column, x, step, source.left, source.right - 1, tapCount));
     const auto scaler = makeRowScaler(columns, tapCount);
     const Scaling scaling{buffer,  area,     picture, source, columns,
                           *scaler, tapCount, y,       step,   alpha};

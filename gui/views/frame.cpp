@@ -80,6 +80,7 @@ void CFrame::redraw() {
         [this](const IntRect& area) {
             if (window_) window_->show(surface_.picture(), area);
         });
+    if (window_) window_->flush();
     drawing_ = false;
 }
 
@@ -114,7 +115,9 @@ bool CFrame::isCoveredByBackground() const {
 }
 
 void CFrame::showAgain(const IntRect& area) {
-    if (open_ && window_) window_->show(surface_.picture(), area);
+    if (!open_ || !window_) return;
+    window_->show(surface_.picture(), area);
+    window_->flush();
 }
 
 void CFrame::takeKeyboard() {
