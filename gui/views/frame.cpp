@@ -100,6 +100,8 @@ void CFrame::preparePictures() const {
             container->forEachChild(addFrom);
     };
     addFrom(this);
+    if (pictures.size() == 1) return pictures.front()->prepare();
+    if (pictures.empty()) return;
     std::atomic<size_t> next{0};
     platform::inTwoThreads([&] {
         for (size_t i = next++; i < pictures.size(); i = next++) pictures[i]->prepare();
