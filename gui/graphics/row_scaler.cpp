@@ -16,8 +16,13 @@ constexpr uint16_t kHalf = kWholeWeight / 2;
 template <class Weights>
 uint32_t placeAmong(std::vector<Weights>& known, const Weights& weights) {
     constexpr size_t kLatest = 16;
+    const auto* const wanted = reinterpret_cast<const uint8_t*>(&weights);
+    const auto isAt = [&](size_t place) {
+        const auto* const bytes = reinterpret_cast<const uint8_t*>(&known[place]);
+        return std::equal(bytes, bytes + sizeof weights, wanted);
+    };
     size_t at = known.size() - std::min(known.size(), kLatest);
-    while (at < known.size() && std::memcmp(&known[at], &weights, sizeof weights) != 0) ++at;
+    while (at < known.size() && !isAt(at)) ++at;
     if (at == known.size()) known.push_back(weights);
     return static_cast<uint32_t>(at);
 }
