@@ -6,7 +6,7 @@ namespace {
 
 void run(std::string_view bytes) {
     const auto* const data = reinterpret_cast<const unsigned char*>(bytes.data());
-    const auto picture = VSTGUI::readPicture(data, bytes.size());
+    const auto picture = VSTGUI::readPicture({data, data + bytes.size()});
     if (!picture) return;
     // Blending relies on it.
     for (int y = 0; y < picture->height(); ++y) {

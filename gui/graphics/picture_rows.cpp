@@ -1,12 +1,35 @@
-// The pixels of a picture file. Rows of a palette are coloured when they are first drawn, because
-// most frames of a strip never are.
+// The pixels of a picture file, unpacked when they are first needed.
 #include "gui/graphics/picture_rows.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 namespace VSTGUI {
 
+void PictureRows::prepare() const {
+    if (!unpack_) return;
+    std::optional<PictureRows> unpacked;
+    try {
+        unpacked = std::exchange(unpack_, nullptr)();
+    } catch (const std::bad_alloc&) {
+        // As good as damaged.
+    }
+    if (!unpacked) return;
+    pixels_ = std::move(unpacked->pixels_);
+    palette_ = std::move(unpacked->palette_);
+    indices_ = std::move(unpacked->indices_);
+    isColoured_ = std::move(unpacked->isColoured_);
+    isOpaque_ = unpacked->isOpaque_;
+}
+
+bool PictureRows::isOpaque() const {
+    prepare();
+    return isOpaque_;
+}
+
 const PixelBuffer& PictureRows::rows(int top, int bottom) const {
+    prepare();
     if (isColoured_.empty()) return pixels_;
     for (int y = std::max(top, 0); y < std::min(bottom, height()); ++y) {
         if (isColoured_[y]) continue;

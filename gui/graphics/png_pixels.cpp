@@ -1,5 +1,6 @@
 // Unpacks the plain kinds of PNG straight into premultiplied pixels.
 #include "gui/graphics/png_pixels.h"
+#include "gui/graphics/wide_vectors.h"
 
 #include <algorithm>
 #include <cstring>
@@ -20,6 +21,36 @@ typedef uint64_t Words __attribute__((vector_size(16)));
 
 uint32_t bigEndian(const uint8_t* bytes) {
     return uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+}
+
+// Tables of the polynomial's remainders: of a byte, and of one that 1, 2 and 3 others follow.
+using Remainders = std::array<std::array<uint32_t, 256>, 4>;
+constexpr Remainders remainders() {
+    Remainders tables{};
+    for (uint32_t byte = 0; byte < 256; ++byte) {
+        uint32_t rest = byte;
+        for (int bit = 0; bit < 8; ++bit) rest = rest >> 1 ^ (rest & 1 ? 0xEDB88320u : 0);
+        tables[0][byte] = rest;
+    }
+    for (size_t i = 1; i < tables.size(); ++i)
+        for (size_t byte = 0; byte < 256; ++byte) {
+            const uint32_t before = tables[i - 1][byte];
+            tables[i][byte] = before >> 8 ^ tables[0][before & 255];
+        }
+    return tables;
+}
+constexpr Remainders kRemainders = remainders();
+
+// CRC-32, four bytes at a time.
+uint32_t checksum(const uint8_t* bytes, size_t size) {
+    uint32_t rest = ~0u;
+    for (; size >= 4; size -= 4, bytes += 4) {
+        rest ^= bytes[0] | bytes[1] << 8 | bytes[2] << 16 | uint32_t{bytes[3]} << 24;
+        rest = kRemainders[3][rest & 255] ^ kRemainders[2][rest >> 8 & 255] ^
+               kRemainders[1][rest >> 16 & 255] ^ kRemainders[0][rest >> 24];
+    }
+    for (; size > 0; --size) rest = rest >> 8 ^ kRemainders[0][(rest ^ *bytes++) & 255];
+    return ~rest;
 }
 
 bool readHeader(const uint8_t* data, size_t size, PlainPng& png) {
@@ -153,7 +184,33 @@ class NearestRows {
     std::vector<uint32_t> above_, first_, behind_;  // in the order of files
 };
 
+#ifdef QUARZEL_WIDE
+// Adds a row of colours to the row above, as far as vectors of eight pixels reach. Returns how far.
+// Reads four bytes past the last pixel.
+QUARZEL_WIDE int addRow(const uint8_t* from, const uint32_t* above, uint32_t* to, int width) {
+    constexpr int kEight = 8;
+    constexpr int kHalf = 12;  // bytes of four pixels
+    const __m256i order = _mm256_broadcastsi128_si256(
+        _mm_setr_epi8(2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1));
+    const __m256i opaque = _mm256_set1_epi32(static_cast<int>(kOpaque));
+    int x = 0;
+    for (; x + kEight <= width; x += kEight) {
+        const auto* const bytes = reinterpret_cast<const __m128i*>(from + 3 * x);
+        const auto* const next = reinterpret_cast<const __m128i*>(from + 3 * x + kHalf);
+        const __m256i colours = _mm256_shuffle_epi8(
+            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(bytes)),
+                                    _mm_loadu_si128(next), 1),
+            order);
+        const __m256i sum = _mm256_add_epi8(
+            colours, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(above + x)));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(to + x), _mm256_or_si256(sum, opaque));
+    }
+    return x;
+}
+#endif
+
 // Undoes any other filter of one row of colours. The row above is transparent black for the first.
+// Four bytes past the row are readable.
 bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uint32_t* to,
                      int width) {
     uint32_t left = 0;
@@ -165,10 +222,14 @@ bool unfilterColours(int filter, const uint8_t* from, const uint32_t* above, uin
             for (int x = 0; x < width; ++x)
                 to[x] = left = addedBytes(colourAt(from + 3 * x), left) | kOpaque;
             return true;
-        case 2:
-            for (int x = 0; x < width; ++x)
-                to[x] = addedBytes(colourAt(from + 3 * x), above[x]) | kOpaque;
+        case 2: {
+            int x = 0;
+#ifdef QUARZEL_WIDE
+            if (hasWideVectors()) x = addRow(from, above, to, width);
+#endif
+            for (; x < width; ++x) to[x] = addedBytes(colourAt(from + 3 * x), above[x]) | kOpaque;
             return true;
+        }
         case 3:
             for (int x = 0; x < width; ++x)
                 to[x] = left =
@@ -191,6 +252,7 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
         const uint8_t* const data = bytes + at + kHead;
         if (length > size - at - kHead - kChecksum) return std::nullopt;
         const bool isFirst = at == kSignatureBytes;
+        png.isIntact = png.isIntact && checksum(data - 4, 4 + length) == bigEndian(data + length);
         at += kHead + length + kChecksum;
 
         bool isPlain = true;
@@ -213,7 +275,7 @@ std::optional<PlainPng> findPlainPng(const uint8_t* bytes, size_t size) {
     return std::nullopt;
 }
 
-std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
+std::optional<PictureRows> pictureOf(const PlainPng& png, const Unpacker& unpack) {
     const size_t rowBytes = 1 + static_cast<size_t>(png.width) * png.pixelBytes;
     const size_t size = png.height * rowBytes;
     if (png.pixelBytes == 1) {
@@ -226,7 +288,7 @@ std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
             const bool isFiltered = *from != 0;
             if (isFiltered || largest >= png.palette.size()) return std::nullopt;
         }
-        return PictureRows(png.width, png.height, std::move(png.palette), std::move(indices));
+        return PictureRows(png.width, png.height, png.palette, std::move(indices));
     }
     // Unpack to the end of the pixels. They take more room, but never overtake the rows still to
     // come.
@@ -237,7 +299,7 @@ std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack) {
         return std::nullopt;
     const std::vector<uint32_t> nothing(static_cast<size_t>(png.width));
     const uint32_t* above = nothing.data();
-    std::vector<uint8_t> row(rowBytes);
+    std::vector<uint8_t> row(rowBytes + sizeof(uint32_t));
     NearestRows nearest(png.width);
     for (int y = 0; y < png.height;) {
         uint32_t* const to = picture.row(y);

@@ -18,6 +18,7 @@ struct PlainPng {
     int height = 0;
     int pixelBytes = 0;  // 1 with a palette, 3 without
     bool hasAlpha = false;
+    bool isIntact = true;             // all checksums are right
     std::vector<uint32_t> palette;    // premultiplied
     std::vector<uint8_t> compressed;  // all chunks of pixels, joined
 };
@@ -30,6 +31,6 @@ using Unpacker =
     std::function<bool(uint8_t* to, size_t size, const std::vector<uint8_t>& compressed)>;
 
 // Returns nothing if the pixels are damaged.
-std::optional<PictureRows> pictureOf(PlainPng png, const Unpacker& unpack);
+std::optional<PictureRows> pictureOf(const PlainPng& png, const Unpacker& unpack);
 
 }  // namespace VSTGUI

@@ -1,8 +1,12 @@
 // The outermost view. It owns the picture, the window, the timers and the input of one editor.
 #include "gui/views/frame.h"
 #include "gui/headless.h"
+#include "platform/two_threads.h"
 
 #include <algorithm>
+#include <atomic>
+#include <set>
+#include <utility>
 
 namespace VSTGUI {
 namespace {
@@ -61,6 +65,7 @@ void CFrame::idle() {
 void CFrame::redraw() {
     if (!open_ || drawing_) return;
     drawing_ = true;
+    if (!std::exchange(isPrepared_, true)) preparePictures();
     invalidateIfDirty();
     const bool isCovered = isCoveredByBackground();
     surface_.redraw(
@@ -75,7 +80,32 @@ void CFrame::redraw() {
         [this](const IntRect& area) {
             if (window_) window_->show(surface_.picture(), area);
         });
+    if (window_) window_->flush();
     drawing_ = false;
+}
+
+// Two threads unpack what the first drawing needs. The background takes as long as all others
+// together.
+void CFrame::preparePictures() const {
+    std::vector<const PictureRows*> pictures;
+    std::set<const PictureRows*> known;
+    const std::function<void(const CView*)> addFrom = [&](const CView* view) {
+        if (!view->isVisible()) return;
+        const CBitmap* const shown = view->getDrawBackground();
+        if (shown && shown->isLoaded()) {
+            const auto& picture = shown->getBestPlatformBitmapForScaleFactor(getZoom())->pixels();
+            if (known.insert(&picture).second) pictures.push_back(&picture);
+        }
+        if (const auto* const container = dynamic_cast<const CViewContainer*>(view))
+            container->forEachChild(addFrom);
+    };
+    addFrom(this);
+    if (pictures.size() == 1) return pictures.front()->prepare();
+    if (pictures.empty()) return;
+    std::atomic<size_t> next{0};
+    platform::inTwoThreads([&] {
+        for (size_t i = next++; i < pictures.size(); i = next++) pictures[i]->prepare();
+    });
 }
 
 bool CFrame::isCoveredByBackground() const {
@@ -87,7 +117,9 @@ bool CFrame::isCoveredByBackground() const {
 }
 
 void CFrame::showAgain(const IntRect& area) {
-    if (open_ && window_) window_->show(surface_.picture(), area);
+    if (!open_ || !window_) return;
+    window_->show(surface_.picture(), area);
+    window_->flush();
 }
 
 void CFrame::takeKeyboard() {
@@ -120,6 +152,7 @@ bool CFrame::setSize(CCoord width, CCoord height) {
 bool CFrame::setZoom(double zoom) {
     const double before = surface_.zoom();
     surface_.setZoom(zoom);
+    isPrepared_ = false;
     fitWindow();
     input_.scalePosition(before / surface_.zoom());
     return surface_.zoom() == zoom;

@@ -93,6 +93,7 @@ class CFrame final : public CViewContainer {
     void callIdleViews();
     void fitWindow();
     bool isCoveredByBackground() const;
+    void preparePictures() const;
 
     VSTGUIEditorInterface* editor_;
     FrameSurface surface_;
@@ -105,6 +106,7 @@ class CFrame final : public CViewContainer {
     bool closing_ = false;
     bool serving_ = false;
     bool drawing_ = false;
+    bool isPrepared_ = false;  // the pictures have been unpacked for this zoom
 };
 
 }  // namespace VSTGUI

@@ -104,12 +104,15 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
     CRect update = updateRect;
     update.offsetInverse(size.getTopLeft());
     context->drawFrom(size.getTopLeft(), [&] {
-        forEachChild([&](CView* child) {
-            CRect meeting = child->getViewSize();
-            if (!child->isVisible() || meeting.bound(update).isEmpty()) return;
+        // Of many children, a small area meets few. Drawing may change the list.
+        for (size_t i = 0; i < children_.size(); ++i) {
+            if (!children_[i]->isVisible()) continue;
+            CRect meeting = children_[i]->getViewSize();
+            if (meeting.bound(update).isEmpty()) continue;
+            const auto child = children_[i];
             context->drawInside(child->getViewSize(), child->getAlphaValue(),
                                 [&] { child->drawRect(context, meeting); });
-        });
+        }
     });
     setDirty(false);
 }

@@ -41,8 +41,10 @@ class NativeWindow {
     // Destroys the system's window. Nothing is reported afterwards.
     virtual void close() = 0;
     virtual void resize(int width, int height) = 0;
-    // Shows `area` of the picture. The picture must have the window's size.
+    // Shows `area` of the picture, at the latest when flush() is called. The picture must have the
+    // window's size.
     virtual void show(const PixelBuffer& picture, const IntRect& area) = 0;
+    virtual void flush() {}
     // Takes the keyboard focus. Called for a press.
     virtual void takeKeyboard() = 0;
     // Hides the pointer during a drag. Moves are then reported as if the screen had no edges.

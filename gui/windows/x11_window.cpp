@@ -80,6 +80,7 @@ class X11Window final : public NativeWindow {
     void close() override;
     void resize(int width, int height) override;
     void show(const PixelBuffer& picture, const IntRect& area) override;
+    void flush() override;
     void takeKeyboard() override;
     void hidePointer() override;
     void showPointer() override;
@@ -175,12 +176,16 @@ void X11Window::show(const PixelBuffer& picture, const IntRect& wanted) {
     blacken({std::max(wanted.left, picture.width()), wanted.top, wanted.right, wanted.bottom});
     blacken({wanted.left, std::max(wanted.top, picture.height()), wanted.right, wanted.bottom});
     const IntRect area = wanted.common(picture.bounds());
-    if (area.isEmpty()) return void(xcb_flush(link()));
+    if (area.isEmpty()) return;
     const platform::PixelRows rows{picture.row(area.top) + area.left,
                                    static_cast<size_t>(picture.width()), area.width(),
                                    area.height()};
     format_.put(link(), window_, graphics_, rows, area.left, area.top);
-    xcb_flush(link());
+}
+
+// Once for all areas, because each time wakes the server.
+void X11Window::flush() {
+    if (isOpen()) xcb_flush(link());
 }
 
 void X11Window::takeKeyboard() {

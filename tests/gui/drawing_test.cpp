@@ -1,4 +1,5 @@
 // Pixels: blending, rectangles, lines, ellipses, pictures, text and enlarging.
+#include "gui/graphics/row_scaler.h"
 #include "gui/graphics/scale.h"
 #include "gui/graphics/text.h"
 #include "tests/gui/gui_fixture.h"
@@ -209,6 +210,45 @@ TEST(Scaling, MixesNeighboursWhenLargerAndAllThatIsCoveredWhenSmaller) {
     EXPECT_EQ(smaller.at(0, 0), 0xFF000000u);
     EXPECT_EQ(smaller.at(1, 0), 0xFF404040u);
     EXPECT_EQ(smaller.at(2, 0), 0xFF808080u);
+}
+
+// Rows of 13 columns, so that some are left over from any group.
+TEST(Scaling, GivesTheSameBytesWithAndWithoutWideVectors) {
+    uint32_t state = 1;
+    const auto next = [&state] { return state = state * 1664525 + 1013904223; };
+    for (const int tapCount : {2, kMostTaps}) {
+        std::vector<Taps> columns(13, Taps{-1, {}, {}});
+        std::vector<Taps> lines(40, Taps{});
+        for (auto* const taps : {&columns, &lines})
+            for (Taps& place : *taps)
+                for (uint32_t left = kWholeWeight, i = 0; left > 0; left -= place.weight[i++])
+                    place.weight[i] =
+                        static_cast<int>(i) == tapCount - 1 ? left : next() % (left + 1);
+        lines[0].weight = {0, kWholeWeight};
+        for (size_t x = 0; x < columns.size(); ++x)
+            columns[x].begin = static_cast<int>(x * 2 / 3) - 1;
+        const auto plain = makePlainRowScaler(columns, tapCount);
+        const auto wide = makeRowScaler(columns, tapCount);
+        std::array<std::vector<uint32_t>, kMostTaps> plainRows, wideRows;
+        std::array<const uint32_t*, kMostTaps> plainAt{}, wideAt{};
+        for (size_t i = 0; i < plainAt.size(); ++i) {
+            std::vector<uint32_t> pixels(columns.back().begin + 1 + kMostTaps);
+            for (uint32_t& pixel : pixels) pixel = next() >> 3 | (i % 2 == 0 ? 0xFF000000 : 0);
+            auto same = pixels;
+            plainRows[i].resize(plain->rowSize());
+            wideRows[i].resize(wide->rowSize());
+            EXPECT_EQ(plain->across(pixels, plainRows[i]), i % 2 == 0);
+            EXPECT_EQ(wide->across(same, wideRows[i]), i % 2 == 0);
+            plainAt[i] = plainRows[i].data();
+            wideAt[i] = wideRows[i].data();
+        }
+        for (const Taps& line : lines) {
+            std::array<uint32_t, 13> expected{}, actual{};
+            plain->add(plainAt, line, expected.data(), expected.size());
+            wide->add(wideAt, line, actual.data(), actual.size());
+            EXPECT_EQ(actual, expected);
+        }
+    }
 }
 
 TEST(Bitmap, IsDrawnFromTheSharpnessThatFitsTheZoom) {

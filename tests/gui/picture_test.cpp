@@ -19,7 +19,7 @@ std::vector<uint8_t> bytesOf(const std::string& name) {
 }
 
 std::optional<PictureRows> read(const std::vector<uint8_t>& bytes) {
-    return readPicture(bytes.data(), bytes.size());
+    return readPicture(bytes);
 }
 
 void addBigEndian(std::vector<uint8_t>& bytes, uint32_t value) {
@@ -121,6 +121,20 @@ TEST(Pictures, CutShortNeverCrash) {
         read(std::vector<uint8_t>(whole.begin(), whole.begin() + length));
     EXPECT_FALSE(read({}));
     EXPECT_FALSE(read(std::vector<uint8_t>(64, 0)));
+}
+
+// Nobody has written such a file, but it would reach the first drawing.
+TEST(Pictures, OfRightChecksumsAndDamagedPixelsShowNothing) {
+    auto bytes = bytesOf("rgb.png");
+    bytes[43] ^= 0xFF;
+    EXPECT_FALSE(read(bytes)) << "the checksum tells";
+    const uint8_t right[] = {0x85, 0xEA, 0xB9, 0x46};
+    std::copy(std::begin(right), std::end(right), &bytes[56]);
+    const auto picture = read(bytes);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->width(), 2);
+    EXPECT_EQ(picture->at(1, 0), 0u);
+    EXPECT_FALSE(picture->isOpaque());
 }
 
 TEST(PlatformFactory, LoadsFilesAndAnswersNullOtherwise) {
