@@ -69,6 +69,7 @@ namespace avx512wide {
 }  // namespace avx512wide
 #undef QUARZEL_LANES
 #define QUARZEL_LANES 8
+#define QUARZEL_ONE_GROUP  // of voices; see runFeedbackInEither
 namespace avx512 {
 #include "dsp/lanes/kernels.inc"
 
@@ -104,6 +105,7 @@ constexpr Kernels kKernels = {runPhases,
                               holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES
+#undef QUARZEL_ONE_GROUP
 #ifdef __clang__
 #pragma clang attribute pop
 #else
