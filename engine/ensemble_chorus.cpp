@@ -86,14 +86,8 @@ void EnsembleChorus::tickModulators(int frames, Signal& slow, Signal& fast) {
     fastLfo_ = fastLfo;
 }
 
-void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
-    if (!on_) {
-        for (int t = 0; t < frames; ++t) {
-            out.left[t] = in[t];
-            out.right[t] = in[t] * 0.5f;  // intentional: quieter on the right
-        }
-        return;
-    }
+void EnsembleChorus::modulate(Run& run, int frames) {
+    if (!on_) return;
     Signal slow, fast, slowDelayed, fastDelayed;
     tickModulators(frames, slow, fast);
     for (int t = 0; t < frames; ++t) {
@@ -102,17 +96,47 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
     }
     slowRing_.exchange(slowDelayed.data(), frames);
     fastRing_.exchange(fastDelayed.data(), frames);
-
-    std::array<Signal, kTaps> delays, gains, taps;
     kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
-                           shortestDelay(), longestDelay(), rows(delays), rows(gains), frames});
-    for (int tap = 0; tap < kTaps; ++tap) {
-        lines_[tap].sweep(delays[tap].data(), in.data(), taps[tap].data(), frames);
+                           shortestDelay(), longestDelay(), rows(run.delays), rows(run.gains),
+                           frames});
+}
+
+void EnsembleChorus::render(Run& run, const Signal& in, int frames, StereoSignal& out) {
+    if (!on_) {
+        for (int t = 0; t < frames; ++t) {
+            out.left[t] = in[t];
+            out.right[t] = in[t] * 0.5f;  // intentional: quieter on the right
+        }
+        return;
     }
-    kernels_.mixTaps({in.data(),
+    for (int tap = 0; tap < kTaps; ++tap) {
+        lines_[tap].sweep(run.delays[tap].data(), in.data(), run.taps[tap].data(), frames);
+    }
+    mix(run, in.data(), frames, out);
+}
+
+bool EnsembleChorus::renderTaps(Run& run, int frames, StereoSignal& out) {
+    if (!on_) return false;
+    std::array<dsp::FractionalDelay::Places, kTaps> places;
+    for (int tap = 0; tap < kTaps; ++tap) {
+        if (!lines_[tap].placeAhead(run.delays[tap].data(), frames, places[tap])) return false;
+    }
+    for (int tap = 0; tap < kTaps; ++tap) {
+        lines_[tap].readPlaced(run.delays[tap].data(), places[tap], run.taps[tap].data(), frames);
+    }
+    mix(run, nullptr, frames, out);
+    return true;
+}
+
+void EnsembleChorus::feed(const Signal& in, int frames) {
+    for (dsp::FractionalDelay& line : lines_) line.write(in.data(), frames);
+}
+
+void EnsembleChorus::mix(const Run& run, const float* in, int frames, StereoSignal& out) {
+    kernels_.mixTaps({in,
                       dryAdd_,
-                      {taps[0].data(), taps[1].data(), taps[2].data()},
-                      {gains[0].data(), gains[1].data(), gains[2].data()},
+                      {run.taps[0].data(), run.taps[1].data(), run.taps[2].data()},
+                      {run.gains[0].data(), run.gains[1].data(), run.gains[2].data()},
                       rightWeight_,
                       out.left.data(),
                       out.right.data(),

@@ -37,8 +37,16 @@ class EnsembleChorus : public ChorusControl {
     // both.
     float tapPosition(int tap) const;
 
-    // Renders one segment.
-    void render(const Signal& in, int frames, StereoSignal& out);
+    // One segment: first its modulation, then either the whole or, if the chorus is on and no tap
+    // reaches into the segment, the taps alone before the input is known, and the input afterwards.
+    struct Run {
+        std::array<Signal, kTaps> delays, gains, taps;
+    };
+    void modulate(Run& run, int frames);
+    void render(Run& run, const Signal& in, int frames, StereoSignal& out);
+    bool renderTaps(Run& run, int frames, StereoSignal& out);
+    void feed(const Signal& in, int frames);
+    float dryGain() const { return dryAdd_; }
 
   protected:
     float shortestDelay() const;  // samples
@@ -59,6 +67,7 @@ class EnsembleChorus : public ChorusControl {
 
   private:
     void tickModulators(int frames, Signal& slow, Signal& fast);
+    void mix(const Run& run, const float* in, int frames, StereoSignal& out);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
 };

@@ -21,7 +21,7 @@ namespace dsp {
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
 constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
-                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
+                              sumRamps,   runSections,  runTone,    runPhaser, runToneAndPhaser, placeTaps,
                               readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
                               runAllpass, holdPeaks};
 }  // namespace baseline
@@ -42,7 +42,7 @@ constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, r
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
 constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
-                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
+                              sumRamps,   runSections,  runTone,    runPhaser, runToneAndPhaser, placeTaps,
                               readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
                               runAllpass, holdPeaks};
 }  // namespace avx2
@@ -95,6 +95,7 @@ constexpr Kernels kKernels = {runPhases,
                               runSections,
                               runTone,
                               runPhaser,
+                              runToneAndPhaser,
                               placeTaps,
                               readTaps,
                               modulateTaps,

@@ -33,10 +33,14 @@ struct Kernels {
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
+    // Both in one loop: left and right hold what the chorus' taps give, to which the tone, scaled by
+    // -dryGain / 2, is added.
+    void (*runToneAndPhaser)(const ToneRun& tone, const PhaserRun& phaser, float dryGain);
     // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
     // kInsensitive or NaN.
     TapPlaces (*placeTaps)(const DelayTaps& taps);
-    bool (*readTaps)(const float* line, const DelayTaps& taps, float* out);
+    bool (*readTaps)(const float* line, const int* index, const float* fraction, int frames,
+                     float* out);
     // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
