@@ -66,7 +66,8 @@ int Engine::renderVoices(int frames) {
     for (int t = 0; t < frames; ++t) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
-    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_);
+    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_,
+                   stages_.chorus.begin(chorusRun_, frames));
     stages_.bass.render(phaseRows_, sections_, frames, bassRows_);
     stages_.upper.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
     setVoiceGains(sums_.sounding, frames);

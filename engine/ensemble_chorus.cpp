@@ -63,33 +63,26 @@ float EnsembleChorus::tapPosition(int tap) const {
     return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
 }
 
-// Both in one loop, because each waits for its own previous sample.
-void EnsembleChorus::tickModulators(int frames, Signal& slow, Signal& fast) {
-    dsp::SquareLfo slowLfo = slowLfo_;
-    dsp::SquareLfo fastLfo = fastLfo_;
-    if (slowLfo.holds(frames) && fastLfo.holds(frames)) {
-        const float slowSquare = slowLfo.square();
-        const float fastSquare = fastLfo.square();
-        for (int t = 0; t < frames; ++t) {
-            slow[t] = slowLfo.follow(slowSquare);
-            fast[t] = fastLfo.follow(fastSquare);
-        }
-        slowLfo.skip(frames);
-        fastLfo.skip(frames);
-    } else {
-        for (int t = 0; t < frames; ++t) {
-            slow[t] = slowLfo.tick();
-            fast[t] = fastLfo.tick();
-        }
-    }
-    slowLfo_ = slowLfo;
-    fastLfo_ = fastLfo;
+const dsp::BesidePhases* EnsembleChorus::begin(Run& run, int frames) {
+    run.modulators.reset();
+    if (!on_ || !slowLfo_.holds(frames) || !fastLfo_.holds(frames)) return nullptr;
+    run.modulators.emplace(
+        dsp::BesidePhases{slowLfo_, fastLfo_, run.slow.data(), run.fast.data()});
+    return &*run.modulators;
 }
 
 void EnsembleChorus::modulate(Run& run, int frames) {
     if (!on_) return;
-    Signal slow, fast, slowDelayed, fastDelayed;
-    tickModulators(frames, slow, fast);
+    Signal& slow = run.slow;
+    Signal& fast = run.fast;
+    if (run.modulators) {
+        slowLfo_.skip(frames);
+        fastLfo_.skip(frames);
+    } else {
+        for (int t = 0; t < frames; ++t) slow[t] = slowLfo_.tick();
+        for (int t = 0; t < frames; ++t) fast[t] = fastLfo_.tick();
+    }
+    Signal slowDelayed, fastDelayed;
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
         fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
