@@ -73,8 +73,8 @@ void FractionalDelay::removeOffsets(float* out, int count) {
 }
 
 bool FractionalDelay::place(const float* delays, float shortest, int count, Places& places) const {
-    places.kind = kernels_.placeTaps({delays, shortest, writeIndex_, size_, count,
-                                      places.index.data(), places.fraction.data()});
+    places.kind = kernels_.placeTaps(
+        {delays, shortest, writeIndex_, size_, count, places.index.data(), places.fraction.data()});
     return places.kind != TapPlaces::kUnfit;
 }
 

@@ -76,8 +76,8 @@ int Engine::renderVoices(int frames) {
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
-// While no tap of the chorus reaches into the segment, only the dry signal ties tone and phaser, and
-// they run beside each other.
+// While no tap of the chorus reaches into the segment, only the dry signal ties tone and phaser,
+// and they run beside each other.
 void Engine::renderStereo(const ToneSources& sources, int frames) {
     EnsembleChorus& chorus = stages_.chorus;
     chorus.modulate(chorusRun_, frames);

@@ -66,8 +66,7 @@ float EnsembleChorus::tapPosition(int tap) const {
 const dsp::BesidePhases* EnsembleChorus::begin(Run& run, int frames) {
     run.modulators.reset();
     if (!on_ || !slowLfo_.holds(frames) || !fastLfo_.holds(frames)) return nullptr;
-    run.modulators.emplace(
-        dsp::BesidePhases{slowLfo_, fastLfo_, run.slow.data(), run.fast.data()});
+    run.modulators.emplace(dsp::BesidePhases{slowLfo_, fastLfo_, run.slow.data(), run.fast.data()});
     return &*run.modulators;
 }
 

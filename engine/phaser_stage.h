@@ -30,8 +30,12 @@ class PhaserStage final : public PhaserControl {
     // Whether the whole segment can be one run of the kernel.
     bool isSteady(int frames) const { return on_ && phaser_.steadySamples(frames) == frames; }
     dsp::PhaserRun run(StereoSignal& signal, int from, int frames) {
-        return {filtersInput() ? &inputFilter_ : nullptr, phaser_, outputFilter_,
-                &signal.left[from], &signal.right[from], frames};
+        return {filtersInput() ? &inputFilter_ : nullptr,
+                phaser_,
+                outputFilter_,
+                &signal.left[from],
+                &signal.right[from],
+                frames};
     }
 
   private:

@@ -73,8 +73,8 @@ struct alignas(kVectorBytes) VoiceLanes {
     LaneFloats octave{};
 };
 
-// Work that has nothing to do with the phases, but waits for its own previous sample as they do: two
-// modulators, whose squares hold for the run. Their counters stand still; see SquareLfo::skip.
+// Work that has nothing to do with the phases, but waits for its own previous sample as they do:
+// two modulators, whose squares hold for the run. Their counters stand still; see SquareLfo::skip.
 struct BesidePhases {
     SquareLfo& slow;
     SquareLfo& fast;
@@ -86,8 +86,8 @@ struct BesidePhases {
 struct PhaseRun {
     double* phases;  // kPhases; in: before the first frame, out: after the last
     const double* steps;
-    double* turns;   // kPhases per frame
-    float* rounded;  // kPaddedPhases per frame; the padding is left alone
+    double* turns;               // kPhases per frame
+    float* rounded;              // kPaddedPhases per frame; the padding is left alone
     const BesidePhases* beside;  // null: none
     int frames;
 };
