@@ -81,7 +81,7 @@ int Engine::renderVoices(int frames) {
 void Engine::renderStereo(const ToneSources& sources, int frames) {
     EnsembleChorus& chorus = stages_.chorus;
     chorus.modulate(chorusRun_, frames);
-    if (!stages_.phaser.isSteady(frames) || !chorus.renderTaps(chorusRun_, frames, stereo_)) {
+    if (!stages_.phaser.fitsBesideTone(frames) || !chorus.renderTaps(chorusRun_, frames, stereo_)) {
         stages_.tone.render(sources, sections_, frames, mono_);
         chorus.render(chorusRun_, mono_, frames, stereo_);
         stages_.phaser.render(stereo_, frames);

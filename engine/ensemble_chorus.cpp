@@ -81,7 +81,8 @@ void EnsembleChorus::modulate(Run& run, int frames) {
         for (int t = 0; t < frames; ++t) slow[t] = slowLfo_.tick();
         for (int t = 0; t < frames; ++t) fast[t] = fastLfo_.tick();
     }
-    Signal slowDelayed, fastDelayed;
+    Signal& slowDelayed = run.slowDelayed;
+    Signal& fastDelayed = run.fastDelayed;
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
         fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
