@@ -34,8 +34,8 @@ struct Kernels {
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
-    // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps give, to which the tone, scaled
-    // by -dryGain / 2, is added.
+    // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps
+    // give, to which the tone, scaled by -dryGain / 2, is added.
     void (*runToneAndPhaser)(const ToneRun& tone, const PhaserRun& phaser, float dryGain);
     // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
     // kInsensitive or NaN.
