@@ -6,8 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "editor/browser/browser_view.h"
-
 namespace editor {
 
 using namespace VSTGUI;
@@ -51,13 +49,11 @@ bool AEffGUIEditor::onKey(KeyboardEvent& event) {
 }
 
 bool AEffGUIEditor::wantsKeys() const {
-    if (!frame) return false;
-    return frame->getModalView() || dynamic_cast<const CTextEdit*>(frame->getFocusView());
+    return frame && (frame->getModalView() || wantsText());
 }
 
 bool AEffGUIEditor::wantsText() const {
-    return frame && (dynamic_cast<const CTextEdit*>(frame->getFocusView()) ||
-                     dynamic_cast<const CBrowserView*>(frame->getModalView()));
+    return frame && dynamic_cast<const CTextEdit*>(frame->getFocusView());
 }
 
 void AEffGUIEditor::beginEdit(std::int32_t tag) {

@@ -36,8 +36,8 @@ class AEffGUIEditor : public VSTGUI::VSTGUIEditorInterface {
     virtual void idle();
     // True while a text field or a menu receives the keys.
     bool wantsKeys() const;
-    // True while letters are expected, in a text field or the sound browser.
-    bool wantsText() const;
+    // True while letters are expected, as in a text field.
+    virtual bool wantsText() const;
 
     // Handles a key that the host passes on. Returns true if the editor used it.
     bool onKey(VSTGUI::KeyboardEvent& event);

@@ -57,6 +57,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     // effect at once, and the host is asked for the size.
     void setContentScale(double scale);
     void close() override;
+    bool wantsText() const override;  // for the sound browser, too
     void idle() override;
     // Handles a wheel turn that the host passes on; up is positive. Returns true if the control
     // under the pointer used it.

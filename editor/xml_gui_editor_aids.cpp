@@ -242,6 +242,11 @@ bool xmlGuiEditor::openBrowser() {
     return true;
 }
 
+bool xmlGuiEditor::wantsText() const {
+    return AEffGUIEditor::wantsText() ||
+           (frame && dynamic_cast<const CBrowserView*>(frame->getModalView()));
+}
+
 // The sizes come first, then everything that the buttons of a skin can do.
 void xmlGuiEditor::openMenu(const CPoint& where) {
     std::vector<int> commands;

@@ -2,7 +2,6 @@
 // to be zeroed from end to end.
 #include "platform/memory_pages.h"
 
-#include <cstdint>
 #include <cstdlib>
 
 #include <sys/mman.h>

@@ -136,7 +136,7 @@ void CBrowserView::press(const Place& place, bool twice) {
             browser_.toggleFavourite(place.index);
             break;
         case Place::kItem: {
-            const bool opens = browser_.items()[place.index].kind >= BrowserItem::kFolder;
+            const bool opens = browser_.items()[place.index].opensAtOnce();
             if (!twice && !opens) {
                 browser_.select(place.index);
             } else if (browser_.choose(place.index)) {

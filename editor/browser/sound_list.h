@@ -17,6 +17,9 @@ struct BrowserItem {
     std::string character;
     bool favourite = false;
     bool edited = false;
+
+    // A click is enough to see what is in it.
+    bool opensAtOnce() const { return kind == kFolder || kind == kPicker; }
 };
 
 // Some items one below the other. A family with more than kMostRows goes on in the next column.

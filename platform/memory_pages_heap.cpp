@@ -1,4 +1,5 @@
-// A page has no memory but the heap.
+// Windows' C library takes large blocks from the system as they are, and a page has nothing but the
+// heap.
 #include "platform/memory_pages.h"
 
 #include <cstdlib>
