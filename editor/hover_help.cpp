@@ -9,7 +9,8 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr uint32_t kRestTime = 800;  // milliseconds
+constexpr uint32_t kRestTime = 800;    // milliseconds
+constexpr uint32_t kFollowTime = 200;  // between two looks at a value that may move
 
 }  // namespace
 
@@ -29,8 +30,7 @@ void HoverHelp::left() {
 }
 
 void HoverHelp::show() {
-    const auto timer = std::move(rest_);  // this call comes from it, so keep it alive
-    timer->stop();
+    rest_->setFireTime(kFollowTime);
     if (view_) tip_->show(describe_(*view_), view_->getViewSize());
 }
 

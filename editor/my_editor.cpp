@@ -93,9 +93,9 @@ bool myEditor::buildElement(const std::string& element, const SkinAttributes& at
     };
     constexpr Row kRows[] = {{"NoteDisplay", &myEditor::addNoteDisplay},
                              {"PresetsDisplay", &myEditor::addPresetsDisplay},
-                             {"ViewTaps", &myEditor::addTapView},
-                             {"ViewEnvelope", &myEditor::addEnvelopeView},
-                             {"ViewTone", &myEditor::addToneView},
+                             {"ViewTaps", &myEditor::addDrawing<CTapView>},
+                             {"ViewEnvelope", &myEditor::addDrawing<CEnvelopeView>},
+                             {"ViewTone", &myEditor::addDrawing<CToneView>},
                              {"ViewKeyboard", &myEditor::addKeyboard},
                              {"cliplamp", &myEditor::addClipLamp}};
     if (equalIgnoringCase(element, "vumeter") && attributes.find("from")) {
@@ -130,15 +130,9 @@ bool myEditor::addPresetsDisplay(const SkinValues& values) {
     return true;
 }
 
-bool myEditor::addEnvelopeView(const SkinValues& values) {
-    auto* const view = new CEnvelopeView(rectangleOf(values), host_);
-    setColors(*view, values);
-    addView(view);
-    return true;
-}
-
-bool myEditor::addToneView(const SkinValues& values) {
-    auto* const view = new CToneView(rectangleOf(values), host_);
+template <class Drawing>
+bool myEditor::addDrawing(const SkinValues& values) {
+    auto* const view = new Drawing(rectangleOf(values), host_);
     setColors(*view, values);
     addView(view);
     return true;
@@ -154,11 +148,6 @@ bool myEditor::addKeyboard(const SkinValues& values) {
     if (const auto rgb = values.colour("sharpcolor")) view->setSharpColor(colorOf(*rgb));
     if (const auto rgb = values.colour("framecolor")) view->setFrameColor(colorOf(*rgb));
     addView(view);
-    return true;
-}
-
-bool myEditor::addTapView(const SkinValues& values) {
-    addView(new CTapView(rectangleOf(values), host_));
     return true;
 }
 
@@ -203,6 +192,9 @@ std::vector<std::string> myEditor::describe(CView& view) const {
         return {"Keyboard", "Click and drag to play, lower for louder.",
                 "The basses play up to the mark."};
     }
+    if (dynamic_cast<CEnvelopeView*>(&view)) {
+        return {"Envelope", "The level of a note, from the key's press to the end of its release."};
+    }
     if (dynamic_cast<CToneView*>(&view)) {
         return {"Tone", "What high-pass and brightness do, from 20 Hz to 20 kHz."};
     }
@@ -210,7 +202,7 @@ std::vector<std::string> myEditor::describe(CView& view) const {
         return {"Level", "The peaks of the output."};
     }
     if (dynamic_cast<CClipLamp*>(&view)) {
-        return {"Clipping", "The output has gone beyond full scale. Click to reset."};
+        return {"Clipping", "Lights when the output reaches full scale. Click to reset."};
     }
     return xmlGuiEditor::describe(view);
 }

@@ -30,9 +30,8 @@ class myEditor : public xmlGuiEditor {
   private:
     bool addNoteDisplay(const SkinValues& values);
     bool addPresetsDisplay(const SkinValues& values);
-    bool addEnvelopeView(const SkinValues& values);
-    bool addToneView(const SkinValues& values);
-    bool addTapView(const SkinValues& values);
+    template <class Drawing>
+    bool addDrawing(const SkinValues& values);
     bool addKeyboard(const SkinValues& values);
 
     bool addPeakMeter(const SkinValues& values);

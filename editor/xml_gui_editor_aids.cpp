@@ -257,15 +257,19 @@ void xmlGuiEditor::openMenu(const CPoint& where) {
         lines.push_back(line);
         commands.push_back(command);
     };
+    const auto addRule = [&add] { add("", kNoTag); };
+    addRule();
     const std::string undo = tools_.history().undoName();
     const std::string redo = tools_.history().redoName();
     if (!undo.empty()) add("Undo " + undo, kUndoCommand);
     if (!redo.empty()) add("Redo " + redo, kRedoCommand);
     add(tools_.showsB() ? "Go to A" : "Go to B", kCompareCommand);
     add(tools_.showsB() ? "Copy B to A" : "Copy A to B", kCopyCommand);
+    addRule();
     add("Sounds...", kSoundsCommand);
     add("Vary...", kVaryCommand);
     add("Controllers...", kControllersCommand);
+    addRule();
     add("Help", kHelpCommand);
     popUpMenu(*frame, where, lines, current, [this, where, steps, commands](int line) {
         const auto sizes = static_cast<int>(steps.size());

@@ -170,8 +170,9 @@ void xmlGuiEditor::writeReadOut() {
     const bool isLearnTag = currentTag_ > 0 && (currentTag_ & kLearnTagBase) != 0;
     const int index = isLearnTag ? currentTag_ & kLearnTagMask : currentTag_;
     if (host_.isParameter(learning_)) {
-        const std::string line = panelName(learning_) + ": move a controller... (Esc)";
-        for (CDisplay* const display : readOuts_) display->setText(line);
+        const std::string request = "move a controller... (Esc)";
+        const std::string line = panelName(learning_) + ": " + request;
+        for (CDisplay* const display : readOuts_) display->setText(line, request);
         return;
     }
     for (CDisplay* const display : readOuts_) {

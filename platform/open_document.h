@@ -6,8 +6,9 @@
 
 namespace platform {
 
-// Returns false if no program could be started. Windows: the word processor that comes with the
-// system, or the user's choice for such files. Linux: xdg-open.
+// Returns false if no program could be started, or if it reports soon that it cannot open the
+// document. Windows: the word processor that comes with the system, or the user's choice for such
+// files. Linux: xdg-open.
 using DocumentOpener = std::function<bool(const std::string& path)>;
 bool openDocument(const std::string& path);
 

@@ -40,7 +40,7 @@ constexpr SkinElementRule kRules[] = {
     {"PresetsDisplay",  "x y w h id",                       "accentcolor", kColours},
     {"ViewEnvelope",    "x y w h",                          "", kColours},
     {"ViewTone",        "x y w h",                          "", kColours},
-    {"ViewTaps",        "x y w h",                          "", ""},
+    {"ViewTaps",        "x y w h",                          "", kColours},
     {"ViewKeyboard",    "x y w h",                          "first last", kKeyColours},
     {"sizegrip",        "x y w h",                          "", "fontcolor"},
 };

@@ -20,6 +20,7 @@ void COutline::surround(const CView* view) {
     }
     CRect area = view->getViewSize();
     area.inset(-distance_, -distance_);
+    isRound_ = dynamic_cast<const CKnobBase*>(view) && area.getWidth() == area.getHeight();
     if (isVisible() && area == getViewSize()) return;
     if (isVisible()) invalid();
     setViewSize(area);
@@ -28,10 +29,14 @@ void COutline::surround(const CView* view) {
 }
 
 void COutline::draw(CDrawContext* context) {
-    context->setDrawMode(kAliasing);
     context->setFrameColor(color_);
     context->setLineWidth(lineWidth_);
-    context->drawRect(getViewSize(), kDrawStroked);
+    context->setDrawMode(isRound_ ? kAntiAliasing : kAliasing);
+    if (isRound_) {
+        context->drawEllipse(getViewSize(), kDrawStroked);
+    } else {
+        context->drawRect(getViewSize(), kDrawStroked);
+    }
     setDirty(false);
 }
 

@@ -1,4 +1,4 @@
-// A coloured line around a control.
+// A coloured line around a control: a circle around a knob, a rectangle around others.
 #pragma once
 
 #include "vstgui/vstgui.h"
@@ -29,6 +29,7 @@ class COutline : public VSTGUI::CView {
     VSTGUI::CColor color_;
     VSTGUI::CCoord distance_;
     VSTGUI::CCoord lineWidth_;
+    bool isRound_ = false;
 };
 
 }  // namespace editor

@@ -9,7 +9,13 @@ void popUpMenu(CFrame& frame, const CPoint& where, const std::vector<std::string
                int checked, const std::function<void(int line)>& chosen) {
     const auto menu = makeOwned<COptionMenu>();
     // Create the items here: addEntry(title) would turn the title "-" into a separator.
-    for (const std::string& line : lines) menu->addEntry(new CMenuItem(UTF8String(line)));
+    for (const std::string& line : lines) {
+        if (line.empty()) {
+            menu->addSeparator();
+        } else {
+            menu->addEntry(new CMenuItem(UTF8String(line)));
+        }
+    }
     if (checked != kNoLine) {
         menu->setCurrent(checked);
         menu->checkEntryAlone(checked);

@@ -11,8 +11,6 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CColor kRangeColor(128, 128, 128, 160);
-constexpr CColor kTapColor(240, 226, 180);
 constexpr CCoord kLargestRadius = 5;
 
 // Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
@@ -58,12 +56,12 @@ void CTapView::draw(CDrawContext* context) {
         const CRect disc = discOf(tap);
         const CCoord radius = disc.getWidth() / 2;
         context->setDrawMode(kAliasing);
-        context->setFillColor(kRangeColor);
+        context->setFillColor(rangeColor_);
         const CCoord line = std::floor(disc.top + radius);
         context->drawRect(CRect(view.left + radius, line, view.right - radius, line + 1),
                           kDrawFilled);
         context->setDrawMode(kAntiAliasing);
-        context->setFillColor(kTapColor);
+        context->setFillColor(tapColor_);
         fillDisc(*context, disc);
     }
     setDirty(false);

@@ -13,6 +13,9 @@ class CTapView : public VSTGUI::CView {
   public:
     CTapView(const VSTGUI::CRect& size, const EditorHost& host);
 
+    void setFontColor(const VSTGUI::CColor& color) { tapColor_ = color; }
+    void setBackColor(const VSTGUI::CColor& color) { rangeColor_ = color; }
+
     void draw(VSTGUI::CDrawContext* context) override;
     void onIdle() override;
 
@@ -22,6 +25,8 @@ class CTapView : public VSTGUI::CView {
     VSTGUI::CRect discOf(std::size_t tap) const;
 
     const EditorHost& host_;
+    VSTGUI::CColor tapColor_{240, 226, 180};
+    VSTGUI::CColor rangeColor_{128, 128, 128, 160};
     std::vector<float> shown_;  // never changes while drawing: one draw() may cover only a part
 };
 

@@ -15,7 +15,7 @@ std::string cutToFit(const std::string& text, std::size_t bytes) {
 void CTextDisplay::draw(CDrawContext* context) {
     if (!(getStyle() & kNoDrawStyle)) {
         drawBack(context);
-        const UTF8String text(shownText());
+        const UTF8String text(fittingText(*context));
 #if VSTGUI_VERSION_MINOR < 14
         drawPlatformText(context, text.getPlatformString());
 #else
@@ -25,10 +25,20 @@ void CTextDisplay::draw(CDrawContext* context) {
     setDirty(false);
 }
 
-void CDisplay::setText(const std::string& text) {
+std::string CTextDisplay::fittingText(CDrawContext& context) const {
+    const std::string text = shownText();
+    const std::string shorter = shorterText();
+    if (shorter.empty()) return text;
+    context.setFont(getFont());
+    const CCoord room = getViewSize().getWidth() - 2 * getTextInset().x;
+    return context.getStringWidth(text.c_str()) <= room ? text : shorter;
+}
+
+void CDisplay::setText(const std::string& text, const std::string& shorter) {
     const std::string cut = cutToFit(text, kLongestText);
-    if (cut == text_) return;
+    if (cut == text_ && shorter == shorter_) return;
     text_ = cut;
+    shorter_ = shorter;
     setDirty();
 }
 

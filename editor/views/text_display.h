@@ -17,6 +17,11 @@ class CTextDisplay : public VSTGUI::CParamDisplay {
 
   protected:
     virtual std::string shownText() const = 0;
+    // Drawn where the first text is too long for the view, unless it is empty.
+    virtual std::string shorterText() const { return {}; }
+
+  private:
+    std::string fittingText(VSTGUI::CDrawContext& context) const;
 };
 
 // Shows a text of up to kLongestText bytes.
@@ -27,7 +32,7 @@ class CDisplay : public CTextDisplay {
     using CTextDisplay::CTextDisplay;
 
     // Marks the view dirty only if the text differs.
-    void setText(const std::string& text);
+    void setText(const std::string& text, const std::string& shorter = {});
     const std::string& text() const { return text_; }
     // Whether the text is to have units and the names of the panel.
     void setShowsUnits(bool units) { showsUnits_ = units; }
@@ -35,9 +40,11 @@ class CDisplay : public CTextDisplay {
 
   protected:
     std::string shownText() const override { return text_; }
+    std::string shorterText() const override { return shorter_; }
 
   private:
     std::string text_ = "init";
+    std::string shorter_;
     bool showsUnits_ = false;
 };
 

@@ -16,7 +16,8 @@ constexpr CCoord kLineWidth = 2;
 constexpr CCoord kOverlap = 0.4;  // of the pieces of the line, which hides their joints
 constexpr CCoord kLabelWidth = 24;
 constexpr CCoord kLabelHeight = 10;
-constexpr uint8_t kFill = 36;  // alpha below the line
+constexpr uint8_t kLabelAlpha = 170;  // quieter than the curve
+constexpr uint8_t kFill = 36;         // alpha below the line
 
 }  // namespace
 
@@ -51,7 +52,9 @@ void CToneView::drawGrid(CDrawContext& context) const {
     const CCoord zero = std::floor(height(0));
     context.drawRect(CRect(view.left, zero, view.right, zero + 1), kDrawFilled);
     context.setFont(kNormalFontVerySmall);
-    context.setFontColor(baseColor_);
+    CColor label = lineColor_;
+    label.alpha = kLabelAlpha;
+    context.setFontColor(label);
     constexpr std::pair<double, const char*> kDecades[] = {
         {100, "100"}, {1000, "1k"}, {10000, "10k"}};
     for (const auto& [hertz, name] : kDecades) {

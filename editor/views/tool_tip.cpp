@@ -33,7 +33,7 @@ CToolTip::CToolTip() : CView(CRect()) {
 }
 
 void CToolTip::show(const std::vector<std::string>& lines, const CRect& around) {
-    if (!getFrame() || lines.empty()) return;
+    if (!getFrame() || lines.empty() || (isVisible() && lines == lines_)) return;
     hide();
     lines_ = lines;
     CCoord width = 0;

@@ -98,6 +98,10 @@ TEST(OpenDocument, HandsThePathToTheOpenerAsItIs) {
     EXPECT_TRUE(platform::openDocument(document));
     EXPECT_TRUE(waitFor([&] { return platform::fileExists(opener + ".seen"); }));
     EXPECT_EQ(platform::readFile(opener + ".seen", 1000), document);
+    folder.write("xdg-open", "#!/bin/sh\nexec sleep 5\n");
+    EXPECT_TRUE(platform::openDocument(document));  // a viewer in the foreground
+    folder.write("xdg-open", "#!/bin/sh\nexit 3\n");
+    EXPECT_FALSE(platform::openDocument(document));  // nothing opens it
 }
 
 }  // namespace
