@@ -2,7 +2,6 @@
 #include "dsp/fractional_delay.h"
 
 #include <algorithm>
-#include <array>
 
 #include "dsp/denormal.h"
 
@@ -73,13 +72,15 @@ void FractionalDelay::removeOffsets(float* out, int count) {
     for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
 }
 
+bool FractionalDelay::place(const float* delays, float shortest, int count, Places& places) const {
+    places.kind = kernels_.placeTaps(
+        {delays, shortest, writeIndex_, size_, count, places.index.data(), places.fraction.data()});
+    return places.kind != TapPlaces::kUnfit;
+}
+
 void FractionalDelay::sweep(const float* delays, const float* in, float* out, int count) {
-    constexpr int kRoom = kMostFrames + kMostLanes;
-    std::array<int, kRoom> index;
-    std::array<float, kRoom> fraction;
-    const DelayTaps taps = {delays, writeIndex_, size_, count, index.data(), fraction.data()};
-    const TapPlaces places = kernels_.placeTaps(taps);
-    if (places == TapPlaces::kUnfit) {
+    Places places;
+    if (!place(delays, 1.0f, count, places)) {
         for (int i = 0; i < count; ++i) {
             setDelay(delays[i]);
             out[i] = tick(in[i]);
@@ -87,14 +88,20 @@ void FractionalDelay::sweep(const float* delays, const float* in, float* out, in
         return;
     }
     write(in, count);
-    if (places == TapPlaces::kScattered) {
+    readPlaced(delays, places, out, count);
+}
+
+void FractionalDelay::readPlaced(const float* delays, Places& places, float* out, int count) {
+    int* const index = places.index.data();
+    float* const fraction = places.fraction.data();
+    if (places.kind == TapPlaces::kScattered) {
         for (int i = 0; i < count; ++i) {
             const float here = buffer_[index[i]];
             const float there = buffer_[following(index[i])];
             out[i] = here * (1.0f - fraction[i]) + there * fraction[i];
         }
         removeOffsets(out, count);
-    } else if (kernels_.readTaps(buffer_.data(), taps, out)) {
+    } else if (kernels_.readTaps(buffer_.data(), index, fraction, count, out)) {
         removeOffsets(out, count);
     }
     const int last = count - 1;

@@ -1,6 +1,7 @@
 // Delay line with a fractional, linearly interpolated read position.
 #pragma once
 
+#include <array>
 #include <cmath>
 
 #include "dsp/lanes/kernels.h"
@@ -46,6 +47,18 @@ class FractionalDelay {
     // room for whole vectors.
     void sweep(const float* delays, const float* in, float* out, int count);
 
+    // sweep in three steps, for runs whose outputs need nothing of their inputs: placeAhead tells
+    // whether that is so and changes nothing; then readPlaced and write, in any order.
+    struct Places {
+        std::array<int, kMostFrames + kMostLanes> index;
+        std::array<float, kMostFrames + kMostLanes> fraction;
+        TapPlaces kind;
+    };
+    bool placeAhead(const float* delays, int count, Places& places) const {
+        return place(delays, static_cast<float>(count + 2), count, places);
+    }
+    void readPlaced(const float* delays, Places& places, float* out, int count);
+
   private:
     static constexpr double kOffset = 1e-38;
 
@@ -69,6 +82,7 @@ class FractionalDelay {
         return static_cast<float>(kept - kOffset);
     }
 
+    bool place(const float* delays, float shortest, int count, Places& places) const;
     static void removeOffsets(float* out, int count);
     int following(int index) const { return index + 1 == size_ ? 0 : index + 1; }
 

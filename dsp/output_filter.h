@@ -64,10 +64,22 @@ class OutputFilterOf {
         return withSign(1.0 - 1.0 / sum, u);
     }
 
-  private:
     static constexpr double kDamping1 = 0.3949155109067489;
     static constexpr double kDamping2 = 0.6284230349905618;
+    struct State {
+        Value band1, low1, band2, low2;
+    };
+    State state() const { return {band1_, low1_, band2_, low2_}; }
+    void setState(const State& state) {
+        band1_ = state.band1;
+        low1_ = state.low1;
+        band2_ = state.band2;
+        low2_ = state.low2;
+    }
+    double frequency1() const { return frequency1_; }
+    double frequency2() const { return frequency2_; }
 
+  private:
     double frequency1_ = 3725.78 / 44100.0;  // 6.22 x 599 Hz
     double frequency2_ = 534.92 / 44100.0;   // 6.22 x 86 Hz
     Value band1_{};

@@ -102,11 +102,7 @@ void ReverbModel::render(Run& run, float* left, float* right, int frames) {
     combs_.sum(run.combs, frames, roomLeft.data(), roomRight.data());
     for (ReverbAllpass& allpass : leftAllpasses_) allpass.render(roomLeft.data(), frames);
     for (ReverbAllpass& allpass : rightAllpasses_) allpass.render(roomRight.data(), frames);
-    for (int t = 0; t < frames; ++t) {
-        left[t] = roomLeft[t] * wet1_ + roomRight[t] * wet2_ + left[t] * dry_;
-        // intentional: the right side takes the finished left output, dry part included
-        right[t] = roomRight[t] * wet1_ + left[t] * wet2_ + right[t] * dry_;
-    }
+    kernels_.mixRoom({roomLeft.data(), roomRight.data(), wet1_, wet2_, dry_, left, right, frames});
     countSilence(run.in.data(), left, frames);
 }
 

@@ -44,8 +44,8 @@ class ReverbModel {
     void mute();   // empties the lines unless frozen; the combs' filters keep their state
     void clear();  // all states, even when frozen; settings stay
 
-    // Up to kMostFrames in place. Then call feed once; see ReverbCombs. Each step gets the same
-    // Run.
+    // Up to kMostFrames in place; both need room for whole vectors. Then call feed once; see
+    // ReverbCombs. Each step gets the same Run.
     struct Run {
         alignas(kVectorBytes) std::array<float, kMostFrames + kMostLanes> in;
         ReverbCombs::Run combs;
@@ -63,6 +63,7 @@ class ReverbModel {
 
     bool isFrozen() const { return mode_ >= 0.5f; }
 
+    const Kernels& kernels_ = kernels();
     float gain_ = 0.015f;
     float wet1_ = 0.0f;  // own side
     float wet2_ = 0.0f;  // other side

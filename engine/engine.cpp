@@ -41,15 +41,13 @@ void Engine::endBlock(float* left, float* right, int frames) {
 }
 
 void Engine::renderAwake(float* left, float* right, int frames) {
-    const int sounding = renderMono(frames);
+    const int sounding = renderVoices(frames);
     // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
     if (peakBits(mono_.data(), frames) >= kInfinityBits) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
         return;
     }
-    stages_.chorus.render(mono_, frames, stereo_);
-    stages_.phaser.render(stereo_, frames);
     float* const outputs[] = {stereo_.left.data(), stereo_.right.data()};
     SpringReverb::Run reverb;
     stages_.reverb.render(reverb, stereo_, frames);
@@ -63,19 +61,38 @@ void Engine::renderAwake(float* left, float* right, int frames) {
     countSilence(frames - sounding + quiet);
 }
 
-int Engine::renderMono(int frames) {
+int Engine::renderVoices(int frames) {
     // 0..32767 becomes -5e-11..5e-11: 3.05e-15 = 1e-10 / 32768
     for (int t = 0; t < frames; ++t) {
         dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
     }
-    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_);
+    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_,
+                   stages_.chorus.begin(chorusRun_, frames));
     stages_.bass.render(phaseRows_, sections_, frames, bassRows_);
     stages_.upper.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
     setVoiceGains(sums_.sounding, frames);
     stages_.upper.sectionEnvelope().render(sectionLevels_.data(), frames);
-    stages_.tone.render({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, sections_, frames,
-                        mono_);
+    renderStereo({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, frames);
     return std::max(sums_.sounding, bassRows_.sounding);
+}
+
+// While no tap of the chorus reaches into the segment, only the dry signal ties tone and phaser,
+// and they run beside each other.
+void Engine::renderStereo(const ToneSources& sources, int frames) {
+    EnsembleChorus& chorus = stages_.chorus;
+    chorus.modulate(chorusRun_, frames);
+    if (!stages_.phaser.fitsBesideTone(frames) || !chorus.renderTaps(chorusRun_, frames, stereo_)) {
+        stages_.tone.render(sources, sections_, frames, mono_);
+        chorus.render(chorusRun_, mono_, frames, stereo_);
+        stages_.phaser.render(stereo_, frames);
+        return;
+    }
+    stages_.tone.begin(sources, sections_, frames, mono_);
+    stages_.tone.finish(sources.dither, frames, mono_, [&](const dsp::ToneRun& tone, int from) {
+        kernels_.runToneAndPhaser(tone, stages_.phaser.run(stereo_, from, tone.frames),
+                                  chorus.dryGain());
+    });
+    chorus.feed(mono_, frames);
 }
 
 // Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels

@@ -39,13 +39,15 @@ class Engine : public EngineControls<Stages> {
 
   private:
     void renderAwake(float* left, float* right, int frames);
-    // Renders the mono part of the chain; returns the number of leading frames in which a voice
+    // Renders the chain up to the phaser; returns the number of leading frames in which a voice
     // sounds.
-    int renderMono(int frames);
+    int renderVoices(int frames);
+    void renderStereo(const ToneSources& sources, int frames);
     void setVoiceGains(int sounding, int frames);
     void applyGain(int sounding, int frames);
     int framesToSleep() const;
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     MasterPhases phases_;
 
     // Signals of the current segment.
@@ -56,6 +58,7 @@ class Engine : public EngineControls<Stages> {
     Signal dither_{};
     BassRows bassRows_{};
     Signal mono_{};
+    EnsembleChorus::Run chorusRun_{};
     StereoSignal stereo_{};
 
     std::array<PeakSlot, 2> peaks_;  // left, right

@@ -63,30 +63,38 @@ float EnsembleChorus::tapPosition(int tap) const {
     return (lines_[tap].delay() - shortest) / (longestDelay() - shortest);
 }
 
-// Both in one loop, because each waits for its own previous sample.
-void EnsembleChorus::tickModulators(int frames, Signal& slow, Signal& fast) {
-    dsp::SquareLfo slowLfo = slowLfo_;
-    dsp::SquareLfo fastLfo = fastLfo_;
-    if (slowLfo.holds(frames) && fastLfo.holds(frames)) {
-        const float slowSquare = slowLfo.square();
-        const float fastSquare = fastLfo.square();
-        for (int t = 0; t < frames; ++t) {
-            slow[t] = slowLfo.follow(slowSquare);
-            fast[t] = fastLfo.follow(fastSquare);
-        }
-        slowLfo.skip(frames);
-        fastLfo.skip(frames);
-    } else {
-        for (int t = 0; t < frames; ++t) {
-            slow[t] = slowLfo.tick();
-            fast[t] = fastLfo.tick();
-        }
-    }
-    slowLfo_ = slowLfo;
-    fastLfo_ = fastLfo;
+const dsp::BesidePhases* EnsembleChorus::begin(Run& run, int frames) {
+    run.modulators.reset();
+    if (!on_ || !slowLfo_.holds(frames) || !fastLfo_.holds(frames)) return nullptr;
+    run.modulators.emplace(dsp::BesidePhases{slowLfo_, fastLfo_, run.slow.data(), run.fast.data()});
+    return &*run.modulators;
 }
 
-void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
+void EnsembleChorus::modulate(Run& run, int frames) {
+    if (!on_) return;
+    Signal& slow = run.slow;
+    Signal& fast = run.fast;
+    if (run.modulators) {
+        slowLfo_.skip(frames);
+        fastLfo_.skip(frames);
+    } else {
+        for (int t = 0; t < frames; ++t) slow[t] = slowLfo_.tick();
+        for (int t = 0; t < frames; ++t) fast[t] = fastLfo_.tick();
+    }
+    Signal& slowDelayed = run.slowDelayed;
+    Signal& fastDelayed = run.fastDelayed;
+    for (int t = 0; t < frames; ++t) {
+        slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
+        fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
+    }
+    slowRing_.exchange(slowDelayed.data(), frames);
+    fastRing_.exchange(fastDelayed.data(), frames);
+    kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
+                           shortestDelay(), longestDelay(), rows(run.delays), rows(run.gains),
+                           frames});
+}
+
+void EnsembleChorus::render(Run& run, const Signal& in, int frames, StereoSignal& out) {
     if (!on_) {
         for (int t = 0; t < frames; ++t) {
             out.left[t] = in[t];
@@ -94,25 +102,34 @@ void EnsembleChorus::render(const Signal& in, int frames, StereoSignal& out) {
         }
         return;
     }
-    Signal slow, fast, slowDelayed, fastDelayed;
-    tickModulators(frames, slow, fast);
-    for (int t = 0; t < frames; ++t) {
-        slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
-        fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
-    }
-    slowRing_.exchange(slowDelayed.data(), frames);
-    fastRing_.exchange(fastDelayed.data(), frames);
-
-    std::array<Signal, kTaps> delays, gains, taps;
-    kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
-                           shortestDelay(), longestDelay(), rows(delays), rows(gains), frames});
     for (int tap = 0; tap < kTaps; ++tap) {
-        lines_[tap].sweep(delays[tap].data(), in.data(), taps[tap].data(), frames);
+        lines_[tap].sweep(run.delays[tap].data(), in.data(), run.taps[tap].data(), frames);
     }
-    kernels_.mixTaps({in.data(),
+    mix(run, in.data(), frames, out);
+}
+
+bool EnsembleChorus::renderTaps(Run& run, int frames, StereoSignal& out) {
+    if (!on_) return false;
+    std::array<dsp::FractionalDelay::Places, kTaps> places;
+    for (int tap = 0; tap < kTaps; ++tap) {
+        if (!lines_[tap].placeAhead(run.delays[tap].data(), frames, places[tap])) return false;
+    }
+    for (int tap = 0; tap < kTaps; ++tap) {
+        lines_[tap].readPlaced(run.delays[tap].data(), places[tap], run.taps[tap].data(), frames);
+    }
+    mix(run, nullptr, frames, out);
+    return true;
+}
+
+void EnsembleChorus::feed(const Signal& in, int frames) {
+    for (dsp::FractionalDelay& line : lines_) line.write(in.data(), frames);
+}
+
+void EnsembleChorus::mix(const Run& run, const float* in, int frames, StereoSignal& out) {
+    kernels_.mixTaps({in,
                       dryAdd_,
-                      {taps[0].data(), taps[1].data(), taps[2].data()},
-                      {gains[0].data(), gains[1].data(), gains[2].data()},
+                      {run.taps[0].data(), run.taps[1].data(), run.taps[2].data()},
+                      {run.gains[0].data(), run.gains[1].data(), run.gains[2].data()},
                       rightWeight_,
                       out.left.data(),
                       out.right.data(),

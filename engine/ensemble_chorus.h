@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "dsp/delay_b.h"
 #include "dsp/fractional_delay.h"
@@ -37,8 +38,20 @@ class EnsembleChorus : public ChorusControl {
     // both.
     float tapPosition(int tap) const;
 
-    // Renders one segment.
-    void render(const Signal& in, int frames, StereoSignal& out);
+    // One segment: first its modulation, then either the whole or, if the chorus is on and no tap
+    // reaches into the segment, the taps alone before the input is known, and the input afterwards.
+    // Before `modulate`, what `begin` returns has to be carried out, unless it is null.
+    struct Run {
+        Signal slow, fast, slowDelayed, fastDelayed;
+        std::optional<dsp::BesidePhases> modulators;
+        std::array<Signal, kTaps> delays, gains, taps;
+    };
+    const dsp::BesidePhases* begin(Run& run, int frames);
+    void modulate(Run& run, int frames);
+    void render(Run& run, const Signal& in, int frames, StereoSignal& out);
+    bool renderTaps(Run& run, int frames, StereoSignal& out);
+    void feed(const Signal& in, int frames);
+    float dryGain() const { return dryAdd_; }
 
   protected:
     float shortestDelay() const;  // samples
@@ -58,7 +71,7 @@ class EnsembleChorus : public ChorusControl {
     std::array<dsp::FractionalDelay, kTaps> lines_;
 
   private:
-    void tickModulators(int frames, Signal& slow, Signal& fast);
+    void mix(const Run& run, const float* in, int frames, StereoSignal& out);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
 };

@@ -43,8 +43,7 @@ void PhaserStage::render(StereoSignal& signal, int frames) {
     if (!on_) return;
     for (int from = 0; from < frames;) {
         const int count = phaser_.steadySamples(frames - from);
-        kernels_.runPhaser({filtersInput() ? &inputFilter_ : nullptr, phaser_, outputFilter_,
-                            &signal.left[from], &signal.right[from], count});
+        kernels_.runPhaser(run(signal, from, count));
         from += count;
     }
 }

@@ -27,6 +27,18 @@ class PhaserStage final : public PhaserControl {
 
     // Renders one segment in place.
     void render(StereoSignal& signal, int frames);
+    // Whether the whole segment can be one run of the kernel, beside the tone.
+    bool fitsBesideTone(int frames) const {
+        return on_ && phaser_.stageCount() == 4 && phaser_.steadySamples(frames) == frames;
+    }
+    dsp::PhaserRun run(StereoSignal& signal, int from, int frames) {
+        return {filtersInput() ? &inputFilter_ : nullptr,
+                phaser_,
+                outputFilter_,
+                &signal.left[from],
+                &signal.right[from],
+                frames};
+    }
 
   private:
     bool filtersInput() const { return stages_ >= 0.5f; }

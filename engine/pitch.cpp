@@ -17,11 +17,12 @@ float keyHighPassHertz(int index) {
     return static_cast<float>(kLowestKeyHighPassHertz * std::exp2(bounded / kSemitones));
 }
 
-void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows) {
+void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows,
+                          const dsp::BesidePhases* beside) {
     std::array<double, kSemitones> step;
     for (int s = 0; s < kSemitones; ++s) step[s] = bendRatio * kMasterFrequencies[s] / sampleRate;
     kernels_.runPhases(
-        {phase_.data(), step.data(), rows.turns[0].data(), rows.rounded.data(), frames});
+        {phase_.data(), step.data(), rows.turns[0].data(), rows.rounded.data(), beside, frames});
 }
 
 }  // namespace engine

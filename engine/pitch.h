@@ -50,7 +50,8 @@ struct PhaseRows {
 
 class MasterPhases {
   public:
-    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows);
+    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows,
+                const dsp::BesidePhases* beside);
 
   private:
     const dsp::Kernels& kernels_ = dsp::kernels();

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "dsp/denormal.h"
-
 namespace engine {
 
 namespace {
@@ -112,12 +110,8 @@ bool SpringReverb::springs() const {
 void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
     Signal spring;
     springLine_.read(spring.data(), frames);
-    for (int t = 0; t < frames; ++t) {
-        side[t] = wrappedToUnit((signal.left[t] - signal.right[t]) * settings_.spring);
-        const float added = wrappedToUnit(spring[t] * settings_.mix) * 0.5f;
-        signal.left[t] += added;
-        signal.right[t] += added;
-    }
+    kernels_.enterSpring({spring.data(), settings_.mix, settings_.spring, signal.left.data(),
+                          signal.right.data(), side.data(), frames});
 }
 
 // The spring's line is longer than any segment, so its output can be read before its input is
@@ -128,17 +122,9 @@ void SpringReverb::render(Run& run, StereoSignal& signal, int frames) {
     if (springs()) addSpring(signal, frames, run.side);
     const Signal busRight = signal.right;
     reverb_.render(run.room, signal.left.data(), signal.right.data(), frames);
-    float feedback = feedback_;
-    for (int t = 0; t < frames; ++t) {
-        run.feedback[t] = feedback * 0.9f;  // of the frame before
-        const float z = dsp::flushed(signal.left[t]) * 0.5f + busRight[t];
-        feedback = z - z * z * z * 0.5f;
-    }
-    feedback_ = feedback;
-    for (int t = 0; t < frames; ++t) {
-        signal.left[t] = std::clamp(2.0f * signal.left[t], -4.0f, 4.0f);
-        signal.right[t] = std::clamp(2.0f * signal.right[t], -4.0f, 4.0f);
-    }
+    run.feedback[0] = feedback_ * 0.9f;
+    feedback_ = kernels_.leaveRoom(
+        {busRight.data(), signal.left.data(), signal.right.data(), run.feedback.data(), frames});
 }
 
 void SpringReverb::feed(Run& run, dsp::PeakFollower& follower, double* levels, int frames) {

@@ -5,7 +5,6 @@
 #include "dsp/one_pole.h"
 #include "dsp/reverb_model.h"
 #include "engine/segment.h"
-#include "engine/wrapped_to_unit.h"
 #include "engine/sound_engine.h"
 
 namespace engine {
@@ -48,6 +47,7 @@ class SpringReverb final : public ReverbControl {
     // Adds the spring's output to both sides and writes the side signal that feeds it.
     void addSpring(StereoSignal& signal, int frames, Signal& side);
 
+    const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
     bool on_ = false;
     ReverbSettings settings_;

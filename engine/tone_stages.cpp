@@ -64,24 +64,18 @@ void ToneStages::clear() {
     output_.clear();
 }
 
-void ToneStages::render(const ToneSources& sources, const Sections& sections, int frames,
-                        Signal& mix) {
-    BassSignal bass;
+void ToneStages::begin(const ToneSources& sources, const Sections& sections, int frames,
+                       Signal& mix) {
     const int bassFrames = std::min(sources.bass.sounding, frames);
-    filterSections(sources, sections, true, 0, bassFrames, bass);
-    filterSections(sources, sections, false, bassFrames, frames, bass);
+    filterSections(sources, sections, true, 0, bassFrames);
+    filterSections(sources, sections, false, bassFrames, frames);
     renderNoise(sources, frames);
     mixSections(sources, sections, frames, mix);
     breathe(frames, mix);
-    for (int from = 0; from < frames;) {
-        const int until = std::min(frames, from + shelf_.steadySamples());
-        shape(bass, sources.dither, from, until, mix);
-        from = until;
-    }
 }
 
 void ToneStages::filterSections(const ToneSources& sources, const Sections& sections,
-                                bool bassSounds, int from, int until, BassSignal& bass) {
+                                bool bassSounds, int from, int until) {
     if (from == until) return;
     const auto mask = [&](Section section, bool sounds) {
         return sections.on[section] && sounds ? -1 : 0;
@@ -92,14 +86,14 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
     const bool formants = on[2] | on[3];
     const bool rest = from >= sources.voices.sounding && sectionFilters_.formantsRest();
     if (!basses && (!formants || rest)) {
-        std::fill(&bass[from], &bass[0] + until, dsp::SectionFloat{});
+        std::fill(&bass_[from], &bass_[0] + until, dsp::SectionFloat{});
         std::fill(&brassBand_[from], &brassBand_[0] + until, 0.0f);
         std::fill(&hornBand_[from], &hornBand_[0] + until, 0.0f);
         return;
     }
     const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
     kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[BassRows::at(from)],
-                          &sources.bass.amplitude[from], &sources.voices.viola[from], &bass[from],
+                          &sources.bass.amplitude[from], &sources.voices.viola[from], &bass_[from],
                           &brassBand_[from], &hornBand_[from], until - from});
 }
 
@@ -154,14 +148,6 @@ void ToneStages::breathe(int frames, Signal& mix) {
         breath_ = breath;
     }
     breath_.setCoefficient(coefficient(frames - 1));
-}
-
-void ToneStages::shape(const BassSignal& bass, const Signal& dither, int from, int until,
-                       Signal& mix) {
-    dsp::ShelfTone::Filter shelf = shelf_.filter();
-    kernels_.runTone({shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_, &bass[from],
-                      &dither[from], &mix[from], until - from});
-    shelf_.advance(shelf, until - from);
 }
 
 }  // namespace engine

@@ -2,7 +2,11 @@
 // filter.
 #pragma once
 
+#include <algorithm>
+#include <array>
+
 #include "dsp/bow_noise.h"
+#include "dsp/lanes/tone_runs.h"
 #include "dsp/one_pole.h"
 #include "dsp/output_filter.h"
 #include "dsp/shelf_tone.h"
@@ -40,21 +44,36 @@ class ToneStages {
     void clear();
     void clearShelf() { shelf_.clear(); }
 
-    // Renders one segment: mix of the sections, bow noise, breath, shelf, low cut, brightness
+    // Renders one segment: mix of the sections, bow noise, breath; then shelf, low cut, brightness
     // shelf, basses, top cut, output filter.
-    void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
+    void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix) {
+        begin(sources, sections, frames, mix);
+        finish(sources.dither, frames, mix,
+               [this](const dsp::ToneRun& run, int) { kernels_.runTone(run); });
+    }
+    // The same in two steps. The second hands its runs, in each of which the shelf keeps its step,
+    // to `runTone(const dsp::ToneRun&, int from)`.
+    void begin(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
+    template <typename RunTone>
+    void finish(const Signal& dither, int frames, Signal& mix, const RunTone& runTone) {
+        for (int from = 0; from < frames;) {
+            const int count = std::min(frames - from, shelf_.steadySamples());
+            dsp::ShelfTone::Filter shelf = shelf_.filter();
+            runTone(dsp::ToneRun{shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_,
+                                 &bass_[from], &dither[from], &mix[from], count},
+                    from);
+            shelf_.advance(shelf, count);
+            from += count;
+        }
+    }
 
   private:
-    // The basses of a segment, in the first two lanes.
-    using BassSignal = std::array<dsp::SectionFloat, kLongestSegment>;
     // Runs the section filters over frames that all have, or all lack, a sounding bass.
     void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
-                        int from, int until, BassSignal& bass);
+                        int from, int until);
     void mixSections(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
     void renderNoise(const ToneSources& sources, int frames);
     void breathe(int frames, Signal& mix);
-    // Everything after the breath, over frames in which the shelf keeps its step.
-    void shape(const BassSignal& bass, const Signal& dither, int from, int until, Signal& mix);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
     double sampleRate_ = 44100.0;
@@ -63,7 +82,8 @@ class ToneStages {
     dsp::SectionFilters sectionFilters_;
     const dsp::BowNoiseTable& bowNoise_;
     std::size_t noiseIndex_ = 0;
-    // Signals of the current segment.
+    // Signals of the current segment; the basses in the first two lanes.
+    std::array<dsp::SectionFloat, kLongestSegment> bass_{};
     Signal noise_{};
     Signal brassBand_{};
     Signal hornBand_{};

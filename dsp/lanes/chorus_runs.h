@@ -21,7 +21,7 @@ struct ChorusModulation {
 };
 
 struct ChorusMix {
-    const float* in;
+    const float* in;  // null: the dry signal is added later
     float dryGain;
     std::array<const float*, kChorusTaps> taps;
     std::array<const float*, kChorusTaps> gains;

@@ -9,6 +9,7 @@ constexpr float kInsensitive = 1e-29f;
 // All rows need room for whole vectors.
 struct DelayTaps {
     const float* delays;  // samples
+    float shortest;       // what fits at least
     int write;            // write index at the first frame
     int size;             // of the ring; at least `frames`
     int frames;

@@ -20,10 +20,10 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
-                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
-                              readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
-                              runAllpass, holdPeaks};
+constexpr Kernels kKernels = {
+    runPhases, runFeedback, runSquared,       sumVoices,   runRamps, sumRamps,     runSections,
+    runTone,   runPhaser,   runToneAndPhaser, placeTaps,   readTaps, modulateTaps, mixTaps,
+    sumCombs,  runCombs,    runAllpass,       enterSpring, mixRoom,  leaveRoom,    holdPeaks};
 }  // namespace baseline
 #undef QUARZEL_LANES
 #undef QUARZEL_FUSED
@@ -41,10 +41,10 @@ constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, r
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {runPhases,  runFeedback,  runSquared, sumVoices, runRamps,
-                              sumRamps,   runSections,  runTone,    runPhaser, placeTaps,
-                              readTaps,   modulateTaps, mixTaps,    sumCombs,  runCombs,
-                              runAllpass, holdPeaks};
+constexpr Kernels kKernels = {
+    runPhases, runFeedback, runSquared,       sumVoices,   runRamps, sumRamps,     runSections,
+    runTone,   runPhaser,   runToneAndPhaser, placeTaps,   readTaps, modulateTaps, mixTaps,
+    sumCombs,  runCombs,    runAllpass,       enterSpring, mixRoom,  leaveRoom,    holdPeaks};
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -69,6 +69,7 @@ namespace avx512wide {
 }  // namespace avx512wide
 #undef QUARZEL_LANES
 #define QUARZEL_LANES 8
+#define QUARZEL_ONE_GROUP  // of voices; see runFeedbackInEither
 namespace avx512 {
 #include "dsp/lanes/kernels.inc"
 
@@ -94,6 +95,7 @@ constexpr Kernels kKernels = {runPhases,
                               runSections,
                               runTone,
                               runPhaser,
+                              runToneAndPhaser,
                               placeTaps,
                               readTaps,
                               modulateTaps,
@@ -101,9 +103,13 @@ constexpr Kernels kKernels = {runPhases,
                               sumCombs,
                               runCombs,
                               runAllpass,
+                              enterSpring,
+                              mixRoom,
+                              leaveRoom,
                               holdPeaks};
 }  // namespace avx512
 #undef QUARZEL_LANES
+#undef QUARZEL_ONE_GROUP
 #ifdef __clang__
 #pragma clang attribute pop
 #else

@@ -4,6 +4,7 @@
 #include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/room_runs.h"
 #include "dsp/lanes/tone_runs.h"
 #include "dsp/lanes/voice_lanes.h"
 
@@ -33,10 +34,14 @@ struct Kernels {
     void (*runSections)(const SectionRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
+    // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps
+    // give, to which the tone, scaled by -dryGain / 2, is added.
+    void (*runToneAndPhaser)(const ToneRun& tone, const PhaserRun& phaser, float dryGain);
     // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
     // kInsensitive or NaN.
     TapPlaces (*placeTaps)(const DelayTaps& taps);
-    bool (*readTaps)(const float* line, const DelayTaps& taps, float* out);
+    bool (*readTaps)(const float* line, const int* index, const float* fraction, int frames,
+                     float* out);
     // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
@@ -45,6 +50,10 @@ struct Kernels {
     void (*sumCombs)(const CombRows& run);
     void (*runCombs)(const CombRun& run);
     void (*runAllpass)(float* line, float* signal, int frames, float gain);
+    // The spring before the room and the mix after it; see SpringEntry, RoomMix and RoomExit.
+    void (*enterSpring)(const SpringEntry& run);
+    void (*mixRoom)(const RoomMix& run);
+    float (*leaveRoom)(const RoomExit& run);
     // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
     // the last vector.
     void (*holdPeaks)(double* followers, int frames);

@@ -6,6 +6,7 @@
 
 #include "dsp/biquad.h"
 #include "dsp/lanes/width.h"
+#include "dsp/square_lfo.h"
 
 namespace dsp {
 
@@ -72,12 +73,22 @@ struct alignas(kVectorBytes) VoiceLanes {
     LaneFloats octave{};
 };
 
+// Work that has nothing to do with the phases, but waits for its own previous sample as they do:
+// two modulators, whose squares hold for the run. Their counters stand still; see SquareLfo::skip.
+struct BesidePhases {
+    SquareLfo& slow;
+    SquareLfo& fast;
+    float* slowRow;
+    float* fastRow;
+};
+
 // The shared phases, in turns: each advances by its step per frame and wraps at 1.
 struct PhaseRun {
     double* phases;  // kPhases; in: before the first frame, out: after the last
     const double* steps;
-    double* turns;   // kPhases per frame
-    float* rounded;  // kPaddedPhases per frame; the padding is left alone
+    double* turns;               // kPhases per frame
+    float* rounded;              // kPaddedPhases per frame; the padding is left alone
+    const BesidePhases* beside;  // null: none
     int frames;
 };
 

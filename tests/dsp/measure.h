@@ -22,7 +22,10 @@ inline void process(ReverbModel& model, float& left, float& right) {
     PeakFollower follower;
     float lowPassed = 0.0f;
     double followed = 0.0;
-    model.render(run, &left, &right, 1);
+    float rows[2][kMostLanes] = {{left}, {right}};
+    model.render(run, rows[0], rows[1], 1);
+    left = rows[0][0];
+    right = rows[1][0];
     model.feed(run, {lowPass, &lowPassed, follower, &followed});
 }
 

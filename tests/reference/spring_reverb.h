@@ -6,7 +6,7 @@
 #include "dsp/fractional_delay.h"
 #include "dsp/one_pole.h"
 #include "engine/sound_engine.h"
-#include "engine/wrapped_to_unit.h"
+#include "tests/reference/wrapped_to_unit.h"
 #include "tests/reference/room_reverb.h"
 
 namespace reference {
@@ -93,10 +93,10 @@ class SpringReverb final : public engine::ReverbControl {
             static_cast<float>(6.28319 / sampleRate_ * (settings_.spring * 1200.0 + 2900.0)));
     }
     float tickSpring(StereoSample in) {
-        const float side = engine::wrappedToUnit((in.left - in.right) * settings_.spring);
+        const float side = wrappedToUnit((in.left - in.right) * settings_.spring);
         const float low = springFilter_.tickLowPass(feedback_ * 0.9f);
         const float delayed = springLine_.tick((low * 0.5f + side) * settings_.spring);
-        return engine::wrappedToUnit(delayed * settings_.mix);
+        return wrappedToUnit(delayed * settings_.mix);
     }
 
     double sampleRate_ = 44100.0;

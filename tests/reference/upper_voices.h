@@ -4,7 +4,7 @@
 #include "dsp/module_fm_op.h"
 #include "engine/sections.h"
 #include "engine/upper_voice_controls.h"
-#include "engine/wrapped_to_unit.h"
+#include "tests/reference/wrapped_to_unit.h"
 #include "tests/reference/master_phases.h"
 
 namespace reference {
@@ -82,7 +82,7 @@ class UpperVoices : public engine::UpperVoiceControls<VoiceBlocks> {
         if (sections.on[engine::kViola] || sections.on[engine::kBrass] ||
             sections.on[engine::kHorn]) {
             const float a = lanes_.oscA[slot].process(static_cast<float>(phase));
-            out.a = lanes_.keyHighPass[slot].tick(engine::wrappedToUnit(a));
+            out.a = lanes_.keyHighPass[slot].tick(wrappedToUnit(a));
         }
         if (sections.on[engine::kViolin]) {
             const float offset = violinPhase_ * 0.5f;

@@ -3,11 +3,11 @@
 
 #include <cmath>
 
-namespace engine {
+namespace reference {
 
-// intentional: both ends of -1..1 map to +1 (see engine/engine.h)
+// intentional: both ends of -1..1 map to +1 (see dsp/biquad.h)
 inline float wrappedToUnit(float x) {
     return std::fabs(x) >= 1.0f ? 1.0f : x;
 }
 
-}  // namespace engine
+}  // namespace reference
