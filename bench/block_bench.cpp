@@ -57,7 +57,7 @@ void bass(benchmark::State& state) {
     engine::BassRows rows;
     engine::SectionSums sums;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        phases.render(1.0, kRate, kLongestSegment, phaseRows);
+        phases.render(1.0, kRate, kLongestSegment, phaseRows, nullptr);
         voice->render(phaseRows, sections, kLongestSegment, rows);
         voices->render(phaseRows, 1.0, sections, true, kLongestSegment, rows, sums);
         std::copy_n(rows.tone.begin(), kLongestSegment, signal.left.begin());
@@ -88,6 +88,7 @@ void tone(benchmark::State& state) {
     });
 }
 
+// With the shared phases, beside which its modulators run.
 void chorus(benchmark::State& state) {
     const auto stage = std::make_unique<engine::EnsembleChorus>();
     stage->setRate(kRate);
@@ -95,9 +96,14 @@ void chorus(benchmark::State& state) {
     stage->setSlowDepth(0.6f);
     stage->setFastDepth(0.2f);
     stage->setStereo(0.8f);
+    engine::MasterPhases phases;
+    engine::PhaseRows phaseRows;
+    engine::EnsembleChorus::Run run;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         const Signal in = signal.left;
-        stage->render(in, kLongestSegment, signal);
+        phases.render(1.0, kRate, kLongestSegment, phaseRows, stage->begin(run, kLongestSegment));
+        stage->modulate(run, kLongestSegment);
+        stage->render(run, in, kLongestSegment, signal);
     });
 }
 
