@@ -77,6 +77,15 @@ function(quarzel_library name)
     endif()
 endfunction()
 
+# quarzel_has_wide_vectors(FILE...): for sources with vectors wider than the baseline's.
+function(quarzel_has_wide_vectors)
+    if(WIN32)
+        # The compiler takes the stack to be aligned for them, which it is not on Windows.
+        set_source_files_properties(${ARGN} PROPERTIES
+            COMPILE_OPTIONS "-Wa,-muse-unaligned-vector-move")
+    endif()
+endfunction()
+
 # quarzel_program(NAME SOURCES file... [LINK target...]): a program that is delivered.
 function(quarzel_program name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})

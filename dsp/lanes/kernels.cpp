@@ -20,10 +20,7 @@ namespace dsp {
 #define QUARZEL_LANES 4
 namespace baseline {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {
-    runPhases, runFeedback, runSquared,       sumVoices,   runRamps, sumRamps,     runSections,
-    runTone,   runPhaser,   runToneAndPhaser, placeTaps,   readTaps, modulateTaps, mixTaps,
-    sumCombs,  runCombs,    runAllpass,       enterSpring, mixRoom,  leaveRoom,    holdPeaks};
+constexpr Kernels kKernels = allKernels();
 }  // namespace baseline
 #undef QUARZEL_LANES
 #undef QUARZEL_FUSED
@@ -41,10 +38,7 @@ constexpr Kernels kKernels = {
 #define QUARZEL_LANES 8
 namespace avx2 {
 #include "dsp/lanes/kernels.inc"
-constexpr Kernels kKernels = {
-    runPhases, runFeedback, runSquared,       sumVoices,   runRamps, sumRamps,     runSections,
-    runTone,   runPhaser,   runToneAndPhaser, placeTaps,   readTaps, modulateTaps, mixTaps,
-    sumCombs,  runCombs,    runAllpass,       enterSpring, mixRoom,  leaveRoom,    holdPeaks};
+constexpr Kernels kKernels = allKernels();
 }  // namespace avx2
 #undef QUARZEL_LANES
 #ifdef __clang__
@@ -86,27 +80,15 @@ inline void sumRampsInEither(LevelRamps& ramps, float* sum, int frames) {
     (Groups(ramps.on).count > 1 ? avx512wide::sumRamps : sumRamps)(ramps, sum, frames);
 }
 
-constexpr Kernels kKernels = {runPhases,
-                              runFeedbackInEither,
-                              runSquaredInEither,
-                              sumVoicesInEither,
-                              runRamps,
-                              sumRampsInEither,
-                              runSections,
-                              runTone,
-                              runPhaser,
-                              runToneAndPhaser,
-                              placeTaps,
-                              readTaps,
-                              modulateTaps,
-                              mixTaps,
-                              sumCombs,
-                              runCombs,
-                              runAllpass,
-                              enterSpring,
-                              mixRoom,
-                              leaveRoom,
-                              holdPeaks};
+constexpr Kernels bestKernels() {
+    Kernels kernels = allKernels();
+    kernels.runFeedback = runFeedbackInEither;
+    kernels.runSquared = runSquaredInEither;
+    kernels.sumVoices = sumVoicesInEither;
+    kernels.sumRamps = sumRampsInEither;
+    return kernels;
+}
+constexpr Kernels kKernels = bestKernels();
 }  // namespace avx512
 #undef QUARZEL_LANES
 #undef QUARZEL_ONE_GROUP

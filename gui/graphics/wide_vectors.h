@@ -17,4 +17,14 @@ inline bool hasWideVectors() {
 
 }  // namespace VSTGUI
 
+#else
+
+namespace VSTGUI {
+
+constexpr bool hasWideVectors() {
+    return false;
+}
+
+}  // namespace VSTGUI
+
 #endif
