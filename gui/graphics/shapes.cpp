@@ -15,33 +15,38 @@ struct Samples {
 // The samples from `first` to `last` that an ellipse holds. A guess that rounding may have put
 // beside an end is corrected.
 Samples samplesAt(double y, const Ellipse& ellipse, int samples, int first, int last) {
-    const auto isInside = [&](int sample) { return ellipse((sample + 0.5) / samples, y); };
     const CRect& rect = ellipse.rect;
+    const double w = rect.getWidth();
+    const double h = rect.getHeight();
+    if (w <= 0 || h <= 0) return {last, first};
+    const double dy = (2 * y - rect.top - rect.bottom) * w;
+    const double rise = dy * dy;
+    const double limit = w * w * h * h;
+    const double share = 1.0 / samples;
+    const auto isInside = [&](int sample) {  // as the ellipse itself says
+        const double dx = (2 * ((sample + 0.5) * share) - rect.left - rect.right) * h;
+        return dx * dx + rise <= limit;
+    };
     const double middle = (rect.left + rect.right) / 2 * samples;
     const auto nearest = [&](double sample) {
-        return static_cast<int>(std::clamp<double>(sample, first, last - 1));
+        return static_cast<int>(std::clamp<double>(std::floor(sample), first, last - 1));
     };
-    int known = nearest(std::floor(middle));
-    if (!isInside(known)) {
-        if (known > first && isInside(known - 1)) {
-            --known;
-        } else if (known + 1 < last && isInside(known + 1)) {
-            ++known;
-        } else {
-            return {last, first};
-        }
+    const double half = std::sqrt(std::max(limit - rise, 0.0)) / (2 * h) * samples;
+    int begin = nearest(middle - half + 0.5);
+    int end = nearest(middle + half - 0.5);
+    // All samples between two that are inside are inside, too.
+    const int known = std::clamp(nearest(middle), begin, std::max(begin, end));
+    for (const int sample : {known, known - 1, known + 1}) {
+        if (sample < first || sample >= last || !isInside(sample)) continue;
+        begin = std::min(begin, sample);
+        end = std::max(end, sample);
+        while (!isInside(begin)) ++begin;
+        while (begin > first && isInside(begin - 1)) --begin;
+        while (!isInside(end)) --end;
+        while (end + 1 < last && isInside(end + 1)) ++end;
+        return {begin, end + 1};
     }
-
-    const double height = (2 * y - rect.top - rect.bottom) / rect.getHeight();
-    const double half =
-        rect.getWidth() / 2 * samples * std::sqrt(std::max(1 - height * height, 0.));
-    int begin = std::min(nearest(middle - half), known);
-    while (!isInside(begin)) ++begin;
-    while (begin > first && isInside(begin - 1)) --begin;
-    int end = std::max(nearest(middle + half), known);
-    while (!isInside(end)) --end;
-    while (end + 1 < last && isInside(end + 1)) ++end;
-    return {begin, end + 1};
+    return {last, first};
 }
 
 }  // namespace

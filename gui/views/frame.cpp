@@ -66,7 +66,7 @@ void CFrame::redraw() {
     if (!open_ || drawing_) return;
     drawing_ = true;
     if (!std::exchange(isPrepared_, true)) preparePictures();
-    invalidateIfDirty();
+    if (std::exchange(mayHaveDirtyViews_, false)) invalidateIfDirty();
     const bool isCovered = isCoveredByBackground();
     surface_.redraw(
         [this, isCovered](CDrawContext& context, const CRect& area) {

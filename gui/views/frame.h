@@ -78,6 +78,7 @@ class CFrame final : public CViewContainer {
     const FrameSurface& surface() const { return surface_; }
     PixelBuffer takePicture() { return surface_.takePicture(); }
     void redraw();
+    void expectDirtyViews() { mayHaveDirtyViews_ = true; }
     void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
     // Hides the pointer until the drag in progress ends. It comes back where it is now.
@@ -106,6 +107,7 @@ class CFrame final : public CViewContainer {
     bool closing_ = false;
     bool serving_ = false;
     bool drawing_ = false;
+    bool mayHaveDirtyViews_ = true;
     bool isPrepared_ = false;  // the pictures have been unpacked for this zoom
 };
 

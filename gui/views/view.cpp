@@ -33,10 +33,24 @@ void CView::drawRect(CDrawContext* context, const CRect&) {
     draw(context);
 }
 
+void CView::setDirty(bool dirty) {
+    dirty_ = dirty;
+    if (dirty) mayBeDirty();
+}
+
+void CView::mayBeDirty() {
+    if (frame_) frame_->expectDirtyViews();
+}
+
+void CView::moved() {
+    if (parent_) parent_->childMoved();
+}
+
 void CView::setViewSize(const CRect& size, bool invalidate) {
     if (size_ == size) return;
     if (invalidate) invalid();
     size_ = size;
+    moved();
     if (invalidate) setDirty();
 }
 
@@ -59,6 +73,7 @@ void CView::setVisible(bool visible) {
     if (visible_ == visible) return;
     if (!visible) invalid();
     visible_ = visible;
+    moved();
     if (visible) setDirty();
 }
 
@@ -66,6 +81,7 @@ void CView::setAlphaValue(float alpha) {
     if (alpha_ == alpha) return;
     invalid();
     alpha_ = alpha;
+    moved();
     setDirty();
 }
 
@@ -87,6 +103,7 @@ bool CView::attached(CView* parent) {
     parent_ = parent;
     frame_ = parent->getFrame();
     if (frame_ && wantsIdle_) frame_->addIdleView(this);
+    mayBeDirty();
     return true;
 }
 
