@@ -29,7 +29,7 @@ Samples samplesAt(double y, const Ellipse& ellipse, int samples, int first, int 
     };
     const double middle = (rect.left + rect.right) / 2 * samples;
     const auto nearest = [&](double sample) {
-        return static_cast<int>(std::clamp<double>(std::floor(sample), first, last - 1));
+        return static_cast<int>(std::clamp<double>(sample, first, last - 1));
     };
     const double half = std::sqrt(std::max(limit - rise, 0.0)) / (2 * h) * samples;
     int begin = nearest(middle - half + 0.5);
@@ -73,7 +73,12 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
         const int wholeEnd = all.end / samples;
         for (int x = any.begin / samples; x < end; ++x) {
             if (x * samples >= all.begin && x < wholeEnd) {
-                for (; x < wholeEnd; ++x) row[x] = over(pixel, row[x]);
+                if (pixel >> 24 == 255) {
+                    std::fill(row + x, row + wholeEnd, pixel);
+                } else {
+                    for (int i = x; i < wholeEnd; ++i) row[i] = over(pixel, row[i]);
+                }
+                x = wholeEnd;
                 if (x == end) break;
             }
             int hits = 0;

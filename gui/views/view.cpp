@@ -42,15 +42,11 @@ void CView::mayBeDirty() {
     if (frame_) frame_->expectDirtyViews();
 }
 
-void CView::moved() {
-    if (parent_) parent_->childMoved();
-}
-
 void CView::setViewSize(const CRect& size, bool invalidate) {
     if (size_ == size) return;
     if (invalidate) invalid();
     size_ = size;
-    moved();
+    if (parent_) parent_->childMoved();
     if (invalidate) setDirty();
 }
 
@@ -73,7 +69,6 @@ void CView::setVisible(bool visible) {
     if (visible_ == visible) return;
     if (!visible) invalid();
     visible_ = visible;
-    moved();
     if (visible) setDirty();
 }
 
@@ -81,7 +76,6 @@ void CView::setAlphaValue(float alpha) {
     if (alpha_ == alpha) return;
     invalid();
     alpha_ = alpha;
-    moved();
     setDirty();
 }
 

@@ -114,7 +114,7 @@ class CView : public CBaseObject {
     virtual void invalidateIfDirty();
     // Call this after whatever may make isDirty() true.
     void mayBeDirty();
-    // A child has another place, or shows itself or not.
+    // A child has another place.
     virtual void childMoved() {}
     // Collects this view and those below it that take the mouse at a point of the parent, outermost
     // first.
@@ -123,8 +123,6 @@ class CView : public CBaseObject {
     CFrame* frame_ = nullptr;
 
   private:
-    void moved();
-
     CRect size_;
     std::optional<CRect> mouseableArea_;  // the view size unless set
     CView* parent_ = nullptr;

@@ -95,16 +95,19 @@ void CViewContainer::draw(CDrawContext* context) {
     drawRect(context, getViewSize());
 }
 
+void CViewContainer::drawBackground(CDrawContext& context, CBitmap& picture) {
+    picture.draw(&context, getViewSize());
+}
+
 void CViewContainer::notePlaces() {
     places_.clear();
-    for (const auto& child : children_)
-        places_.push_back(child->isVisible() ? allPixelsTouched(child->getViewSize()) : IntRect());
+    for (const auto& child : children_) places_.push_back(allPixelsTouched(child->getViewSize()));
 }
 
 void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
     const CRect& size = getViewSize();
     if (CBitmap* const picture = getDrawBackground()) {
-        picture->draw(context, size);
+        drawBackground(*context, *picture);
     } else if (!getTransparency()) {
         context->setFillColor(backgroundColor_);
         context->drawRect(size, kDrawFilled);
@@ -117,7 +120,11 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
         const IntRect touched = allPixelsTouched(update);
         for (size_t i = 0; i < children_.size(); ++i) {
             if (places_.size() != children_.size()) notePlaces();
-            if (places_[i].common(touched).isEmpty()) continue;
+            const IntRect& place = places_[i];
+            if (place.left >= touched.right || place.right <= touched.left ||
+                place.top >= touched.bottom || place.bottom <= touched.top)
+                continue;
+            if (!children_[i]->isVisible()) continue;
             CRect meeting = children_[i]->getViewSize();
             if (meeting.bound(update).isEmpty()) continue;
             const auto child = children_[i];

@@ -72,6 +72,7 @@ class CViewContainer : public CView {
     void onMouseWheelEvent(MouseWheelEvent& event) override;
 
   protected:
+    virtual void drawBackground(CDrawContext& context, CBitmap& picture);
     void invalidateIfDirty() override;
     void childMoved() override { places_.clear(); }
     void collectMouseViewsAt(const CPoint& where, std::vector<CView*>& found) override;
@@ -84,8 +85,8 @@ class CViewContainer : public CView {
     void notePlaces();
 
     std::vector<SharedPointer<CView>> children_;
-    // Whole pixels around each child, empty if it is invisible. Drawing a small area reads this
-    // instead of every child. Noted anew if there are none.
+    // Whole pixels around each child. Drawing a small area reads this instead of every child.
+    // Noted anew if there are none.
     std::vector<IntRect> places_;
     SharedPointer<CView> pressed_;  // the only child to receive moves and the release
     CColor backgroundColor_ = kBlackCColor;
