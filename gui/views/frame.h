@@ -96,7 +96,6 @@ class CFrame final : public CViewContainer {
   private:
     ~CFrame() noexcept override = default;
     void callIdleViews();
-    void callIdle(CView& view);
     void fitWindow();
     bool isCoveredByBackground() const;
     void preparePictures() const;
