@@ -135,10 +135,8 @@ TEST_F(GuiTest, PartsThatAViewRedrawsWhileIdleHaveTheSameBackgroundAsTheWhole) {
     expectTheSame("at first");
     background->addBitmap(opaque(2));
     expectTheSame("with a finer picture");
-    frame->setZoom(2.7);
+    frame->setZoom(1.4);
     expectTheSame("at another zoom");
-    frame->setBackground(plain(400, 300, kRedCColor));
-    expectTheSame("with another background");
 }
 
 TEST_F(GuiTest, ViewsThatMoveWhileTheirContainerIsOutAreFoundWhenItIsBack) {
@@ -152,8 +150,10 @@ TEST_F(GuiTest, ViewsThatMoveWhileTheirContainerIsOutAreFoundWhenItIsBack) {
     view->setViewSize(CRect(50, 50, 60, 60));
     frame->addView(box);
     EXPECT_EQ(pixel(55, 55), kRedCColor);
+    view->setBackground(plain(10, 10, kBlueCColor));
+    EXPECT_EQ(pixel(55, 55), kBlueCColor);
     view->setViewSize(CRect(20, 20, 30, 30));
-    EXPECT_EQ(pixel(25, 25), kRedCColor);
+    EXPECT_EQ(pixel(25, 25), kBlueCColor);
     EXPECT_EQ(pixel(55, 55), kBlackCColor);
 }
 
