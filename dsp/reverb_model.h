@@ -59,7 +59,7 @@ class ReverbModel {
     std::int32_t silentFrames() const { return silentFrames_; }
 
   private:
-    void countSilence(const float* in, const float* out, int frames);
+    void countSilence(bool anyHeard, const float* in, const float* out, int frames);
 
     bool isFrozen() const { return mode_ >= 0.5f; }
 
@@ -78,8 +78,7 @@ class ReverbModel {
     Lengths lengths_{};
 
     ReverbCombs combs_;
-    std::array<ReverbAllpass, kAllpasses> leftAllpasses_;
-    std::array<ReverbAllpass, kAllpasses> rightAllpasses_;
+    std::array<ReverbAllpass, 2 * kAllpasses> allpasses_;  // left, right
 };
 
 }  // namespace dsp

@@ -45,15 +45,13 @@ struct Kernels {
     // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
-    // The reverb: output and then input of all combs, and one allpass on its line and signal in
-    // place.
-    void (*sumCombs)(const CombRows& run);
-    void (*runCombs)(const CombRun& run);
-    void (*runAllpass)(float* line, float* signal, int frames, float gain);
-    // The spring before the room and the mix after it; see SpringEntry, RoomMix and RoomExit.
+    // The spring before the room, the room, what follows it, and the input of its combs; see
+    // SpringEntry, RoomRun, RoomExit and CombRun. runRoom tells whether any frame may be above
+    // kSilentInput or kSilentOutput.
     void (*enterSpring)(const SpringEntry& run);
-    void (*mixRoom)(const RoomMix& run);
+    bool (*runRoom)(const RoomRun& run);
     float (*leaveRoom)(const RoomExit& run);
+    void (*runCombs)(const CombRun& run);
     // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
     // the last vector.
     void (*holdPeaks)(double* followers, int frames);
