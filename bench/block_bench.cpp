@@ -74,7 +74,7 @@ void tone(benchmark::State& state) {
     stages->beginBlock();
     const Signal gains = noise(0.2f);
     const Signal levels = noise(0.3f);
-    const Signal dither = noise(1e-10f);
+    dsp::Random dither;
     engine::BassRows bassRows;
     bassRows.amplitude = noise(0.5f);
     bassRows.sounding = kLongestSegment;
@@ -82,7 +82,7 @@ void tone(benchmark::State& state) {
     for (float& x : bassRows.tone) x = static_cast<float>(random() % 2001) * 0.001f - 1.0f;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         const engine::SectionSums sums{signal.left, signal.right, kLongestSegment};
-        stages->render({sums, bassRows, gains, levels, dither}, sections, kLongestSegment,
+        stages->render({sums, bassRows, gains, 1.0f, levels, dither}, sections, kLongestSegment,
                        signal.left);
         signal.right = signal.left;
     });

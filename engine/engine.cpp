@@ -7,10 +7,9 @@
 namespace engine {
 
 namespace {
-constexpr double kAudible = 1e-07;      // limiter follower
-constexpr float kVoiceGain = 0.23f;     // of the mix while each voice has its own envelope
-constexpr float kSharedGain = 2.5f;     // of the mix with a shared envelope, over the polyphony
-constexpr float kSharedFloor = 1e-10f;  // below it the shared gain counts as 0
+constexpr double kAudible = 1e-07;   // limiter follower
+constexpr float kVoiceGain = 0.23f;  // of the mix while each voice has its own envelope
+constexpr float kSharedGain = 2.5f;  // of the mix with a shared envelope, over the polyphony
 constexpr float kOutputGain = 4.0f;
 
 }  // namespace
@@ -62,17 +61,13 @@ void Engine::renderAwake(float* left, float* right, int frames) {
 }
 
 int Engine::renderVoices(int frames) {
-    // 0..32767 becomes -5e-11..5e-11: 3.05e-15 = 1e-10 / 32768
-    for (int t = 0; t < frames; ++t) {
-        dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
-    }
     phases_.render(bendRatio_, sampleRate_, frames, phaseRows_,
                    stages_.chorus.begin(chorusRun_, frames));
     stages_.bass.render(phaseRows_, sections_, frames, bassRows_);
     stages_.upper.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
-    setVoiceGains(sums_.sounding, frames);
+    const float gainScale = setVoiceGains(sums_.sounding, frames);
     stages_.upper.sectionEnvelope().render(sectionLevels_.data(), frames);
-    renderStereo({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, frames);
+    renderStereo({sums_, bassRows_, voiceGains_, gainScale, sectionLevels_, random_}, frames);
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
@@ -88,7 +83,7 @@ void Engine::renderStereo(const ToneSources& sources, int frames) {
         return;
     }
     stages_.tone.begin(sources, sections_, frames, mono_);
-    stages_.tone.finish(sources.dither, frames, mono_, [&](const dsp::ToneRun& tone, int from) {
+    stages_.tone.finish(frames, mono_, [&](const dsp::ToneRun& tone, int from) {
         kernels_.runToneAndPhaser(tone, stages_.phaser.run(stereo_, from, tone.frames),
                                   chorus.dryGain());
     });
@@ -97,19 +92,15 @@ void Engine::renderStereo(const ToneSources& sources, int frames) {
 
 // Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels
 // and holds its last value after the last voice.
-void Engine::setVoiceGains(int sounding, int frames) {
+float Engine::setVoiceGains(int sounding, int frames) {
     if (!shared_) {
         voiceGains_.fill(kVoiceGain);
-        return;
+        return 1.0f;
     }
     stages_.upper.envelopeSum(voiceGains_.data(), sounding);
     if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
     std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
-    const float scale = kSharedGain / static_cast<float>(stages_.upper.polyphony());
-    for (int t = 0; t < frames; ++t) {
-        const float gain = scale * voiceGains_[t];
-        voiceGains_[t] = gain < kSharedFloor ? 0.0f : std::min(gain, 1.0f);
-    }
+    return kSharedGain / static_cast<float>(stages_.upper.polyphony());
 }
 
 void Engine::applyGain(int sounding, int frames) {

@@ -12,6 +12,7 @@
 #endif
 
 #include "dsp/module_fm_op.h"
+#include "dsp/random.h"
 #include "dsp/smoother.h"
 
 namespace dsp {

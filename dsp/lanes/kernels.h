@@ -4,6 +4,7 @@
 #include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/mix_run.h"
 #include "dsp/lanes/room_runs.h"
 #include "dsp/lanes/tone_runs.h"
 #include "dsp/lanes/voice_lanes.h"
@@ -30,8 +31,10 @@ struct Kernels {
     // lanes, in their order; `sum` needs room for whole vectors. Lanes whose mask is 0 stand.
     void (*runRamps)(LevelRamps& ramps, int frames);
     void (*sumRamps)(LevelRamps& ramps, float* sum, int frames);
-    // The tone path and the phaser; see SectionRun, ToneRun and PhaserRun.
+    // The tone path and the phaser; see SectionRun, MixRun, ToneRun and PhaserRun. mixSections
+    // returns the state of the Random after the last frame.
     void (*runSections)(const SectionRun& run);
+    std::uint32_t (*mixSections)(const MixRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
     // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps
