@@ -134,7 +134,12 @@ void reverb(benchmark::State& state) {
 void limiter(benchmark::State& state) {
     dsp::PeakLimiter stage;
     timeStage(state, static_cast<float>(state.range(0)) * 0.1f, [&](StereoSignal& signal) {
-        stage.render(signal.left.data(), signal.right.data(), kLongestSegment, 1e-7);
+        float* const left = signal.left.data();
+        float* const right = signal.right.data();
+        dsp::PeakLimiter::Run run;
+        stage.begin(run, {1.0f, 1.0f, 0, nullptr}, left, right, kLongestSegment);
+        for (double& level : run.levels) level = run.follower.tick(level);
+        stage.finish(run, left, right, kLongestSegment, 1e-7, left, right);
     });
 }
 

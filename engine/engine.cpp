@@ -26,7 +26,8 @@ int Engine::render(float* left, float* right, int frames) {
 }
 
 void Engine::endBlock(float* left, float* right, int frames) {
-    const std::int32_t peaks[] = {peakBits(left, frames), peakBits(right, frames)};
+    const std::int32_t peaks[] = {kernels_.peakBits(left, frames),
+                                  kernels_.peakBits(right, frames)};
     if (std::max(peaks[0], peaks[1]) >= kInfinityBits) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
@@ -42,21 +43,24 @@ void Engine::endBlock(float* left, float* right, int frames) {
 void Engine::renderAwake(float* left, float* right, int frames) {
     const int sounding = renderVoices(frames);
     // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
-    if (peakBits(mono_.data(), frames) >= kInfinityBits) {
+    if (kernels_.peakBits(mono_.data(), frames) >= kInfinityBits) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
         return;
     }
-    float* const outputs[] = {stereo_.left.data(), stereo_.right.data()};
     SpringReverb::Run reverb;
     stages_.reverb.render(reverb, stereo_, frames);
-    applyGain(sounding, frames);
+    Signal expression;
+    const bool expresses = !expressionIsFull();
+    for (int t = 0; t < frames && expresses; ++t) expression[t] = tickExpression();
+    // intentional: the volume does not scale the tails after the last voice
+    const dsp::LimiterGain gain = {kOutputGain, volume_, sounding,
+                                   expresses ? expression.data() : nullptr};
+    float* const sides[] = {stereo_.left.data(), stereo_.right.data()};
     dsp::PeakLimiter::Run peaks;
-    limiter_.begin(peaks, outputs[0], outputs[1], frames);
+    limiter_.begin(peaks, gain, sides[0], sides[1], frames);
     stages_.reverb.feed(reverb, peaks.follower, peaks.levels.data(), frames);
-    const int quiet = limiter_.finish(peaks, outputs[0], outputs[1], frames, kAudible);
-    std::copy_n(stereo_.left.data(), frames, left);
-    std::copy_n(stereo_.right.data(), frames, right);
+    const int quiet = limiter_.finish(peaks, sides[0], sides[1], frames, kAudible, left, right);
     countSilence(frames - sounding + quiet);
 }
 
@@ -101,20 +105,6 @@ float Engine::setVoiceGains(int sounding, int frames) {
     if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
     std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
     return kSharedGain / static_cast<float>(stages_.upper.polyphony());
-}
-
-void Engine::applyGain(int sounding, int frames) {
-    Signal gains;
-    // intentional: the volume does not scale the tails after the last voice
-    std::fill_n(gains.begin(), sounding, volume_);
-    std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
-    if (!expressionIsFull()) {
-        for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
-    }
-    for (int t = 0; t < frames; ++t) {
-        stereo_.left[t] = stereo_.left[t] * kOutputGain * gains[t];
-        stereo_.right[t] = stereo_.right[t] * kOutputGain * gains[t];
-    }
 }
 
 // A frame counts at most twice, and the engine can only fall asleep at the end of a segment. So a

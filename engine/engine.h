@@ -45,7 +45,6 @@ class Engine : public EngineControls<Stages> {
     void renderStereo(const ToneSources& sources, int frames);
     // Returns their scale; see ToneSources.
     float setVoiceGains(int sounding, int frames);
-    void applyGain(int sounding, int frames);
     int framesToSleep() const;
 
     const dsp::Kernels& kernels_ = dsp::kernels();

@@ -5,6 +5,7 @@
 #include "dsp/lanes/kernels.h"
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 #ifdef __x86_64__

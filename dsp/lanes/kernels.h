@@ -4,6 +4,7 @@
 #include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/limiter_runs.h"
 #include "dsp/lanes/mix_run.h"
 #include "dsp/lanes/room_runs.h"
 #include "dsp/lanes/tone_runs.h"
@@ -13,11 +14,6 @@ namespace dsp {
 
 // Longest run of a kernel, in frames.
 constexpr int kMostFrames = 64;
-
-// Above -1 dB the limiter compresses by 100 to 1. Its gain is
-// 10^((20 log10(follower) + 1) x -0.0495) = kLimiterHeld x follower^-0.99.
-constexpr double kLimiterThreshold = 0.8912509381337456;  // -1 dB
-constexpr double kLimiterHeld = 0.8922776195878269;       // 10^-0.0495
 
 // One table per instruction set; all give the same bits.
 struct Kernels {
@@ -55,9 +51,13 @@ struct Kernels {
     bool (*runRoom)(const RoomRun& run);
     float (*leaveRoom)(const RoomExit& run);
     void (*runCombs)(const CombRun& run);
-    // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
-    // the last vector.
-    void (*holdPeaks)(double* followers, int frames);
+    // The limiter around its follower, and its gain for one follower; see LimiterEntry and
+    // LimiterExit. enterLimiter tells whether all levels are finite.
+    bool (*enterLimiter)(const LimiterEntry& run);
+    int (*leaveLimiter)(const LimiterExit& run);
+    double (*limiterGain)(double follower);
+    // The bits of the largest magnitude. The samples need no room.
+    int (*peakBits)(const float* samples, int count);
 };
 
 enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
