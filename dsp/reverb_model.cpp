@@ -94,14 +94,16 @@ void ReverbModel::clear() {
     for (ReverbAllpass& allpass : allpasses_) allpass.clear();
 }
 
-void ReverbModel::render(Run& run, float* left, float* right, int frames) {
+void ReverbModel::render(Run& run, const float* left, const float* right, int frames,
+                         float* outLeft, float* outRight) {
     combs_.begin(run.combs, frames);
     std::array<float*, 2 * kAllpasses> allpasses;
     for (int i = 0; i < 2 * kAllpasses; ++i) allpasses[i] = allpasses_[i].begin(frames);
-    const bool heard = kernels_.runRoom({run.combs.rows.data(), allpasses.data(), gain_, wet1_,
-                                         wet2_, dry_, run.in.data(), left, right, frames});
+    const bool heard =
+        kernels_.runRoom({run.combs.rows.data(), allpasses.data(), gain_, wet1_, wet2_, dry_, left,
+                          right, run.in.data(), outLeft, outRight, frames});
     for (ReverbAllpass& allpass : allpasses_) allpass.end(frames);
-    countSilence(heard, run.in.data(), left, frames);
+    countSilence(heard, run.in.data(), outLeft, frames);
 }
 
 // Searches backwards, because the last frame is usually the last one heard.

@@ -19,7 +19,7 @@ struct SpringEntry {
 };
 
 // The room but for the input of its combs: sums of the combs, allpasses, and the mix with the dry
-// signal, in place. No line is shorter than the run, so frames become lanes.
+// signal. No line is shorter than the run, so frames become lanes.
 struct RoomRun {
     float* const* combs;      // delayed samples: eight rows of the left side, eight of the right
     float* const* allpasses;  // four and four; the next input replaces the delayed samples
@@ -27,18 +27,21 @@ struct RoomRun {
     float wet;    // own side
     float cross;  // other side
     float dry;
+    const float* left;
+    const float* right;
     float* in;  // receives the input of the combs
-    float* left;
-    float* right;
+    float* outLeft;
+    float* outRight;
     int frames;
 };
 
-// After the room, in place: doubles and bounds both sides. `feedback` receives, one frame late and
-// scaled by 0.9, what the room feeds back into the spring; its first frame is left alone.
+// After the room: doubles and bounds both sides. `feedback` receives, one frame late and scaled by
+// 0.9, what the room feeds back into the spring; its first frame is left alone.
 struct RoomExit {
-    const float* busRight;  // the right side before the room
+    const float* roomLeft;
+    const float* roomRight;
     float* left;
-    float* right;
+    float* right;  // in: the right side before the room
     float* feedback;
     int frames;
 };
