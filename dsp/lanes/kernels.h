@@ -36,8 +36,10 @@ struct Kernels {
     // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps
     // give, to which the tone, scaled by -dryGain / 2, is added.
     void (*runToneAndPhaser)(const ToneRun& tone, const PhaserRun& phaser, float dryGain);
-    // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
-    // kInsensitive or NaN.
+    // A delay line: writes and reads a part without a wrap; places taps that sweep, then reads
+    // them. All but placeTaps tell whether any sample is below kInsensitive or NaN.
+    bool (*writeLine)(const float* in, int frames, float* line);
+    bool (*readLine)(const float* line, float fraction, int frames, float* out);
     TapPlaces (*placeTaps)(const DelayTaps& taps);
     bool (*readTaps)(const float* line, const int* index, const float* fraction, int frames,
                      float* out);
