@@ -76,7 +76,8 @@ class CBrowserView : public VSTGUI::CView {
     const BrowserColors colors_;
     const std::function<void()> done_;
     const OnKey otherKey_;
-    Place hovered_;
+    VSTGUI::CPoint pointer_;
+    Place hovered_;  // by the pointer
     VSTGUI::CCoord scrolled_ = 0;
 };
 
