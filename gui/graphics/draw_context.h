@@ -77,8 +77,9 @@ class CDrawContext {
 
     void drawRect(const CRect& rect, CDrawStyle style = kDrawStroked);
     void drawEllipse(const CRect& rect, CDrawStyle style = kDrawStroked);
-    enum PathDrawMode { kPathFilled };
+    enum PathDrawMode { kPathFilled, kPathStroked };
     CGraphicsPath* createGraphicsPath() { return new CGraphicsPath; }  // owned by the caller
+    // A stroke lies on both sides of the path.
     void drawGraphicsPath(CGraphicsPath* path, PathDrawMode mode = kPathFilled);
     void drawLine(const CPoint& from, const CPoint& to);
     void drawBitmap(CBitmap* picture, const CRect& dest, const CPoint& offset = CPoint(),
