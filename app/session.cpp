@@ -286,7 +286,8 @@ std::string Session::title() const {
 
 std::string Session::loadText() const {
     return "load " + host::fixedText(player_.load() * 100.0, 0) + " % - " +
-           std::to_string(player_.lateBlocks()) + " dropouts";
+           std::to_string(player_.lateBlocks()) +
+           (player_.lateBlocks() == 1 ? " dropout" : " dropouts");
 }
 
 }  // namespace app

@@ -11,6 +11,21 @@ namespace {
 
 constexpr uint32_t kRestTime = 800;    // milliseconds
 constexpr uint32_t kFollowTime = 200;  // between two looks at a value that may move
+constexpr CCoord kNear = 30;
+
+// A control and what shows its value beside it, which the user wants to see meanwhile.
+CRect areaAround(const CView& view) {
+    CRect area = view.getViewSize();
+    const auto* const control = dynamic_cast<const CControl*>(&view);
+    if (!control || control->getTag() < 0) return area;
+    const CRect reach = CRect(area).extend(kNear, kNear);
+    view.getFrame()->forEachChild([&](CView* other) {
+        const auto* const twin = dynamic_cast<const CControl*>(other);
+        if (!twin || twin->getTag() != control->getTag()) return;
+        if (reach.rectOverlap(twin->getViewSize())) area.unite(twin->getViewSize());
+    });
+    return area;
+}
 
 }  // namespace
 
@@ -31,7 +46,7 @@ void HoverHelp::left() {
 
 void HoverHelp::show() {
     rest_->setFireTime(kFollowTime);
-    if (view_) tip_->show(describe_(*view_), view_->getViewSize());
+    if (view_) tip_->show(describe_(*view_), areaAround(*view_));
 }
 
 }  // namespace editor

@@ -27,8 +27,8 @@ const FactorySound* factorySound(int program, const std::string& name) {
     return name == kSounds[program].name ? &kSounds[program] : nullptr;
 }
 
-const char* factoryFamily(int program) {
-    return kSounds[program].family;
+const FactorySound& factorySound(int program) {
+    return kSounds[program];
 }
 
 bool readFactoryBank(BankChunk& bank) {

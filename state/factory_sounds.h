@@ -16,8 +16,8 @@ struct FactorySound {
 // What is known of a program; null if the name is not that of the factory sound of this number.
 const FactorySound* factorySound(int program, const std::string& name);
 
-// The family of the factory sound of this number.
-const char* factoryFamily(int program);
+// The factory sound of this number.
+const FactorySound& factorySound(int program);
 
 // Reads the bank that is delivered, into `bank`. False, without a message, when it cannot.
 bool readFactoryBank(state::BankChunk& bank);

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kTabTexts[] = {"Sounds", "Library", "Files"};
 constexpr const char* kHeart = "\u2665";
 constexpr CColor kShade(0, 0, 0, 150);  // over the controls around the panel
-constexpr CCoord kNumberWidth = 18;
+constexpr CCoord kLeastName = 8;        // pixels of the font
 
 // How much of the text's colour is in it.
 constexpr double kEdge = 0.28;
@@ -47,6 +47,15 @@ void drawFitted(CDrawContext& context, const std::string& text, const CRect& are
 }
 
 }  // namespace
+
+bool setFontToFit(CDrawContext& context, const std::string& text, CCoord width) {
+    context.setFont(kNormalFontSmall);
+    for (CCoord size = kNormalFontSmall->getSize();; context.setFont(kNormalFontSmall, size)) {
+        if (context.getStringWidth(text.c_str()) <= width) return true;
+        size -= 0.5;
+        if (size < kLeastName) return false;
+    }
+}
 
 CColor CBrowserView::mixed(double text) const {
     return CColor(between(colors_.back.red, colors_.text.red, text),
@@ -187,28 +196,27 @@ void CBrowserView::drawItem(CDrawContext& context, const CRect& row, int index) 
         context.drawRect(row, kDrawFilled);
     }
     const CColor ink = selected ? colors_.back : mixed(hovered ? 1 : 0.9);
-    CRect text = row;
-    text.left += 2;
+    const bool heart = item.favourite || (hovered && browser_.page() != SoundBrowser::kFiles);
+    CRect text = BrowserLayout::nameIn(row, item, heart);
     if (item.kind == BrowserItem::kProgram) {
         context.setFont(kNormalFontVerySmall);
         context.setFontColor(selected ? colors_.back : mixed(kDim));
-        context.drawString(programNumber(item.program).c_str(),
-                           CRect(text.left, row.top, text.left + kNumberWidth, row.bottom),
-                           kLeftText);
-        text.left += kNumberWidth;
+        context.drawString(
+            programNumber(item.program).c_str(),
+            CRect(text.left - BrowserLayout::kNumberWidth, row.top, text.left, row.bottom),
+            kLeftText);
     }
-    const bool heart = item.favourite || (hovered && browser_.page() != SoundBrowser::kFiles);
     if (heart) {
-        text.right -= 11;
         context.setFont(kNormalFontSmall);
         const CColor quiet = selected ? colors_.back : mixed(onHeart ? 0.9 : kFaint);
         context.setFontColor(item.favourite ? (selected ? colors_.back : colors_.accent) : quiet);
-        context.drawString(item.favourite || onHeart ? kHeart : "\u25CB",
-                           CRect(text.right, row.top, row.right - 1, row.bottom));
+        context.drawString(
+            item.favourite || onHeart ? kHeart : "\u25CB",
+            CRect(row.right - BrowserLayout::kHeartWidth, row.top, row.right - 1, row.bottom));
     }
-    context.setFont(kNormalFontSmall);
+    setFontToFit(context, item.name, text.getWidth());
     context.setFontColor(ink);
-    const std::string name = fitted(context, item.name, text.getWidth() - (item.edited ? 8 : 0));
+    const std::string name = fitted(context, item.name, text.getWidth());
     context.drawString(name.c_str(), text, kLeftText);
     if (!item.edited) return;
     text.left += context.getStringWidth(name.c_str()) + 3;

@@ -21,6 +21,7 @@ constexpr CCoord kFileWidth = 190;
 constexpr int kMostAcross = 8;
 constexpr CCoord kLeastRow = 18;
 constexpr CCoord kMostRow = 24;
+constexpr CCoord kStarWidth = 8;
 
 struct ButtonRow {
     SoundBrowser::Action action;
@@ -122,6 +123,13 @@ CRect BrowserLayout::row(int columnNumber, int number, CCoord scrolled) const {
     const CRect area = column(columnNumber, scrolled);
     const CCoord top = area.top + kHeading + number * rowHeight;
     return {area.left, top, area.right, top + rowHeight};
+}
+
+CRect BrowserLayout::nameIn(const CRect& row, const BrowserItem& item, bool heart) {
+    CRect name = row;
+    name.left += 2 + (item.kind == BrowserItem::kProgram ? kNumberWidth : 0);
+    name.right -= (item.edited ? kStarWidth : 0) + (heart ? kHeartWidth : 0);
+    return name;
 }
 
 }  // namespace editor

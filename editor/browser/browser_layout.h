@@ -20,6 +20,8 @@ struct BrowserLayout {
     static constexpr VSTGUI::CCoord kLeastHeight = 240;
     static constexpr VSTGUI::CCoord kHeading = 24;
     static constexpr VSTGUI::CCoord kGap = 4;
+    static constexpr VSTGUI::CCoord kNumberWidth = 18;
+    static constexpr VSTGUI::CCoord kHeartWidth = 11;
     static constexpr int kTabs = 3;
 
     // Fits into a frame of this size and shows the columns of the browser.
@@ -29,6 +31,8 @@ struct BrowserLayout {
     // The first column begins at the top of the grid, minus what is scrolled.
     VSTGUI::CRect column(int number, VSTGUI::CCoord scrolled) const;
     VSTGUI::CRect row(int column, int number, VSTGUI::CCoord scrolled) const;
+    // The room for the name in a row, beside its number, star and heart.
+    static VSTGUI::CRect nameIn(const VSTGUI::CRect& row, const BrowserItem& item, bool heart);
     VSTGUI::CCoord mostScrolled() const { return std::max(contents - grid.getHeight(), 0.0); }
 
     VSTGUI::CRect panel;

@@ -11,6 +11,7 @@ using namespace VSTGUI;
 namespace {
 
 constexpr CCoord kHeartWidth = 16;
+const CPoint kNowhere(-1, -1);
 
 constexpr struct {
     VirtualKey key;
@@ -55,7 +56,8 @@ CBrowserView::CBrowserView(const CPoint& frame, SoundBrowser& browser, const Bro
       browser_(browser),
       colors_(paler(colors)),
       done_(std::move(done)),
-      otherKey_(std::move(otherKey)) {
+      otherKey_(std::move(otherKey)),
+      pointer_(kNowhere) {
     setWantsFocus(true);
     setWantsIdle(true);
     showSelected();
@@ -67,6 +69,7 @@ void CBrowserView::onIdle() {
 
 void CBrowserView::changed() {
     scrolled_ = std::clamp(scrolled_, 0.0, layout().mostScrolled());
+    hovered_ = placeAt(pointer_);  // what is there may have moved
     invalid();
 }
 
@@ -157,17 +160,14 @@ void CBrowserView::finish() {
 }
 
 CMouseEventResult CBrowserView::onMouseMoved(CPoint& where, const CButtonState&) {
-    const Place place = placeAt(where);
-    if (!(place == hovered_)) {
-        hovered_ = place;
-        invalid();
-    }
+    pointer_ = where;
+    if (!(placeAt(where) == hovered_)) changed();
     return kMouseEventHandled;
 }
 
 CMouseEventResult CBrowserView::onMouseExited(CPoint&, const CButtonState&) {
-    hovered_ = {};
-    invalid();
+    pointer_ = kNowhere;
+    changed();
     return kMouseEventHandled;
 }
 

@@ -16,6 +16,10 @@ struct BrowserColors {
     VSTGUI::CColor accent = VSTGUI::kWhiteCColor;
 };
 
+// Sets the small font in the largest size in which the text fits. Returns false if not even the
+// least size does.
+bool setFontToFit(VSTGUI::CDrawContext& context, const std::string& text, VSTGUI::CCoord width);
+
 // Show it as the modal view of the frame. `done` asks to close it; `otherKey` gets the keys that it
 // does not use.
 class CBrowserView : public VSTGUI::CView {
@@ -72,7 +76,8 @@ class CBrowserView : public VSTGUI::CView {
     const BrowserColors colors_;
     const std::function<void()> done_;
     const OnKey otherKey_;
-    Place hovered_;
+    VSTGUI::CPoint pointer_;
+    Place hovered_;  // by the pointer
     VSTGUI::CCoord scrolled_ = 0;
 };
 

@@ -73,7 +73,7 @@ std::vector<BrowserItem> SoundBrowser::programs() {
         item.edited = isEdited(host_, program);
         const auto* const sound = state::factorySound(program, item.name);
         if (sound) item.character = sound->character;
-        item.family = state::factoryFamily(program);
+        item.family = state::factorySound(program).family;
         if (item.name == kInitName && !item.edited) {
             if (!showInit_ && program != host_.program()) continue;
             item.family = kInitName;

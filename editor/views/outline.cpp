@@ -5,6 +5,19 @@ namespace editor {
 
 using namespace VSTGUI;
 
+namespace {
+
+// Within the edges. Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
+void strokeCircle(CDrawContext& context, CRect edges) {
+    const auto path = owned(context.createGraphicsPath());
+    if (!path) return;
+    const CCoord half = context.getLineWidth() / 2;
+    path->addEllipse(edges.inset(half, half));
+    context.drawGraphicsPath(path, CDrawContext::kPathStroked);
+}
+
+}  // namespace
+
 void COutline::setColor(const CColor& color) {
     if (color == color_) return;
     color_ = color;
@@ -31,10 +44,11 @@ void COutline::surround(const CView* view) {
 void COutline::draw(CDrawContext* context) {
     context->setFrameColor(color_);
     context->setLineWidth(lineWidth_);
-    context->setDrawMode(isRound_ ? kAntiAliasing : kAliasing);
     if (isRound_) {
-        context->drawEllipse(getViewSize(), kDrawStroked);
+        context->setDrawMode(kAntiAliasing | kNonIntegralMode);
+        strokeCircle(*context, getViewSize());
     } else {
+        context->setDrawMode(kAliasing);
         context->drawRect(getViewSize(), kDrawStroked);
     }
     setDirty(false);

@@ -25,6 +25,18 @@ CCoord widthOf(const std::string& line, bool bold) {
     return static_cast<CCoord>(line.size()) * (bold ? kBoldWidth : kPlainWidth);
 }
 
+// Below, or where there is room.
+CPoint cornerBeside(const CRect& around, const CPoint& size, const CPoint& room) {
+    const CPoint centre = around.getCenter();
+    const CPoint last(std::max(room.x - size.x, 0.0), std::max(room.y - size.y, 0.0));
+    const CCoord left = std::clamp(centre.x - size.x / 2, 0.0, last.x);
+    const CCoord top = std::clamp(centre.y - size.y / 2, 0.0, last.y);
+    if (around.bottom + kGap <= last.y) return {left, around.bottom + kGap};
+    if (around.top - kGap >= size.y) return {left, around.top - kGap - size.y};
+    if (around.right + kGap <= last.x) return {around.right + kGap, top};
+    return {std::max(around.left - kGap - size.x, 0.0), top};
+}
+
 }  // namespace
 
 CToolTip::CToolTip() : CView(CRect()) {
@@ -39,15 +51,10 @@ void CToolTip::show(const std::vector<std::string>& lines, const CRect& around) 
     CCoord width = 0;
     for (std::size_t i = 0; i < lines.size(); ++i)
         width = std::max(width, widthOf(lines[i], i == 0));
-    width += 2 * kMarginX;
-    const CCoord height = static_cast<CCoord>(lines.size()) * kLineHeight + 2 * kMarginY;
-
-    const CPoint room = getFrame()->getViewSize().getSize();
-    const CCoord left =
-        std::clamp(around.getCenter().x - width / 2, 0.0, std::max(room.x - width, 0.0));
-    CCoord top = around.bottom + kGap;
-    if (top + height > room.y) top = std::max(around.top - kGap - height, 0.0);
-    setViewSize(CRect(CPoint(left, top), CPoint(width, height)).makeIntegral());
+    const CPoint size(width + 2 * kMarginX,
+                      static_cast<CCoord>(lines.size()) * kLineHeight + 2 * kMarginY);
+    const CPoint corner = cornerBeside(around, size, getFrame()->getViewSize().getSize());
+    setViewSize(CRect(corner, size).makeIntegral());
     setVisible(true);
     invalid();
 }

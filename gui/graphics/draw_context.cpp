@@ -168,8 +168,12 @@ void CDrawContext::drawRoundRect(const CRect& rect, CCoord radius, CDrawStyle st
               RoundedRect{inner, innerRadius}, style);
 }
 
-void CDrawContext::drawGraphicsPath(CGraphicsPath* path, PathDrawMode) {
-    for (const CRect& ellipse : path->ellipses()) drawEllipse(ellipse, kDrawFilled);
+void CDrawContext::drawGraphicsPath(CGraphicsPath* path, PathDrawMode mode) {
+    const CCoord beyond = mode == kPathStroked ? state_.lineWidth / 2 : 0;
+    for (CRect ellipse : path->ellipses()) {
+        ellipse.extend(beyond, beyond);
+        drawEllipse(ellipse, mode == kPathStroked ? kDrawStroked : kDrawFilled);
+    }
 }
 
 void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {

@@ -1,6 +1,7 @@
 // What the sound browser lists, and how one walks through it.
 #include <filesystem>
 
+#include "editor/browser/browser_view.h"
 #include "editor/browser/sound_browser.h"
 #include "editor/browser/sound_files.h"
 #include "state/factory_sounds.h"
@@ -9,6 +10,7 @@
 namespace {
 
 using namespace editor;
+using namespace VSTGUI;
 
 TEST(SoundList, IsSearchedByWordsInAnyCaseAndOrder) {
     BrowserItem item;
@@ -103,6 +105,21 @@ TEST_F(SoundBrowserTest, ListsFamiliesThenOwnSoundsAndHidesWhatIsEmpty) {
     EXPECT_EQ(browser.selected(), -1);
     EXPECT_TRUE(browser.finishTyping());
     EXPECT_EQ(instrument.current, 11);
+}
+
+TEST_F(SoundBrowserTest, CutsNoFactoryNameInTheNarrowestSkin) {
+    open("");  // makes the fonts
+    PixelBuffer pixels(1, 1);
+    CDrawContext context(pixels, pixels.bounds());
+    const CRect row = BrowserLayout(CPoint(1000, 612), browser).row(0, 0, 0);
+    BrowserItem item;
+    item.edited = true;
+    for (int i = 0; i < instrument.programCount(); ++i) {
+        item.name = state::factorySound(i).name;
+        const CRect room = BrowserLayout::nameIn(row, item, true);
+        EXPECT_TRUE(setFontToFit(context, item.name, room.getWidth())) << item.name;
+    }
+    EXPECT_FALSE(setFontToFit(context, std::string(40, 'w'), row.getWidth()));
 }
 
 TEST_F(SoundBrowserTest, KeepsFavouritesForAllInstances) {

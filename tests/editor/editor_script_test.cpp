@@ -182,17 +182,22 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
                 if (menu.getEntry(i)->isChecked()) line += menu.getEntry(i)->getTitle().getString();
             return line;
         });
-        tells("tip", [this](Words) {
-            std::string tip = "none";
+        const auto shownTip = [this] {
+            const editor::CToolTip* tip = nullptr;
             frame().forEachChild([&tip](CView* child) {
-                const auto* const shown = dynamic_cast<editor::CToolTip*>(child);
-                if (!shown || !shown->isVisible()) return;
-                tip.clear();
-                for (const std::string& line : shown->lines())
-                    tip += (tip.empty() ? "" : "|") + line;
+                const auto* const found = dynamic_cast<const editor::CToolTip*>(child);
+                if (found && found->isVisible()) tip = found;
             });
             return tip;
+        };
+        tells("tip", [shownTip](Words) {
+            std::string text;
+            if (!shownTip()) return std::string("none");
+            for (const std::string& line : shownTip()->lines())
+                text += (text.empty() ? "" : "|") + line;
+            return text;
         });
+        tells("tipat", [shownTip](Words) { return described(*shownTip()); });
         tells("view", [this](Words words) { return described(viewOf(words)); });
         tells("value", [this](Words words) {
             return text(dynamic_cast<CControl&>(viewOf(words)).getValue());

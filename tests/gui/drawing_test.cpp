@@ -162,7 +162,10 @@ TEST_F(Drawing, GivesTheKnownBytes) {
     context->setFillColor(CColor(200, 40, 30, 180));
     context->setFrameColor(CColor(30, 220, 90));
     context->setDrawMode(kAntiAliasing);
-    context->drawEllipse(CRect(3, 5, 44, 32), kDrawFilledAndStroked);
+    context->drawEllipse(CRect(3, 5, 44, 32), kDrawFilled);
+    const auto ring = owned(context->createGraphicsPath());
+    ring->addEllipse(CRect(3.5, 5.5, 43.5, 31.5));
+    context->drawGraphicsPath(ring, CDrawContext::kPathStroked);
     context->setLineWidth(2.5);
     context->drawLine(CPoint(1, 38), CPoint(58, 3));
     EXPECT_EQ(headless::hashOf(pixels), 2450346129912770639u);
