@@ -74,7 +74,7 @@ void tone(benchmark::State& state) {
     stages->beginBlock();
     const Signal gains = noise(0.2f);
     const Signal levels = noise(0.3f);
-    const Signal dither = noise(1e-10f);
+    dsp::Random dither;
     engine::BassRows bassRows;
     bassRows.amplitude = noise(0.5f);
     bassRows.sounding = kLongestSegment;
@@ -82,7 +82,7 @@ void tone(benchmark::State& state) {
     for (float& x : bassRows.tone) x = static_cast<float>(random() % 2001) * 0.001f - 1.0f;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         const engine::SectionSums sums{signal.left, signal.right, kLongestSegment};
-        stages->render({sums, bassRows, gains, levels, dither}, sections, kLongestSegment,
+        stages->render({sums, bassRows, gains, 1.0f, levels, dither}, sections, kLongestSegment,
                        signal.left);
         signal.right = signal.left;
     });
@@ -134,7 +134,12 @@ void reverb(benchmark::State& state) {
 void limiter(benchmark::State& state) {
     dsp::PeakLimiter stage;
     timeStage(state, static_cast<float>(state.range(0)) * 0.1f, [&](StereoSignal& signal) {
-        stage.render(signal.left.data(), signal.right.data(), kLongestSegment, 1e-7);
+        float* const left = signal.left.data();
+        float* const right = signal.right.data();
+        dsp::PeakLimiter::Run run;
+        stage.begin(run, {1.0f, 1.0f, 0, nullptr}, left, right, kLongestSegment);
+        for (double& level : run.levels) level = run.follower.tick(level);
+        stage.finish(run, left, right, kLongestSegment, 1e-7, left, right);
     });
 }
 

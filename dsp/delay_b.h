@@ -1,6 +1,7 @@
 // Ring buffer for whole-sample delays, with a working length that can change.
 #pragma once
 
+#include "dsp/lanes/width.h"
 #include "dsp/zeroed_samples.h"
 
 namespace dsp {
@@ -27,6 +28,16 @@ class DelayB {
 
     // readThenWrite for `count` samples in place.
     void exchange(float* signal, int count);
+    // The same without a copy: gives the oldest `count` samples for replacing by whole vectors, or
+    // null if they do not lie in a row; then call skip.
+    float* row(int count) {
+        const bool fits = count % kMostLanes == 0 && index_ + count <= length_;
+        return fits ? &buffer_[index_] : nullptr;
+    }
+    void skip(int count) {
+        index_ += count;
+        if (index_ == length_) index_ = 0;
+    }
 
   private:
     void advance() {

@@ -36,29 +36,26 @@ void FractionalDelay::setDelay(float delaySamples) {
 }
 
 void FractionalDelay::read(float* out, int count) {
+    bool sensitive = false;
     for (int from = 0; from < count;) {
         const int straight = std::min(count - from, size_ - 1 - readIndex_);
-        const float* const line = &buffer_[readIndex_];
-        for (int i = 0; i < straight; ++i) {
-            out[from + i] = line[i] * oneMinusFrac_ + line[i + 1] * frac_;
-        }
+        sensitive |= kernels_.readLine(&buffer_[readIndex_], frac_, straight, out + from);
         readIndex_ += straight;
         from += straight;
-        if (from < count) out[from++] = takeRaw();
+        if (from == count) break;
+        out[from++] = takeRaw();
+        sensitive = true;
     }
-    removeOffsets(out, count);
+    if (sensitive) removeOffsets(out, count);
 }
 
 void FractionalDelay::write(const float* in, int count) {
     while (count > 0) {
         const int straight = std::min(count, size_ - writeIndex_);
         float* const line = &buffer_[writeIndex_];
-        int sensitive = 0;
-        for (int i = 0; i < straight; ++i) {
-            line[i] = in[i];
-            sensitive |= std::fabs(in[i]) < kInsensitive;
+        if (kernels_.writeLine(in, straight, line)) {
+            for (int i = 0; i < straight; ++i) line[i] = withOffset(in[i]);
         }
-        for (int i = 0; i < straight && sensitive; ++i) line[i] = withOffset(in[i]);
         writeIndex_ += straight;
         if (writeIndex_ == size_) writeIndex_ = 0;
         in += straight;
@@ -67,9 +64,7 @@ void FractionalDelay::write(const float* in, int count) {
 }
 
 void FractionalDelay::removeOffsets(float* out, int count) {
-    int sensitive = 0;
-    for (int i = 0; i < count; ++i) sensitive |= !(std::fabs(out[i]) >= kInsensitive);
-    for (int i = 0; i < count && sensitive; ++i) out[i] = withoutOffset(out[i]);
+    for (int i = 0; i < count; ++i) out[i] = withoutOffset(out[i]);
 }
 
 bool FractionalDelay::place(const float* delays, float shortest, int count, Places& places) const {

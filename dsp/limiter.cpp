@@ -2,7 +2,6 @@
 #include "dsp/limiter.h"
 
 #include <algorithm>
-#include <array>
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
@@ -11,7 +10,6 @@
 namespace dsp {
 namespace {
 
-constexpr float kMakeUp = 4.0f;  // a power of two: exact in either precision
 // A follower above this stays normal for a whole run.
 constexpr double kSurelyNormal = 1e-290;
 
@@ -22,58 +20,28 @@ float levelOf(float left, float right) {
 }  // namespace
 
 void PeakLimiter::process(float& left, float& right) {
-    render(&left, &right, 1, 0.0);
+    const double follower = followWithCare(levelOf(left, right));
+    const double gain = follower < kLimiterThreshold ? 1.0 : kernels_.limiterGain(follower);
+    left = static_cast<float>(left * gain * kLimiterMakeUp);
+    right = static_cast<float>(right * gain * kLimiterMakeUp);
 }
 
-int PeakLimiter::render(float* left, float* right, int frames, double quiet) {
-    int quietFrames = 0;
-    for (int from = 0; from < frames; from += kMostFrames) {
-        const int count = std::min(kMostFrames, frames - from);
-        Run run;
-        begin(run, left + from, right + from, count);
-        for (int t = 0; t < count; ++t) run.levels[t] = run.follower.tick(run.levels[t]);
-        quietFrames += finish(run, left + from, right + from, count, quiet);
-    }
-    return quietFrames;
-}
-
-void PeakLimiter::begin(Run& run, const float* left, const float* right, int frames) const {
-    int others = 0;  // nonzero if a level is not finite
-    for (int t = 0; t < frames; ++t) {
-        const float level = levelOf(left[t], right[t]);
-        run.levels[t] = level;
-        others |= !(level <= FLT_MAX);
-    }
+void PeakLimiter::begin(Run& run, const LimiterGain& gain, float* left, float* right,
+                        int frames) const {
+    const bool finite = kernels_.enterLimiter({gain, left, right, run.levels.data(), frames});
     run.follower = follower_;
-    run.plain = others == 0 && follower_.value > kSurelyNormal;
+    run.plain = finite && follower_.value > kSurelyNormal;
 }
 
-int PeakLimiter::finish(Run& run, float* left, float* right, int frames, double quiet) {
-    std::array<double, kMostFrames>& followers = run.levels;
+int PeakLimiter::finish(Run& run, const float* left, const float* right, int frames, double quiet,
+                        float* outLeft, float* outRight) {
     if (run.plain) {
         follower_ = run.follower;
     } else {
-        for (int t = 0; t < frames; ++t) followers[t] = followWithCare(levelOf(left[t], right[t]));
+        for (int t = 0; t < frames; ++t) run.levels[t] = followWithCare(levelOf(left[t], right[t]));
     }
-    double highest = 0.0;
-    int quietFrames = 0;
-    for (int t = 0; t < frames; ++t) {
-        highest = std::max(highest, followers[t]);
-        quietFrames += followers[t] < quiet;
-    }
-    if (highest < kLimiterThreshold) {
-        for (int t = 0; t < frames; ++t) {
-            left[t] *= kMakeUp;
-            right[t] *= kMakeUp;
-        }
-        return quietFrames;
-    }
-    kernels_.holdPeaks(followers.data(), frames);
-    for (int t = 0; t < frames; ++t) {
-        left[t] = static_cast<float>(left[t] * followers[t] * kMakeUp);
-        right[t] = static_cast<float>(right[t] * followers[t] * kMakeUp);
-    }
-    return quietFrames;
+    return kernels_.leaveLimiter(
+        {run.levels.data(), quiet, left, right, outLeft, outRight, frames});
 }
 
 // Keeps an infinite or NaN level out of the follower, and flushes denormals.

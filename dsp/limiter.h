@@ -21,18 +21,18 @@ class PeakLimiter {
     // Limits one frame in place.
     void process(float& left, float& right);
 
-    // Limits `frames` frames in place. Returns the number of frames that leave the follower below
-    // `quiet`.
-    int render(float* left, float* right, int frames, double quiet);
-    // render in three steps for up to kMostFrames: begin, tick `follower` for each of `levels` in
-    // place, finish. The middle one can run beside other work that waits.
+    // Many frames, up to kMostFrames, in three steps: begin scales both sides, which need room for
+    // whole vectors, by a gain before the limiter; then tick `follower` for each of `levels` in
+    // place; finish writes the outputs and returns the number of frames that leave the follower
+    // below `quiet`. The middle one can run beside other work that waits.
     struct Run {
-        std::array<double, kMostFrames> levels{};
+        alignas(kVectorBytes) std::array<double, kMostFrames> levels;
         PeakFollower follower;
         bool plain;
     };
-    void begin(Run& run, const float* left, const float* right, int frames) const;
-    int finish(Run& run, float* left, float* right, int frames, double quiet);
+    void begin(Run& run, const LimiterGain& gain, float* left, float* right, int frames) const;
+    int finish(Run& run, const float* left, const float* right, int frames, double quiet,
+               float* outLeft, float* outRight);
     // Limits silence: the follower falls and the output is zero.
     void renderSilence(float* left, float* right, int frames);
 

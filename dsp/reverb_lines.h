@@ -8,32 +8,37 @@
 
 namespace dsp {
 
-// Ring of a fixed number of samples. Runs must be shorter than the ring.
+// Ring of a fixed number of samples, whose oldest ones are replaced in place.
 template <int kCapacity>
 class ReverbRing {
   public:
     void setSize(int samples) { size_ = std::clamp(samples, kMostFrames, kCapacity); }
     void clear() { std::fill_n(buffer_.begin(), size_, 0.0f); }
 
-    // The oldest samples, for replacing in place: `count` of them, at most `most`, up to where the
-    // memory wraps. Call advance(count) afterwards.
-    float* run(int most, int& count) {
-        count = std::min(most, size_ - index_);
-        return &buffer_[index_];
+    // Gives the oldest `count` samples, at most kMostFrames, in a row with room for whole vectors.
+    // Replace them, then call end with the same count.
+    float* begin(int count) {
+        if (index_ + count > size_) std::copy_n(buffer_.data(), kMostFrames, &buffer_[size_]);
+        float* const row = &buffer_[index_];
+        if (count % kMostLanes != 0) std::copy_n(row + count, kMostLanes, following_.data());
+        return row;
     }
-    void advance(int count) {
+    void end(int count) {
+        if (count % kMostLanes != 0) {
+            std::copy_n(following_.data(), kMostLanes, &buffer_[index_ + count]);
+        }
         index_ += count;
-        if (index_ == size_) index_ = 0;
+        if (index_ < size_) return;
+        if (index_ > size_) std::copy_n(&buffer_[size_], kMostFrames, buffer_.data());
+        index_ -= size_;
     }
-
-    // The oldest `count` samples through a copy, across the wrap. write replaces them and advances.
-    void read(float* out, int count) const;
-    void write(const float* in, int count);
 
   private:
     int size_ = kCapacity;
     int index_ = 0;
-    std::array<float, kCapacity> buffer_{};
+    // A run that wraps goes on in the margin, which holds a copy of the beginning meanwhile.
+    std::array<float, kCapacity + kMostFrames + kMostLanes> buffer_{};
+    std::array<float, kMostLanes> following_{};  // what whole vectors may overwrite after a run
 };
 
 // Sixteen combs, eight for the left and then eight for the right. A low-pass (damping) and a 21 Hz
@@ -55,17 +60,14 @@ class ReverbCombs {
     void mute();               // rings only; the loops' filters keep their state
     void clear();
 
-    // A run takes two steps, because no output depends on an input of the same run: sum writes the
-    // sum of each side, up to kMostFrames at a time; feed gives `in` to all combs and
-    // does other work meanwhile, for which their waits leave room.
+    // A run takes two steps, because no output depends on an input of the same run: begin gives the
+    // outputs, up to kMostFrames at a time; feed gives `in` to all combs and does other work
+    // meanwhile, for which their waits leave room.
     struct Run {
-        static constexpr int kStride = kMostFrames + kMostLanes;
-        alignas(kVectorBytes) std::array<float, CombLanes::kCount * kStride> copies;
         std::array<float*, CombLanes::kCount> rows;
-        std::array<bool, CombLanes::kCount> copied;
         int frames;
     };
-    void sum(Run& run, int frames, float* left, float* right);
+    void begin(Run& run, int frames);
     void feed(Run& run, const float* in, const BesideCombs& beside);
 
   private:
@@ -75,19 +77,6 @@ class ReverbCombs {
 };
 
 // d = ring.read(), out = d - gain x in, ring.write(in + gain x d)
-class ReverbAllpass {
-  public:
-    static constexpr int kLongest = 580;
-
-    void setSize(int samples) { ring_.setSize(samples); }  // up to kLongest
-    void clear() { ring_.clear(); }
-    void render(float* signal, int frames);
-
-  private:
-    static constexpr float kGain = 0.5f;
-
-    const Kernels& kernels_ = kernels();
-    ReverbRing<kLongest> ring_;
-};
+using ReverbAllpass = ReverbRing<580>;
 
 }  // namespace dsp

@@ -36,8 +36,8 @@ ReverbModel::ReverbModel() {
         combs_.setSize(kCombs + i, lengths_.right.combs[i]);
     }
     for (int i = 0; i < kAllpasses; ++i) {
-        leftAllpasses_[i].setSize(lengths_.left.allpasses[i]);
-        rightAllpasses_[i].setSize(lengths_.right.allpasses[i]);
+        allpasses_[i].setSize(lengths_.left.allpasses[i]);
+        allpasses_[kAllpasses + i].setSize(lengths_.right.allpasses[i]);
     }
     update();
 }
@@ -86,33 +86,33 @@ void ReverbModel::update() {
 void ReverbModel::mute() {
     if (isFrozen()) return;
     combs_.mute();
-    for (ReverbAllpass& allpass : leftAllpasses_) allpass.clear();
-    for (ReverbAllpass& allpass : rightAllpasses_) allpass.clear();
+    for (ReverbAllpass& allpass : allpasses_) allpass.clear();
 }
 
 void ReverbModel::clear() {
     combs_.clear();
-    for (ReverbAllpass& allpass : leftAllpasses_) allpass.clear();
-    for (ReverbAllpass& allpass : rightAllpasses_) allpass.clear();
+    for (ReverbAllpass& allpass : allpasses_) allpass.clear();
 }
 
-void ReverbModel::render(Run& run, float* left, float* right, int frames) {
-    alignas(kVectorBytes) std::array<float, kMostFrames + kMostLanes> roomLeft, roomRight;
-    for (int t = 0; t < frames; ++t) run.in[t] = (left[t] + right[t]) * gain_;
-    combs_.sum(run.combs, frames, roomLeft.data(), roomRight.data());
-    for (ReverbAllpass& allpass : leftAllpasses_) allpass.render(roomLeft.data(), frames);
-    for (ReverbAllpass& allpass : rightAllpasses_) allpass.render(roomRight.data(), frames);
-    kernels_.mixRoom({roomLeft.data(), roomRight.data(), wet1_, wet2_, dry_, left, right, frames});
-    countSilence(run.in.data(), left, frames);
+void ReverbModel::render(Run& run, const float* left, const float* right, int frames,
+                         float* outLeft, float* outRight) {
+    combs_.begin(run.combs, frames);
+    std::array<float*, 2 * kAllpasses> allpasses;
+    for (int i = 0; i < 2 * kAllpasses; ++i) allpasses[i] = allpasses_[i].begin(frames);
+    const bool heard =
+        kernels_.runRoom({run.combs.rows.data(), allpasses.data(), gain_, wet1_, wet2_, dry_, left,
+                          right, run.in.data(), outLeft, outRight, frames});
+    for (ReverbAllpass& allpass : allpasses_) allpass.end(frames);
+    countSilence(heard, run.in.data(), outLeft, frames);
 }
 
 // Searches backwards, because the last frame is usually the last one heard.
-void ReverbModel::countSilence(const float* in, const float* out, int frames) {
-    std::int32_t silent = 0;
-    for (int t = frames - 1; t >= 0; --t) {
-        const bool heard = std::fabs(out[t]) > 0.0001f;
+void ReverbModel::countSilence(bool anyHeard, const float* in, const float* out, int frames) {
+    std::int32_t silent = anyHeard ? 0 : frames;
+    for (int t = frames - 1; anyHeard && t >= 0; --t) {
+        const bool heard = std::fabs(out[t]) > kSilentOutput;
         if (!heard) ++silent;
-        if (heard || std::fabs(in[t]) > 0.1f) {
+        if (heard || std::fabs(in[t]) > kSilentInput) {
             silentFrames_ = silent;
             return;
         }

@@ -44,13 +44,14 @@ class ReverbModel {
     void mute();   // empties the lines unless frozen; the combs' filters keep their state
     void clear();  // all states, even when frozen; settings stay
 
-    // Up to kMostFrames in place; both need room for whole vectors. Then call feed once; see
+    // Up to kMostFrames; all rows need room for whole vectors. Then call feed once; see
     // ReverbCombs. Each step gets the same Run.
     struct Run {
         alignas(kVectorBytes) std::array<float, kMostFrames + kMostLanes> in;
         ReverbCombs::Run combs;
     };
-    void render(Run& run, float* left, float* right, int frames);
+    void render(Run& run, const float* left, const float* right, int frames, float* outLeft,
+                float* outRight);
     void feed(Run& run, const BesideCombs& beside) {
         combs_.feed(run.combs, run.in.data(), beside);
     }
@@ -59,7 +60,7 @@ class ReverbModel {
     std::int32_t silentFrames() const { return silentFrames_; }
 
   private:
-    void countSilence(const float* in, const float* out, int frames);
+    void countSilence(bool anyHeard, const float* in, const float* out, int frames);
 
     bool isFrozen() const { return mode_ >= 0.5f; }
 
@@ -78,8 +79,7 @@ class ReverbModel {
     Lengths lengths_{};
 
     ReverbCombs combs_;
-    std::array<ReverbAllpass, kAllpasses> leftAllpasses_;
-    std::array<ReverbAllpass, kAllpasses> rightAllpasses_;
+    std::array<ReverbAllpass, 2 * kAllpasses> allpasses_;  // left, right
 };
 
 }  // namespace dsp

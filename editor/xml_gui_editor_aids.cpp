@@ -113,8 +113,8 @@ void xmlGuiEditor::useKey(KeyboardEvent& event) {
 void xmlGuiEditor::moveFocus(bool back) {
     std::vector<CView*> stops;
     frame->forEachChild([&](CView* view) {
-        const bool isStop = view != aids_->keys && !dynamic_cast<CTextEdit*>(view);
-        if (isStop && view->wantsFocus() && view->isVisible()) stops.push_back(view);
+        if (view == aids_->keys || !view->wantsFocus() || !view->isVisible()) return;
+        if (!dynamic_cast<CTextEdit*>(view)) stops.push_back(view);
     });
     if (stops.empty()) return;
     const auto at = std::find(stops.begin(), stops.end(), frame->getFocusView());

@@ -7,10 +7,9 @@
 namespace engine {
 
 namespace {
-constexpr double kAudible = 1e-07;      // limiter follower
-constexpr float kVoiceGain = 0.23f;     // of the mix while each voice has its own envelope
-constexpr float kSharedGain = 2.5f;     // of the mix with a shared envelope, over the polyphony
-constexpr float kSharedFloor = 1e-10f;  // below it the shared gain counts as 0
+constexpr double kAudible = 1e-07;   // limiter follower
+constexpr float kVoiceGain = 0.23f;  // of the mix while each voice has its own envelope
+constexpr float kSharedGain = 2.5f;  // of the mix with a shared envelope, over the polyphony
 constexpr float kOutputGain = 4.0f;
 
 }  // namespace
@@ -27,7 +26,8 @@ int Engine::render(float* left, float* right, int frames) {
 }
 
 void Engine::endBlock(float* left, float* right, int frames) {
-    const std::int32_t peaks[] = {peakBits(left, frames), peakBits(right, frames)};
+    const std::int32_t peaks[] = {kernels_.peakBits(left, frames),
+                                  kernels_.peakBits(right, frames)};
     if (std::max(peaks[0], peaks[1]) >= kInfinityBits) {
         clearFault();
         std::fill_n(left, frames, 0.0f);
@@ -43,36 +43,35 @@ void Engine::endBlock(float* left, float* right, int frames) {
 void Engine::renderAwake(float* left, float* right, int frames) {
     const int sounding = renderVoices(frames);
     // Passes a non-finite sample straight to endBlock, before a clamp can hide it.
-    if (peakBits(mono_.data(), frames) >= kInfinityBits) {
+    if (kernels_.peakBits(mono_.data(), frames) >= kInfinityBits) {
         std::copy_n(mono_.data(), frames, left);
         std::copy_n(mono_.data(), frames, right);
         return;
     }
-    float* const outputs[] = {stereo_.left.data(), stereo_.right.data()};
     SpringReverb::Run reverb;
     stages_.reverb.render(reverb, stereo_, frames);
-    applyGain(sounding, frames);
+    Signal expression;
+    const bool expresses = !expressionIsFull();
+    for (int t = 0; t < frames && expresses; ++t) expression[t] = tickExpression();
+    // intentional: the volume does not scale the tails after the last voice
+    const dsp::LimiterGain gain = {kOutputGain, volume_, sounding,
+                                   expresses ? expression.data() : nullptr};
+    float* const sides[] = {stereo_.left.data(), stereo_.right.data()};
     dsp::PeakLimiter::Run peaks;
-    limiter_.begin(peaks, outputs[0], outputs[1], frames);
+    limiter_.begin(peaks, gain, sides[0], sides[1], frames);
     stages_.reverb.feed(reverb, peaks.follower, peaks.levels.data(), frames);
-    const int quiet = limiter_.finish(peaks, outputs[0], outputs[1], frames, kAudible);
-    std::copy_n(stereo_.left.data(), frames, left);
-    std::copy_n(stereo_.right.data(), frames, right);
+    const int quiet = limiter_.finish(peaks, sides[0], sides[1], frames, kAudible, left, right);
     countSilence(frames - sounding + quiet);
 }
 
 int Engine::renderVoices(int frames) {
-    // 0..32767 becomes -5e-11..5e-11: 3.05e-15 = 1e-10 / 32768
-    for (int t = 0; t < frames; ++t) {
-        dither_[t] = static_cast<float>(random_.next()) * 3.0517579e-15f - 5e-11f;
-    }
     phases_.render(bendRatio_, sampleRate_, frames, phaseRows_,
                    stages_.chorus.begin(chorusRun_, frames));
     stages_.bass.render(phaseRows_, sections_, frames, bassRows_);
     stages_.upper.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);
-    setVoiceGains(sums_.sounding, frames);
+    const float gainScale = setVoiceGains(sums_.sounding, frames);
     stages_.upper.sectionEnvelope().render(sectionLevels_.data(), frames);
-    renderStereo({sums_, bassRows_, voiceGains_, sectionLevels_, dither_}, frames);
+    renderStereo({sums_, bassRows_, voiceGains_, gainScale, sectionLevels_, random_}, frames);
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
@@ -88,7 +87,7 @@ void Engine::renderStereo(const ToneSources& sources, int frames) {
         return;
     }
     stages_.tone.begin(sources, sections_, frames, mono_);
-    stages_.tone.finish(sources.dither, frames, mono_, [&](const dsp::ToneRun& tone, int from) {
+    stages_.tone.finish(frames, mono_, [&](const dsp::ToneRun& tone, int from) {
         kernels_.runToneAndPhaser(tone, stages_.phaser.run(stereo_, from, tone.frames),
                                   chorus.dryGain());
     });
@@ -97,33 +96,15 @@ void Engine::renderStereo(const ToneSources& sources, int frames) {
 
 // Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels
 // and holds its last value after the last voice.
-void Engine::setVoiceGains(int sounding, int frames) {
+float Engine::setVoiceGains(int sounding, int frames) {
     if (!shared_) {
         voiceGains_.fill(kVoiceGain);
-        return;
+        return 1.0f;
     }
     stages_.upper.envelopeSum(voiceGains_.data(), sounding);
     if (sounding > 0) envelopeSum_ = voiceGains_[sounding - 1];
     std::fill(voiceGains_.begin() + sounding, voiceGains_.begin() + frames, envelopeSum_);
-    const float scale = kSharedGain / static_cast<float>(stages_.upper.polyphony());
-    for (int t = 0; t < frames; ++t) {
-        const float gain = scale * voiceGains_[t];
-        voiceGains_[t] = gain < kSharedFloor ? 0.0f : std::min(gain, 1.0f);
-    }
-}
-
-void Engine::applyGain(int sounding, int frames) {
-    Signal gains;
-    // intentional: the volume does not scale the tails after the last voice
-    std::fill_n(gains.begin(), sounding, volume_);
-    std::fill(gains.begin() + sounding, gains.begin() + frames, 1.0f);
-    if (!expressionIsFull()) {
-        for (int t = 0; t < frames; ++t) gains[t] = gains[t] * tickExpression();
-    }
-    for (int t = 0; t < frames; ++t) {
-        stereo_.left[t] = stereo_.left[t] * kOutputGain * gains[t];
-        stereo_.right[t] = stereo_.right[t] * kOutputGain * gains[t];
-    }
+    return kSharedGain / static_cast<float>(stages_.upper.polyphony());
 }
 
 // A frame counts at most twice, and the engine can only fall asleep at the end of a segment. So a

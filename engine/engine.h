@@ -43,8 +43,8 @@ class Engine : public EngineControls<Stages> {
     // sounds.
     int renderVoices(int frames);
     void renderStereo(const ToneSources& sources, int frames);
-    void setVoiceGains(int sounding, int frames);
-    void applyGain(int sounding, int frames);
+    // Returns their scale; see ToneSources.
+    float setVoiceGains(int sounding, int frames);
     int framesToSleep() const;
 
     const dsp::Kernels& kernels_ = dsp::kernels();
@@ -55,7 +55,6 @@ class Engine : public EngineControls<Stages> {
     SectionSums sums_{};
     Signal voiceGains_{};
     Signal sectionLevels_{};
-    Signal dither_{};
     BassRows bassRows_{};
     Signal mono_{};
     EnsembleChorus::Run chorusRun_{};

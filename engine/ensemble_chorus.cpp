@@ -81,17 +81,28 @@ void EnsembleChorus::modulate(Run& run, int frames) {
         for (int t = 0; t < frames; ++t) slow[t] = slowLfo_.tick();
         for (int t = 0; t < frames; ++t) fast[t] = fastLfo_.tick();
     }
-    Signal& slowDelayed = run.slowDelayed;
-    Signal& fastDelayed = run.fastDelayed;
+    const auto modulateTaps = [&](float depth, float slowDepth, float fastDepth, float* slowDelayed,
+                                  float* fastDelayed) {
+        kernels_.modulateTaps({slow.data(), fast.data(), depth, slowDepth, fastDepth, slowDelayed,
+                               fastDelayed, shortestDelay(), longestDelay(), rows(run.delays),
+                               rows(run.gains), frames});
+    };
+    float* const slowRow = slowRing_.row(frames);
+    float* const fastRow = fastRing_.row(frames);
+    if (slowRow && fastRow) {
+        modulateTaps(kModulationDepth, slowDepth_, fastDepth_, slowRow, fastRow);
+        slowRing_.skip(frames);
+        fastRing_.skip(frames);
+        return;
+    }
+    Signal slowDelayed{}, fastDelayed{};
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;
         fastDelayed[t] = fast[t] = fast[t] * kModulationDepth * fastDepth_;
     }
     slowRing_.exchange(slowDelayed.data(), frames);
     fastRing_.exchange(fastDelayed.data(), frames);
-    kernels_.modulateTaps({slow.data(), fast.data(), slowDelayed.data(), fastDelayed.data(),
-                           shortestDelay(), longestDelay(), rows(run.delays), rows(run.gains),
-                           frames});
+    modulateTaps(1.0f, 1.0f, 1.0f, slowDelayed.data(), fastDelayed.data());
 }
 
 void EnsembleChorus::render(Run& run, const Signal& in, int frames, StereoSignal& out) {

@@ -42,7 +42,7 @@ class EnsembleChorus : public ChorusControl {
     // reaches into the segment, the taps alone before the input is known, and the input afterwards.
     // Before `modulate`, what `begin` returns has to be carried out, unless it is null.
     struct Run {
-        Signal slow, fast, slowDelayed, fastDelayed;
+        Signal slow, fast;
         std::optional<dsp::BesidePhases> modulators;
         std::array<Signal, kTaps> delays, gains, taps;
     };

@@ -8,18 +8,9 @@
 
 namespace engine {
 
-// The largest magnitude among the samples, as the bits of that float. They are in the same order as
-// the numbers, and at or above kInfinityBits exactly if a sample is not finite.
+// Magnitudes are the bits of the float. These are in the same order as the numbers, and at or above
+// kInfinityBits exactly if the float is not finite.
 constexpr std::int32_t kInfinityBits = 0x7F800000;
-inline std::int32_t peakBits(const float* samples, int count) {
-    std::int32_t peak = 0;
-    for (int i = 0; i < count; ++i) {
-        std::int32_t bits;
-        std::memcpy(&bits, samples + i, sizeof bits);
-        peak = std::max(peak, bits & 0x7FFFFFFF);
-    }
-    return peak;
-}
 
 // One thread adds, any thread takes. A peak may be taken twice if both happen at once.
 class PeakSlot {

@@ -120,11 +120,13 @@ void SpringReverb::render(Run& run, StereoSignal& signal, int frames) {
     static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);
     if (!on_) return;
     if (springs()) addSpring(signal, frames, run.side);
-    const Signal busRight = signal.right;
-    reverb_.render(run.room, signal.left.data(), signal.right.data(), frames);
+    StereoSignal room;
+    float* const left = signal.left.data();
+    float* const right = signal.right.data();
+    reverb_.render(run.room, left, right, frames, room.left.data(), room.right.data());
     run.feedback[0] = feedback_ * 0.9f;
     feedback_ = kernels_.leaveRoom(
-        {busRight.data(), signal.left.data(), signal.right.data(), run.feedback.data(), frames});
+        {room.left.data(), room.right.data(), left, right, run.feedback.data(), frames});
 }
 
 void SpringReverb::feed(Run& run, dsp::PeakFollower& follower, double* levels, int frames) {

@@ -69,7 +69,6 @@ void ToneStages::begin(const ToneSources& sources, const Sections& sections, int
     const int bassFrames = std::min(sources.bass.sounding, frames);
     filterSections(sources, sections, true, 0, bassFrames);
     filterSections(sources, sections, false, bassFrames, frames);
-    renderNoise(sources, frames);
     mixSections(sources, sections, frames, mix);
     breathe(frames, mix);
 }
@@ -97,39 +96,26 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
                           &brassBand_[from], &hornBand_[from], until - from});
 }
 
-// A section that is off still adds 0.
 void ToneStages::mixSections(const ToneSources& sources, const Sections& sections, int frames,
                              Signal& mix) {
     const auto levelOf = [&](Section section) {
         return sections.on[section] ? sections.level[section] : 0.0f;
     };
-    const float brass = levelOf(kBrass);
-    const float horn = levelOf(kHorn);
-    const float violin = levelOf(kViolin);
-    const float viola = levelOf(kViola);
-    for (int t = 0; t < frames; ++t) {
-        const float bus = sources.voices.viola[t];
-        float x = 0.0f;
-        x += (bus * 0.15f + brassBand_[t] * 0.684f) * brass;
-        x += (hornBand_[t] * 0.432f + bus * 0.15f) * horn;
-        x += sources.voices.violin[t] * violin;
-        x += bus * viola;
-        x = x * sources.gains[t];
-        mix[t] = (sources.gains[t] == 0.0f ? 0.0f : x) + noise_[t];
-    }
+    sources.random = dsp::Random(kernels_.mixSections(
+        {sources.random.state(), sources.voices.viola.data(), sources.voices.violin.data(),
+         brassBand_.data(), hornBand_.data(), levelOf(kViola), levelOf(kViolin), levelOf(kBrass),
+         levelOf(kHorn), sources.gains.data(), sources.gainScale, sources.sectionLevels.data(),
+         nextNoise(frames), dither_.data(), noise_.data(), mix.data(), frames}));
 }
 
-void ToneStages::renderNoise(const ToneSources& sources, int frames) {
-    for (int t = 0; t < frames;) {
-        noiseIndex_ = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
-        const int straight = std::min(frames - t, static_cast<int>(bowNoise_.size() - noiseIndex_));
-        std::copy_n(&bowNoise_[noiseIndex_], straight, &noise_[t]);
-        noiseIndex_ += straight - 1;
-        t += straight;
-    }
+const float* ToneStages::nextNoise(int frames) {
+    const std::size_t first = noiseIndex_ + 1 < bowNoise_.size() ? noiseIndex_ + 1 : 0;
+    noiseIndex_ = (noiseIndex_ + static_cast<std::size_t>(frames)) % bowNoise_.size();
+    if (first + kRowStride <= bowNoise_.size()) return &bowNoise_[first];
     for (int t = 0; t < frames; ++t) {
-        noise_[t] = (sources.sectionLevels[t] * 0.04f + sources.dither[t]) * noise_[t];
+        noise_[t] = bowNoise_[(first + static_cast<std::size_t>(t)) % bowNoise_.size()];
     }
+    return noise_.data();
 }
 
 // The noise also modulates the corner of the breath filter, one frame ahead.

@@ -9,6 +9,7 @@
 #include "dsp/lanes/tone_runs.h"
 #include "dsp/one_pole.h"
 #include "dsp/output_filter.h"
+#include "dsp/random.h"
 #include "dsp/shelf_tone.h"
 #include "dsp/state_variable_filter.h"
 #include "engine/bass_voice.h"
@@ -21,9 +22,11 @@ namespace engine {
 struct ToneSources {
     const SectionSums& voices;
     const BassRows& bass;
-    const Signal& gains;          // of the mix of the upper sections
+    // Of the mix of the upper sections: the gain is scale x gains, at most 1.
+    const Signal& gains;
+    float gainScale;
     const Signal& sectionLevels;  // scale the bow noise
-    const Signal& dither;
+    dsp::Random& random;          // one draw per frame
 };
 
 class ToneStages {
@@ -48,19 +51,18 @@ class ToneStages {
     // shelf, basses, top cut, output filter.
     void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix) {
         begin(sources, sections, frames, mix);
-        finish(sources.dither, frames, mix,
-               [this](const dsp::ToneRun& run, int) { kernels_.runTone(run); });
+        finish(frames, mix, [this](const dsp::ToneRun& run, int) { kernels_.runTone(run); });
     }
     // The same in two steps. The second hands its runs, in each of which the shelf keeps its step,
     // to `runTone(const dsp::ToneRun&, int from)`.
     void begin(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
     template <typename RunTone>
-    void finish(const Signal& dither, int frames, Signal& mix, const RunTone& runTone) {
+    void finish(int frames, Signal& mix, const RunTone& runTone) {
         for (int from = 0; from < frames;) {
             const int count = std::min(frames - from, shelf_.steadySamples());
             dsp::ShelfTone::Filter shelf = shelf_.filter();
             runTone(dsp::ToneRun{shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_,
-                                 &bass_[from], &dither[from], &mix[from], count},
+                                 &bass_[from], &dither_[from], &mix[from], count},
                     from);
             shelf_.advance(shelf, count);
             from += count;
@@ -72,7 +74,8 @@ class ToneStages {
     void filterSections(const ToneSources& sources, const Sections& sections, bool bassSounds,
                         int from, int until);
     void mixSections(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
-    void renderNoise(const ToneSources& sources, int frames);
+    // The next samples of the bow noise, in a row with room for whole vectors.
+    const float* nextNoise(int frames);
     void breathe(int frames, Signal& mix);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
@@ -84,6 +87,7 @@ class ToneStages {
     std::size_t noiseIndex_ = 0;
     // Signals of the current segment; the basses in the first two lanes.
     std::array<dsp::SectionFloat, kLongestSegment> bass_{};
+    Signal dither_{};
     Signal noise_{};
     Signal brassBand_{};
     Signal hornBand_{};

@@ -9,8 +9,8 @@ void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sectio
                          bool shared, int frames, BassRows& bass, SectionSums& sums) {
     levels_.render(envelopes_, polyphony(), frames, shared);
     sums.sounding = levels_.longest();
-    sums.viola.fill(0.0f);
-    sums.violin.fill(0.0f);
+    std::fill_n(sums.viola.begin(), sums.sounding, 0.0f);
+    std::fill_n(sums.violin.begin(), sums.sounding, 0.0f);
     if (waveform_ == Waveform::kTable) {
         renderTables(bendRatio, shared, sums);
     }

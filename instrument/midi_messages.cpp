@@ -5,8 +5,6 @@ namespace instrument {
 
 namespace {
 
-constexpr int kExpression = 11;
-constexpr int kSustainPedal = 64;
 constexpr int kAllSoundOff = 120;
 constexpr int kResetControllers = 121;
 
@@ -33,11 +31,6 @@ void playController(engine::SoundEngine& engine, int controller, int value) {
 }
 
 }  // namespace
-
-void letGo(engine::SoundEngine& engine, int controller) {
-    if (controller == kExpression) engine.setExpression(1.0f);
-    if (controller == kSustainPedal) engine.setPedal(false);
-}
 
 void playMessage(engine::SoundEngine& engine, const std::uint8_t* message) {
     const int data1 = message[1] & 0x7F;

@@ -10,7 +10,10 @@ namespace instrument {
 constexpr int kControlChange = 0xB0;
 constexpr int kProgramChange = 0xC0;
 
-constexpr int kAllNotesOff = 123;  // controller
+// Controllers.
+constexpr int kExpression = 11;
+constexpr int kSustainPedal = 64;
+constexpr int kAllNotesOff = 123;
 
 // The status without its channel; all channels are equal.
 constexpr int statusOf(const std::uint8_t* message) {
@@ -19,7 +22,11 @@ constexpr int statusOf(const std::uint8_t* message) {
 
 // Resets what the controller's fixed meaning controls: 11 returns to full expression, 64 lifts the
 // pedal. Call it for a controller that is bound to a parameter and so has lost its fixed meaning.
-void letGo(engine::SoundEngine& engine, int controller);
+// Each block calls it for every parameter.
+inline void letGo(engine::SoundEngine& engine, int controller) {
+    if (controller == kExpression) engine.setExpression(1.0f);
+    if (controller == kSustainPedal) engine.setPedal(false);
+}
 
 // Plays a note, a pitch bend or a controller with a fixed meaning; ignores everything else. Only
 // the low seven bits of data bytes count.

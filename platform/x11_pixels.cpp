@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace platform {
 namespace {
@@ -61,14 +62,15 @@ uint32_t X11PixelFormat::packed(uint32_t pixel) const {
 }
 
 // Each row is padded as the server requires.
-void X11PixelFormat::pack(const PixelRows& rows, std::vector<uint8_t>& packedRows) const {
+void X11PixelFormat::pack(const PixelRows& rows, uint8_t* packedRows) const {
     const size_t rowBytes = bytesPerRow(rows.width);
-    packedRows.assign(rowBytes * rows.height, 0);
-    uint8_t* row = packedRows.data();
+    const size_t pixelBytes = static_cast<size_t>(rows.width) * bytesPerPixel_;
+    uint8_t* row = packedRows;
     const uint32_t* from = rows.first;
     for (int y = 0; y < rows.height; ++y, row += rowBytes, from += rows.stride) {
+        std::memset(row + pixelBytes, 0, rowBytes - pixelBytes);
         if (asStored_) {
-            std::memcpy(row, from, static_cast<size_t>(rows.width) * 4);
+            std::memcpy(row, from, pixelBytes);
             continue;
         }
         uint8_t* to = row;
@@ -88,15 +90,17 @@ void X11PixelFormat::put(xcb_connection_t* connection, xcb_window_t window, xcb_
     const size_t limit = size_t{xcb_get_maximum_request_length(connection)} * 4 - kRequestHead;
     const size_t fitting = limit / bytesPerRow(rows.width);
     const int rowsAtOnce = static_cast<int>(std::clamp<size_t>(fitting, 1, rows.height));
-    std::vector<uint8_t> packedRows;
+    const size_t rowBytes = bytesPerRow(rows.width);
+    // Not set to zero first, which would take as long as copying the pixels.
+    const std::unique_ptr<uint8_t[]> packedRows(new uint8_t[rowBytes * rowsAtOnce]);
     for (int y = 0; y < rows.height; y += rowsAtOnce) {
         const PixelRows strip{rows.first + y * rows.stride, rows.stride, rows.width,
                               std::min(rowsAtOnce, rows.height - y)};
-        pack(strip, packedRows);
+        pack(strip, packedRows.get());
         xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, graphics,
                       static_cast<uint16_t>(strip.width), static_cast<uint16_t>(strip.height),
                       static_cast<int16_t>(left), static_cast<int16_t>(top + y), 0, depth_,
-                      static_cast<uint32_t>(packedRows.size()), packedRows.data());
+                      static_cast<uint32_t>(rowBytes * strip.height), packedRows.get());
     }
 }
 

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 namespace platform {
 
@@ -31,7 +30,7 @@ class X11PixelFormat {
 
   private:
     size_t bytesPerRow(int width) const;
-    void pack(const PixelRows& rows, std::vector<uint8_t>& packed) const;
+    void pack(const PixelRows& rows, uint8_t* packedRows) const;
     uint32_t packed(uint32_t pixel) const;
 
     uint32_t masks_[3] = {};  // red, green, blue

@@ -22,6 +22,7 @@ struct Path {
     engine::Signal gains{};
     engine::Signal silence{};
     engine::Signal mix{};
+    dsp::Random dither;  // 146 dB below the impulse
     engine::Sections sections;
 };
 
@@ -49,8 +50,9 @@ ToneCurve toneCurve(const ToneSettings& settings) {
     const int segments =
         static_cast<int>(std::ceil(kSeconds * settings.sampleRate / engine::kLongestSegment));
     for (int segment = 0; segment < segments; ++segment) {
-        path->tone.render({path->voices, path->bass, path->gains, path->silence, path->silence},
-                          path->sections, engine::kLongestSegment, path->mix);
+        path->tone.render(
+            {path->voices, path->bass, path->gains, 1.0f, path->silence, path->dither},
+            path->sections, engine::kLongestSegment, path->mix);
         path->voices.violin[0] = 0.0f;
         for (int t = 0; t < engine::kLongestSegment; ++t) {
             const double x = path->mix[t];

@@ -7,12 +7,15 @@ namespace dsp {
 
 constexpr int kChorusTaps = 3;
 
-// See engine::EnsembleChorus for the formulas.
+// See engine::EnsembleChorus for the formulas. The scaled modulators replace the delayed ones.
 struct ChorusModulation {
     const float* slow;
     const float* fast;
-    const float* slowDelayed;
-    const float* fastDelayed;
+    float scale;  // of both; then each has its depth
+    float slowDepth;
+    float fastDepth;
+    float* slowDelayed;
+    float* fastDelayed;
     float shortest;  // delays in samples
     float longest;
     std::array<float*, kChorusTaps> delays;

@@ -19,14 +19,6 @@ struct alignas(kVectorBytes) CombLanes {
     float feedback = 0.0f;
 };
 
-// `rows` holds the delayed samples of each comb. All rows and sums need room for whole vectors.
-struct CombRows {
-    float* const* rows;
-    float* left;  // receives the sum of the combs
-    float* right;
-    int frames;
-};
-
 // Work that has nothing to do with the combs, but waits for its own previous sample as they do:
 // each filters its row in place.
 struct BesideCombs {
@@ -36,7 +28,8 @@ struct BesideCombs {
     double* followed;
 };
 
-// Replaces the samples in `rows` by the next input of each comb.
+// `rows` holds the delayed samples of each comb, which the next input of each replaces. Rows need
+// room for whole vectors.
 struct CombRun {
     CombLanes& combs;
     const float* in;

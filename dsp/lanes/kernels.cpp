@@ -5,6 +5,7 @@
 #include "dsp/lanes/kernels.h"
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 #ifdef __x86_64__
@@ -12,6 +13,7 @@
 #endif
 
 #include "dsp/module_fm_op.h"
+#include "dsp/random.h"
 #include "dsp/smoother.h"
 
 namespace dsp {

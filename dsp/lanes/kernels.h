@@ -4,6 +4,8 @@
 #include "dsp/lanes/chorus_runs.h"
 #include "dsp/lanes/comb_lanes.h"
 #include "dsp/lanes/delay_taps.h"
+#include "dsp/lanes/limiter_runs.h"
+#include "dsp/lanes/mix_run.h"
 #include "dsp/lanes/room_runs.h"
 #include "dsp/lanes/tone_runs.h"
 #include "dsp/lanes/voice_lanes.h"
@@ -12,11 +14,6 @@ namespace dsp {
 
 // Longest run of a kernel, in frames.
 constexpr int kMostFrames = 64;
-
-// Above -1 dB the limiter compresses by 100 to 1. Its gain is
-// 10^((20 log10(follower) + 1) x -0.0495) = kLimiterHeld x follower^-0.99.
-constexpr double kLimiterThreshold = 0.8912509381337456;  // -1 dB
-constexpr double kLimiterHeld = 0.8922776195878269;       // 10^-0.0495
 
 // One table per instruction set; all give the same bits.
 struct Kernels {
@@ -30,33 +27,39 @@ struct Kernels {
     // lanes, in their order; `sum` needs room for whole vectors. Lanes whose mask is 0 stand.
     void (*runRamps)(LevelRamps& ramps, int frames);
     void (*sumRamps)(LevelRamps& ramps, float* sum, int frames);
-    // The tone path and the phaser; see SectionRun, ToneRun and PhaserRun.
+    // The tone path and the phaser; see SectionRun, MixRun, ToneRun and PhaserRun. mixSections
+    // returns the state of the Random after the last frame.
     void (*runSections)(const SectionRun& run);
+    std::uint32_t (*mixSections)(const MixRun& run);
     void (*runTone)(const ToneRun& run);
     void (*runPhaser)(const PhaserRun& run);
     // Both in one loop, for a phaser of four stages: left and right hold what the chorus' taps
     // give, to which the tone, scaled by -dryGain / 2, is added.
     void (*runToneAndPhaser)(const ToneRun& tone, const PhaserRun& phaser, float dryGain);
-    // A swept delay line: places taps, then reads them. readTaps tells whether any output is below
-    // kInsensitive or NaN.
+    // A delay line: writes and reads a part without a wrap; places taps that sweep, then reads
+    // them. All but placeTaps tell whether any sample is below kInsensitive or NaN.
+    bool (*writeLine)(const float* in, int frames, float* line);
+    bool (*readLine)(const float* line, float fraction, int frames, float* out);
     TapPlaces (*placeTaps)(const DelayTaps& taps);
     bool (*readTaps)(const float* line, const int* index, const float* fraction, int frames,
                      float* out);
     // The ensemble chorus: how each tap is delayed and scaled, and the mix of the taps.
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
-    // The reverb: output and then input of all combs, and one allpass on its line and signal in
-    // place.
-    void (*sumCombs)(const CombRows& run);
-    void (*runCombs)(const CombRun& run);
-    void (*runAllpass)(float* line, float* signal, int frames, float gain);
-    // The spring before the room and the mix after it; see SpringEntry, RoomMix and RoomExit.
+    // The spring before the room, the room, what follows it, and the input of its combs; see
+    // SpringEntry, RoomRun, RoomExit and CombRun. runRoom tells whether any frame may be above
+    // kSilentInput or kSilentOutput.
     void (*enterSpring)(const SpringEntry& run);
-    void (*mixRoom)(const RoomMix& run);
+    bool (*runRoom)(const RoomRun& run);
     float (*leaveRoom)(const RoomExit& run);
-    // Turns the limiter's followers into gains, in place. All must be finite, also those that fill
-    // the last vector.
-    void (*holdPeaks)(double* followers, int frames);
+    void (*runCombs)(const CombRun& run);
+    // The limiter around its follower, and its gain for one follower; see LimiterEntry and
+    // LimiterExit. enterLimiter tells whether all levels are finite.
+    bool (*enterLimiter)(const LimiterEntry& run);
+    int (*leaveLimiter)(const LimiterExit& run);
+    double (*limiterGain)(double follower);
+    // The bits of the largest magnitude. The samples need no room.
+    int (*peakBits)(const float* samples, int count);
 };
 
 enum class InstructionSet { kBaseline, kAvx2, kAvx512 };

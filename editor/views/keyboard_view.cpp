@@ -20,6 +20,7 @@ constexpr CCoord kEdge = 2;   // of the black keys' upper faces
 constexpr CCoord kFront = 5;  // their slope towards the player
 constexpr CCoord kLip = 3;    // the shaded end of a white key
 constexpr CCoord kLabelHeight = 12;
+constexpr CCoord kOverhang = 12;  // of labels and shadows beyond the key
 
 CColor faded(CColor color, int alpha) {
     color.alpha = static_cast<uint8_t>(alpha);
@@ -179,10 +180,17 @@ void CKeyboardView::onKeyboardEvent(KeyboardEvent& event) {
 }
 
 void CKeyboardView::draw(CDrawContext* context) {
+    drawRect(context, getViewSize());
+}
+
+void CKeyboardView::drawRect(CDrawContext* context, const CRect& updateRect) {
     context->setDrawMode(kAliasing);
     for (const bool sharps : {false, true}) {
         for (int key = layout_.first(); key <= layout_.last(); ++key) {
-            if (KeyLayout::isSharp(key) == sharps) drawKey(*context, key);
+            if (KeyLayout::isSharp(key) != sharps) continue;
+            CRect drawn = layout_.area(key);
+            drawn.extend(kOverhang, 0);
+            if (drawn.rectOverlap(updateRect)) drawKey(*context, key);
         }
     }
     drawFelt(*context);

@@ -24,6 +24,7 @@ class CKeyboardView : public VSTGUI::CView {
     void setFrameColor(const VSTGUI::CColor& color) { gapColor_ = color; }
 
     void draw(VSTGUI::CDrawContext* context) override;
+    void drawRect(VSTGUI::CDrawContext* context, const VSTGUI::CRect& updateRect) override;
     void onIdle() override;
     bool removed(VSTGUI::CView* parent) override;
     void takeFocus() override;

@@ -12,6 +12,7 @@ using namespace VSTGUI;
 namespace {
 
 constexpr CCoord kLargestRadius = 5;
+constexpr CCoord kLeastMove = 0.1;  // pixels of the window; less cannot be seen
 
 // Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
 void fillDisc(CDrawContext& context, const CRect& disc) {
@@ -51,10 +52,15 @@ CRect CTapView::discOf(std::size_t tap) const {
 }
 
 void CTapView::draw(CDrawContext* context) {
+    drawRect(context, getViewSize());
+}
+
+void CTapView::drawRect(CDrawContext* context, const CRect& updateRect) {
     const CRect& view = getViewSize();
     for (std::size_t tap = 0; tap < shown_.size(); ++tap) {
         const CRect disc = discOf(tap);
         const CCoord radius = disc.getWidth() / 2;
+        if (disc.bottom + 1 < updateRect.top || disc.top - 1 > updateRect.bottom) continue;
         context->setDrawMode(kAliasing);
         context->setFillColor(rangeColor_);
         const CCoord line = std::floor(disc.top + radius);
@@ -74,11 +80,21 @@ void CTapView::onIdle() {
         shown_ = std::move(now);
         return invalid();
     }
+    const CCoord leastMove = kLeastMove / (getFrame() ? getFrame()->getZoom() : 1);
     for (std::size_t tap = 0; tap < now.size(); ++tap) {
-        if (now[tap] == shown_[tap]) continue;
-        invalidRect(discOf(tap));
-        shown_[tap] = now[tap];
-        invalidRect(discOf(tap));
+        const CRect before = discOf(tap);
+        const float left = std::exchange(shown_[tap], now[tap]);
+        const CRect after = discOf(tap);
+        if (std::abs(after.left - before.left) < leastMove) {
+            shown_[tap] = left;
+            continue;
+        }
+        if (CRect(before).bound(after).isEmpty()) {
+            invalidRect(before);
+            invalidRect(after);
+        } else {
+            invalidRect(CRect(before).unite(after));
+        }
     }
 }
 

@@ -17,6 +17,7 @@ class CTapView : public VSTGUI::CView {
     void setBackColor(const VSTGUI::CColor& color) { rangeColor_ = color; }
 
     void draw(VSTGUI::CDrawContext* context) override;
+    void drawRect(VSTGUI::CDrawContext* context, const VSTGUI::CRect& updateRect) override;
     void onIdle() override;
 
   private:

@@ -3,6 +3,7 @@
 #include "gui/views/frame.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace VSTGUI {
 namespace {
@@ -21,7 +22,8 @@ CControl::CControl(const CRect& size, IControlListener* listener, int32_t tag, C
 }
 
 void CControl::setValue(float value) {
-    value_ = limited(value, getMin(), getMax());
+    const float before = std::exchange(value_, limited(value, getMin(), getMax()));
+    if (value_ != before) mayBeDirty();
 }
 
 void CControl::setValueNormalized(float normalized) {
@@ -45,6 +47,7 @@ void CControl::setMax(float max) {
 
 void CControl::bounceValue() {
     value_ = limited(value_, getMin(), getMax());
+    mayBeDirty();
 }
 
 void CControl::setTag(int32_t tag) {

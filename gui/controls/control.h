@@ -42,7 +42,10 @@ class CControl : public CView {
     float getRange() const { return getMax() - getMin(); }
     virtual void setDefaultValue(float value) { default_ = value; }
     virtual float getDefaultValue() const { return default_; }
-    virtual void setOldValue(float value) { old_ = value; }
+    virtual void setOldValue(float value) {
+        old_ = value;
+        mayBeDirty();
+    }
     virtual float getOldValue() const { return old_; }
     virtual void bounceValue();
 

@@ -100,6 +100,12 @@ class CDrawContext {
     void drawInside(const CRect& viewSize, float alpha, const std::function<void()>& draw);
     // Runs `draw` with its coordinates measured from `origin`.
     void drawFrom(const CPoint& origin, const std::function<void()>& draw);
+    // The part of the buffer that the view may draw.
+    const IntRect& area() const { return state_.limit; }
+    // Draws pixels of the buffer's resolution with their corner there in the buffer.
+    void drawPixels(const PixelBuffer& pixels, int x, int y) {
+        blendPicture(buffer_, state_.clip, pixels, x, y, 255);
+    }
 
   private:
     struct State {

@@ -14,8 +14,10 @@
 #define STBI_NO_STDIO
 #define STBI_ONLY_PNG
 #define STBI_MAX_DIMENSIONS 16384
+#ifndef __clang_analyzer__  // which sees a leak in stb_image where there is none
 #define STB_IMAGE_STATIC
 #define STB_IMAGE_IMPLEMENTATION
+#endif
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wunused-function"
 #include <stb_image.h>

@@ -90,10 +90,13 @@ constexpr uint32_t times255(uint32_t a, uint32_t b) {
     return (product + (product >> 8)) >> 8;
 }
 
-// Multiplies all four bytes of the pixel by alpha / 255.
+// Multiplies all four bytes of the pixel by alpha / 255, as times255 does, two at a time.
 constexpr uint32_t faded(uint32_t pixel, uint32_t alpha) {
-    return times255(pixel >> 24, alpha) << 24 | times255(pixel >> 16 & 255, alpha) << 16 |
-           times255(pixel >> 8 & 255, alpha) << 8 | times255(pixel & 255, alpha);
+    constexpr uint32_t kOther = 0x00FF00FF;  // every other byte, so that products have room
+    constexpr uint32_t kHalves = 0x00800080;
+    const uint32_t low = (pixel & kOther) * alpha + kHalves;
+    const uint32_t high = (pixel >> 8 & kOther) * alpha + kHalves;
+    return ((low + (low >> 8 & kOther)) >> 8 & kOther) | ((high + (high >> 8 & kOther)) & ~kOther);
 }
 
 // Source over destination, both premultiplied.

@@ -54,23 +54,6 @@ inline bool mayMeet(const ThickLine& line, double x, double y) {
            along == CPoint();
 }
 
-// Of all points of the pixel, the one nearest to the ellipse's centre along both axes tells.
-inline bool mayMeet(const Ellipse& ellipse, double x, double y) {
-    const CPoint centre = ellipse.rect.getCenter();
-    return ellipse(std::clamp(centre.x, x - 0.5, x + 0.5), std::clamp(centre.y, y - 0.5, y + 0.5));
-}
-
-// Whether a shape is known to hold the whole pixel with this corner.
-template <typename Shape>
-bool holds(const Shape&, double, double) {
-    return false;
-}
-
-// It is convex, so its corners tell.
-inline bool holds(const Ellipse& ellipse, double x, double y) {
-    return ellipse(x, y) && ellipse(x + 1, y) && ellipse(x, y + 1) && ellipse(x + 1, y + 1);
-}
-
 // `inside(x, y)` tells whether a point in pixel coordinates belongs to the shape.
 template <typename Inside>
 void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
@@ -81,10 +64,6 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
         uint32_t* const row = buffer.row(y);
         for (int x = area.left; x < area.right; ++x) {
             if (!mayMeet(inside, x + 0.5, y + 0.5)) continue;
-            if (holds(inside, x, y)) {
-                row[x] = over(pixel, row[x]);
-                continue;
-            }
             int hits = 0;
             for (int j = 0; j < samples; ++j)
                 for (int i = 0; i < samples; ++i)
@@ -94,6 +73,10 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
         }
     }
 }
+
+// The samples of a line that an ellipse holds are neighbours, so only the ends are looked for.
+void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
+               uint32_t pixel, const Ellipse& ellipse);
 
 struct RoundedRect {
     CRect rect;

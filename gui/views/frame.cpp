@@ -66,12 +66,12 @@ void CFrame::redraw() {
     if (!open_ || drawing_) return;
     drawing_ = true;
     if (!std::exchange(isPrepared_, true)) preparePictures();
-    invalidateIfDirty();
-    const bool isCovered = isCoveredByBackground();
+    if (std::exchange(mayHaveDirtyViews_, false)) invalidateIfDirty();
+    isCovered_ = isCoveredByBackground();
     surface_.redraw(
-        [this, isCovered](CDrawContext& context, const CRect& area) {
+        [this](CDrawContext& context, const CRect& area) {
             // A transparent view must not blend with the previous drawing.
-            if (!isCovered) {
+            if (!isCovered_) {
                 context.setFillColor(kBlackCColor);
                 context.drawRect(area, kDrawFilled);
             }
@@ -145,6 +145,7 @@ bool CFrame::setSize(CCoord width, CCoord height) {
     setViewSize(size.setSize(CPoint(width, height)), false);
     if (!open_) return true;
     surface_.resize(width, height);
+    keptBackground_.forget();
     fitWindow();
     return true;
 }
@@ -152,6 +153,7 @@ bool CFrame::setSize(CCoord width, CCoord height) {
 bool CFrame::setZoom(double zoom) {
     const double before = surface_.zoom();
     surface_.setZoom(zoom);
+    keptBackground_.forget();
     isPrepared_ = false;
     fitWindow();
     input_.scalePosition(before / surface_.zoom());
@@ -193,13 +195,29 @@ bool CFrame::doAfterEventProcessing(std::function<void()>&& function) {
     return input_.afterEvent(std::move(function));
 }
 
+void CFrame::setBackground(CBitmap* background) {
+    CViewContainer::setBackground(background);
+    keptBackground_.forget();
+}
+
+void CFrame::drawBackground(CDrawContext& context, CBitmap& picture) {
+    const CPoint size(getWidth(), getHeight());
+    if (isCovered_ && keptBackground_.draw(context, picture, size, getZoom())) return;
+    CViewContainer::drawBackground(context, picture);
+}
+
 void CFrame::invalid() {
     setDirty(false);
     invalidRect(getViewSize());
 }
 
 void CFrame::invalidRect(const CRect& rect) {
-    if (open_ && isVisible()) surface_.invalidate(rect);
+    if (!open_ || !isVisible()) return;
+    surface_.invalidate(rect);
+    // A view that draws a part of itself while idle moves, and will draw the next part soon.
+    if (calledView_ && getZoom() > 1 && calledView_->getParentView() == this &&
+        calledView_->getViewSize() != rect)
+        keptBackground_.keep(surface_.pixelsOf(calledView_->getViewSize()));
 }
 
 void CFrame::removeIdleView(CView* view) {
@@ -211,11 +229,18 @@ void CFrame::forgetView(CView* view) {
     input_.forgetView(view);
 }
 
+void CFrame::callIdle(CView& view) {
+    const auto alive = shared(&view);
+    calledView_ = &view;
+    view.onIdle();
+    calledView_ = nullptr;
+}
+
 void CFrame::callIdleViews() {
     const auto atStart = idleViews_;  // a view may come and go
     for (CView* const view : atStart)
         if (std::find(idleViews_.begin(), idleViews_.end(), view) != idleViews_.end())
-            shared(view)->onIdle();
+            callIdle(*view);
 }
 
 }  // namespace VSTGUI

@@ -5,6 +5,7 @@
 #include "gui/views/editor_interface.h"
 #include "gui/views/frame_input.h"
 #include "gui/views/frame_surface.h"
+#include "gui/views/kept_background.h"
 #include "gui/views/view_container.h"
 
 #include <functional>
@@ -68,6 +69,7 @@ class CFrame final : public CViewContainer {
     // Runs the function after the current event. Returns false if there is none.
     bool doAfterEventProcessing(std::function<void()>&& function);
 
+    void setBackground(CBitmap* background) override;
     void invalid() override;
     void invalidRect(const CRect& rect) override;
     CPoint& localToFrame(CPoint& point) const override { return point; }
@@ -78,6 +80,7 @@ class CFrame final : public CViewContainer {
     const FrameSurface& surface() const { return surface_; }
     PixelBuffer takePicture() { return surface_.takePicture(); }
     void redraw();
+    void expectDirtyViews() { mayHaveDirtyViews_ = true; }
     void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
     // Hides the pointer until the drag in progress ends. It comes back where it is now.
@@ -91,21 +94,27 @@ class CFrame final : public CViewContainer {
   private:
     ~CFrame() noexcept override = default;
     void callIdleViews();
+    void callIdle(CView& view);
     void fitWindow();
     bool isCoveredByBackground() const;
     void preparePictures() const;
+    void drawBackground(CDrawContext& context, CBitmap& picture) override;
 
     VSTGUIEditorInterface* editor_;
     FrameSurface surface_;
+    KeptBackground keptBackground_;
     FrameInput input_;
     TimerQueue timers_;
     SharedPointer<CVSTGUITimer> idleTimer_;
     std::vector<CView*> idleViews_;
+    CView* calledView_ = nullptr;           // the one that is idle now
     std::unique_ptr<NativeWindow> window_;  // null if headless
     bool open_ = false;
     bool closing_ = false;
     bool serving_ = false;
     bool drawing_ = false;
+    bool isCovered_ = false;  // by the background, while drawing
+    bool mayHaveDirtyViews_ = true;
     bool isPrepared_ = false;  // the pictures have been unpacked for this zoom
 };
 

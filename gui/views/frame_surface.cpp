@@ -34,8 +34,12 @@ void FrameSurface::rebuild() {
     invalidate(CRect(CPoint(), size_));
 }
 
+IntRect FrameSurface::pixelsOf(const CRect& area) const {
+    return allPixelsTouched(scaled(area, zoom_)).common(picture_.bounds());
+}
+
 void FrameSurface::invalidate(const CRect& area) {
-    IntRect wanted = allPixelsTouched(scaled(area, zoom_)).common(picture_.bounds());
+    IntRect wanted = pixelsOf(area);
     if (wanted.isEmpty()) return;
     // Merge areas until none overlap, so that no pixel is drawn twice.
     for (size_t i = 0; i < dirty_.size();) {

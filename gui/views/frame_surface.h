@@ -17,6 +17,7 @@ class FrameSurface {
     void setZoom(double zoom);
     double zoom() const { return zoom_; }
 
+    IntRect pixelsOf(const CRect& area) const;
     void invalidate(const CRect& area);
     // Calls `paint` for each collected area, then `show` for its pixels.
     void redraw(const std::function<void(CDrawContext&, const CRect&)>& paint,

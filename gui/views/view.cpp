@@ -33,10 +33,20 @@ void CView::drawRect(CDrawContext* context, const CRect&) {
     draw(context);
 }
 
+void CView::setDirty(bool dirty) {
+    dirty_ = dirty;
+    if (dirty) mayBeDirty();
+}
+
+void CView::mayBeDirty() {
+    if (frame_) frame_->expectDirtyViews();
+}
+
 void CView::setViewSize(const CRect& size, bool invalidate) {
     if (size_ == size) return;
     if (invalidate) invalid();
     size_ = size;
+    if (parent_) parent_->childMoved();
     if (invalidate) setDirty();
 }
 
@@ -87,6 +97,7 @@ bool CView::attached(CView* parent) {
     parent_ = parent;
     frame_ = parent->getFrame();
     if (frame_ && wantsIdle_) frame_->addIdleView(this);
+    mayBeDirty();
     return true;
 }
 

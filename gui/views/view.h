@@ -54,7 +54,7 @@ class CView : public CBaseObject {
     float getAlphaValue() const { return alpha_; }
 
     // The next idle redraws dirty views. invalid() requests a redraw at once and clears the mark.
-    virtual void setDirty(bool dirty = true) { dirty_ = dirty; }
+    virtual void setDirty(bool dirty = true);
     virtual bool isDirty() const { return dirty_; }
     virtual void invalid();
     virtual void invalidRect(const CRect& rect);
@@ -112,6 +112,10 @@ class CView : public CBaseObject {
     // True for a view that edits text: it gives up the focus on a press elsewhere.
     virtual bool losesFocusOnOutsidePress() const { return false; }
     virtual void invalidateIfDirty();
+    // Call this after whatever may make isDirty() true.
+    void mayBeDirty();
+    // A child has another place.
+    virtual void childMoved() {}
     // Collects this view and those below it that take the mouse at a point of the parent, outermost
     // first.
     virtual void collectMouseViewsAt(const CPoint& where, std::vector<CView*>& found);

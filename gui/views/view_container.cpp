@@ -27,6 +27,7 @@ bool CViewContainer::addView(CView* view, CView* before) {
     if (!view || isChild(view)) return false;
     const auto at = std::find(children_.begin(), children_.end(), before);
     children_.insert(at, owned(view));
+    childMoved();
     if (!isAttached()) return true;
     view->attached(this);
     view->invalid();
@@ -40,6 +41,7 @@ bool CViewContainer::removeView(CView* view, bool withForget) {
     const SharedPointer<CView> alive = *at;
     view->invalid();
     children_.erase(at);
+    childMoved();
     if (pressed_ == view) pressed_ = nullptr;
     if (view->isAttached()) view->removed(this);
     return true;
@@ -93,19 +95,35 @@ void CViewContainer::draw(CDrawContext* context) {
     drawRect(context, getViewSize());
 }
 
+void CViewContainer::drawBackground(CDrawContext& context, CBitmap& picture) {
+    picture.draw(&context, getViewSize());
+}
+
+void CViewContainer::notePlaces() {
+    places_.clear();
+    for (const auto& child : children_) places_.push_back(allPixelsTouched(child->getViewSize()));
+}
+
 void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
     const CRect& size = getViewSize();
     if (CBitmap* const picture = getDrawBackground()) {
-        picture->draw(context, size);
+        drawBackground(*context, *picture);
     } else if (!getTransparency()) {
         context->setFillColor(backgroundColor_);
         context->drawRect(size, kDrawFilled);
     }
     CRect update = updateRect;
     update.offsetInverse(size.getTopLeft());
+    if (!isAttached()) childMoved();  // children do not tell then
     context->drawFrom(size.getTopLeft(), [&] {
         // Of many children, a small area meets few. Drawing may change the list.
+        const IntRect touched = allPixelsTouched(update);
         for (size_t i = 0; i < children_.size(); ++i) {
+            if (places_.size() != children_.size()) notePlaces();
+            const IntRect& place = places_[i];
+            if (place.left >= touched.right || place.right <= touched.left ||
+                place.top >= touched.bottom || place.bottom <= touched.top)
+                continue;
             if (!children_[i]->isVisible()) continue;
             CRect meeting = children_[i]->getViewSize();
             if (meeting.bound(update).isEmpty()) continue;
@@ -131,6 +149,7 @@ void CViewContainer::invalidateIfDirty() {
 
 bool CViewContainer::attached(CView* parent) {
     if (!CView::attached(parent)) return false;
+    childMoved();
     forEachChild([this](CView* child) { child->attached(this); });
     return true;
 }

@@ -1,6 +1,7 @@
 // A view that holds other views, draws them in order and passes mouse events to them.
 #pragma once
 
+#include "gui/graphics/pixel_buffer.h"
 #include "gui/views/view.h"
 
 #include <functional>
@@ -71,7 +72,9 @@ class CViewContainer : public CView {
     void onMouseWheelEvent(MouseWheelEvent& event) override;
 
   protected:
+    virtual void drawBackground(CDrawContext& context, CBitmap& picture);
     void invalidateIfDirty() override;
+    void childMoved() override { places_.clear(); }
     void collectMouseViewsAt(const CPoint& where, std::vector<CView*>& found) override;
 
   private:
@@ -79,7 +82,12 @@ class CViewContainer : public CView {
     bool offerToChildren(MousePositionEvent& event, CView** taker = nullptr);
     CPoint toChildren(const CPoint& where) const { return where - getViewSize().getTopLeft(); }
 
+    void notePlaces();
+
     std::vector<SharedPointer<CView>> children_;
+    // Whole pixels around each child. Drawing a small area reads this instead of every child.
+    // Noted anew if there are none.
+    std::vector<IntRect> places_;
     SharedPointer<CView> pressed_;  // the only child to receive moves and the release
     CColor backgroundColor_ = kBlackCColor;
 };

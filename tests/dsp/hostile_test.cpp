@@ -208,8 +208,11 @@ TEST(Hostile, Effects) {
     for (int i = 0; i < 5000; ++i) ASSERT_EQ(tickReverb(*model, 1e-40f), 0.0f);
     for (const float bad : kHostile) {
         PeakLimiter limiter;
-        float left[] = {0.25f, bad, 0.25f}, right[] = {0.25f, 0.0f, 0.25f};
-        limiter.render(left, right, 3, 0.0);
+        PeakLimiter::Run run;
+        float left[kMostLanes] = {0.25f, bad, 0.25f}, right[kMostLanes] = {0.25f, 0.0f, 0.25f};
+        limiter.begin(run, {1.0f, 1.0f, 3, nullptr}, left, right, 3);
+        for (int t = 0; t < 3; ++t) run.levels[t] = run.follower.tick(run.levels[t]);
+        limiter.finish(run, left, right, 3, 0.0, left, right);
         EXPECT_EQ(left[2], 1.0f);
         EXPECT_TRUE(std::isfinite(limiter.follower()));
     }

@@ -23,7 +23,7 @@ inline void process(ReverbModel& model, float& left, float& right) {
     float lowPassed = 0.0f;
     double followed = 0.0;
     float rows[2][kMostLanes] = {{left}, {right}};
-    model.render(run, rows[0], rows[1], 1);
+    model.render(run, rows[0], rows[1], 1, rows[0], rows[1]);
     left = rows[0][0];
     right = rows[1][0];
     model.feed(run, {lowPass, &lowPassed, follower, &followed});

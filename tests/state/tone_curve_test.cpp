@@ -18,6 +18,7 @@ struct Path {
     engine::SectionSums voices{};
     engine::BassRows bass;
     engine::Signal gains{}, silence{}, mix{};
+    dsp::Random dither;
     engine::Sections sections;
 };
 
@@ -39,8 +40,9 @@ double gainOf(const state::ToneSettings& settings, double hertz) {
         path->voices.viola[at] =
             static_cast<float>(kAmplitude * std::sin(kTwoPi * hertz / kRate * t));
         if (at + 1 < engine::kLongestSegment) continue;
-        path->tone.render({path->voices, path->bass, path->gains, path->silence, path->silence},
-                          path->sections, engine::kLongestSegment, path->mix);
+        path->tone.render(
+            {path->voices, path->bass, path->gains, 1.0f, path->silence, path->dither},
+            path->sections, engine::kLongestSegment, path->mix);
         for (int i = 0; t >= kSteady * engine::kLongestSegment && i <= at; ++i)
             power += double{path->mix[i]} * path->mix[i];
     }

@@ -61,6 +61,7 @@ async function browserShare(browser) {
 const browser = await Browser.start(site);
 await browser.test(async () => {
   await browser.open();
+  await browser.choose("latency", "shortest");  // "automatic" may replace the thread that is measured
   await browser.wake();
   await browser.run(`
     for (const [index, value] of values[0]) quarzel.sound.send("parameter", index, value);

@@ -29,6 +29,7 @@ const kMidi = `
 
 async function open() {
   await browser.open();
+  await browser.choose("latency", "shortest");  // "automatic" may interrupt held notes
   await browser.run(`
     window.played = [];
     const send = quarzel.sound.send.bind(quarzel.sound);

@@ -3,7 +3,7 @@
 // The sound of a short buffer follows the keys at once, but a busy machine fills one too late now and then
 // (an underrun), which clicks. "automatic" begins with the shortest buffers and turns into "steady" by itself.
 // Only the player turns it back, so the page never goes to and fro.
-import { onChosen } from "./programs.js";
+import { onChosen } from "./choices.js";
 import { storedLatency, storeLatency } from "./storage.js";
 
 const kHints = { automatic: "interactive", shortest: "interactive", steady: 0.06 };  // of an AudioContext

@@ -1,5 +1,7 @@
 // The choice of programs, and their files.
 
+import { onChosen } from "./choices.js";
+
 const kPrograms = 128;
 const kLargestFile = 1 << 19;  // bytes
 
@@ -12,17 +14,6 @@ export function handOut(name, bytes) {
   link.download = name;
   link.click();
   setTimeout(() => URL.revokeObjectURL(link.href), 60000);
-}
-
-// Who points at a choice goes on to play: the letters are keys again.
-export function onChosen(select, act) {
-  let pointed = false;
-  select.addEventListener("pointerdown", () => { pointed = true; });
-  select.addEventListener("keydown", () => { pointed = false; });
-  select.addEventListener("change", () => {
-    act();
-    if (pointed) select.blur();
-  });
 }
 
 export class Programs {
