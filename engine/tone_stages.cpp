@@ -85,11 +85,14 @@ void ToneStages::filterSections(const ToneSources& sources, const Sections& sect
     const bool formants = on[2] | on[3];
     const bool rest = from >= sources.voices.sounding && sectionFilters_.formantsRest();
     if (!basses && (!formants || rest)) {
-        std::fill(&bass_[from], &bass_[0] + until, dsp::SectionFloat{});
-        std::fill(&brassBand_[from], &brassBand_[0] + until, 0.0f);
-        std::fill(&hornBand_[from], &hornBand_[0] + until, 0.0f);
+        if (from >= zerosFrom_) return;
+        std::fill(bass_.begin() + from, bass_.end(), dsp::SectionFloat{});
+        std::fill(brassBand_.begin() + from, brassBand_.end(), 0.0f);
+        std::fill(hornBand_.begin() + from, hornBand_.end(), 0.0f);
+        zerosFrom_ = from;
         return;
     }
+    zerosFrom_ = std::max(zerosFrom_, until);
     const dsp::SectionFloat levels = {sections.level[kContrabass], sections.level[kCello]};
     kernels_.runSections({sectionFilters_, on, levels, &sources.bass.tone[BassRows::at(from)],
                           &sources.bass.amplitude[from], &sources.voices.viola[from], &bass_[from],

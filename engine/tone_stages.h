@@ -91,6 +91,7 @@ class ToneStages {
     Signal noise_{};
     Signal brassBand_{};
     Signal hornBand_{};
+    int zerosFrom_ = 0;  // from this frame on, bass_ and both bands hold zeros
     dsp::StateVariableFilter breath_;
     dsp::ShelfTone shelf_;
     dsp::OnePole lowCut_;

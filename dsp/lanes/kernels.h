@@ -47,7 +47,7 @@ struct Kernels {
     void (*modulateTaps)(const ChorusModulation& run);
     void (*mixTaps)(const ChorusMix& run);
     // The spring before the room, the room, what follows it, and the input of its combs; see
-    // SpringEntry, RoomRun, RoomExit and CombRun. runRoom tells whether any frame may be above
+    // SpringEntry, RoomRun, RoomExit and CombRun. runRoom tells whether any frame is above
     // kSilentInput or kSilentOutput.
     void (*enterSpring)(const SpringEntry& run);
     bool (*runRoom)(const RoomRun& run);

@@ -29,8 +29,7 @@ struct LimiterEntry {
 constexpr double kNoLevel = 0.5;  // neither quiet nor above the threshold
 
 // Scales both sides by the limiter's gain, and counts the frames whose follower is below `quiet`.
-// The followers must be finite, also those that fill the
-// last vector.
+// The followers must be finite, also those that fill the last vector.
 struct LimiterExit {
     const double* followers;
     double quiet;
