@@ -291,10 +291,10 @@ void xmlGuiEditor::openControllerMenu(const CPoint& where) {
         lines.push_back("Forget " + boundController(i) + ": " + panelName(i));
         bound.push_back(i);
     }
-    const bool none = bound.empty();
-    lines.emplace_back(none ? "No controller is learnt" : "Forget all");
+    if (!bound.empty()) lines.emplace_back();  // a rule
+    lines.emplace_back(bound.empty() ? "No controller is learnt" : "Forget all");
     popUpMenu(*frame, where, lines, kNoLine, [bound](int line) {
-        const bool all = line == static_cast<int>(bound.size());
+        const bool all = line >= static_cast<int>(bound.size());
         for (int i = 0; i < static_cast<int>(bound.size()); ++i) {
             if (!all && i != line) continue;
             state::controllerMap().bind(bound[i], state::ControllerMap::kUnbound);

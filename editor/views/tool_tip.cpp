@@ -12,7 +12,8 @@ namespace {
 constexpr CCoord kLineHeight = 16;
 constexpr CCoord kMarginX = 8;
 constexpr CCoord kMarginY = 5;
-constexpr CCoord kGap = 6;  // from the control
+constexpr CCoord kGap = 6;       // from the control
+constexpr CCoord kEdgeRoom = 4;  // from the edges of the frame
 constexpr CColor kBack(30, 30, 32);
 constexpr CColor kEdge(110, 110, 116);
 constexpr CColor kTitle(255, 255, 255);
@@ -28,13 +29,13 @@ CCoord widthOf(const std::string& line, bool bold) {
 // Below, or where there is room.
 CPoint cornerBeside(const CRect& around, const CPoint& size, const CPoint& room) {
     const CPoint centre = around.getCenter();
-    const CPoint last(std::max(room.x - size.x, 0.0), std::max(room.y - size.y, 0.0));
-    const CCoord left = std::clamp(centre.x - size.x / 2, 0.0, last.x);
-    const CCoord top = std::clamp(centre.y - size.y / 2, 0.0, last.y);
+    const CPoint last(room.x - size.x - kEdgeRoom, room.y - size.y - kEdgeRoom);
+    const CCoord left = std::max(std::min(centre.x - size.x / 2, last.x), kEdgeRoom);
+    const CCoord top = std::max(std::min(centre.y - size.y / 2, last.y), kEdgeRoom);
     if (around.bottom + kGap <= last.y) return {left, around.bottom + kGap};
-    if (around.top - kGap >= size.y) return {left, around.top - kGap - size.y};
+    if (around.top - kGap - size.y >= kEdgeRoom) return {left, around.top - kGap - size.y};
     if (around.right + kGap <= last.x) return {around.right + kGap, top};
-    return {std::max(around.left - kGap - size.x, 0.0), top};
+    return {std::max(around.left - kGap - size.x, kEdgeRoom), top};
 }
 
 }  // namespace
