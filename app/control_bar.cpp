@@ -26,6 +26,7 @@ constexpr CColor kTextColor(240, 236, 228);
 constexpr CColor kDisabledColor(116, 112, 107);
 constexpr CColor kPlayedColor(214, 178, 110);
 
+constexpr int kTurnsOfWork = 2;
 constexpr CCoord kHeight = 28;  // of the bar, unzoomed like all that follows
 constexpr CCoord kGap = 4;
 constexpr CCoord kUsualWidth = 1104;  // the editor's at 100 %
@@ -229,9 +230,11 @@ void ControlBar::layOut() {
     atRight(time_, kTimeWidth);
     atLeft(line_, right - left);
     frame_->invalid();
+    turnsLeft_ = kTurnsOfWork;
 }
 
 void ControlBar::show(const BarState& state) {
+    turnsLeft_ = kTurnsOfWork;
     const bool hasSong = state.length > 0;
     length_ = state.length;
     play_->setText(state.isPlaying ? "Stop" : "Play");
@@ -245,7 +248,11 @@ void ControlBar::show(const BarState& state) {
     status_->setText(state.status.c_str());
 }
 
+// Drawing may receive events without handling them, so a turn with work is followed by another.
 void ControlBar::idle() {
+    if (cover_ || frame_->hasEvents()) turnsLeft_ = kTurnsOfWork;
+    if (turnsLeft_ == 0) return;
+    --turnsLeft_;
     frame_->idle();
     if (asked_) openMenu();
     for (const auto& action : std::exchange(pending_, {})) action();

@@ -66,7 +66,7 @@ class ControlBar {
 
     void setWidth(int width);  // pixels
     void show(const BarState& state);
-    // Handles events. Actions are called here.
+    // Handles events. Actions are called here. Does nothing if nothing has happened.
     void idle();
     bool wantsKeys() const { return cover_ != nullptr; }
 
@@ -90,6 +90,7 @@ class ControlBar {
     BarButton* panic_;
     VSTGUI::CTextLabel* status_;
     VSTGUI::CView* cover_ = nullptr;              // while a menu is open
+    int turnsLeft_ = 0;                           // for which idle is needed, whatever comes
     BarButton* asked_ = nullptr;                  // its menu is to be opened
     std::vector<std::function<void()>> pending_;  // for the end of idle
 };

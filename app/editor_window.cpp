@@ -63,8 +63,9 @@ bool isSentKey(const xcb_generic_event_t& event) {
 void readEvents(xcb_connection_t* connection, std::chrono::milliseconds patience,
                 std::vector<Event>& events) {
     pollfd state = {xcb_get_file_descriptor(connection), POLLIN, 0};
-    poll(&state, 1, static_cast<int>(patience.count()));
-    while (Event event{xcb_poll_for_event(connection)}) {
+    const bool isReady = poll(&state, 1, static_cast<int>(patience.count())) != 0;
+    const auto next = isReady ? xcb_poll_for_event : xcb_poll_for_queued_event;
+    while (Event event{next(connection)}) {
         if (!isSentKey(*event)) events.push_back(std::move(event));
     }
 }
@@ -233,10 +234,10 @@ bool EditorWindow::serve(std::chrono::milliseconds patience) {
     if (!events.empty() && isRelease(events.back())) readEvents(connection_, kRepeatGap, events);
     // The editor and the bar get the same keys over their own connections. Whether they want keys
     // before or after them tells whose they are.
-    const bool wereWanted = keysAreWanted();
+    const bool wereWanted = !events.empty() && keysAreWanted();
     askEditor(effEditIdle);
     bar_->idle();
-    const bool keysAreTaken = wereWanted || keysAreWanted();
+    const bool keysAreTaken = wereWanted || (!events.empty() && keysAreWanted());
     for (std::size_t i = 0; i < events.size(); ++i) {
         const bool goesOn = i + 1 < events.size() && isRepeat(events[i], events[i + 1]);
         if (!goesOn) handle(*events[i], keysAreTaken);

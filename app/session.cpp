@@ -14,7 +14,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kTurn = 33ms;  // between calls of the editor's idle
+constexpr auto kTurn = 33ms;           // between calls of the editor's idle
+constexpr auto kShowInterval = 200ms;  // between changes of the bar; its clock counts seconds
 constexpr auto kWatchInterval = 500ms;
 constexpr auto kPollInterval = 1s;
 constexpr auto kRetryInterval = 2s;
@@ -23,23 +24,6 @@ constexpr auto kFadePatience = 300ms;
 constexpr double kKeyStep = 5.0;   // seconds of the song
 constexpr int kFirstRate = 48000;  // until a device is open
 constexpr host::HostIdentity kIdentity = {"quarzel", true};
-
-// Tells when a periodic task is due.
-class Every {
-  public:
-    explicit Every(Clock::duration interval) : interval_(interval) {}
-
-    bool isDue() {
-        const auto now = Clock::now();
-        if (now < next_) return false;
-        next_ = now + interval_;
-        return true;
-    }
-
-  private:
-    Clock::duration interval_;
-    Clock::time_point next_;
-};
 
 // The command line comes first, and no part of it is mixed with what was chosen before.
 AudioWish wishOf(const CommandLine& line, const DeviceChoice& chosen) {
@@ -80,7 +64,8 @@ Session::Session(const CommandLine& line, const Surroundings& surroundings)
       keyboard_([this](const host::MidiMessage& message) {
           inbox_.post(MidiInbox::kPlayerLane, message);
       }),
-      actions_(makeActions()) {
+      actions_(makeActions()),
+      show_(kShowInterval) {
     loadState();
     if (line.hasWindow) openWindow();
 }
@@ -118,15 +103,20 @@ BarActions Session::makeActions() {
     BarActions actions;
     actions.playOrPause = [this] {
         player_.songPlays() ? player_.pauseSong() : player_.playSong();
+        show_.hurry();
     };
     actions.restart = [this] {
         player_.moveSongTo(0.0);
         player_.playSong();
+        show_.hurry();
     };
     actions.panic = [this] { silence(); };
-    actions.moveTo = [this](double seconds) { player_.moveSongTo(seconds); };
+    actions.moveTo = [this](double seconds) {
+        player_.moveSongTo(seconds);
+        show_.hurry();
+    };
     const auto moveBy = [this](double seconds) {
-        player_.moveSongTo(player_.songPosition() + seconds);
+        actions_.moveTo(player_.songPosition() + seconds);
     };
     actions.back = [moveBy] { moveBy(-kKeyStep); };
     actions.forward = [moveBy] { moveBy(kKeyStep); };
@@ -142,6 +132,7 @@ BarActions Session::makeActions() {
 
 void Session::silence() {
     player_.pauseSong();
+    show_.hurry();
     keyboard_.releaseAll();
     constexpr host::MidiMessage kAllOff[] = {{0xb0, 64, 0}, {0xb0, 123, 0}, {0xb0, 120, 0}};
     for (const auto& message : kAllOff) inbox_.post(MidiInbox::kPlayerLane, message);
@@ -190,7 +181,7 @@ void Session::run() {
         if (poll.isDue()) midi_.poll();
         if (save.isDue()) saveState();
         if (window_) {
-            showBar();
+            if (show_.isDue()) showBar();
             if (!window_->serve(kTurn)) break;
         } else {
             if (song_ && player_.songHasEnded()) break;

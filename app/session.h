@@ -10,6 +10,7 @@
 #include "app/control_bar.h"
 #include "app/device_choice.h"
 #include "app/editor_window.h"
+#include "app/every.h"
 #include "app/midi_inbox.h"
 #include "app/midi_inputs.h"
 #include "app/player.h"
@@ -62,6 +63,7 @@ class Session {
     MidiInputs midi_;
     ComputerKeyboard keyboard_;
     BarActions actions_;
+    Every show_;  // the bar
     std::optional<EditorWindow> window_;
     AudioFormat format_ = {};
     std::string audioTrouble_;   // why there is no sound; empty if there is

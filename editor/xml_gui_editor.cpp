@@ -167,6 +167,7 @@ void xmlGuiEditor::close() {
     parameterLinks_.clear();
     controls_.clear();
     readOuts_.clear();
+    readsNothing_ = false;
     currentView_ = nullptr;
     currentTag_ = kNoTag;
     skinChanged_ = false;

@@ -198,6 +198,7 @@ class xmlGuiEditor : public AEffGUIEditor,
     int learning_ = state::LearnSlot::kNone;  // the parameter outlined
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> learningEnds_;
     std::vector<CDisplay*> readOuts_;
+    bool readsNothing_ = false;  // and the read-outs say so
 
     std::uint64_t released_ = 0;                  // one bit per parameter whose gesture has ended
     const VSTGUI::CView* currentView_ = nullptr;  // under the pointer or dragged; only compared

@@ -114,10 +114,10 @@ void xmlGuiEditor::idle() {
 // Shows all changes since the last call at once, so a program change does not appear bit by bit.
 void xmlGuiEditor::followChanges() {
     const std::uint64_t changed = host_.takeChangedParameters() | std::exchange(released_, 0);
+    if (changed == 0) return;
     for (int index = 0; index < host_.parameterCount(); ++index) {
         if (changed >> index & 1) followParameter(index);
     }
-    if (changed == 0) return;
     followSwitches();
     showCompare();
 }
@@ -169,6 +169,8 @@ void xmlGuiEditor::writeReadOut() {
     if (readOuts_.empty()) return;
     const bool isLearnTag = currentTag_ > 0 && (currentTag_ & kLearnTagBase) != 0;
     const int index = isLearnTag ? currentTag_ & kLearnTagMask : currentTag_;
+    const bool readsNothing = !host_.isParameter(learning_) && !host_.isParameter(index);
+    if (std::exchange(readsNothing_, readsNothing) && readsNothing) return;
     if (host_.isParameter(learning_)) {
         const std::string request = "move a controller... (Esc)";
         const std::string line = panelName(learning_) + ": " + request;

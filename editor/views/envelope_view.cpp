@@ -56,9 +56,11 @@ void CEnvelopeView::draw(CDrawContext* context) {
 }
 
 void CEnvelopeView::onIdle() {
+    if (!looks_.isDue()) return;
     const Shape now = shape();
     if (now == shown_) return;
     shown_ = now;
+    looks_.becomeOften();
     invalid();
 }
 

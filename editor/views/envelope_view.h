@@ -4,6 +4,7 @@
 #include <array>
 
 #include "editor/editor_host.h"
+#include "editor/views/seldom.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -28,6 +29,7 @@ class CEnvelopeView : public VSTGUI::CView {
     VSTGUI::CColor lineColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor baseColor_ = VSTGUI::kGreyCColor;
     Shape shown_;  // never changes while drawing: one draw() may cover only a part
+    Seldom looks_;
 };
 
 }  // namespace editor

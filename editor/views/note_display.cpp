@@ -32,6 +32,7 @@ void CNoteDisplay::draw(CDrawContext* context) {
 }
 
 void CNoteDisplay::onIdle() {
+    if (!looks_.isDue()) return;
     std::string text = noteText(host_.heldNotes(), host_.lastKey());
     if (text == shown_) return;
     shown_ = std::move(text);

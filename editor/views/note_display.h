@@ -4,6 +4,7 @@
 #include <string>
 
 #include "editor/editor_host.h"
+#include "editor/views/seldom.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -27,6 +28,7 @@ class CNoteDisplay : public VSTGUI::CView {
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
     std::string shown_;  // never changes while drawing: one draw() may cover only a part
+    Seldom looks_;
 };
 
 }  // namespace editor

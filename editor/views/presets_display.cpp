@@ -72,6 +72,10 @@ void CPresetsDisplay::draw(CDrawContext* context) {
 }
 
 void CPresetsDisplay::onIdle() {
+    if (looks_.isDue()) showProgram();
+}
+
+void CPresetsDisplay::showProgram() {
     std::string now = line(host_.program());
     if (now == shown_) return;
     shown_ = std::move(now);
@@ -125,7 +129,7 @@ void CPresetsDisplay::onKeyboardEvent(KeyboardEvent& event) {
 void CPresetsDisplay::step(int by) {
     const int program = std::clamp(host_.program() + by, 0, host_.programCount() - 1);
     if (program != host_.program()) host_.setProgram(program);
-    onIdle();
+    showProgram();
 }
 
 void CPresetsDisplay::openList() {
@@ -149,7 +153,7 @@ void CPresetsDisplay::rename() {
 
 void CPresetsDisplay::valueChanged(CControl*) {
     host_.renameProgram(named_, cutToFit(nameField_->getText().getString(), kLongestName));
-    onIdle();
+    showProgram();
 }
 
 }  // namespace editor

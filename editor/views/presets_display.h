@@ -7,6 +7,7 @@
 #include "editor/browser/browser_view.h"
 #include "editor/editor_host.h"
 #include "editor/views/pop_up_field.h"
+#include "editor/views/seldom.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
@@ -40,6 +41,7 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
   private:
     std::string line(int program) const;
     VSTGUI::CRect textArea() const;
+    void showProgram();
     void step(int by);
     void openList();
     void rename();
@@ -48,8 +50,9 @@ class CPresetsDisplay : public VSTGUI::CView, public VSTGUI::IControlListener {
     const std::function<bool()> browse_;
     VSTGUI::CColor fontColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor backColor_ = VSTGUI::kBlackCColor;
-    int named_ = 0;         // the program whose name is being typed
-    std::string shown_;     // never changes while drawing: one draw() may cover only a part
+    int named_ = 0;      // the program whose name is being typed
+    std::string shown_;  // never changes while drawing: one draw() may cover only a part
+    Seldom looks_;
     double wheelRest_ = 0;  // the part of a notch that has not been used yet
     VSTGUI::SharedPointer<CPopUpField> nameField_;
     // Runs after a click until a second click can no longer follow.

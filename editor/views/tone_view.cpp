@@ -27,9 +27,11 @@ CToneView::CToneView(const CRect& size, EditorHost& host)
 }
 
 void CToneView::onIdle() {
+    if (!looks_.isDue()) return;
     const state::ToneCurve& now = host_.toneCurve();
     if (now.decibels == shown_.decibels) return;
     shown_ = now;
+    looks_.becomeOften();
     invalid();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/editor_host.h"
+#include "editor/views/seldom.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -27,6 +28,7 @@ class CToneView : public VSTGUI::CView {
     VSTGUI::CColor lineColor_ = VSTGUI::kWhiteCColor;
     VSTGUI::CColor baseColor_ = VSTGUI::kGreyCColor;
     state::ToneCurve shown_;  // never changes while drawing: one draw() may cover only a part
+    Seldom looks_;
 };
 
 }  // namespace editor

@@ -59,6 +59,7 @@ bool TimerQueue::contains(const CVSTGUITimer* timer) const {
 }
 
 void TimerQueue::makeCurrent() {
+    if (!openQueues().empty() && openQueues().back() == this) return;
     eraseFrom(openQueues(), this);
     openQueues().push_back(this);
 }

@@ -4,8 +4,6 @@
 namespace VSTGUI {
 namespace {
 
-constexpr int kMostLines = 4;  // of samples in a pixel
-
 // Neighbouring samples of one line. The end is outside.
 struct Samples {
     int begin;
@@ -14,7 +12,8 @@ struct Samples {
 
 // The samples from `first` to `last` that an ellipse holds. A guess that rounding may have put
 // beside an end is corrected.
-Samples samplesAt(double y, const Ellipse& ellipse, int samples, int first, int last) {
+template <int kSamples>  // of a pixel, along each side
+Samples samplesAt(double y, const Ellipse& ellipse, int first, int last) {
     const CRect& rect = ellipse.rect;
     const double w = rect.getWidth();
     const double h = rect.getHeight();
@@ -22,16 +21,16 @@ Samples samplesAt(double y, const Ellipse& ellipse, int samples, int first, int 
     const double dy = (2 * y - rect.top - rect.bottom) * w;
     const double rise = dy * dy;
     const double limit = w * w * h * h;
-    const double share = 1.0 / samples;
+    constexpr double share = 1.0 / kSamples;
     const auto isInside = [&](int sample) {  // as the ellipse itself says
         const double dx = (2 * ((sample + 0.5) * share) - rect.left - rect.right) * h;
         return dx * dx + rise <= limit;
     };
-    const double middle = (rect.left + rect.right) / 2 * samples;
+    const double middle = (rect.left + rect.right) / 2 * kSamples;
     const auto nearest = [&](double sample) {
         return static_cast<int>(std::clamp<double>(sample, first, last - 1));
     };
-    const double half = std::sqrt(std::max(limit - rise, 0.0)) / (2 * h) * samples;
+    const double half = std::sqrt(std::max(limit - rise, 0.0)) / (2 * h) * kSamples;
     int begin = nearest(middle - half + 0.5);
     int end = nearest(middle + half - 0.5);
     // All samples between two that are inside are inside, too.
@@ -49,30 +48,25 @@ Samples samplesAt(double y, const Ellipse& ellipse, int samples, int first, int 
     return {last, first};
 }
 
-}  // namespace
-
-void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
-               uint32_t pixel, const Ellipse& ellipse) {
-    const IntRect area = bounds.common(clip).common(buffer.bounds());
-    if (area.isEmpty()) return;
-    const int samples = antialias ? kMostLines : 1;
-    const int first = area.left * samples;
-    const int last = area.right * samples;
+template <int kSamples>  // of a pixel, along each side
+void fill(PixelBuffer& buffer, const IntRect& area, uint32_t pixel, const Ellipse& ellipse) {
+    const int first = area.left * kSamples;
+    const int last = area.right * kSamples;
     for (int y = area.top; y < area.bottom; ++y) {
-        Samples lines[kMostLines];
+        Samples lines[kSamples];
         Samples any{last, first};
         Samples all{first, last};
-        for (int j = 0; j < samples; ++j) {
-            lines[j] = samplesAt(y + (j + 0.5) / samples, ellipse, samples, first, last);
+        for (int j = 0; j < kSamples; ++j) {
+            lines[j] = samplesAt<kSamples>(y + (j + 0.5) / kSamples, ellipse, first, last);
             any = {std::min(any.begin, lines[j].begin), std::max(any.end, lines[j].end)};
             all = {std::max(all.begin, lines[j].begin), std::min(all.end, lines[j].end)};
         }
         if (any.begin >= any.end) continue;
         uint32_t* const row = buffer.row(y);
-        const int end = (any.end + samples - 1) / samples;
-        const int wholeEnd = all.end / samples;
-        for (int x = any.begin / samples; x < end; ++x) {
-            if (x * samples >= all.begin && x < wholeEnd) {
+        const int end = (any.end + kSamples - 1) / kSamples;
+        const int wholeEnd = all.end / kSamples;
+        for (int x = any.begin / kSamples; x < end; ++x) {
+            if (x * kSamples >= all.begin && x < wholeEnd) {
                 if (pixel >> 24 == 255) {
                     std::fill(row + x, row + wholeEnd, pixel);
                 } else {
@@ -82,14 +76,23 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
                 if (x == end) break;
             }
             int hits = 0;
-            for (int j = 0; j < samples; ++j)
-                hits += std::max(std::min(lines[j].end, (x + 1) * samples) -
-                                     std::max(lines[j].begin, x * samples),
+            for (int j = 0; j < kSamples; ++j)
+                hits += std::max(std::min(lines[j].end, (x + 1) * kSamples) -
+                                     std::max(lines[j].begin, x * kSamples),
                                  0);
-            const int coverage = (hits * 255 + samples * samples / 2) / (samples * samples);
+            const int coverage = (hits * 255 + kSamples * kSamples / 2) / (kSamples * kSamples);
             if (hits) row[x] = over(faded(pixel, coverage), row[x]);
         }
     }
+}
+
+}  // namespace
+
+void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
+               uint32_t pixel, const Ellipse& ellipse) {
+    const IntRect area = bounds.common(clip).common(buffer.bounds());
+    if (area.isEmpty()) return;
+    antialias ? fill<4>(buffer, area, pixel, ellipse) : fill<1>(buffer, area, pixel, ellipse);
 }
 
 }  // namespace VSTGUI

@@ -229,18 +229,14 @@ void CFrame::forgetView(CView* view) {
     input_.forgetView(view);
 }
 
-void CFrame::callIdle(CView& view) {
-    const auto alive = shared(&view);
-    calledView_ = &view;
-    view.onIdle();
-    calledView_ = nullptr;
-}
-
+// A view may come and go meanwhile.
 void CFrame::callIdleViews() {
-    const auto atStart = idleViews_;  // a view may come and go
-    for (CView* const view : atStart)
-        if (std::find(idleViews_.begin(), idleViews_.end(), view) != idleViews_.end())
-            callIdle(*view);
+    for (size_t i = 0; i < idleViews_.size(); ++i) {
+        const auto view = shared(idleViews_[i]);
+        calledView_ = view;
+        view->onIdle();
+        calledView_ = nullptr;
+    }
 }
 
 }  // namespace VSTGUI

@@ -80,6 +80,8 @@ class CFrame final : public CViewContainer {
     const FrameSurface& surface() const { return surface_; }
     PixelBuffer takePicture() { return surface_.takePicture(); }
     void redraw();
+    // Whether idle() may find an event of the window.
+    bool hasEvents() const { return !window_ || window_->hasReports(); }
     void expectDirtyViews() { mayHaveDirtyViews_ = true; }
     void showAgain(const IntRect& area);  // for a window that was covered
     void takeKeyboard();
@@ -94,7 +96,6 @@ class CFrame final : public CViewContainer {
   private:
     ~CFrame() noexcept override = default;
     void callIdleViews();
-    void callIdle(CView& view);
     void fitWindow();
     bool isCoveredByBackground() const;
     void preparePictures() const;

@@ -115,7 +115,7 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
     CRect update = updateRect;
     update.offsetInverse(size.getTopLeft());
     if (!isAttached()) childMoved();  // children do not tell then
-    context->drawFrom(size.getTopLeft(), [&] {
+    const auto drawChildren = [&] {
         // Of many children, a small area meets few. Drawing may change the list.
         const IntRect touched = allPixelsTouched(update);
         for (size_t i = 0; i < children_.size(); ++i) {
@@ -128,10 +128,11 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& updateRect) {
             CRect meeting = children_[i]->getViewSize();
             if (meeting.bound(update).isEmpty()) continue;
             const auto child = children_[i];
-            context->drawInside(child->getViewSize(), child->getAlphaValue(),
-                                [&] { child->drawRect(context, meeting); });
+            const auto draw = [&] { child->drawRect(context, meeting); };
+            context->drawInside(child->getViewSize(), child->getAlphaValue(), std::cref(draw));
         }
-    });
+    };
+    context->drawFrom(size.getTopLeft(), std::cref(drawChildren));
     setDirty(false);
 }
 

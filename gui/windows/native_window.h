@@ -53,6 +53,8 @@ class NativeWindow {
     virtual void showPointer() = 0;
     // Reports what has happened since the last call, where the system does not do so itself.
     virtual void pump() = 0;
+    // Whether there may be anything to report. What flush() has received is not counted.
+    virtual bool hasReports() const { return true; }
 };
 
 // Creates a child window at (0, 0) of the system window `parent`. Returns null on failure.

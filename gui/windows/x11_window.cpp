@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <optional>
 
+#include <poll.h>
+
 namespace VSTGUI {
 namespace {
 
@@ -85,6 +87,7 @@ class X11Window final : public NativeWindow {
     void hidePointer() override;
     void showPointer() override;
     void pump() override;
+    bool hasReports() const override;
 
   private:
     xcb_connection_t* link() const { return connection_.get(); }
@@ -272,6 +275,12 @@ void X11Window::pump() {
         if (isOpen()) handle(*event);
     }
     deliverMotion();
+}
+
+bool X11Window::hasReports() const {
+    if (!isOpen()) return false;
+    pollfd state = {xcb_get_file_descriptor(link()), POLLIN, 0};
+    return poll(&state, 1, 0) != 0;
 }
 
 void X11Window::deliverMotion() {

@@ -103,6 +103,60 @@ TEST_F(GuiTest, TheZoomScalesThePictureAndThePointer) {
     EXPECT_EQ(where, CPoint(165, 150)) << "the pointer has not moved";
 }
 
+SharedPointer<IPlatformBitmap> opaque(int scale) {
+    PixelBuffer pixels = gradient(400 * scale, 300 * scale)->getPlatformBitmap()->pixels().all();
+    const auto picture = makeOwned<IPlatformBitmap>(PictureRows(std::move(pixels), true));
+    picture->setScaleFactor(scale);
+    return picture;
+}
+
+TEST_F(GuiTest, PartsThatAViewRedrawsWhileIdleHaveTheSameBackgroundAsTheWhole) {
+    class Mover : public CView {
+      public:
+        using CView::CView;
+        void onIdle() override { invalidRect(CRect(101, 51, 105 + turn_++, 70)); }
+
+      private:
+        int turn_ = 0;
+    };
+    const auto background = makeOwned<CBitmap>(opaque(1));
+    frame->setBackground(background);
+    frame->setZoom(1.3);
+    auto* const mover = new Mover(CRect(100, 50, 180, 90));
+    mover->setWantsIdle(true);
+    frame->addView(mover);
+    const auto expectTheSame = [&](const char* when) {
+        frame->invalid();
+        frame->redraw();
+        const uint64_t whole = headless::hashOf(headless::picture(*frame));
+        clock.run(*frame, 200);
+        EXPECT_EQ(headless::hashOf(headless::picture(*frame)), whole) << when;
+    };
+    expectTheSame("at first");
+    background->addBitmap(opaque(2));
+    expectTheSame("with a finer picture");
+    frame->setZoom(1.4);
+    expectTheSame("at another zoom");
+}
+
+TEST_F(GuiTest, ViewsThatMoveWhileTheirContainerIsOutAreFoundWhenItIsBack) {
+    auto* const box = new CViewContainer(CRect(0, 0, 100, 100));
+    auto* const view = new CView(CRect(0, 0, 10, 10));
+    view->setBackground(plain(10, 10, kRedCColor));
+    box->addView(view);
+    frame->addView(box);
+    EXPECT_EQ(pixel(5, 5), kRedCColor);
+    frame->removeView(box, false);
+    view->setViewSize(CRect(50, 50, 60, 60));
+    frame->addView(box);
+    EXPECT_EQ(pixel(55, 55), kRedCColor);
+    view->setBackground(plain(10, 10, kBlueCColor));
+    EXPECT_EQ(pixel(55, 55), kBlueCColor);
+    view->setViewSize(CRect(20, 20, 30, 30));
+    EXPECT_EQ(pixel(25, 25), kBlueCColor);
+    EXPECT_EQ(pixel(55, 55), kBlackCColor);
+}
+
 TEST_F(GuiTest, TimersRepeatUntilTheyAreStoppedOrReleased) {
     int calls = 0;
     auto timer = makeOwned<CVSTGUITimer>([&](CVSTGUITimer*) { ++calls; }, 50);
