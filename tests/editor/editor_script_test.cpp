@@ -42,8 +42,10 @@ class EditorScripts : public EditorTest, public testing::WithParamInterface<scri
     }
 
     using Words = std::istream&;
-    void on(const char* name, std::function<void(Words)> act) { player.commands[name] = act; }
-    void tells(const char* name, std::function<std::string(Words)> answer) {
+    void on(const char* name, const std::function<void(Words)>& act) {
+        player.commands[name] = act;
+    }
+    void tells(const char* name, const std::function<std::string(Words)>& answer) {
         player.commands[name] = [this, answer](Words words) { player.say(answer(words)); };
     }
     static int index(Words words) { return static_cast<int>(script::number(words)); }
