@@ -1,12 +1,14 @@
 // Tells when a periodic task is due.
 #pragma once
 
-#include "app/midi_inbox.h"
+#include <chrono>
 
 namespace app {
 
 class Every {
   public:
+    using Clock = std::chrono::steady_clock;
+
     explicit Every(Clock::duration interval) : interval_(interval) {}
 
     bool isDue() {

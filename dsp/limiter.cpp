@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <cstdint>
-#include <cstring>
 
 namespace dsp {
 namespace {

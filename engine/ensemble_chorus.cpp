@@ -95,6 +95,7 @@ void EnsembleChorus::modulate(Run& run, int frames) {
         fastRing_.skip(frames);
         return;
     }
+    // At low rates a ring is shorter than the segment, so what leaves it may just have entered.
     Signal slowDelayed{}, fastDelayed{};
     for (int t = 0; t < frames; ++t) {
         slowDelayed[t] = slow[t] = slow[t] * kModulationDepth * slowDepth_;

@@ -1,7 +1,6 @@
 // Hands the peak of the output from the renderer to whoever shows it.
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstring>

@@ -10,7 +10,7 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CCoord kHeartWidth = 16;
+constexpr CCoord kHeartReach = 16;  // of the pointer, more than is drawn
 const CPoint kNowhere(-1, -1);
 
 constexpr struct {
@@ -107,7 +107,7 @@ CBrowserView::Place CBrowserView::placeAt(const CPoint& where) const {
             const CRect area = now.row(static_cast<int>(i), row, scrolled_);
             if (!area.pointInside(where)) continue;
             const bool onHeart =
-                browser_.page() != SoundBrowser::kFiles && where.x >= area.right - kHeartWidth;
+                browser_.page() != SoundBrowser::kFiles && where.x >= area.right - kHeartReach;
             return {onHeart ? Place::kHeart : Place::kItem, columns[i].first + row};
         }
     }

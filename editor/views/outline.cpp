@@ -1,22 +1,11 @@
 // A coloured line around a control.
 #include "editor/views/outline.h"
 
+#include "editor/views/ellipse_path.h"
+
 namespace editor {
 
 using namespace VSTGUI;
-
-namespace {
-
-// Within the edges. Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
-void strokeCircle(CDrawContext& context, CRect edges) {
-    const auto path = owned(context.createGraphicsPath());
-    if (!path) return;
-    const CCoord half = context.getLineWidth() / 2;
-    path->addEllipse(edges.inset(half, half));
-    context.drawGraphicsPath(path, CDrawContext::kPathStroked);
-}
-
-}  // namespace
 
 void COutline::setColor(const CColor& color) {
     if (color == color_) return;
@@ -46,7 +35,9 @@ void COutline::draw(CDrawContext* context) {
     context->setLineWidth(lineWidth_);
     if (isRound_) {
         context->setDrawMode(kAntiAliasing | kNonIntegralMode);
-        strokeCircle(*context, getViewSize());
+        CRect middle = getViewSize();
+        middle.inset(lineWidth_ / 2, lineWidth_ / 2);  // of the line
+        drawEllipsePath(*context, middle, CDrawContext::kPathStroked);
     } else {
         context->setDrawMode(kAliasing);
         context->drawRect(getViewSize(), kDrawStroked);

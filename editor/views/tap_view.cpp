@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "editor/views/ellipse_path.h"
+
 namespace editor {
 
 using namespace VSTGUI;
@@ -13,14 +15,6 @@ namespace {
 
 constexpr CCoord kLargestRadius = 5;
 constexpr CCoord kLeastMove = 0.1;  // pixels of the window; less cannot be seen
-
-// Avoids drawEllipse, which draws the wrong size in VSTGUI 4.14 on Linux.
-void fillDisc(CDrawContext& context, const CRect& disc) {
-    const auto path = owned(context.createGraphicsPath());
-    if (!path) return;
-    path->addEllipse(disc);
-    context.drawGraphicsPath(path, CDrawContext::kPathFilled);
-}
 
 }  // namespace
 
@@ -68,7 +62,7 @@ void CTapView::drawRect(CDrawContext* context, const CRect& updateRect) {
                           kDrawFilled);
         context->setDrawMode(kAntiAliasing);
         context->setFillColor(tapColor_);
-        fillDisc(*context, disc);
+        drawEllipsePath(*context, disc, CDrawContext::kPathFilled);
     }
     setDirty(false);
 }
