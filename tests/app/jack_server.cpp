@@ -77,11 +77,10 @@ bool JackServer::listen(const char* output) {
     const char** const ports =
         jack_get_ports(client_, output, JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
     if (!ports) return false;
-    if (!jack_port_connected_to(sound_, ports[0])) {
-        jack_connect(client_, ports[0], jack_port_name(sound_));
-    }
+    const bool isConnected = jack_port_connected_to(sound_, ports[0]) ||
+                             jack_connect(client_, ports[0], jack_port_name(sound_)) == 0;
     jack_free(ports);
-    return true;
+    return isConnected;
 }
 
 std::vector<float> JackServer::heard() const {

@@ -26,7 +26,8 @@ class JackServer {
     // Lets this process open only count more clients, like a server that is full.
     static void acceptClients(int count);
 
-    // Connects to the program's output once it exists. Returns whether it does.
+    // Connects to the program's output, which exists before it accepts connections. Returns
+    // whether it is connected.
     bool listen(const char* output = "Quarzel Strings:.*0");
     // Connects MIDI to a program that does not do it itself. Returns false if it has no such port.
     bool feed(const char* input);
