@@ -27,7 +27,8 @@ constexpr CColor kDisabledColor(116, 112, 107);
 constexpr CColor kPlayedColor(214, 178, 110);
 
 constexpr int kTurnsOfWork = 2;
-constexpr CCoord kHeight = 28;  // of the bar, unzoomed like all that follows
+constexpr CCoord kHeight = 28;       // of the bar, unzoomed like all that follows
+constexpr CCoord kLeastHeight = 14;  // a line of text
 constexpr CCoord kGap = 4;
 constexpr CCoord kUsualWidth = 1104;  // the editor's at 100 %
 constexpr CCoord kStatusFrom = 900;   // narrower bars have no status
@@ -146,14 +147,15 @@ class PositionLine : public CView {
     double place_ = -1.0;
 };
 
-int ControlBar::heightFor(int width) {
-    return static_cast<int>(std::lround(kHeight * zoomFor(width)));
+int ControlBar::heightFor(int width, int room) {
+    const double zoom = zoomFor(width);
+    return static_cast<int>(std::lround(std::clamp(room / zoom, kLeastHeight, kHeight) * zoom));
 }
 
-ControlBar::ControlBar(std::uintptr_t parent, int width, const BarActions& actions, Picture picture)
-    : actions_(actions), picture_(std::move(picture)), width_(width) {
+ControlBar::ControlBar(std::uintptr_t parent, const BarActions& actions, Picture picture)
+    : actions_(actions), picture_(std::move(picture)) {
     init(nullptr);
-    frame_ = new CFrame(CRect(0, 0, width, kHeight), nullptr);
+    frame_ = new CFrame(CRect(0, 0, kLeastWidth, kHeight), nullptr);
     frame_->setBackgroundColor(kBackColor);
     const auto later = [this](const std::function<void()>& action) {
         return [this, &action] { pending_.push_back(action); };
@@ -180,7 +182,6 @@ ControlBar::ControlBar(std::uintptr_t parent, int width, const BarActions& actio
     panic_ = addButton("Panic", later(actions.panic));
     status_ = addLabel(kRightText);
     frame_->open(reinterpret_cast<void*>(parent));
-    setWidth(width);
 }
 
 ControlBar::~ControlBar() {
@@ -194,20 +195,24 @@ BarButton* ControlBar::addButton(const char* text, const std::function<void()>& 
     return button;
 }
 
-void ControlBar::setWidth(int width) {
+void ControlBar::setSize(int width, int height) {
     width_ = width;
+    height_ = height;
     frame_->setZoom(zoomFor(width));
-    frame_->setSize(std::ceil(width / frame_->getZoom()), kHeight);
+    frame_->setSize(std::ceil(width / frame_->getZoom()), height / frame_->getZoom());
     layOut();
 }
 
 void ControlBar::layOut() {
     constexpr CCoord kTimeWidth = 86;
     constexpr CCoord kStatusWidth = 136;
+    constexpr CCoord kTextHeight = 12;
+    const CCoord height = frame_->getHeight();
+    const CCoord gap = std::clamp(std::floor((height - kTextHeight) / 2), 1.0, kGap);
     CCoord left = kGap;
     CCoord right = frame_->getWidth() - kGap;
-    const auto place = [](CView* view, CCoord from, CCoord width) {
-        view->setViewSize(CRect(CPoint(from, kGap), CPoint(width, kHeight - 2 * kGap)));
+    const auto place = [&](CView* view, CCoord from, CCoord width) {
+        view->setViewSize(CRect(CPoint(from, gap), CPoint(width, height - 2 * gap)));
         view->setMouseableArea(view->getViewSize());
     };
     const auto atLeft = [&](CView* view, CCoord width) {
@@ -269,7 +274,7 @@ void ControlBar::openMenu() {
     picture->setScaleFactor(zoom);
     cover_ = new CView(CRect(CPoint(), size));
     cover_->setBackground(makeOwned<CBitmap>(picture));
-    frame_->setSize(std::max(size.x, frame_->getWidth()), std::max(size.y, kHeight));
+    frame_->setSize(std::max(size.x, frame_->getWidth()), std::max(size.y, frame_->getHeight()));
     frame_->addView(cover_, frame_->getView(0));
 
     const auto menu = makeOwned<COptionMenu>();
@@ -289,7 +294,7 @@ void ControlBar::openMenu() {
 void ControlBar::closeMenu() {
     frame_->removeView(cover_);
     cover_ = nullptr;
-    setWidth(width_);
+    setSize(width_, height_);
 }
 
 }  // namespace app

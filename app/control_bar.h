@@ -55,16 +55,17 @@ class ControlBar {
     // Returns the pixels of the whole window, or nothing.
     using Picture = std::function<VSTGUI::PixelBuffer()>;
 
-    // The height of a bar of this width. Both are in pixels.
-    static int heightFor(int width);
+    // The height of a bar of this width where `room` is left for it, as far as it can be so low.
+    // All are in pixels.
+    static int heightFor(int width, int room);
 
     // parent is the window's id in the system. The actions must outlive the bar.
-    ControlBar(std::uintptr_t parent, int width, const BarActions& actions, Picture picture);
+    ControlBar(std::uintptr_t parent, const BarActions& actions, Picture picture);
     ~ControlBar();
     ControlBar(const ControlBar&) = delete;
     ControlBar& operator=(const ControlBar&) = delete;
 
-    void setWidth(int width);  // pixels
+    void setSize(int width, int height);  // pixels
     void show(const BarState& state);
     // Handles events. Actions are called here. Does nothing if nothing has happened.
     void idle();
@@ -79,7 +80,8 @@ class ControlBar {
     const BarActions& actions_;
     Picture picture_;
     VSTGUI::CFrame* frame_;
-    int width_;
+    int width_ = 0;
+    int height_ = 0;
     double length_ = 0.0;  // of the song, seconds
     BarButton* restart_;
     BarButton* play_;

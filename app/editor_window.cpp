@@ -88,7 +88,8 @@ EditorWindow::EditorWindow(host::PluginHost& host, ComputerKeyboard& keyboard,
     : host_(host), keyboard_(keyboard), actions_(actions), connection_(connectToDisplay()) {
     create();
     setTitle(host_.name());
-    bar_ = std::make_unique<ControlBar>(window_, width_, actions, [this] { return picture(); });
+    bar_ = std::make_unique<ControlBar>(window_, actions, [this] { return picture(); });
+    bar_->setSize(width_, barHeight());
     host_.onSizeWindow([this](int width, int height) { return resize(width, height); });
     openEditor();
     xcb_map_window(connection_, window_);
@@ -132,9 +133,8 @@ void EditorWindow::create() {
                       XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
     stage_ = xcb_generate_id(connection_);
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, stage_, window_, 0,
-                      static_cast<int16_t>(ControlBar::heightFor(width_)), kBareWidth, kBareHeight,
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL,
-                      values);
+                      static_cast<int16_t>(barHeight()), kBareWidth, kBareHeight, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL, values);
     xcb_map_window(connection_, stage_);
     deleteWindow_ = atom("WM_DELETE_WINDOW");
     const xcb_atom_t protocols = atom("WM_PROTOCOLS");
@@ -158,7 +158,12 @@ void EditorWindow::setSize(int editorWidth, int editorHeight) {
     editorWidth_ = editorWidth;
     editorHeight_ = editorHeight;
     width_ = std::max(editorWidth, ControlBar::kLeastWidth);
-    height_ = editorHeight + ControlBar::heightFor(width_);
+    height_ = editorHeight + ControlBar::heightFor(width_, roomBeside(editorHeight));
+}
+
+int EditorWindow::roomBeside(int editorHeight) const {
+    if (!display_) return INT16_MAX;
+    return display_->height - platform::kTitleBar - editorHeight;
 }
 
 // Only the editor resizes the window.
@@ -175,19 +180,19 @@ void EditorWindow::announce() {
 
 bool EditorWindow::resize(int width, int height) {
     if (width < 1 || height < 1 || width > INT16_MAX) return false;
-    if (height > INT16_MAX - ControlBar::heightFor(width)) return false;
+    if (height > INT16_MAX - ControlBar::heightFor(width, INT16_MAX)) return false;
     setSize(width, height);
     announce();
     const uint32_t size[] = {static_cast<uint32_t>(width_), static_cast<uint32_t>(height_)};
     xcb_configure_window(connection_, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          size);
-    const uint32_t stage[] = {static_cast<uint32_t>(ControlBar::heightFor(width_)),
-                              static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
+    const uint32_t stage[] = {static_cast<uint32_t>(barHeight()), static_cast<uint32_t>(width),
+                              static_cast<uint32_t>(height)};
     xcb_configure_window(connection_, stage_,
                          XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          stage);
     xcb_flush(connection_);
-    bar_->setWidth(width_);
+    bar_->setSize(width_, barHeight());
     return true;
 }
 

@@ -5,12 +5,14 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <xcb/xcb.h>
 
 #include "app/control_bar.h"
 #include "host/plugin_host.h"
+#include "platform/display.h"
 
 namespace app {
 
@@ -39,6 +41,8 @@ class EditorWindow {
     void announce();
     void openEditor();
     void setSize(int editorWidth, int editorHeight);
+    int roomBeside(int editorHeight) const;  // pixels that the screen leaves for the bar
+    int barHeight() const { return height_ - editorHeight_; }
     bool resize(int width, int height);
     VSTGUI::PixelBuffer picture() const;
     void listenBelow(xcb_window_t window);
@@ -52,6 +56,7 @@ class EditorWindow {
     host::PluginHost& host_;
     ComputerKeyboard& keyboard_;
     const BarActions& actions_;
+    const std::optional<platform::Display> display_ = platform::mainDisplay();
     xcb_connection_t* connection_;
     xcb_window_t window_ = 0;
     xcb_window_t stage_ = 0;  // the editor's place in the window

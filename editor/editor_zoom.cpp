@@ -39,9 +39,8 @@ int nearestStep(double factor) {
 }
 
 double largestZoomOn(const platform::Display& display, const VSTGUI::CPoint& size) {
-    constexpr int kTitleBar = 36;  // pixels
     const double fits = std::min(display.width / std::max(size.x, 1.0),
-                                 (display.height - kTitleBar) / std::max(size.y, 1.0));
+                                 (display.height - platform::kTitleBar) / std::max(size.y, 1.0));
     return std::max(std::floor(fits * 100) / 100, 1.0);
 }
 

@@ -11,6 +11,9 @@ struct Display {
     double scale;  // 1 is the usual size
 };
 
+// About the height of the title of a window, in pixels.
+constexpr int kTitleBar = 36;
+
 // Nothing if there is none, or if the system does not tell.
 std::optional<Display> mainDisplay();
 

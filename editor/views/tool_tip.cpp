@@ -2,6 +2,7 @@
 #include "editor/views/tool_tip.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace editor {
 
@@ -19,8 +20,8 @@ constexpr CColor kEdge(110, 110, 116);
 constexpr CColor kTitle(255, 255, 255);
 constexpr CColor kText(205, 205, 208);
 
-// Generous: there is no context to measure with before the first drawing.
-CCoord widthOf(const std::string& line, bool bold) {
+// Generous: there is no context to measure with before drawing, which then takes what it needs.
+CCoord mostWidthOf(const std::string& line, bool bold) {
     constexpr CCoord kBoldWidth = 6.6;
     constexpr CCoord kPlainWidth = 5.75;
     return static_cast<CCoord>(line.size()) * (bold ? kBoldWidth : kPlainWidth);
@@ -49,9 +50,10 @@ void CToolTip::show(const std::vector<std::string>& lines, const CRect& around) 
     if (!getFrame() || lines.empty() || (isVisible() && lines == lines_)) return;
     hide();
     lines_ = lines;
+    around_ = around;
     CCoord width = 0;
     for (std::size_t i = 0; i < lines.size(); ++i)
-        width = std::max(width, widthOf(lines[i], i == 0));
+        width = std::max(width, mostWidthOf(lines[i], i == 0));
     const CPoint size(width + 2 * kMarginX,
                       static_cast<CCoord>(lines.size()) * kLineHeight + 2 * kMarginY);
     const CPoint corner = cornerBeside(around, size, getFrame()->getViewSize().getSize());
@@ -66,8 +68,29 @@ void CToolTip::hide() {
     setVisible(false);
 }
 
+void CToolTip::chooseFont(CDrawContext& context, bool isTitle) {
+    context.setFont(kNormalFontSmall, 0, isTitle ? kBoldFace : kNormalFace);
+    context.setFontColor(isTitle ? kTitle : kText);
+}
+
+// As wide as the words, within the view.
+CRect CToolTip::box(CDrawContext& context) const {
+    CCoord width = 0;
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        chooseFont(context, i == 0);
+        width = std::max(width, context.getStringWidth(lines_[i].c_str()));
+    }
+    CRect box = getViewSize();
+    const CCoord spare = std::max(box.getWidth() - std::ceil(width + 2 * kMarginX), 0.0);
+    const CPoint size(box.getWidth() - spare, box.getHeight());
+    const CPoint corner = cornerBeside(around_, size, getFrame()->getViewSize().getSize());
+    box.left += std::clamp(std::floor(corner.x) - box.left, 0.0, spare);
+    box.setWidth(size.x);
+    return box;
+}
+
 void CToolTip::draw(CDrawContext* context) {
-    const CRect& view = getViewSize();
+    const CRect view = box(*context);
     context->setDrawMode(kAliasing);
     context->setFillColor(kBack);
     context->setFrameColor(kEdge);
@@ -75,8 +98,7 @@ void CToolTip::draw(CDrawContext* context) {
     CRect row(view.left + kMarginX, view.top + kMarginY, view.right,
               view.top + kMarginY + kLineHeight);
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-        context->setFont(kNormalFontSmall, 0, i == 0 ? kBoldFace : kNormalFace);
-        context->setFontColor(i == 0 ? kTitle : kText);
+        chooseFont(*context, i == 0);
         context->drawString(lines_[i].c_str(), row, kLeftText);
         row.offset(0, kLineHeight);
     }

@@ -21,7 +21,11 @@ class CToolTip : public VSTGUI::CView {
     void draw(VSTGUI::CDrawContext* context) override;
 
   private:
+    static void chooseFont(VSTGUI::CDrawContext& context, bool isTitle);
+    VSTGUI::CRect box(VSTGUI::CDrawContext& context) const;
+
     std::vector<std::string> lines_;
+    VSTGUI::CRect around_;
 };
 
 }  // namespace editor
