@@ -42,16 +42,17 @@ void CEnvelopeView::draw(CDrawContext* context) {
     const CPoint released(settled.x + area.getWidth() * kHeld, held);
     const CPoint silent(released.x + width(shown_[3]), floor);
 
+    context->setDrawMode(kAliasing);
+    context->setFillColor(baseColor_);
+    context->drawRect(CRect(area.left, floor, area.right, floor + 1), kDrawFilled);
     context->setDrawMode(kAntiAliasing | kNonIntegralMode);
-    context->setLineWidth(1);
-    context->setFrameColor(baseColor_);
-    context->drawLine(CPoint(area.left, floor), CPoint(area.right, floor));
     context->setLineWidth(kLineWidth);
     context->setFrameColor(lineColor_);
-    context->drawLine(CPoint(area.left, floor), peak);
-    context->drawLine(peak, settled);
-    context->drawLine(settled, released);
-    context->drawLine(released, silent);
+    const auto line = owned(context->createGraphicsPath());
+    if (!line) return;
+    line->beginSubpath(CPoint(area.left, floor));
+    for (const CPoint& point : {peak, settled, released, silent}) line->addLine(point);
+    context->drawGraphicsPath(line, CDrawContext::kPathStroked);
     setDirty(false);
 }
 

@@ -13,7 +13,6 @@ namespace {
 constexpr double kTop = 18;      // dB
 constexpr double kBottom = -42;  // dB
 constexpr CCoord kLineWidth = 2;
-constexpr CCoord kOverlap = 0.4;  // of the pieces of the line, which hides their joints
 constexpr CCoord kLabelWidth = 24;
 constexpr CCoord kLabelHeight = 10;
 constexpr uint8_t kLabelAlpha = 170;  // quieter than the curve
@@ -87,19 +86,20 @@ void CToneView::draw(CDrawContext* context) {
     context->setDrawMode(kAntiAliasing | kNonIntegralMode);
     context->setLineWidth(kLineWidth);
     context->setFrameColor(lineColor_);
+    const auto line = owned(context->createGraphicsPath());
+    if (!line) return;
+    bool isOpen = false;
     for (std::size_t i = 1; i < curve.size(); ++i) {
-        if (std::max(curve[i - 1], curve[i]) < kBottom) continue;
+        const bool isBelow = std::max(curve[i - 1], curve[i]) < kBottom;
         const auto at = [&](std::size_t point) {
             const double share = static_cast<double>(point) / (curve.size() - 1);
             return CPoint(view.left + share * columns, height(curve[point]));
         };
-        const CPoint from = at(i - 1);
-        const CPoint to = at(i);
-        const double length = std::hypot(to.x - from.x, to.y - from.y);
-        const CPoint beyond((to.x - from.x) / length * kOverlap,
-                            (to.y - from.y) / length * kOverlap);
-        context->drawLine(from - beyond, to + beyond);
+        if (!isOpen && !isBelow) line->beginSubpath(at(i - 1));
+        if (!isBelow) line->addLine(at(i));
+        isOpen = !isBelow;
     }
+    context->drawGraphicsPath(line, CDrawContext::kPathStroked);
     setDirty(false);
 }
 

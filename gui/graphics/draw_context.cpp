@@ -174,6 +174,12 @@ void CDrawContext::drawGraphicsPath(CGraphicsPath* path, PathDrawMode mode) {
         ellipse.extend(beyond, beyond);
         drawEllipse(ellipse, mode == kPathStroked ? kDrawStroked : kDrawFilled);
     }
+    if (mode != kPathStroked || state_.lineWidth <= 0) return;
+    for (std::vector<CPoint> points : path->lines()) {
+        for (CPoint& point : points) point = placed(point);
+        strokeLines(buffer_, state_.clip, points, strokeWidth(), state_.mode.antialiasing(),
+                    fadedByState(state_.frame));
+    }
 }
 
 void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {

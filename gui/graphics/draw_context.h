@@ -34,14 +34,21 @@ class CDrawMode {
     uint32_t mode_;
 };
 
-// A list of ellipses, drawn one after the other.
+// A list of ellipses and of lines through points, drawn one after the other. Lines are only
+// stroked, with round joints and ends.
 class CGraphicsPath : public AtomicReferenceCounted {
   public:
     void addEllipse(const CRect& rect) { ellipses_.push_back(rect); }
+    void beginSubpath(const CPoint& start) { lines_.push_back({start}); }
+    void addLine(const CPoint& to) {  // from the last point, if there is one
+        lines_.empty() ? beginSubpath(to) : lines_.back().push_back(to);
+    }
     const std::vector<CRect>& ellipses() const { return ellipses_; }
+    const std::vector<std::vector<CPoint>>& lines() const { return lines_; }
 
   private:
     std::vector<CRect> ellipses_;
+    std::vector<std::vector<CPoint>> lines_;
 };
 
 enum CHoriTxtAlign { kLeftText = 0, kCenterText, kRightText };

@@ -1,5 +1,7 @@
-// Fills ellipses.
+// Fills ellipses and strokes lines.
 #include "gui/graphics/shapes.h"
+
+#include <bitset>
 
 namespace VSTGUI {
 namespace {
@@ -93,6 +95,68 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
     const IntRect area = bounds.common(clip).common(buffer.bounds());
     if (area.isEmpty()) return;
     antialias ? fill<4>(buffer, area, pixel, ellipse) : fill<1>(buffer, area, pixel, ellipse);
+}
+
+void strokeLines(PixelBuffer& buffer, const IntRect& clip, const std::vector<CPoint>& points,
+                 double width, bool antialias, uint32_t pixel) {
+    const double radius = width / 2;
+    const auto pixelsAround = [&](CRect bounds) {
+        bounds.extend(radius, radius);
+        return allPixelsTouched(bounds).common(clip).common(buffer.bounds());
+    };
+    if (points.empty()) return;
+    CRect bounds(points[0], CPoint());
+    for (const CPoint& point : points) {
+        bounds = {std::min(bounds.left, point.x), std::min(bounds.top, point.y),
+                  std::max(bounds.right, point.x), std::max(bounds.bottom, point.y)};
+    }
+    const IntRect area = pixelsAround(bounds);
+    if (area.isEmpty()) return;
+    // One bit per sample of a pixel: each piece of the line adds those that it holds.
+    const int samples = antialias ? 4 : 1;
+    constexpr uint16_t kAll = 0xFFFF;
+    std::vector<uint16_t> held(static_cast<size_t>(area.width()) * area.height());
+    const auto hitsAt = [&](int x, int y) -> uint16_t& {
+        return held[static_cast<size_t>(y - area.top) * area.width() + x - area.left];
+    };
+    for (size_t i = 0; i < points.size(); ++i) {
+        const CPoint& from = points[i];
+        const CPoint& to = points[std::min(i + 1, points.size() - 1)];
+        const CPoint along = to - from;
+        const double square = along.x * along.x + along.y * along.y;
+        const auto distance = [&](double x, double y) {  // squared
+            const CPoint point(x - from.x, y - from.y);
+            const double share =
+                square > 0 ? std::clamp((point.x * along.x + point.y * along.y) / square, 0.0, 1.0)
+                           : 0.0;
+            const CPoint aside(point.x - share * along.x, point.y - share * along.y);
+            return aside.x * aside.x + aside.y * aside.y;
+        };
+        constexpr double kToCorner = 0.75;  // of a pixel, from its centre
+        const double reach = (radius + kToCorner) * (radius + kToCorner);
+        CRect piece;
+        piece(from.x, from.y, to.x, to.y);
+        const IntRect part = pixelsAround(piece);
+        for (int y = part.top; y < part.bottom; ++y) {
+            for (int x = part.left; x < part.right; ++x) {
+                uint16_t& hits = hitsAt(x, y);
+                if (hits == kAll || distance(x + 0.5, y + 0.5) > reach) continue;
+                for (int j = 0; j < samples * samples; ++j) {
+                    const double sampleX = x + (j % samples + 0.5) / samples;
+                    const double sampleY = y + (j / samples + 0.5) / samples;
+                    if (distance(sampleX, sampleY) <= radius * radius) hits |= 1u << j;
+                }
+            }
+        }
+    }
+    for (int y = area.top; y < area.bottom; ++y) {
+        uint32_t* const row = buffer.row(y);
+        for (int x = area.left; x < area.right; ++x) {
+            const auto hits = static_cast<int>(std::bitset<16>(hitsAt(x, y)).count());
+            const int coverage = (hits * 255 + samples * samples / 2) / (samples * samples);
+            if (hits > 0) row[x] = over(faded(pixel, coverage), row[x]);
+        }
+    }
 }
 
 }  // namespace VSTGUI

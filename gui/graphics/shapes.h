@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace VSTGUI {
 
@@ -77,6 +78,10 @@ void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, 
 // The samples of a line that an ellipse holds are neighbours, so only the ends are looked for.
 void fillShape(PixelBuffer& buffer, const IntRect& clip, const IntRect& bounds, bool antialias,
                uint32_t pixel, const Ellipse& ellipse);
+
+// A line through points, with round joints and ends. Where it meets itself it is not thicker.
+void strokeLines(PixelBuffer& buffer, const IntRect& clip, const std::vector<CPoint>& points,
+                 double width, bool antialias, uint32_t pixel);
 
 struct RoundedRect {
     CRect rect;

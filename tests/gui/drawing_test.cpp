@@ -157,6 +157,23 @@ TEST_F(Drawing, TakesHostileTextAndSizes) {
     context->drawRect(CRect(0, 0, 60, 40), kDrawFilled);
 }
 
+TEST_F(Drawing, StrokesLinesWithRoundJointsThatAreNotThicker) {
+    context->setFrameColor(CColor(255, 255, 255, 128));
+    context->setDrawMode(kAntiAliasing | kNonIntegralMode);
+    context->setLineWidth(4);
+    const auto line = owned(context->createGraphicsPath());
+    for (const CPoint& point : {CPoint(10, 10), CPoint(30, 10), CPoint(30, 30)})
+        line->addLine(point);
+    context->drawGraphicsPath(line, CDrawContext::kPathStroked);
+    EXPECT_EQ(inked(), CRect(8, 8, 32, 32));
+    EXPECT_EQ(pixels.at(20, 9), 0xFF808080u);
+    EXPECT_EQ(pixels.at(29, 10), 0xFF808080u);  // both pieces hold it
+    for (const int x : {8, 31}) {               // an end, a joint: a quarter circle
+        EXPECT_GT(pixels.at(x, 8), 0xFF202020u) << x;
+        EXPECT_LT(pixels.at(x, 8), 0xFF606060u) << x;
+    }
+}
+
 // Every system and build draws the same bytes. A change of the picture changes the numbers.
 TEST_F(Drawing, GivesTheKnownBytes) {
     context->setFillColor(CColor(200, 40, 30, 180));
