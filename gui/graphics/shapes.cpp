@@ -119,9 +119,9 @@ void strokeLines(PixelBuffer& buffer, const IntRect& clip, const std::vector<CPo
     const auto hitsAt = [&](int x, int y) -> uint16_t& {
         return held[static_cast<size_t>(y - area.top) * area.width() + x - area.left];
     };
-    for (size_t i = 0; i < points.size(); ++i) {
-        const CPoint& from = points[i];
-        const CPoint& to = points[std::min(i + 1, points.size() - 1)];
+    for (size_t k = 0; k < points.size(); ++k) {
+        const CPoint& from = points[k];
+        const CPoint& to = points[std::min(k + 1, points.size() - 1)];
         const CPoint along = to - from;
         const double square = along.x * along.x + along.y * along.y;
         const auto distance = [&](double x, double y) {  // squared
@@ -141,10 +141,12 @@ void strokeLines(PixelBuffer& buffer, const IntRect& clip, const std::vector<CPo
             for (int x = part.left; x < part.right; ++x) {
                 uint16_t& hits = hitsAt(x, y);
                 if (hits == kAll || distance(x + 0.5, y + 0.5) > reach) continue;
-                for (int j = 0; j < samples * samples; ++j) {
-                    const double sampleX = x + (j % samples + 0.5) / samples;
-                    const double sampleY = y + (j / samples + 0.5) / samples;
-                    if (distance(sampleX, sampleY) <= radius * radius) hits |= 1u << j;
+                for (int j = 0; j < samples; ++j) {
+                    for (int i = 0; i < samples; ++i) {
+                        const bool isHeld = distance(x + (i + 0.5) / samples,
+                                                     y + (j + 0.5) / samples) <= radius * radius;
+                        if (isHeld) hits |= 1u << (j * samples + i);
+                    }
                 }
             }
         }
