@@ -119,7 +119,8 @@ void strokeLines(PixelBuffer& buffer, const IntRect& clip, const std::vector<CPo
     const auto hitsAt = [&](int x, int y) -> uint16_t& {
         return held[static_cast<size_t>(y - area.top) * area.width() + x - area.left];
     };
-    for (size_t k = 0; k < points.size(); ++k) {
+    const size_t pieces = std::max<size_t>(points.size() - 1, 1);  // one point is a dot
+    for (size_t k = 0; k < pieces; ++k) {
         const CPoint& from = points[k];
         const CPoint& to = points[std::min(k + 1, points.size() - 1)];
         const CPoint along = to - from;
