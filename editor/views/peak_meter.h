@@ -48,7 +48,7 @@ class CPeakMeter : public VSTGUI::CView {
     Scale scale_;
     MeterSide side_;
     std::function<void()> clicked_;
-    Seldom rest_{kTurnsAtRest};
+    Seldom rest_;
     int turns_ = 0;      // of onIdle since the meter was last moved
     float newest_ = 0;   // highest peak since then
     double level_;       // dB
