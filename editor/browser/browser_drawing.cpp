@@ -21,7 +21,8 @@ constexpr double kEdge = 0.28;
 constexpr double kLine = 0.16;
 constexpr double kField = 0.07;
 constexpr double kHover = 0.12;
-constexpr double kDim = 0.56;
+constexpr double kDim = 0.66;
+constexpr double kOff = 0.5;  // of what cannot be used now
 constexpr double kFaint = 0.32;
 
 std::uint8_t between(std::uint8_t from, std::uint8_t to, double part) {
@@ -208,7 +209,7 @@ void CBrowserView::drawItem(CDrawContext& context, const CRect& row, int index) 
     }
     if (heart) {
         context.setFont(kNormalFontSmall);
-        const CColor quiet = selected ? colors_.back : mixed(onHeart ? 0.9 : kFaint);
+        const CColor quiet = selected ? colors_.back : mixed(onHeart ? 0.9 : kOff);
         context.setFontColor(item.favourite ? (selected ? colors_.back : colors_.accent) : quiet);
         context.drawString(
             item.favourite || onHeart ? kHeart : "\u25CB",
@@ -253,7 +254,7 @@ void CBrowserView::drawButtons(CDrawContext& context, const BrowserLayout& layou
         context.setFrameColor(on ? colors_.accent : mixed(usable ? kEdge : kLine));
         context.drawRect(button.area, kDrawFilledAndStroked);
         context.setFont(kNormalFontSmall, 0, on ? kBoldFace : kNormalFace);
-        context.setFontColor(on ? colors_.back : mixed(!usable ? kFaint : hovered ? 1 : 0.85));
+        context.setFontColor(on ? colors_.back : mixed(!usable ? kOff : hovered ? 1 : 0.85));
         context.drawString(button.text, button.area);
     }
 }
