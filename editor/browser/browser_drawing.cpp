@@ -1,5 +1,6 @@
 // The looks of the sound browser, in the colours of the skin's sound display.
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "editor/browser/browser_view.h"
@@ -87,13 +88,11 @@ void CBrowserView::drawHeader(CDrawContext& context, const BrowserLayout& layout
         const bool hovered = hovered_ == Place{Place::kTab, i};
         const CRect& tab = layout.tabs[i];
         context.setFontColor(shown ? mixed(1) : mixed(hovered ? 0.85 : kDim));
-        context.drawString(kTabTexts[i], tab);
+        context.drawString(kTabTexts[i], tab, kLeftText);
         if (!shown) continue;
         context.setFillColor(colors_.accent);
-        const CCoord half = context.getStringWidth(kTabTexts[i]) / 2 + 2;
-        const CCoord middle = tab.getCenter().x;
-        context.drawRect(CRect(middle - half, tab.bottom - 3, middle + half, tab.bottom - 1),
-                         kDrawFilled);
+        const CCoord right = tab.left + std::ceil(context.getStringWidth(kTabTexts[i]));
+        context.drawRect(CRect(tab.left, tab.bottom - 3, right, tab.bottom - 1), kDrawFilled);
     }
     const CCoord line = layout.tabs[0].bottom;
     context.setFillColor(mixed(kLine));
