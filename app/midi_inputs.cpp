@@ -2,6 +2,8 @@
 #include "app/midi_inputs.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include <RtMidi.h>
@@ -14,6 +16,8 @@ constexpr const char* kClientName = "Quarzel Strings MIDI";
 // JACK would number a second client of that name, and the port that others connect to is known by
 // it.
 constexpr const char* kOtherClientName = "Quarzel Strings MIDI input";
+// Longer than a JACK server with large blocks takes to tell its clients of a change.
+constexpr std::chrono::milliseconds kTimeToSettle(200);
 constexpr int kOwnLane = 1;
 constexpr int kFirstPortLane = 2;
 
@@ -85,6 +89,13 @@ MidiInputs::MidiInputs(MidiInbox& inbox, std::string api, std::string portName, 
 
 MidiInputs::~MidiInputs() = default;
 
+// libjack's own thread goes through the ports of a client when it hears that another client has
+// gone, and crashes if one is removed meanwhile. So each of ours waits until the last is forgotten.
+void MidiInputs::Closer::operator()(RtMidiIn* input) const {
+    if (input->getCurrentApi() == RtMidi::UNIX_JACK) std::this_thread::sleep_for(kTimeToSettle);
+    delete input;
+}
+
 void MidiInputs::connect() {
     const auto apis = wantedApi_.empty() ? midiApis() : std::vector<std::string>{wantedApi_};
     for (const auto& api : apis) {
@@ -94,7 +105,7 @@ void MidiInputs::connect() {
         if (!ownPort) continue;
         api_ = api;
         directory_ = std::move(directory);
-        ownPort_ = std::move(ownPort);
+        ownPort_.reset(ownPort.release());
         listenOn(*ownPort_, kOwnLane);
         ownPort_->openVirtualPort("in");
         return;
@@ -185,7 +196,7 @@ void MidiInputs::open(unsigned number, const std::string& name) {
         return say_("The MIDI port " + name + " cannot be opened.");
     }
     refused_.erase(std::remove(refused_.begin(), refused_.end(), name), refused_.end());
-    ports_.push_back({name, lane, std::move(input)});
+    ports_.push_back({name, lane, OpenInput(input.release())});
     say_("Listening to the MIDI port " + name + ".");
 }
 

@@ -43,10 +43,14 @@ class MidiInputs {
     void restart();
 
   private:
+    struct Closer {
+        void operator()(RtMidiIn* input) const;
+    };
+    using OpenInput = std::unique_ptr<RtMidiIn, Closer>;
     struct Port {
         std::string name;
         int lane;
-        std::unique_ptr<RtMidiIn> input;
+        OpenInput input;
     };
     // Context that RtMidi passes along with a message.
     struct Receiver {
@@ -68,7 +72,7 @@ class MidiInputs {
     Say say_;
     std::vector<Receiver> receivers_;      // one per lane
     std::string api_;                      // the one that works; empty while none does
-    std::unique_ptr<RtMidiIn> ownPort_;    // so that other programs find a port to send to
+    OpenInput ownPort_;                    // so that other programs find a port to send to
     std::unique_ptr<RtMidiIn> directory_;  // only to query names
     std::vector<Port> ports_;
     bool saidNoneMatches_ = false;

@@ -158,7 +158,7 @@ bool myEditor::addPeakMeter(const SkinValues& values) {
     const double to = std::max(values.number("to").value_or(0), from + 1);
     const int lamps = std::max(integerOf(values, "leds"), 1);
     const bool horizontal = (integerOf(values, "style") & CVuMeter::kHorizontal) != 0;
-    auto* const meter = new CPeakMeter(CRect(cornerOf(values), lit->getSize()), lit,
+    auto* const meter = new CPeakMeter(CRect(cornerOf(values), lit->getSize()), host_, lit,
                                        pictureOf(values, "bitmap_off"),
                                        {from, to, lamps, horizontal}, sideOf(values));
     meter->setClicked([this] { resetLamps(); });

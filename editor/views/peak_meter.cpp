@@ -29,9 +29,10 @@ float peakOf(const OutputPeaks& peaks, MeterSide side) {
     return std::max(peaks.left, peaks.right);
 }
 
-CPeakMeter::CPeakMeter(const CRect& size, CBitmap* lit, CBitmap* dark, const Scale& scale,
-                       MeterSide side)
+CPeakMeter::CPeakMeter(const CRect& size, const EditorHost& host, CBitmap* lit, CBitmap* dark,
+                       const Scale& scale, MeterSide side)
     : CView(size),
+      host_(host),
       lit_(lit),
       dark_(dark),
       scale_(scale),
@@ -53,15 +54,19 @@ int CPeakMeter::lampsAt(double level) const {
 }
 
 void CPeakMeter::onIdle() {
+    ++turns_;
+    if (host_.heldNotes() == 0 && !rest_.isDue()) return;
+    const int turns = std::exchange(turns_, 0);
+    const double fall = turns * kFall;
     const double peak = decibels(std::exchange(newest_, 0.0f));
-    level_ = std::clamp(peak, std::max(level_ - kFall, scale_.from), scale_.to);
+    level_ = std::clamp(peak, std::max(level_ - fall, scale_.from), scale_.to);
     if (level_ >= held_) {
         held_ = level_;
         holdTicks_ = kHoldTicks;
     } else if (holdTicks_ > 0) {
-        --holdTicks_;
+        holdTicks_ -= turns;
     } else {
-        held_ = std::max(held_ - kFall, level_);
+        held_ = std::max(held_ - fall, level_);
     }
     const int lamps = lampsAt(level_);
     const int held = lampsAt(held_);

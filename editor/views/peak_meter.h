@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "editor/editor_host.h"
+#include "editor/views/seldom.h"
 #include "vstgui/lib/events.h"
 #include "vstgui/vstgui.h"
 
@@ -24,8 +25,8 @@ class CPeakMeter : public VSTGUI::CView {
         bool horizontal;
     };
 
-    CPeakMeter(const VSTGUI::CRect& size, VSTGUI::CBitmap* lit, VSTGUI::CBitmap* dark,
-               const Scale& scale, MeterSide side);
+    CPeakMeter(const VSTGUI::CRect& size, const EditorHost& host, VSTGUI::CBitmap* lit,
+               VSTGUI::CBitmap* dark, const Scale& scale, MeterSide side);
 
     void feed(const OutputPeaks& peaks);
     // A click calls this.
@@ -41,12 +42,15 @@ class CPeakMeter : public VSTGUI::CView {
     VSTGUI::CRect lampArea(int first, int last) const;
     void invalidateLamps(int first, int last);
 
+    const EditorHost& host_;
     VSTGUI::SharedPointer<VSTGUI::CBitmap> lit_;
     VSTGUI::SharedPointer<VSTGUI::CBitmap> dark_;
     Scale scale_;
     MeterSide side_;
     std::function<void()> clicked_;
-    float newest_ = 0;   // highest peak since the last idle call
+    Seldom rest_{kTurnsAtRest};
+    int turns_ = 0;      // of onIdle since the meter was last moved
+    float newest_ = 0;   // highest peak since then
     double level_;       // dB
     double held_;        // dB
     int holdTicks_ = 0;  // left until the held lamp falls

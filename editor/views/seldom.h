@@ -3,12 +3,14 @@
 
 namespace editor {
 
-// Ten times a second, as CView::onIdle comes. The first time is due, so views of one frame look in
-// the same turns.
+// One of several turns, as CView::onIdle comes; by default ten of them a second. The first turn is
+// due, so views of one frame look in the same turns.
 class Seldom {
   public:
+    explicit Seldom(unsigned turns = 3) : turns_(turns) {}
+
     bool isDue() {
-        if (turnsOften_ == 0) return turn_++ % kTurns == 0;
+        if (turnsOften_ == 0) return turn_++ % turns_ == 0;
         --turnsOften_;
         return true;
     }
@@ -16,9 +18,12 @@ class Seldom {
     void becomeOften() { turnsOften_ = 30; }
 
   private:
-    static constexpr unsigned kTurns = 3;
+    unsigned turns_;
     unsigned turn_ = 0;
     unsigned turnsOften_ = 0;
 };
+
+// What moves while nobody plays needs half of the turns.
+constexpr unsigned kTurnsAtRest = 2;
 
 }  // namespace editor

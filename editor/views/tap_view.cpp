@@ -69,6 +69,7 @@ void CTapView::drawRect(CDrawContext* context, const CRect& updateRect) {
 
 // They move all the time, so only what is under them is drawn again.
 void CTapView::onIdle() {
+    if (host_.heldNotes() == 0 && !rest_.isDue()) return;
     std::vector<float> now = positions();
     if (now.size() != shown_.size()) {
         shown_ = std::move(now);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "editor/editor_host.h"
+#include "editor/views/seldom.h"
 #include "vstgui/vstgui.h"
 
 namespace editor {
@@ -28,6 +29,7 @@ class CTapView : public VSTGUI::CView {
     const EditorHost& host_;
     VSTGUI::CColor tapColor_{240, 226, 180};
     VSTGUI::CColor rangeColor_{128, 128, 128, 160};
+    Seldom rest_{kTurnsAtRest};
     std::vector<float> shown_;  // never changes while drawing: one draw() may cover only a part
 };
 
