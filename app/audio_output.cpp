@@ -93,6 +93,10 @@ std::vector<std::string> audioApis() {
     return names;
 }
 
+std::string apiTitle(const std::string& api) {
+    return RtAudio::getApiDisplayName(RtAudio::getCompiledApiByName(api));
+}
+
 std::vector<AudioDevices> audioDevices() {
     std::vector<AudioDevices> all;
     for (const auto& api : audioApis()) {
@@ -161,8 +165,8 @@ AudioFormat AudioOutput::openOn(const std::string& api, const AudioWish& wish) {
     audio_->openStream(&parameters, nullptr, RTAUDIO_FLOAT32, rateFor(output.info, wish.rate),
                        &frames, &AudioOutput::called, this, &options,
                        [](RtAudioError::Type, const std::string&) { streamFailed = true; });
-    return {RtAudio::getApiDisplayName(audio_->getCurrentApi()), output.info.name,
-            static_cast<int>(audio_->getStreamSampleRate()), static_cast<int>(frames)};
+    return {apiTitle(api), output.info.name, static_cast<int>(audio_->getStreamSampleRate()),
+            static_cast<int>(frames)};
 }
 
 void AudioOutput::start() {

@@ -39,6 +39,8 @@ struct AudioDevices {
 
 // The names that --api accepts, in order of preference.
 std::vector<std::string> audioApis();
+// The name of one of them for display.
+std::string apiTitle(const std::string& api);
 
 // The stereo outputs of every API. Slow.
 std::vector<AudioDevices> audioDevices();

@@ -23,7 +23,7 @@ constexpr CColor kBackColor(35, 34, 33);
 constexpr CColor kButtonColor(58, 56, 53);
 constexpr CColor kPressedColor(92, 88, 82);
 constexpr CColor kTextColor(240, 236, 228);
-constexpr CColor kDisabledColor(116, 112, 107);
+constexpr CColor kDisabledColor(146, 141, 135);
 constexpr CColor kPlayedColor(214, 178, 110);
 
 constexpr int kTurnsOfWork = 2;

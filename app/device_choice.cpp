@@ -50,11 +50,12 @@ std::vector<MenuChoice> audioMenu(const std::vector<AudioDevices>& all, const Au
     };
     add("Automatic", "", "");
     for (const auto& [api, devices] : all) {
-        for (const auto& device : devices) add(api + ": " + device.name, api, device.name);
+        for (const auto& device : devices)
+            add(apiTitle(api) + ": " + device.name, api, device.name);
     }
     // A device in use may not be listed.
     if (!hasCurrent) {
-        const std::string api = current.api.empty() ? "" : current.api + ": ";
+        const std::string api = current.api.empty() ? "" : apiTitle(current.api) + ": ";
         add(api + (current.device.empty() ? "default" : current.device), current.api,
             current.device);
     }

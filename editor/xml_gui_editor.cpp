@@ -263,6 +263,9 @@ void xmlGuiEditor::addControl(CControl* control) {
         menu->getTag() == kSkinSelectorTag ? fillSkinSelector(*menu)
                                            : fillMenu(*menu, menu->getTag());
     }
+    if (menu && (host_.isParameter(menu->getTag()) || menu->getTag() == kSkinSelectorTag)) {
+        menu->setStyle(menu->getStyle() | COptionMenu::kCheckStyle);
+    }
     if (isSwitch(control->getTag())) showSwitch(*control);
     auto* const display = dynamic_cast<CDisplay*>(control);
     if (display && display->getTag() == kNoTag) readOuts_.push_back(display);

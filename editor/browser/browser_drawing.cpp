@@ -1,5 +1,6 @@
 // The looks of the sound browser, in the colours of the skin's sound display.
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "editor/browser/browser_view.h"
@@ -21,7 +22,8 @@ constexpr double kEdge = 0.28;
 constexpr double kLine = 0.16;
 constexpr double kField = 0.07;
 constexpr double kHover = 0.12;
-constexpr double kDim = 0.56;
+constexpr double kDim = 0.66;
+constexpr double kOff = 0.5;  // of what cannot be used now
 constexpr double kFaint = 0.32;
 
 std::uint8_t between(std::uint8_t from, std::uint8_t to, double part) {
@@ -86,13 +88,11 @@ void CBrowserView::drawHeader(CDrawContext& context, const BrowserLayout& layout
         const bool hovered = hovered_ == Place{Place::kTab, i};
         const CRect& tab = layout.tabs[i];
         context.setFontColor(shown ? mixed(1) : mixed(hovered ? 0.85 : kDim));
-        context.drawString(kTabTexts[i], tab);
+        context.drawString(kTabTexts[i], tab, kLeftText);
         if (!shown) continue;
         context.setFillColor(colors_.accent);
-        const CCoord half = context.getStringWidth(kTabTexts[i]) / 2 + 2;
-        const CCoord middle = tab.getCenter().x;
-        context.drawRect(CRect(middle - half, tab.bottom - 3, middle + half, tab.bottom - 1),
-                         kDrawFilled);
+        const CCoord right = tab.left + std::ceil(context.getStringWidth(kTabTexts[i]));
+        context.drawRect(CRect(tab.left, tab.bottom - 3, right, tab.bottom - 1), kDrawFilled);
     }
     const CCoord line = layout.tabs[0].bottom;
     context.setFillColor(mixed(kLine));
@@ -208,7 +208,7 @@ void CBrowserView::drawItem(CDrawContext& context, const CRect& row, int index) 
     }
     if (heart) {
         context.setFont(kNormalFontSmall);
-        const CColor quiet = selected ? colors_.back : mixed(onHeart ? 0.9 : kFaint);
+        const CColor quiet = selected ? colors_.back : mixed(onHeart ? 0.9 : kOff);
         context.setFontColor(item.favourite ? (selected ? colors_.back : colors_.accent) : quiet);
         context.drawString(
             item.favourite || onHeart ? kHeart : "\u25CB",
@@ -253,7 +253,7 @@ void CBrowserView::drawButtons(CDrawContext& context, const BrowserLayout& layou
         context.setFrameColor(on ? colors_.accent : mixed(usable ? kEdge : kLine));
         context.drawRect(button.area, kDrawFilledAndStroked);
         context.setFont(kNormalFontSmall, 0, on ? kBoldFace : kNormalFace);
-        context.setFontColor(on ? colors_.back : mixed(!usable ? kFaint : hovered ? 1 : 0.85));
+        context.setFontColor(on ? colors_.back : mixed(!usable ? kOff : hovered ? 1 : 0.85));
         context.drawString(button.text, button.area);
     }
 }

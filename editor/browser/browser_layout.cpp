@@ -21,6 +21,7 @@ constexpr CCoord kFileWidth = 190;
 constexpr int kMostAcross = 8;
 constexpr CCoord kLeastRow = 18;
 constexpr CCoord kMostRow = 24;
+constexpr CCoord kMostSpare = 16;  // more between two bands of columns, where there is room
 constexpr CCoord kStarWidth = 8;
 
 struct ButtonRow {
@@ -102,21 +103,26 @@ BrowserLayout::BrowserLayout(const CPoint& frame, const SoundBrowser& browser) {
     const CCoord least = browser.page() == SoundBrowser::kSounds ? kSoundWidth : kFileWidth;
     columnsAcross =
         std::clamp(static_cast<int>(std::floor(grid.getWidth() / least)), 1, kMostAcross);
-    columnWidth = std::floor(grid.getWidth() / columnsAcross);
     const int columns = static_cast<int>(browser.columns().size());
     const int bands = std::max((columns + columnsAcross - 1) / columnsAcross, 1);
     const CCoord room = std::floor((grid.getHeight() / std::min(bands, 2) - kHeading - kGap) /
                                    BrowserColumn::kMostRows);
     rowHeight = std::clamp(room, kLeastRow, kMostRow);
-    contents = bands * (kHeading + kGap + BrowserColumn::kMostRows * rowHeight) - kGap;
+    const CCoord height = kHeading + BrowserColumn::kMostRows * rowHeight;
+    const CCoord spare = grid.getHeight() - std::min(bands, 2) * (height + kGap) + kGap;
+    bandGap = kGap + std::clamp(std::floor(spare / 2), 0.0, kMostSpare);
+    contents = bands * (height + bandGap) - bandGap;
 }
 
 CRect BrowserLayout::column(int number, CCoord scrolled) const {
     const CCoord height = kHeading + BrowserColumn::kMostRows * rowHeight;
     const int band = number / columnsAcross;
-    const CCoord left = grid.left + (number % columnsAcross) * columnWidth;
-    const CCoord top = grid.top - scrolled + band * (height + kGap);
-    return {left + kGap, top, left + columnWidth - kGap, top + height};
+    const auto edge = [this](int place) {
+        return grid.left + std::floor(place * grid.getWidth() / columnsAcross);
+    };
+    const int place = number % columnsAcross;
+    const CCoord top = grid.top - scrolled + band * (height + bandGap);
+    return {edge(place) + kGap, top, edge(place + 1) - kGap, top + height};
 }
 
 CRect BrowserLayout::row(int columnNumber, int number, CCoord scrolled) const {

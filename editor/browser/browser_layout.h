@@ -44,7 +44,7 @@ struct BrowserLayout {
     VSTGUI::CRect detail;
     std::vector<BrowserButton> buttons;  // without area where there is no room
     int columnsAcross = 1;
-    VSTGUI::CCoord columnWidth = 0;
+    VSTGUI::CCoord bandGap = 0;  // from a row of columns to the next
     VSTGUI::CCoord rowHeight = 0;
     VSTGUI::CCoord contents = 0;  // height of all columns
 };

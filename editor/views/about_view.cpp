@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kTechnology = "VST Plug-In Technology by Steinberg";
 constexpr CCoord kLineHeight = 18;
-constexpr CCoord kMargin = 6;
+constexpr CCoord kMargin = 16;
 constexpr CColor kHelpColor(255, 220, 120);
 
 // Line numbers, counted from the bottom of the picture.

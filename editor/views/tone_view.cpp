@@ -15,7 +15,7 @@ constexpr double kBottom = -42;  // dB
 constexpr CCoord kLineWidth = 2;
 constexpr CCoord kLabelWidth = 24;
 constexpr CCoord kLabelHeight = 10;
-constexpr uint8_t kLabelAlpha = 170;  // quieter than the curve
+constexpr uint8_t kLabelAlpha = 200;  // quieter than the curve
 constexpr uint8_t kFill = 36;         // alpha below the line
 
 }  // namespace

@@ -19,6 +19,7 @@ constexpr CColor kHighlightColor(236, 228, 212);
 constexpr CColor kHighlightedTextColor(24, 22, 20);
 
 constexpr CCoord kRowMargin = 8;    // added to the font's size
+constexpr CCoord kRuleHeight = 9;   // of a separator, unless the menu scrolls
 constexpr CCoord kMarkColumn = 18;  // left of the titles
 constexpr CCoord kRightMargin = 12;
 constexpr CCoord kBarWidth = 4;
@@ -51,13 +52,11 @@ MenuView::MenuView(COptionMenu& menu, const CPoint& frameSize, const CRect& arou
     }
     const auto fitting = static_cast<int32_t>((frameSize.y - 2 * kEdge) / rowHeight_);
     visibleRows_ = std::clamp(rows, 1, std::max(fitting, 1));
-    const CPoint size(std::min(width, frameSize.x), visibleRows_ * rowHeight_ + 2 * kEdge);
-
     const int32_t current = menu.getCurrentIndex();
     scrollTo(current - visibleRows_ / 2);
+    const CPoint size(std::min(width, frameSize.x), topOf(firstRow_ + visibleRows_) + 2 * kEdge);
     const bool overCurrent = (menu.getStyle() & COptionMenu::kPopupStyle) && current >= 0;
-    const CCoord top =
-        overCurrent ? around.top - (current - firstRow_) * rowHeight_ - kEdge : around.bottom;
+    const CCoord top = overCurrent ? around.top - topOf(current) - kEdge : around.bottom;
     const CPoint corner(std::clamp(around.left, 0.0, std::max(frameSize.x - size.x, 0.0)),
                         std::clamp(top, 0.0, std::max(frameSize.y - size.y, 0.0)));
     setViewSize(CRect(corner, size), false);
@@ -91,11 +90,22 @@ bool MenuView::isUsable(int32_t index) const {
     return item && item->isUsable();
 }
 
+CCoord MenuView::topOf(int32_t index) const {
+    CCoord top = 0;
+    for (int32_t i = firstRow_; i < index; ++i) {
+        const bool isLow = !scrolls() && menu_.getEntry(i)->isSeparator();
+        top += isLow ? std::min(kRuleHeight, rowHeight_) : rowHeight_;
+    }
+    return top;
+}
+
 int32_t MenuView::entryAt(const CPoint& where) const {
     CRect rows = getViewSize();
     rows.inset(kEdge, kEdge);
     if (!rows.pointInside(where)) return -1;
-    return firstRow_ + static_cast<int32_t>((where.y - rows.top) / rowHeight_);
+    int32_t index = firstRow_;
+    while (topOf(index + 1) <= where.y - rows.top) ++index;
+    return index;
 }
 
 void MenuView::scrollTo(int32_t firstRow) {
@@ -206,10 +216,11 @@ void MenuView::draw(CDrawContext* context) {
     context->setFillColor(kBackColor);
     context->setFrameColor(kEdgeColor);
     context->drawRect(view, kDrawFilledAndStroked);
-    for (int32_t i = 0; i < visibleRows_; ++i) {
-        const CCoord top = view.top + kEdge + i * rowHeight_;
-        drawRow(context, firstRow_ + i,
-                CRect(view.left + kEdge, top, view.right - kEdge, top + rowHeight_));
+    const CCoord first = view.top + kEdge;
+    for (int32_t i = firstRow_; i < firstRow_ + visibleRows_; ++i) {
+        drawRow(
+            context, i,
+            CRect(view.left + kEdge, first + topOf(i), view.right - kEdge, first + topOf(i + 1)));
     }
     if (scrolls()) drawScrollBar(context);
     setDirty(false);

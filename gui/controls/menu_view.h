@@ -36,6 +36,7 @@ class MenuView : public CView {
     void drawScrollBar(CDrawContext* context) const;
     bool isUsable(int32_t index) const;
     bool scrolls() const { return visibleRows_ < menu_.getNbEntries(); }
+    CCoord topOf(int32_t index) const;  // below the first visible row; from that to the last + 1
     int32_t entryAt(const CPoint& where) const;  // -1 if there is none
     void scrollTo(int32_t firstRow);
     void highlight(int32_t index);

@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/control_bar.h"
 #include "app/midi_inputs.h"
 #include "app/quiet_libraries.h"
 #include "editor/skin_preview.h"
@@ -219,13 +218,6 @@ TEST_F(Standalone, ShowsTheEditorAndPlaysFromTheComputerKeyboard) {
     screen.askTopWindowToClose();
     EXPECT_EQ(program_->waitForEnd(), 0) << program_->output();
     EXPECT_NE(savedState().find("yyyy"), std::string::npos);
-}
-
-TEST(ControlBar, IsLowerWhereTheScreenIsLow) {
-    EXPECT_EQ(app::ControlBar::heightFor(1104, 720 - 20 - 686), 14);
-    EXPECT_EQ(app::ControlBar::heightFor(1104, -2), 14);
-    EXPECT_EQ(app::ControlBar::heightFor(1104, 100), 28);
-    EXPECT_EQ(app::ControlBar::heightFor(3312, 50), 50);
 }
 
 TEST_F(Standalone, ObeysTheBarAndItsKeys) {

@@ -111,7 +111,9 @@ TEST_F(SoundBrowserTest, CutsNoFactoryNameInTheNarrowestSkin) {
     open("");  // makes the fonts
     PixelBuffer pixels(1, 1);
     CDrawContext context(pixels, pixels.bounds());
-    const CRect row = BrowserLayout(CPoint(1000, 612), browser).row(0, 0, 0);
+    const BrowserLayout layout(CPoint(1000, 612), browser);
+    EXPECT_EQ(layout.column(layout.columnsAcross - 1, 0).right, layout.detail.right);
+    const CRect row = layout.row(0, 0, 0);
     BrowserItem item;
     item.edited = true;
     for (int i = 0; i < instrument.programCount(); ++i) {

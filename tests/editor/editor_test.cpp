@@ -224,7 +224,7 @@ TEST_F(EditorTest, TheAboutPictureOpensHelpOfTheDataFolderOrBesideTheLibrary) {
     });
     editor::writePng(module.path() + "skin/about.png", plainPicture(200, 100, CColor(1, 2, 3)));
     open(R"(<about x="0" y="0" w="50" h="20" bitmap_pop="about.png"/>)");
-    const auto clickHelp = [this] { click(200, 185); };  // low on the centred picture
+    const auto clickHelp = [this] { click(200, 175); };  // low on the centred picture
     click(10, 10);
     clickHelp();
     EXPECT_EQ(opened, "");  // there is none
@@ -240,7 +240,7 @@ TEST_F(EditorTest, TheAboutPictureOpensHelpOfTheDataFolderOrBesideTheLibrary) {
     auto* const about = dynamic_cast<editor::CAbout*>(frame().getModalView());
     ASSERT_NE(about, nullptr);
     EXPECT_EQ(about->state(), editor::CAbout::kShowing);
-    headless::move(frame(), {200, 185}, 0);
+    headless::move(frame(), {200, 175}, 0);
     EXPECT_EQ(about->state(), editor::CAbout::kHelp);
     headless::move(frame(), {200, 120}, 0);
     EXPECT_EQ(about->state(), editor::CAbout::kShowing);
