@@ -57,7 +57,7 @@ void bass(benchmark::State& state) {
     engine::BassRows rows;
     engine::SectionSums sums;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        phases.render(1.0, kRate, kLongestSegment, phaseRows, nullptr);
+        phases.render(1.0, kRate, kLongestSegment, phaseRows, false, nullptr);
         voice->render(phaseRows, sections, kLongestSegment, rows);
         voices->render(phaseRows, 1.0, sections, true, kLongestSegment, rows, sums);
         std::copy_n(rows.tone.begin(), kLongestSegment, signal.left.begin());
@@ -101,7 +101,8 @@ void chorus(benchmark::State& state) {
     engine::EnsembleChorus::Run run;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         const Signal in = signal.left;
-        phases.render(1.0, kRate, kLongestSegment, phaseRows, stage->begin(run, kLongestSegment));
+        phases.render(1.0, kRate, kLongestSegment, phaseRows, false,
+                      stage->begin(run, kLongestSegment));
         stage->modulate(run, kLongestSegment);
         stage->render(run, in, kLongestSegment, signal);
     });

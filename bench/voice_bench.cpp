@@ -24,7 +24,7 @@ void bank(benchmark::State& state, engine::Waveform waveform, float violinPhase)
     timeBlocks(state, [&](float* left, float* right, int frames) {
         constexpr int kFrames = engine::kLongestSegment;
         for (int from = 0; from < frames; from += kFrames) {
-            phases.render(1.0, kRate, kFrames, phaseRows, nullptr);
+            phases.render(1.0, kRate, kFrames, phaseRows, voices->readsTurns(), nullptr);
             voices->render(phaseRows, 1.0, sections, true, kFrames, bass, sums);
             std::copy_n(sums.viola.data(), kFrames, left + from);
             std::copy_n(sums.violin.data(), kFrames, right + from);

@@ -114,11 +114,7 @@ class PhaserPreFilterOf : private BiquadOf<Value> {
         // intentional: both ends map to +1, and so does NaN. In this folder "intentional" marks an
         // oddity that saved sessions depend on.
         const Value in = magnitude(doubled) < 1.0f ? doubled : Value{} + 1.0f;
-        Value y = this->respond(in);
-        const Value ceiling = Value{} + kCeiling;
-        y = y > ceiling ? ceiling : y;
-        y = y < -ceiling ? -ceiling : y;
-        y = flushed(y);
+        const Value y = flushed(bounded(this->respond(in), kCeiling));
         this->push(in, y);
         return y;
     }

@@ -42,7 +42,7 @@ class OutputFilterOf {
         const Value high = x - low1_ - kDamping1 * band1_;
         band1_ += frequency1_ * high;
         low1_ += frequency1_ * band1_;
-        return {0.5 * high + 0.5 * x, low1_};
+        return {0.5 * (high + x), low1_};
     }
     static Value joined(const Between& between) {
         return between.sum + saturated(between.low * 0.25);

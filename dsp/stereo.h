@@ -3,6 +3,9 @@
 #pragma once
 
 #include <cmath>
+#ifdef __SSE__
+#include <xmmintrin.h>
+#endif
 
 #include "dsp/denormal.h"
 
@@ -31,6 +34,21 @@ inline StereoFloat magnitude(StereoFloat x) {
 inline StereoDouble magnitude(StereoDouble x) {
     typedef long long Words __attribute__((vector_size(16)));
     return (StereoDouble)((Words)x & 0x7FFFFFFFFFFFFFFF);
+}
+
+// Within -bound .. bound; NaN stays.
+inline float bounded(float x, float bound) {
+    const float raised = x < -bound ? -bound : x;
+    return raised > bound ? bound : raised;
+}
+inline StereoFloat bounded(StereoFloat x, float bound) {
+    const StereoFloat top = StereoFloat{} + bound;
+#ifdef __SSE__
+    return (StereoFloat)_mm_min_ps((__m128)top, _mm_max_ps((__m128)-top, (__m128)x));
+#else
+    const StereoFloat raised = x < -top ? -top : x;
+    return raised > top ? top : raised;
+#endif
 }
 
 // `size` (0 or more) with the sign of `sign`.

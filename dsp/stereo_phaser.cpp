@@ -12,6 +12,7 @@ using Lock = std::lock_guard<std::recursive_mutex>;
 constexpr double kPi = 3.141592653589793;
 // In table steps: 5.25 octaves above 20 Hz, or 761 Hz.
 constexpr double kSweepCenter = 0.5 * 1152.0 + 768.0;
+constexpr double kWidestSpread = 2.0 * 256.0;
 
 // To 32.32 fixed point. intentional: the fraction is scaled by 2^32 - 1.
 std::int64_t toFixed(double value) {
@@ -103,7 +104,10 @@ void StereoPhaser::takePendingSweep() {
 }
 
 StereoPhaser::Sweep StereoPhaser::computeSweep() const {
-    const double spread = depth_ * 256.0 * 2.0;
+    // So the sweep, which only moves towards its bounds, stays within the table.
+    static_assert(kSweepCenter - kWidestSpread >= 0.0);
+    static_assert(kSweepCenter + kWidestSpread + kUpperOffset < kTableSize);
+    const double spread = depth_ * kWidestSpread;
     const double speed = phaserSpeed(rate_);
     return {toFixed(kSweepCenter - spread), toFixed(kSweepCenter + spread),
             toFixed(speed * spread / sampleRate_)};

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 
@@ -90,9 +91,9 @@ class StereoPhaser {
         std::int64_t increment = 0;
     };
 
-    float coefficientAt(int step) const {
-        const int bounded = step < 0 ? 0 : step;
-        return table_[bounded < kTableSize ? bounded : kTableSize - 1];
+    // The sweep never leaves the table; see computeSweep.
+    float coefficientAt(std::ptrdiff_t step) const {
+        return table_[static_cast<std::size_t>(step)];
     }
 
     // The position holds for one sample when the sweep turns.
@@ -147,7 +148,7 @@ class StereoPhaser::Run {
     }
 
     StereoFloat tick(StereoFloat in) {
-        const int step = static_cast<int>(position_ >> 32);
+        const std::ptrdiff_t step = static_cast<std::ptrdiff_t>(position_ >> 32);
         const float coefficients[] = {phaser_.coefficientAt(step),
                                       phaser_.coefficientAt(step + kUpperOffset)};
         StereoFloat x = feedback_ * lastOut_ + in + kAntiDenormal;

@@ -83,6 +83,8 @@ class VoiceEnvelope {
     // Fills in `ramp` and returns true if no stage can end within the next `samples`. May return
     // false when none would.
     bool movesEvenly(int samples, Ramp& ramp) const;
+    // Whether a level that sounds stays as it is until the next note or setting.
+    bool stands() const { return stage_ == kSustain && !glideOn_; }
     // Sets the level that a ramp has reached.
     void moveTo(float level) { level_ = level; }
 
@@ -178,7 +180,7 @@ inline bool VoiceEnvelope::movesEvenly(int samples, Ramp& ramp) const {
             return level_ - n * decayStep_ > sustainLevel_ + level_ * kMargin;
         case kSustain:
             ramp = {};
-            return !glideOn_;
+            return stands();
         case kRelease:
             ramp = {releaseFactor_, 0.0f};
             // Bernoulli: factor^n >= 1 - n (1 - factor).

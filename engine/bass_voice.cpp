@@ -10,6 +10,7 @@ namespace engine {
 namespace {
 // The operators subtract it again, which rounds.
 constexpr float kPhaseOffset = dsp::ModuleFMop::kPhaseOffset;
+constexpr float kGain = 1.5f;
 constexpr float kFadeStep = 0.01f;  // per sample
 constexpr float kFadeFloor = 0.0001f;
 }  // namespace
@@ -37,7 +38,11 @@ int BassVoice::renderAmplitude(int frames, Signal& amplitude) {
     while (sounding < frames && envelope_.stage() != dsp::VoiceEnvelope::kIdle) {
         amplitude[sounding++] = envelope_.tick();
     }
-    for (int t = 0; t < sounding; ++t) amplitude[t] = amplitude[t] * 1.5f * tickFade();
+    if (glideIn_ || fade_ < 1.0f) {
+        for (int t = 0; t < sounding; ++t) amplitude[t] = amplitude[t] * kGain * tickFade();
+    } else {
+        for (int t = 0; t < sounding; ++t) amplitude[t] *= kGain;
+    }
     return sounding;
 }
 
@@ -48,10 +53,9 @@ void BassVoice::render(const PhaseRows& phases, const Sections& sections, int fr
     rows.on[kContrabassLane] = sections.on[kContrabass] ? -1 : 0;
     rows.on[kCelloLane] = sections.on[kCello] ? -1 : 0;
     Signal delayed;
-    for (int t = 0; t < rows.sounding; ++t) {
-        const double phase = phases.turns[t][pitch_.semitone] * 0.5 * pitch_.octaveFactor;
-        delayed[t] = static_cast<float>(phase);
-    }
+    const float* const turns = &phases.rounded[pitch_.semitone];
+    const float octave = 0.5f * static_cast<float>(pitch_.octaveFactor);
+    for (int t = 0; t < rows.sounding; ++t) delayed[t] = turns[t * dsp::kPaddedPhases] * octave;
     phaseRing_.exchange(delayed.data(), rows.sounding);
     for (int t = 0; t < rows.sounding; ++t) {
         float* const lanes = &rows.phases[BassRows::at(t)];

@@ -65,7 +65,7 @@ void Engine::renderAwake(float* left, float* right, int frames) {
 }
 
 int Engine::renderVoices(int frames) {
-    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_,
+    phases_.render(bendRatio_, sampleRate_, frames, phaseRows_, stages_.upper.readsTurns(),
                    stages_.chorus.begin(chorusRun_, frames));
     stages_.bass.render(phaseRows_, sections_, frames, bassRows_);
     stages_.upper.render(phaseRows_, bendRatio_, sections_, shared_, frames, bassRows_, sums_);

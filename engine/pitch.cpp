@@ -18,11 +18,11 @@ float keyHighPassHertz(int index) {
 }
 
 void MasterPhases::render(double bendRatio, double sampleRate, int frames, PhaseRows& rows,
-                          const dsp::BesidePhases* beside) {
+                          bool withTurns, const dsp::BesidePhases* beside) {
     std::array<double, kSemitones> step;
     for (int s = 0; s < kSemitones; ++s) step[s] = bendRatio * kMasterFrequencies[s] / sampleRate;
-    kernels_.runPhases(
-        {phase_.data(), step.data(), rows.turns[0].data(), rows.rounded.data(), beside, frames});
+    kernels_.runPhases({phase_.data(), step.data(), withTurns ? rows.turns[0].data() : nullptr,
+                        rows.rounded.data(), beside, frames});
 }
 
 }  // namespace engine

@@ -43,14 +43,16 @@ constexpr float kLowestKeyHighPassHertz = 32.703196f;  // C1
 
 // One segment of the twelve phases that all voices share.
 struct PhaseRows {
-    std::array<std::array<double, kSemitones>, kLongestSegment> turns;  // 0..1
-    // The same as float, padded for the lane kernels.
+    // 0..1, padded for the lane kernels.
     alignas(dsp::kVectorBytes) std::array<float, kLongestSegment * dsp::kPaddedPhases> rounded{};
+    // The same before rounding, for those who ask for it.
+    std::array<std::array<double, kSemitones>, kLongestSegment> turns;
 };
 
 class MasterPhases {
   public:
-    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows,
+    // Fills in a segment, its `turns` only if asked to, and carries out `beside` unless it is null.
+    void render(double bendRatio, double sampleRate, int frames, PhaseRows& rows, bool withTurns,
                 const dsp::BesidePhases* beside);
 
   private:

@@ -46,9 +46,9 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         int until = longest;
         dsp::LaneMasks on{};
         for (int slot = 0; slot < kMaxVoices; ++slot) {
-            if (levels_.framesOf(slot) <= from) continue;
-            on[slot] = -1;
-            until = std::min(until, levels_.framesOf(slot));
+            const int frames = levels_.framesOf(slot);
+            on[slot] = frames > from ? -1 : 0;
+            until = std::min(until, frames > from ? frames : longest);
         }
         const bool bassSounds = from < bass.sounding;
         if (bassSounds) until = std::min(until, bass.sounding);

@@ -25,6 +25,11 @@ class UpperVoices : public UpperVoiceControls<dsp::VoiceLanes> {
     // without their levels; scale the sums by envelopeSum().
     void render(const PhaseRows& phases, double bendRatio, const Sections& sections, bool shared,
                 int frames, BassRows& bass, SectionSums& sums);
+    // Whether the operators need the shared phases before rounding. The others multiply them by
+    // powers of two, which rounds alike before and after.
+    bool readsTurns() const {
+        return waveform_ == Waveform::kSquaredFeedback || violinPhase_ != 0.0f;
+    }
     // Sum of the levels of all 44 envelopes, idle ones included, for each frame of the segment.
     void envelopeSum(float* sum, int frames) { levels_.sum(sum, frames); }
 

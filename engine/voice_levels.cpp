@@ -40,17 +40,17 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames, bool 
     for (int slot = 0; slot < kMaxVoices; ++slot) {
         dsp::VoiceEnvelope& envelope = envelopes[slot];
         dsp::VoiceEnvelope::Ramp ramp;
-        if (slot >= count || envelope.stage() == dsp::VoiceEnvelope::kIdle) {
+        if (envelope.stage() == dsp::VoiceEnvelope::kIdle) {
             frames_[slot] = 0;
             hold(slot, envelope.level());
             continue;
         }
         frames_[slot] = frames;
-        if (!envelope.movesEvenly(frames, ramp)) {
+        if (envelope.stands()) {
+            hold(slot, envelope.level());
+        } else if (!envelope.movesEvenly(frames, ramp)) {
             tick(slot, envelope, frames);
             anyTicked = true;
-        } else if (ramp.stands()) {
-            hold(slot, envelope.level());
         } else {
             held_[slot] = kNotHeld;
             ramps_.level[slot] = envelope.level();

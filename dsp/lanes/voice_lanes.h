@@ -86,7 +86,7 @@ struct BesidePhases {
 struct PhaseRun {
     double* phases;  // kPhases; in: before the first frame, out: after the last
     const double* steps;
-    double* turns;               // kPhases per frame
+    double* turns;               // kPhases per frame; null: not wanted
     float* rounded;              // kPaddedPhases per frame; the padding is left alone
     const BesidePhases* beside;  // null: none
     int frames;
