@@ -79,6 +79,18 @@ endfunction()
 
 # quarzel_has_wide_vectors(FILE...): for sources with vectors wider than the baseline's.
 function(quarzel_has_wide_vectors)
+    if(QUARZEL_SANITIZE)
+        # Instrumented, the kernels of AVX-512 take a minute to compile. Only tests on a processor
+        # that has it would run them.
+        set(flags "")
+        if(EXISTS /proc/cpuinfo)
+            file(STRINGS /proc/cpuinfo flags REGEX "^flags.* avx512_vbmi2( |$)" LIMIT_COUNT 1)
+        endif()
+        if(NOT flags)
+            set_source_files_properties(${ARGN} PROPERTIES
+                COMPILE_DEFINITIONS QUARZEL_WITHOUT_AVX512)
+        endif()
+    endif()
     if(WIN32)
         # The compiler takes the stack to be aligned for them, which it is not on Windows.
         set_source_files_properties(${ARGN} PROPERTIES

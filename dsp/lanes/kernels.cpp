@@ -49,6 +49,7 @@ constexpr Kernels kKernels = allKernels();
 #pragma GCC pop_options
 #endif
 
+#ifndef QUARZEL_WITHOUT_AVX512
 // Sixteen lanes only for more than eight voices: for fewer they compute nothing more, and lower the
 // clock of some processors.
 #ifdef __clang__
@@ -99,6 +100,7 @@ constexpr Kernels kKernels = bestKernels();
 #else
 #pragma GCC pop_options
 #endif
+#endif  // QUARZEL_WITHOUT_AVX512
 
 #endif  // __x86_64__
 
@@ -106,7 +108,9 @@ namespace {
 
 const Kernels& kernelsFor(InstructionSet set) {
 #ifdef __x86_64__
+#ifndef QUARZEL_WITHOUT_AVX512
     if (set == InstructionSet::kAvx512) return avx512::kKernels;
+#endif
     if (set == InstructionSet::kAvx2) return avx2::kKernels;
 #endif
     (void)set;
@@ -122,12 +126,14 @@ const Kernels*& chosen() {
 
 InstructionSet widestInstructionSet() {
 #ifdef __x86_64__
+#ifndef QUARZEL_WITHOUT_AVX512
     // The first processors with AVX-512 lower their clock much for it; they lack VBMI2.
     if (__builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("avx512vl") &&
         __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw") &&
         __builtin_cpu_supports("fma")) {
         return InstructionSet::kAvx512;
     }
+#endif
     if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
         return InstructionSet::kAvx2;
     }
