@@ -157,6 +157,7 @@ class Instrument final : public editor::EditorHost {
     EventQueue events_;
     KeyPresses keyPresses_;
     state::LearnSlot learnSlot_;
+    std::uint32_t mapChanges_ = 0;  // of the controller map, up to the last block
     // Until start has run, parameters, programs and messages have no effect.
     std::atomic<bool> starting_{true};
 

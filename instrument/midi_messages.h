@@ -22,7 +22,6 @@ constexpr int statusOf(const std::uint8_t* message) {
 
 // Resets what the controller's fixed meaning controls: 11 returns to full expression, 64 lifts the
 // pedal. Call it for a controller that is bound to a parameter and so has lost its fixed meaning.
-// Each block calls it for every parameter.
 inline void letGo(engine::SoundEngine& engine, int controller) {
     if (controller == kExpression) engine.setExpression(1.0f);
     if (controller == kSustainPedal) engine.setPedal(false);

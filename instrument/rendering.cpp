@@ -135,6 +135,9 @@ void Instrument::playMessage(const std::uint8_t* message) {
 // Covers bindings from anywhere: another instance, the editor or the map's file.
 void Instrument::letGoOfBoundControllers() {
     const state::ControllerMap& map = state::controllerMap();
+    const std::uint32_t changes = map.changes();
+    if (changes == mapChanges_) return;
+    mapChanges_ = changes;
     for (int index = 0; index < state::kNumParams; ++index) letGo(*engine_, map.controller(index));
 }
 

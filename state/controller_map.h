@@ -30,6 +30,8 @@ class ControllerMap {
         due_.store(true, std::memory_order_release);
     }
     void clear();
+    // Moves on after every change. Nothing has changed since the last look if it stands.
+    std::uint32_t changes() const { return changes_.load(std::memory_order_acquire); }
 
     // Reads the map from the data folder, else from the library's folder. Without a file nothing is
     // bound. intentional: a short file binds the remaining parameters to controller 0.
@@ -44,11 +46,13 @@ class ControllerMap {
   private:
     void store(int parameter, std::int32_t controller) {
         controllers_[parameter].store(controller, std::memory_order_relaxed);
+        changes_.fetch_add(1, std::memory_order_release);
     }
     // The new content of the file, given its current content and the changed parameters.
     std::string savedOnto(const std::optional<std::string>& file, std::uint64_t changed) const;
 
     std::array<std::atomic<std::int32_t>, kNumParams> controllers_;
+    std::atomic<std::uint32_t> changes_{0};
     std::atomic<std::uint64_t> unsaved_{0};  // one bit per parameter
     std::atomic<bool> due_{false};
     std::mutex fileLock_;  // load and save
