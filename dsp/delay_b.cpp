@@ -18,17 +18,6 @@ void DelayB::setLength(int samples) {
     if (index_ >= length_) index_ = 0;
 }
 
-void DelayB::exchange(float* signal, int count) {
-    while (count > 0) {
-        const int straight = std::min(count, length_ - index_);
-        std::swap_ranges(signal, signal + straight, &buffer_[index_]);
-        index_ += straight;
-        if (index_ == length_) index_ = 0;
-        signal += straight;
-        count -= straight;
-    }
-}
-
 void DelayB::clear() {
     std::fill_n(buffer_.data(), used_, 0.0f);
     used_ = length_;

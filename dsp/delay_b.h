@@ -1,6 +1,9 @@
 // Ring buffer for whole-sample delays, with a working length that can change.
 #pragma once
 
+#include <algorithm>
+#include <utility>
+
 #include "dsp/lanes/width.h"
 #include "dsp/zeroed_samples.h"
 
@@ -26,8 +29,22 @@ class DelayB {
         return y;
     }
 
+    // Calls act(t, sample) for t = 0 .. count - 1: `sample` holds what leaves the ring, which `act`
+    // replaces by what enters.
+    template <typename Act>
+    void replace(int count, const Act& act) {
+        for (int t = 0; t < count;) {
+            const int until = std::min(count, t + length_ - index_);
+            float* sample = &buffer_[index_];
+            index_ += until - t;
+            for (; t < until; ++t) act(t, *sample++);
+            if (index_ == length_) index_ = 0;
+        }
+    }
     // readThenWrite for `count` samples in place.
-    void exchange(float* signal, int count);
+    void exchange(float* signal, int count) {
+        replace(count, [&](int t, float& sample) { std::swap(signal[t], sample); });
+    }
     // The same without a copy: gives the oldest `count` samples for replacing by whole vectors, or
     // null if they do not lie in a row; then call skip.
     float* row(int count) {

@@ -52,16 +52,14 @@ void BassVoice::render(const PhaseRows& phases, const Sections& sections, int fr
     rows.operators = &operators_;
     rows.on[kContrabassLane] = sections.on[kContrabass] ? -1 : 0;
     rows.on[kCelloLane] = sections.on[kCello] ? -1 : 0;
-    Signal delayed;
     const float* const turns = &phases.rounded[pitch_.semitone];
     const float octave = 0.5f * static_cast<float>(pitch_.octaveFactor);
-    for (int t = 0; t < rows.sounding; ++t) delayed[t] = turns[t * dsp::kPaddedPhases] * octave;
-    phaseRing_.exchange(delayed.data(), rows.sounding);
-    for (int t = 0; t < rows.sounding; ++t) {
+    phaseRing_.replace(rows.sounding, [&](int t, float& delayed) {
         float* const lanes = &rows.phases[BassRows::at(t)];
-        lanes[kContrabassLane] = delayed[t] * 0.5f + kPhaseOffset - kPhaseOffset;
-        lanes[kCelloLane] = delayed[t] + kPhaseOffset - kPhaseOffset;
-    }
+        lanes[kContrabassLane] = delayed * 0.5f + kPhaseOffset - kPhaseOffset;
+        lanes[kCelloLane] = delayed + kPhaseOffset - kPhaseOffset;
+        delayed = turns[t * dsp::kPaddedPhases] * octave;
+    });
 }
 
 }  // namespace engine
