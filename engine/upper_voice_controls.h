@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "dsp/biquad.h"
 #include "dsp/pitched_oscillator.h"
@@ -33,7 +34,7 @@ class UpperVoiceControls {
         const float releaseFactor = release_.factor(sampleRate);
         const dsp::BiquadCoefficients highPass = keyHighPass();
         for (int slot = 0; slot < kMaxVoices; ++slot) {
-            dsp::VoiceEnvelope& envelope = envelopes_[slot];
+            dsp::VoiceEnvelope& envelope = touch(slot);
             envelope.noteOff();
             envelope.setRate(sampleRate);
             envelope.computeRates();
@@ -55,8 +56,8 @@ class UpperVoiceControls {
         allocator_.setPolyphony(count);
         for (int slot = 0; slot < kMaxVoices; ++slot) {
             noteState_[slot] = -1;
-            envelopes_[slot].noteOff();
-            if (slot >= polyphony()) envelopes_[slot].kill();
+            touch(slot).noteOff();
+            if (slot >= polyphony()) touch(slot).kill();
         }
         sectionEnvelope_.noteOff();
     }
@@ -80,7 +81,7 @@ class UpperVoiceControls {
     // `key` is playable (isPlayableKey), `velocity` 1..127.
     void noteOn(int key, int velocity) {
         const int slot = allocator_.noteOn(key, velocity);
-        dsp::VoiceEnvelope& envelope = envelopes_[slot];
+        dsp::VoiceEnvelope& envelope = touch(slot);
         // intentional: the envelope takes the stored velocity for its key
         envelope.noteOn(velocity, allocator_.velocity(slot));
         sectionEnvelope_.trigger(kSectionPeak, kSectionKey);
@@ -115,7 +116,7 @@ class UpperVoiceControls {
     // Releases every voice and the section envelope; the allocator forgets its notes.
     void allNotesOff() {
         for (int slot = 0; slot < kMaxVoices; ++slot) {
-            envelopes_[slot].noteOff();
+            touch(slot).noteOff();
             noteState_[slot] = -1;
         }
         sectionEnvelope_.noteOff();
@@ -128,9 +129,11 @@ class UpperVoiceControls {
             envelope.noteOff();
             envelope.kill();
         };
-        std::for_each(envelopes_.begin(), envelopes_.end(), silenced);
+        for (int slot = 0; slot < kMaxVoices; ++slot) {
+            silenced(touch(slot));
+            clearLane(slot);
+        }
         silenced(sectionEnvelope_);
-        for (int slot = 0; slot < kMaxVoices; ++slot) clearLane(slot);
     }
     // silence(), and also forgets all notes.
     void reset() {
@@ -148,6 +151,10 @@ class UpperVoiceControls {
         dsp::PitchedOscillator oscB;
     };
 
+    // The slots whose envelopes notes have changed since the last call. Settings leave a level that
+    // is idle alone.
+    SlotSet takeTouched() { return std::exchange(touched_, 0); }
+
     VoiceEnvelopes envelopes_;
     Lanes lanes_;
     std::array<TableVoice, kMaxVoices> tables_;
@@ -160,6 +167,10 @@ class UpperVoiceControls {
     // Table oscillators take MIDI notes. A key index counts from C0, which is note 12.
     static constexpr int kNoteOfIndexZero = 12;
 
+    dsp::VoiceEnvelope& touch(int slot) {
+        touched_ |= onlySlot(slot);
+        return envelopes_[slot];
+    }
     void clearLane(int slot) {
         lanes_.oscA.clear(slot);
         lanes_.oscB.clear(slot);
@@ -170,13 +181,14 @@ class UpperVoiceControls {
         const bool anyHeld =
             std::any_of(noteState_.begin(), noteState_.end(), [](int state) { return state == 1; });
         if (!anyHeld) sectionEnvelope_.noteOff();
-        envelopes_[slot].noteOff();
+        touch(slot).noteOff();
     }
     dsp::BiquadCoefficients keyHighPass() const {  // of the last note
         return dsp::designHighPass(lastNoteHertz_, dsp::kKeyHighPassQ, sampleRate_);
     }
 
     std::array<int, kMaxVoices> noteState_{};  // 1 while the key is held, -1 after its note-off
+    SlotSet touched_ = kAllSlots;
     dsp::VoiceEnvelope sectionEnvelope_;
     VoiceAllocator allocator_{envelopes_.data()};
     float lastNoteHertz_ = kLowestKeyHighPassHertz;

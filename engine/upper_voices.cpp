@@ -7,7 +7,7 @@ namespace engine {
 
 void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sections& sections,
                          bool shared, int frames, BassRows& bass, SectionSums& sums) {
-    levels_.render(envelopes_, polyphony(), frames, shared);
+    levels_.render(envelopes_, takeTouched(), frames, shared);
     sums.sounding = levels_.longest();
     std::fill_n(sums.viola.begin(), sums.sounding, 0.0f);
     std::fill_n(sums.violin.begin(), sums.sounding, 0.0f);
@@ -45,11 +45,12 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
     for (int from = 0; from < longest;) {
         int until = longest;
         dsp::LaneMasks on{};
-        for (int slot = 0; slot < kMaxVoices; ++slot) {
+        forEachSlot(levels_.sounding(), [&](int slot) {
             const int frames = levels_.framesOf(slot);
-            on[slot] = frames > from ? -1 : 0;
-            until = std::min(until, frames > from ? frames : longest);
-        }
+            if (frames <= from) return;
+            on[slot] = -1;
+            until = std::min(until, frames);
+        });
         const bool bassSounds = from < bass.sounding;
         if (bassSounds) until = std::min(until, bass.sounding);
         const dsp::BassRun bassRun = bass.run(from);

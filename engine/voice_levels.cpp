@@ -32,19 +32,22 @@ void VoiceLevels::tick(int slot, dsp::VoiceEnvelope& envelope, int frames) {
     std::fill(row.begin() + t, row.end(), envelope.level());
 }
 
-void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames, bool onlySum) {
+void VoiceLevels::render(VoiceEnvelopes& envelopes, SlotSet touched, int frames, bool onlySum) {
+    const SlotSet visited = sounding_ | touched;
+    sounding_ = 0;
     ramps_.on.fill(0);
     bool anyRamp = false;
     bool anyTicked = false;
     longest_ = 0;
-    for (int slot = 0; slot < kMaxVoices; ++slot) {
+    forEachSlot(visited, [&](int slot) {
         dsp::VoiceEnvelope& envelope = envelopes[slot];
         dsp::VoiceEnvelope::Ramp ramp;
         if (envelope.stage() == dsp::VoiceEnvelope::kIdle) {
             frames_[slot] = 0;
             hold(slot, envelope.level());
-            continue;
+            return;
         }
+        sounding_ |= onlySlot(slot);
         frames_[slot] = frames;
         if (envelope.stands()) {
             hold(slot, envelope.level());
@@ -60,7 +63,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames, bool 
             anyRamp = true;
         }
         longest_ = std::max(longest_, frames_[slot]);
-    }
+    });
     if (!anyRamp) return;
     summed_ = onlySum && !anyTicked;
     if (summed_) {
@@ -71,9 +74,9 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, int count, int frames, bool 
     } else {
         kernels_.runRamps(ramps_, frames);
     }
-    for (int slot = 0; slot < count; ++slot) {
+    forEachSlot(sounding_, [&](int slot) {
         if (ramps_.on[slot]) envelopes[slot].moveTo(ramps_.level[slot]);
-    }
+    });
 }
 
 // Adds whole rows, so that the sum stays in registers.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "dsp/lanes/kernels.h"
 #include "dsp/voice_envelope.h"
@@ -12,14 +13,28 @@ namespace engine {
 
 using VoiceEnvelopes = std::array<dsp::VoiceEnvelope, kMaxVoices>;
 
+// Slots, one bit each.
+using SlotSet = std::uint64_t;
+constexpr SlotSet onlySlot(int slot) {
+    return SlotSet{1} << slot;
+}
+constexpr SlotSet kAllSlots = onlySlot(kMaxVoices) - 1;
+
+// Calls act(slot) for each slot of a set, in order.
+template <typename Act>
+void forEachSlot(SlotSet slots, const Act& act) {
+    for (; slots != 0; slots &= slots - 1) act(__builtin_ctzll(slots));
+}
+
 class VoiceLevels {
   public:
     VoiceLevels();
 
-    // Advances the envelopes of the first `count` slots by `frames` frames. The other slots must be
-    // idle. With `onlySum` the rows may be left out.
-    void render(VoiceEnvelopes& envelopes, int count, int frames, bool onlySum);
+    // Advances the envelopes by `frames` frames. One that was idle and is not among `touched` must
+    // be as it was. With `onlySum` the rows may be left out.
+    void render(VoiceEnvelopes& envelopes, SlotSet touched, int frames, bool onlySum);
 
+    SlotSet sounding() const { return sounding_; }  // in any frame
     // Number of leading frames in which the slot sounds.
     int framesOf(int slot) const { return frames_[slot]; }
     int longest() const { return longest_; }
@@ -37,6 +52,7 @@ class VoiceLevels {
     std::array<float, dsp::kVoiceLanes> held_{};  // the level that fills the whole row, or NaN
     std::array<int, dsp::kVoiceLanes> frames_{};
     int longest_ = 0;
+    SlotSet sounding_ = 0;
     Signal sum_{};
     bool summed_ = false;  // whether `sum_` is up to date
     dsp::LevelRamps ramps_;
