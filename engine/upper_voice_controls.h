@@ -69,12 +69,13 @@ class UpperVoiceControls {
     // Calls change(dsp::VoiceEnvelope&) for every slot, in order.
     template <typename Change>
     void forEachEnvelope(Change change) {
-        for (dsp::VoiceEnvelope& envelope : envelopes_) change(envelope);
+        for (int slot = 0; slot < kMaxVoices; ++slot) change(touch(slot));
     }
     // Also applies to the section envelope.
     void setRelease(const ReleaseTime& release) {
         release_ = release;
-        for (dsp::VoiceEnvelope& envelope : envelopes_) release.applyTo(envelope, sampleRate_);
+        forEachEnvelope(
+            [&](dsp::VoiceEnvelope& envelope) { release.applyTo(envelope, sampleRate_); });
         release.applyTo(sectionEnvelope_, sampleRate_);
     }
 
@@ -151,8 +152,7 @@ class UpperVoiceControls {
         dsp::PitchedOscillator oscB;
     };
 
-    // The slots whose envelopes notes have changed since the last call. Settings leave a level that
-    // is idle alone.
+    // The slots whose envelopes notes or settings have changed since the last call.
     SlotSet takeTouched() { return std::exchange(touched_, 0); }
 
     VoiceEnvelopes envelopes_;

@@ -44,13 +44,16 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
     const int longest = std::max(sums.sounding, bass.sounding);
     for (int from = 0; from < longest;) {
         int until = longest;
-        dsp::LaneMasks on{};
-        forEachSlot(levels_.sounding(), [&](int slot) {
+        SlotSet sounding = levels_.sounding();
+        forEachSlot(levels_.ending(), [&](int slot) {
             const int frames = levels_.framesOf(slot);
-            if (frames <= from) return;
-            on[slot] = -1;
-            until = std::min(until, frames);
+            if (frames <= from) {
+                sounding &= ~onlySlot(slot);
+            } else {
+                until = std::min(until, frames);
+            }
         });
+        const dsp::LaneMasks& on = masks_.of(sounding);
         const bool bassSounds = from < bass.sounding;
         if (bassSounds) until = std::min(until, bass.sounding);
         const dsp::BassRun bassRun = bass.run(from);

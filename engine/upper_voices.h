@@ -40,8 +40,26 @@ class UpperVoices : public UpperVoiceControls<dsp::VoiceLanes> {
     // Writes `octaves` x phase + `offset` turns for every lane.
     void lanePhases(const PhaseRows& phases, double octaves, double offset, float* out) const;
 
+    // A set of slots as masks of their lanes, of which mostly the same one is asked for.
+    class SlotMasks {
+      public:
+        const dsp::LaneMasks& of(SlotSet slots) {
+            if (slots != slots_) {
+                slots_ = slots;
+                for (int slot = 0; slot < kMaxVoices; ++slot)
+                    masks_[slot] = slots >> slot & 1 ? -1 : 0;
+            }
+            return masks_;
+        }
+
+      private:
+        SlotSet slots_ = 0;
+        dsp::LaneMasks masks_{};
+    };
+
     const dsp::Kernels& kernels_ = dsp::kernels();
     VoiceLevels levels_;
+    SlotMasks masks_;
     // Signals of all lanes over one segment, with room for whole vectors.
     struct alignas(dsp::kVectorBytes) Scratch {
         using Rows = std::array<float, kRowStride * dsp::kVoiceLanes>;

@@ -33,12 +33,14 @@ void VoiceLevels::tick(int slot, dsp::VoiceEnvelope& envelope, int frames) {
 }
 
 void VoiceLevels::render(VoiceEnvelopes& envelopes, SlotSet touched, int frames, bool onlySum) {
-    const SlotSet visited = sounding_ | touched;
-    sounding_ = 0;
+    const SlotSet visited = moving_ | touched;
+    standing_ &= ~visited;
+    moving_ = 0;
+    ending_ = 0;
+    longest_ = standing_ != 0 ? frames : 0;
     ramps_.on.fill(0);
     bool anyRamp = false;
     bool anyTicked = false;
-    longest_ = 0;
     forEachSlot(visited, [&](int slot) {
         dsp::VoiceEnvelope& envelope = envelopes[slot];
         dsp::VoiceEnvelope::Ramp ramp;
@@ -47,13 +49,18 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, SlotSet touched, int frames,
             hold(slot, envelope.level());
             return;
         }
-        sounding_ |= onlySlot(slot);
-        frames_[slot] = frames;
+        frames_[slot] = kLongestSegment;
         if (envelope.stands()) {
+            standing_ |= onlySlot(slot);
             hold(slot, envelope.level());
-        } else if (!envelope.movesEvenly(frames, ramp)) {
+            longest_ = frames;
+            return;
+        }
+        moving_ |= onlySlot(slot);
+        if (!envelope.movesEvenly(frames, ramp)) {
             tick(slot, envelope, frames);
             anyTicked = true;
+            if (frames_[slot] < frames) ending_ |= onlySlot(slot);
         } else {
             held_[slot] = kNotHeld;
             ramps_.level[slot] = envelope.level();
@@ -62,7 +69,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, SlotSet touched, int frames,
             ramps_.on[slot] = -1;
             anyRamp = true;
         }
-        longest_ = std::max(longest_, frames_[slot]);
+        longest_ = std::max(longest_, std::min(frames_[slot], frames));
     });
     if (!anyRamp) return;
     summed_ = onlySum && !anyTicked;
@@ -74,7 +81,7 @@ void VoiceLevels::render(VoiceEnvelopes& envelopes, SlotSet touched, int frames,
     } else {
         kernels_.runRamps(ramps_, frames);
     }
-    forEachSlot(sounding_, [&](int slot) {
+    forEachSlot(moving_, [&](int slot) {
         if (ramps_.on[slot]) envelopes[slot].moveTo(ramps_.level[slot]);
     });
 }

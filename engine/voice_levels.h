@@ -1,6 +1,7 @@
 // The levels of all upper voices over a segment, one row per slot.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -30,13 +31,14 @@ class VoiceLevels {
   public:
     VoiceLevels();
 
-    // Advances the envelopes by `frames` frames. One that was idle and is not among `touched` must
-    // be as it was. With `onlySum` the rows may be left out.
+    // Advances the envelopes by `frames` frames. One that was idle or stood and is not among
+    // `touched` must be as it was. With `onlySum` the rows may be left out.
     void render(VoiceEnvelopes& envelopes, SlotSet touched, int frames, bool onlySum);
 
-    SlotSet sounding() const { return sounding_; }  // in any frame
+    SlotSet sounding() const { return standing_ | moving_; }  // in any frame
+    SlotSet ending() const { return ending_; }                // in the first frames only
     // Number of leading frames in which the slot sounds.
-    int framesOf(int slot) const { return frames_[slot]; }
+    int framesOf(int slot) const { return std::min(frames_[slot], longest_); }
     int longest() const { return longest_; }
     const float* row(int slot) const { return rows_[slot].data(); }
 
@@ -50,9 +52,11 @@ class VoiceLevels {
     const dsp::Kernels& kernels_ = dsp::kernels();
     std::array<Signal, dsp::kVoiceLanes> rows_{};
     std::array<float, dsp::kVoiceLanes> held_{};  // the level that fills the whole row, or NaN
-    std::array<int, dsp::kVoiceLanes> frames_{};
+    std::array<int, dsp::kVoiceLanes> frames_{};  // kLongestSegment also for a shorter one
     int longest_ = 0;
-    SlotSet sounding_ = 0;
+    SlotSet standing_ = 0;  // sound at a level that stays
+    SlotSet moving_ = 0;
+    SlotSet ending_ = 0;  // among the moving ones
     Signal sum_{};
     bool summed_ = false;  // whether `sum_` is up to date
     dsp::LevelRamps ramps_;
