@@ -9,7 +9,7 @@
 
 namespace bench {
 
-constexpr int kBlock = 64;
+constexpr int kBlock = 64;  // frames; one segment of the engine
 constexpr double kRate = 44100.0;
 
 // FNV-1a over the bits of the samples.

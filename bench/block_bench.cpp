@@ -13,7 +13,6 @@
 namespace bench {
 namespace {
 
-using engine::kLongestSegment;
 using engine::Signal;
 using engine::StereoSignal;
 
@@ -29,12 +28,10 @@ template <typename Stage>
 void timeStage(benchmark::State& state, float level, Stage stage) {
     const Signal input = noise(level);
     timeBlocks(state, [&](float* left, float* right, int frames) {
-        for (int from = 0; from < frames; from += kLongestSegment) {
-            StereoSignal signal{input, input};
-            stage(signal);
-            std::copy_n(signal.left.data(), kLongestSegment, left + from);
-            std::copy_n(signal.right.data(), kLongestSegment, right + from);
-        }
+        StereoSignal signal{input, input};
+        stage(signal);
+        std::copy_n(signal.left.data(), frames, left);
+        std::copy_n(signal.right.data(), frames, right);
     });
 }
 
@@ -57,10 +54,10 @@ void bass(benchmark::State& state) {
     engine::BassRows rows;
     engine::SectionSums sums;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        phases.render(1.0, kRate, kLongestSegment, phaseRows, false, nullptr);
-        voice->render(phaseRows, sections, kLongestSegment, rows);
-        voices->render(phaseRows, 1.0, sections, true, kLongestSegment, rows, sums);
-        std::copy_n(rows.tone.begin(), kLongestSegment, signal.left.begin());
+        phases.render(1.0, kRate, kBlock, phaseRows, false, nullptr);
+        voice->render(phaseRows, sections, kBlock, rows);
+        voices->render(phaseRows, 1.0, sections, true, kBlock, rows, sums);
+        std::copy_n(rows.tone.begin(), kBlock, signal.left.begin());
         signal.right = rows.amplitude;
     });
 }
@@ -77,12 +74,12 @@ void tone(benchmark::State& state) {
     dsp::Random dither;
     engine::BassRows bassRows;
     bassRows.amplitude = noise(0.5f);
-    bassRows.sounding = kLongestSegment;
+    bassRows.sounding = kBlock;
     std::mt19937 random(2);
     for (float& x : bassRows.tone) x = static_cast<float>(random() % 2001) * 0.001f - 1.0f;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        const engine::SectionSums sums{signal.left, signal.right, kLongestSegment};
-        stages->render({sums, bassRows, gains, 1.0f, levels, dither}, sections, kLongestSegment,
+        const engine::SectionSums sums{signal.left, signal.right, kBlock};
+        stages->render({sums, bassRows, gains, 1.0f, levels, dither}, sections, kBlock,
                        signal.left);
         signal.right = signal.left;
     });
@@ -101,10 +98,9 @@ void chorus(benchmark::State& state) {
     engine::EnsembleChorus::Run run;
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
         const Signal in = signal.left;
-        phases.render(1.0, kRate, kLongestSegment, phaseRows, false,
-                      stage->begin(run, kLongestSegment));
-        stage->modulate(run, kLongestSegment);
-        stage->render(run, in, kLongestSegment, signal);
+        phases.render(1.0, kRate, kBlock, phaseRows, false, stage->begin(run, kBlock));
+        stage->modulate(run, kBlock);
+        stage->render(run, in, {0, kBlock}, signal);
     });
 }
 
@@ -115,7 +111,7 @@ void phaser(benchmark::State& state) {
     stage->setStages(0.8f);
     stage->setFeedback(0.5f);
     stage->setHighPass(0.3f, 0.3f);
-    timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, kLongestSegment); });
+    timeStage(state, 0.1f, [&](StereoSignal& signal) { stage->render(signal, {0, kBlock}); });
 }
 
 void reverb(benchmark::State& state) {
@@ -125,10 +121,10 @@ void reverb(benchmark::State& state) {
     stage->set({0.5f, 0.5f, 0.5f, 0.5f});
     engine::SpringReverb::Run run;
     dsp::PeakFollower follower;
-    std::array<double, kLongestSegment> levels{};
+    std::array<double, kBlock> levels{};
     timeStage(state, 0.1f, [&](StereoSignal& signal) {
-        stage->render(run, signal, kLongestSegment);
-        stage->feed(run, follower, levels.data(), kLongestSegment);
+        stage->render(run, signal, kBlock);
+        stage->feed(run, follower, levels.data(), kBlock);
     });
 }
 
@@ -138,9 +134,9 @@ void limiter(benchmark::State& state) {
         float* const left = signal.left.data();
         float* const right = signal.right.data();
         dsp::PeakLimiter::Run run;
-        stage.begin(run, {1.0f, 1.0f, 0, nullptr}, left, right, kLongestSegment);
+        stage.begin(run, {1.0f, 1.0f, 0, nullptr}, left, right, kBlock);
         for (double& level : run.levels) level = run.follower.tick(level);
-        stage.finish(run, left, right, kLongestSegment, 1e-7, left, right);
+        stage.finish(run, left, right, kBlock, 1e-7, left, right);
     });
 }
 

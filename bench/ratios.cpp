@@ -1,7 +1,7 @@
 // How many times faster than the literal engine the shipped one is, on every instruction set. All
 // of them take turns, so that other work on the machine slows them alike.
 //
-// Usage: quarzel_ratios [TURNS]
+// Usage: quarzel_ratios [TURNS [FRAMES_PER_BLOCK]]
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -18,22 +18,22 @@
 namespace bench {
 namespace {
 
-constexpr int kBlocksPerTurn = 96;
-constexpr int kBlocksBefore = 24;
-constexpr int kBlocksToTail = 400;  // until the last voice has ended
+constexpr int kFramesPerTurn = 6144;
+constexpr int kFramesBefore = 1536;
+constexpr int kFramesToTail = 25600;  // until the last voice has ended
 
 struct Work {
     const char* name;
     int voices;
     bool released;
     float release;  // value of the parameter
-    int before;     // blocks between the keys and the measurement
+    int before;     // frames between the keys and the measurement
 };
 
 constexpr Work kWorks[] = {
-    {"44 voices", 44, false, 1.0f, kBlocksBefore},  {"10 voices", 10, false, 1.0f, kBlocksBefore},
-    {"1 voice", 1, false, 1.0f, kBlocksBefore},     {"44 released", 44, true, 1.0f, kBlocksBefore},
-    {"10 released", 10, true, 1.0f, kBlocksBefore}, {"tail", 1, true, 0.0f, kBlocksToTail}};
+    {"44 voices", 44, false, 1.0f, kFramesBefore},  {"10 voices", 10, false, 1.0f, kFramesBefore},
+    {"1 voice", 1, false, 1.0f, kFramesBefore},     {"44 released", 44, true, 1.0f, kFramesBefore},
+    {"10 released", 10, true, 1.0f, kFramesBefore}, {"tail", 1, true, 0.0f, kFramesToTail}};
 
 struct Path {
     const char* name;
@@ -51,49 +51,54 @@ double median(std::vector<double> values, double share = 0.5) {
 
 class Runner {
   public:
-    Runner(std::unique_ptr<engine::SoundEngine> engine, const Work& work)
-        : player_(std::move(engine)), work_(work) {
+    Runner(std::unique_ptr<engine::SoundEngine> engine, const Work& work, int block)
+        : player_(std::move(engine)), work_(work), left_(block), right_(block) {
         player_.useEverything();
         player_.set(state::kEnvRelease, work.release);
     }
 
-    // The median time of a block, in ns per sample. Strikes the keys anew, so that no release or
-    // tail ends meanwhile.
+    // Strikes the keys anew, so that no release or tail ends meanwhile.
     double turn() {
         player_.press(work_.voices);
-        for (int block = 0; block < kBlocksBefore; ++block) render();
+        render(kFramesBefore);
         if (work_.released) player_.release(work_.voices);
-        for (int block = 0; block < work_.before; ++block) render();
-        std::vector<double> times;
-        for (int block = 0; block < kBlocksPerTurn; ++block) {
-            const auto start = std::chrono::steady_clock::now();
-            render();
-            const std::chrono::duration<double, std::nano> took =
-                std::chrono::steady_clock::now() - start;
-            times.push_back(took.count() / kBlock);
-        }
+        render(work_.before);
+        const double timed = render(kFramesPerTurn);
         player_.release(work_.voices);
-        return median(times);
+        return timed;
     }
 
   private:
-    void render() { player_.render(left_, right_, kBlock); }
+    // The median time of a block, in ns per sample.
+    double render(int frames) {
+        std::vector<double> times;
+        const int block = static_cast<int>(left_.size());
+        for (int from = 0; from < frames; from += block) {
+            const auto start = std::chrono::steady_clock::now();
+            player_.render(left_.data(), right_.data(), block);
+            const std::chrono::duration<double, std::nano> took =
+                std::chrono::steady_clock::now() - start;
+            times.push_back(took.count() / block);
+        }
+        return median(times);
+    }
 
     Player player_;
     const Work& work_;
-    float left_[kBlock], right_[kBlock];
+    std::vector<float> left_, right_;
 };
 
-void measure(const Work& work, int turns) {
+void measure(const Work& work, int turns, int block) {
     std::vector<std::unique_ptr<Runner>> runners;
     std::vector<const Path*> paths;
     for (const Path& path : kPaths) {
         if (path.set > dsp::widestInstructionSet()) break;
         dsp::useInstructionSet(path.set);
-        runners.push_back(std::make_unique<Runner>(std::make_unique<engine::Engine>(kRate), work));
+        runners.push_back(
+            std::make_unique<Runner>(std::make_unique<engine::Engine>(kRate), work, block));
         paths.push_back(&path);
     }
-    Runner literal(std::make_unique<reference::Engine>(kRate), work);
+    Runner literal(std::make_unique<reference::Engine>(kRate), work, block);
     std::vector<double> literalTimes;
     std::vector<std::vector<double>> times(runners.size()), ratios(runners.size());
     for (int turn = 0; turn < turns; ++turn) {
@@ -116,5 +121,6 @@ void measure(const Work& work, int turns) {
 
 int main(int argc, char** argv) {
     const int turns = argc > 1 ? std::max(std::atoi(argv[1]), 1) : 100;
-    for (const bench::Work& work : bench::kWorks) bench::measure(work, turns);
+    const int block = argc > 2 ? std::max(std::atoi(argv[2]), 1) : bench::kBlock;
+    for (const bench::Work& work : bench::kWorks) bench::measure(work, turns, block);
 }

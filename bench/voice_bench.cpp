@@ -22,13 +22,10 @@ void bank(benchmark::State& state, engine::Waveform waveform, float violinPhase)
     engine::BassRows bass;
     engine::SectionSums sums;
     timeBlocks(state, [&](float* left, float* right, int frames) {
-        constexpr int kFrames = engine::kLongestSegment;
-        for (int from = 0; from < frames; from += kFrames) {
-            phases.render(1.0, kRate, kFrames, phaseRows, voices->readsTurns(), nullptr);
-            voices->render(phaseRows, 1.0, sections, true, kFrames, bass, sums);
-            std::copy_n(sums.viola.data(), kFrames, left + from);
-            std::copy_n(sums.violin.data(), kFrames, right + from);
-        }
+        phases.render(1.0, kRate, frames, phaseRows, voices->readsTurns(), nullptr);
+        voices->render(phaseRows, 1.0, sections, true, frames, bass, sums);
+        std::copy_n(sums.viola.data(), frames, left);
+        std::copy_n(sums.violin.data(), frames, right);
     });
 }
 

@@ -18,7 +18,8 @@ class ReverbRing {
     // Gives the oldest `count` samples, at most kMostFrames, in a row with room for whole vectors.
     // Replace them, then call end with the same count.
     float* begin(int count) {
-        if (index_ + count > size_) std::copy_n(buffer_.data(), kMostFrames, &buffer_[size_]);
+        const int beyond = index_ + count - size_;
+        if (beyond > 0) std::copy_n(buffer_.data(), beyond, &buffer_[size_]);
         float* const row = &buffer_[index_];
         if (count % kMostLanes != 0) std::copy_n(row + count, kMostLanes, following_.data());
         return row;
@@ -29,8 +30,8 @@ class ReverbRing {
         }
         index_ += count;
         if (index_ < size_) return;
-        if (index_ > size_) std::copy_n(&buffer_[size_], kMostFrames, buffer_.data());
         index_ -= size_;
+        std::copy_n(&buffer_[size_], index_, buffer_.data());
     }
 
   private:

@@ -11,7 +11,7 @@ constexpr double kAudible = 1e-07;   // limiter follower
 constexpr float kVoiceGain = 0.23f;  // of the mix while each voice has its own envelope
 constexpr float kSharedGain = 2.5f;  // of the mix with a shared envelope, over the polyphony
 constexpr float kOutputGain = 4.0f;
-
+constexpr int kTapsAhead = 64;  // frames that moderate modulation leaves free at 44.1 kHz
 }  // namespace
 
 int Engine::render(float* left, float* right, int frames) {
@@ -20,7 +20,8 @@ int Engine::render(float* left, float* right, int frames) {
         limiter_.renderSilence(left, right, frames);
         return frames;
     }
-    const int count = std::min({frames, kLongestSegment, framesToSleep()});
+    const int count =
+        std::min({frames, kLongestSegment, stages_.reverb.longestSegment(), framesToSleep()});
     renderAwake(left, right, count);
     return count;
 }
@@ -75,23 +76,36 @@ int Engine::renderVoices(int frames) {
     return std::max(sums_.sounding, bassRows_.sounding);
 }
 
-// While no tap of the chorus reaches into the segment, only the dry signal ties tone and phaser,
-// and they run beside each other.
+// Tone and phaser run beside each other over the whole segment, else over shorter parts, else one
+// after the other.
 void Engine::renderStereo(const ToneSources& sources, int frames) {
-    EnsembleChorus& chorus = stages_.chorus;
-    chorus.modulate(chorusRun_, frames);
-    if (!stages_.phaser.fitsBesideTone(frames) || !chorus.renderTaps(chorusRun_, frames, stereo_)) {
-        stages_.tone.render(sources, sections_, frames, mono_);
-        chorus.render(chorusRun_, mono_, frames, stereo_);
-        stages_.phaser.render(stereo_, frames);
-        return;
-    }
+    stages_.chorus.modulate(chorusRun_, frames);
     stages_.tone.begin(sources, sections_, frames, mono_);
-    stages_.tone.finish(frames, mono_, [&](const dsp::ToneRun& tone, int from) {
-        kernels_.runToneAndPhaser(tone, stages_.phaser.run(stereo_, from, tone.frames),
-                                  chorus.dryGain());
+    for (int from = 0; from < frames;) {
+        const int rest = frames - from;
+        const int part = std::min(rest, kTapsAhead);
+        if (renderToneBesidePhaser({from, rest})) return;
+        if (part == rest || !renderToneBesidePhaser({from, part})) {
+            stages_.tone.finish({from, rest}, mono_);
+            stages_.chorus.render(chorusRun_, mono_, {from, rest}, stereo_);
+            stages_.phaser.render(stereo_, {from, rest});
+            return;
+        }
+        from += part;
+    }
+}
+
+// While no tap of the chorus reaches into the part, only the dry signal ties tone and phaser.
+bool Engine::renderToneBesidePhaser(SegmentPart part) {
+    EnsembleChorus& chorus = stages_.chorus;
+    PhaserStage& phaser = stages_.phaser;
+    if (!phaser.fitsBesideTone(part.frames)) return false;
+    if (!chorus.renderTaps(chorusRun_, part, stereo_)) return false;
+    stages_.tone.finish(part, mono_, [&](const dsp::ToneRun& tone, int from) {
+        kernels_.runToneAndPhaser(tone, phaser.run(stereo_, from, tone.frames), chorus.dryGain());
     });
-    chorus.feed(mono_, frames);
+    chorus.feed(mono_, part);
+    return true;
 }
 
 // Gain of the mix of the upper sections. With a shared envelope it follows the sum of all levels

@@ -43,6 +43,8 @@ class Engine : public EngineControls<Stages> {
     // sounds.
     int renderVoices(int frames);
     void renderStereo(const ToneSources& sources, int frames);
+    // Returns false, and changes nothing, if that does not fit.
+    bool renderToneBesidePhaser(SegmentPart part);
     // Returns their scale; see ToneSources.
     float setVoiceGains(int sounding, int frames);
     int framesToSleep() const;

@@ -106,46 +106,50 @@ void EnsembleChorus::modulate(Run& run, int frames) {
     modulateTaps(1.0f, 1.0f, 1.0f, slowDelayed.data(), fastDelayed.data());
 }
 
-void EnsembleChorus::render(Run& run, const Signal& in, int frames, StereoSignal& out) {
+void EnsembleChorus::render(Run& run, const Signal& in, SegmentPart part, StereoSignal& out) {
+    const int from = part.from;
     if (!on_) {
-        for (int t = 0; t < frames; ++t) {
+        for (int t = from; t < from + part.frames; ++t) {
             out.left[t] = in[t];
             out.right[t] = in[t] * 0.5f;  // intentional: quieter on the right
         }
         return;
     }
     for (int tap = 0; tap < kTaps; ++tap) {
-        lines_[tap].sweep(run.delays[tap].data(), in.data(), run.taps[tap].data(), frames);
+        lines_[tap].sweep(&run.delays[tap][from], &in[from], &run.taps[tap][from], part.frames);
     }
-    mix(run, in.data(), frames, out);
+    mix(run, &in[from], part, out);
 }
 
-bool EnsembleChorus::renderTaps(Run& run, int frames, StereoSignal& out) {
+bool EnsembleChorus::renderTaps(Run& run, SegmentPart part, StereoSignal& out) {
     if (!on_) return false;
+    const int from = part.from;
     std::array<dsp::FractionalDelay::Places, kTaps> places;
     for (int tap = 0; tap < kTaps; ++tap) {
-        if (!lines_[tap].placeAhead(run.delays[tap].data(), frames, places[tap])) return false;
+        if (!lines_[tap].placeAhead(&run.delays[tap][from], part.frames, places[tap])) return false;
     }
     for (int tap = 0; tap < kTaps; ++tap) {
-        lines_[tap].readPlaced(run.delays[tap].data(), places[tap], run.taps[tap].data(), frames);
+        lines_[tap].readPlaced(&run.delays[tap][from], places[tap], &run.taps[tap][from],
+                               part.frames);
     }
-    mix(run, nullptr, frames, out);
+    mix(run, nullptr, part, out);
     return true;
 }
 
-void EnsembleChorus::feed(const Signal& in, int frames) {
-    for (dsp::FractionalDelay& line : lines_) line.write(in.data(), frames);
+void EnsembleChorus::feed(const Signal& in, SegmentPart part) {
+    for (dsp::FractionalDelay& line : lines_) line.write(&in[part.from], part.frames);
 }
 
-void EnsembleChorus::mix(const Run& run, const float* in, int frames, StereoSignal& out) {
+void EnsembleChorus::mix(const Run& run, const float* in, SegmentPart part, StereoSignal& out) {
+    const int from = part.from;
     kernels_.mixTaps({in,
                       dryAdd_,
-                      {run.taps[0].data(), run.taps[1].data(), run.taps[2].data()},
-                      {run.gains[0].data(), run.gains[1].data(), run.gains[2].data()},
+                      {&run.taps[0][from], &run.taps[1][from], &run.taps[2][from]},
+                      {&run.gains[0][from], &run.gains[1][from], &run.gains[2][from]},
                       rightWeight_,
-                      out.left.data(),
-                      out.right.data(),
-                      frames});
+                      &out.left[from],
+                      &out.right[from],
+                      part.frames});
 }
 
 }  // namespace engine

@@ -38,9 +38,10 @@ class EnsembleChorus : public ChorusControl {
     // both.
     float tapPosition(int tap) const;
 
-    // One segment: first its modulation, then either the whole or, if the chorus is on and no tap
-    // reaches into the segment, the taps alone before the input is known, and the input afterwards.
-    // Before `modulate`, what `begin` returns has to be carried out, unless it is null.
+    // One segment: first its modulation, then its frames, all or part by part. A part is rendered
+    // either as a whole or, if the chorus is on and no tap reaches into the part, the taps alone
+    // before the input is known, and the input afterwards. Before `modulate`, what `begin` returns
+    // has to be carried out, unless it is null.
     struct Run {
         Signal slow, fast;
         std::optional<dsp::BesidePhases> modulators;
@@ -48,9 +49,9 @@ class EnsembleChorus : public ChorusControl {
     };
     const dsp::BesidePhases* begin(Run& run, int frames);
     void modulate(Run& run, int frames);
-    void render(Run& run, const Signal& in, int frames, StereoSignal& out);
-    bool renderTaps(Run& run, int frames, StereoSignal& out);
-    void feed(const Signal& in, int frames);
+    void render(Run& run, const Signal& in, SegmentPart part, StereoSignal& out);
+    bool renderTaps(Run& run, SegmentPart part, StereoSignal& out);
+    void feed(const Signal& in, SegmentPart part);
     float dryGain() const { return dryAdd_; }
 
   protected:
@@ -71,7 +72,7 @@ class EnsembleChorus : public ChorusControl {
     std::array<dsp::FractionalDelay, kTaps> lines_;
 
   private:
-    void mix(const Run& run, const float* in, int frames, StereoSignal& out);
+    void mix(const Run& run, const float* in, SegmentPart part, StereoSignal& out);
 
     const dsp::Kernels& kernels_ = dsp::kernels();
 };

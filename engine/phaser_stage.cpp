@@ -39,10 +39,11 @@ void PhaserStage::clear() {
     outputFilter_.clear();
 }
 
-void PhaserStage::render(StereoSignal& signal, int frames) {
+void PhaserStage::render(StereoSignal& signal, SegmentPart part) {
     if (!on_) return;
-    for (int from = 0; from < frames;) {
-        const int count = phaser_.steadySamples(frames - from);
+    const int end = part.from + part.frames;
+    for (int from = part.from; from < end;) {
+        const int count = phaser_.steadySamples(end - from);
         kernels_.runPhaser(run(signal, from, count));
         from += count;
     }

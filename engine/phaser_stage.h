@@ -25,9 +25,9 @@ class PhaserStage final : public PhaserControl {
 
     void clear();
 
-    // Renders one segment in place.
-    void render(StereoSignal& signal, int frames);
-    // Whether the whole segment can be one run of the kernel, beside the tone.
+    // Renders a part of a segment in place.
+    void render(StereoSignal& signal, SegmentPart part);
+    // Whether so many frames can be one run of the kernel, beside the tone.
     bool fitsBesideTone(int frames) const {
         return on_ && phaser_.stageCount() == 4 && phaser_.steadySamples(frames) == frames;
     }

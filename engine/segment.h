@@ -14,6 +14,12 @@ static_assert(kLongestSegment <= dsp::kMostFrames);
 constexpr int kRowStride = kLongestSegment + dsp::kMostLanes;
 struct alignas(dsp::kVectorBytes) Signal : std::array<float, kRowStride> {};
 
+// Frames of a segment that some stages render at a time.
+struct SegmentPart {
+    int from;
+    int frames;
+};
+
 struct StereoSignal {
     Signal left;
     Signal right;

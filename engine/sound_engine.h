@@ -16,7 +16,7 @@ constexpr bool isAcceptedRate(double rate) {
 }
 
 // Longest wait, in frames, for a change from another thread while something sounds.
-constexpr int kLongestSegment = 64;
+constexpr int kLongestSegment = 128;
 
 enum class Waveform { kFeedback, kTable, kSquaredFeedback };
 

@@ -114,10 +114,7 @@ void SpringReverb::addSpring(StereoSignal& signal, int frames, Signal& side) {
                           signal.right.data(), side.data(), frames});
 }
 
-// The spring's line is longer than any segment, so its output can be read before its input is
-// known.
 void SpringReverb::render(Run& run, StereoSignal& signal, int frames) {
-    static_assert(kLongestSegment + 2 < kLowestRate * kSpringSeconds);
     if (!on_) return;
     if (springs()) addSpring(signal, frames, run.side);
     StereoSignal room;

@@ -24,6 +24,9 @@ class SpringReverb final : public ReverbControl {
     void setBrite(float brite) override;
     void setSpring(float amount) override;
 
+    // Most frames in a segment: the spring's output is read before its input is known. At least 87.
+    int longestSegment() const { return static_cast<int>(springLine_.delay()) - 3; }
+
     void clear();
     // Clears all states, including those that a program change leaves alone.
     void clearFault();

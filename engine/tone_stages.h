@@ -51,15 +51,16 @@ class ToneStages {
     // shelf, basses, top cut, output filter.
     void render(const ToneSources& sources, const Sections& sections, int frames, Signal& mix) {
         begin(sources, sections, frames, mix);
-        finish(frames, mix, [this](const dsp::ToneRun& run, int) { kernels_.runTone(run); });
+        finish({0, frames}, mix);
     }
-    // The same in two steps. The second hands its runs, in each of which the shelf keeps its step,
-    // to `runTone(const dsp::ToneRun&, int from)`.
+    // The same in two steps, of which the second can render the segment part by part. It hands its
+    // runs, in each of which the shelf keeps its step, to `runTone(const dsp::ToneRun&, int from)`.
     void begin(const ToneSources& sources, const Sections& sections, int frames, Signal& mix);
     template <typename RunTone>
-    void finish(int frames, Signal& mix, const RunTone& runTone) {
-        for (int from = 0; from < frames;) {
-            const int count = std::min(frames - from, shelf_.steadySamples());
+    void finish(SegmentPart part, Signal& mix, const RunTone& runTone) {
+        const int end = part.from + part.frames;
+        for (int from = part.from; from < end;) {
+            const int count = std::min(end - from, shelf_.steadySamples());
             dsp::ShelfTone::Filter shelf = shelf_.filter();
             runTone(dsp::ToneRun{shelf, lowCut_, brightnessShelf_, topCut_, output_, brightness_,
                                  &bass_[from], &dither_[from], &mix[from], count},
@@ -67,6 +68,9 @@ class ToneStages {
             shelf_.advance(shelf, count);
             from += count;
         }
+    }
+    void finish(SegmentPart part, Signal& mix) {
+        finish(part, mix, [this](const dsp::ToneRun& run, int) { kernels_.runTone(run); });
     }
 
   private:

@@ -15,6 +15,9 @@ void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sectio
         renderTables(bendRatio, shared, sums);
     }
     renderOperators(phases, sections, shared, bass, sums);
+    // The kernels wrote whole vectors; clear what they left after the last frame that sounds.
+    std::fill(sums.viola.begin() + sums.sounding, sums.viola.begin() + frames, 0.0f);
+    std::fill(sums.violin.begin() + sums.sounding, sums.violin.begin() + frames, 0.0f);
 }
 
 void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double offset,
@@ -78,9 +81,6 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         if (useB) add(scratch_.b.data(), &sums.violin[from]);
         from = until;
     }
-    // The kernels wrote whole vectors; clear what they left after the last frame.
-    std::fill(sums.viola.begin() + sums.sounding, sums.viola.end(), 0.0f);
-    std::fill(sums.violin.begin() + sums.sounding, sums.violin.end(), 0.0f);
 }
 
 void UpperVoices::renderTables(double bendRatio, bool shared, SectionSums& sums) {

@@ -13,7 +13,7 @@
 namespace dsp {
 
 // Longest run of a kernel, in frames.
-constexpr int kMostFrames = 64;
+constexpr int kMostFrames = 128;
 
 // One table per instruction set; all give the same bits.
 struct Kernels {

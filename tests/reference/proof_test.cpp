@@ -36,7 +36,7 @@ float prove(const Scene& scene, int blockSize) {
 TEST(Proof, GoldenScenesSoundLikeTheLiteralEngineOnEveryPath) {
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
-        EXPECT_GT(prove(scene, 64), 0.01f);
+        EXPECT_GT(prove(scene, 200), 0.01f);
     }
 }
 
@@ -77,7 +77,9 @@ TEST_P(RandomScenes, SoundLikeTheLiteralEngineOnEveryPath) {
     for (unsigned seed = GetParam(); seed < seeds; seed += kParts) {
         ++played;
         SCOPED_TRACE("seed " + std::to_string(seed));
-        if (prove(randomScene(seed), kBlocks[seed % 5]) > 0.01f) ++heard;
+        Scene scene = randomScene(seed);
+        if (seed % 20 == 4) scene.sampleRate = 1000.0f;  // the spring limits segments
+        if (prove(scene, kBlocks[seed % 5]) > 0.01f) ++heard;
     }
     EXPECT_GE(heard, played / 2) << "too few scenes sound";
 }
