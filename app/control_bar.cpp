@@ -277,12 +277,13 @@ void ControlBar::openMenu() {
     frame_->setSize(std::max(size.x, frame_->getWidth()), std::max(size.y, frame_->getHeight()));
     frame_->addView(cover_, frame_->getView(0));
 
-    const auto menu = makeOwned<COptionMenu>();
+    // As wide as the button at least.
+    const CRect area = button->getViewSize();
+    const auto menu = makeOwned<COptionMenu>(CRect(CPoint(), area.getSize()), nullptr, -1);
     for (const auto& choice : choices) {
         CMenuItem* const item = menu->addEntry(UTF8String(choice.title));
         item->setChecked(choice.isCurrent);
     }
-    const CRect area = button->getViewSize();
     const bool isOpen = menu->popup(frame_, CPoint(area.left, area.bottom), [=](COptionMenu* of) {
         pending_.push_back([this] { closeMenu(); });
         const int chosen = of->getLastResult();

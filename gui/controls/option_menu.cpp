@@ -83,7 +83,7 @@ bool COptionMenu::popup(const PopupCallback& callback) {
 }
 
 bool COptionMenu::popup(CFrame* frame, const CPoint& where, const PopupCallback& callback) {
-    return frame && show(*frame, CRect(where, CPoint()), callback);
+    return frame && show(*frame, CRect(where, CPoint(getWidth(), 0)), callback);
 }
 
 bool COptionMenu::show(CFrame& frame, const CRect& around, const PopupCallback& callback) {
