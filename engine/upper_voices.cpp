@@ -20,16 +20,6 @@ void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sectio
     std::fill(sums.violin.begin() + sums.sounding, sums.violin.begin() + frames, 0.0f);
 }
 
-void UpperVoices::lanePhases(const PhaseRows& phases, double octaves, double offset,
-                             float* out) const {
-    for (int t = 0; t < levels_.longest(); ++t) {
-        for (int slot = 0; slot < kMaxVoices; ++slot) {
-            const double phase = phases.turns[t][lanes_.semitone[slot]] * lanes_.octave[slot];
-            out[t * dsp::kVoiceLanes + slot] = static_cast<float>(octaves * phase + offset);
-        }
-    }
-}
-
 // Splits the segment where a voice or the bass falls idle, so that every run has a fixed set of
 // lanes.
 void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
@@ -41,8 +31,12 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
     const bool useB = squared || (feedback && sections.on[kViolin]);
     const float offset = violinPhase_ * 0.5f;
     const bool ownB = squared || offset != 0.0f;
-    if (squared) lanePhases(phases, 1.0, -0.5, scratch_.phasesA.data());
-    if (useB && ownB) lanePhases(phases, 2.0, squared ? -0.5 : offset, scratch_.phasesB.data());
+    const auto offsetPhases = [&](double octaves, double by, float* out) {
+        kernels_.offsetPhases({lanes_, masks_.of(levels_.sounding()), phases.turns[0].data(),
+                               octaves, by, out, sums.sounding});
+    };
+    if (squared) offsetPhases(1.0, -0.5, scratch_.a.data());
+    if (useB && ownB) offsetPhases(2.0, squared ? -0.5 : offset, scratch_.b.data());
 
     const int longest = std::max(sums.sounding, bass.sounding);
     for (int from = 0; from < longest;) {
@@ -60,16 +54,17 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         const bool bassSounds = from < bass.sounding;
         if (bassSounds) until = std::min(until, bass.sounding);
         const dsp::BassRun bassRun = bass.run(from);
-        const int frame = from * dsp::kVoiceLanes;
+        float* const a = &scratch_.a[from * dsp::kVoiceLanes];
+        float* const b = &scratch_.b[from * dsp::kVoiceLanes];
         const dsp::VoiceRun run = {lanes_,
                                    on,
                                    &phases.rounded[from * dsp::kPaddedPhases],
-                                   squared ? &scratch_.phasesA[frame] : nullptr,
-                                   ownB ? &scratch_.phasesB[frame] : nullptr,
+                                   squared ? a : nullptr,
+                                   ownB ? b : nullptr,
                                    useA,
                                    useB,
-                                   scratch_.a.data(),
-                                   scratch_.b.data(),
+                                   a,
+                                   b,
                                    bassSounds ? &bassRun : nullptr,
                                    until - from};
         (squared ? kernels_.runSquared : kernels_.runFeedback)(run);
@@ -77,8 +72,8 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
         const auto add = [&](const float* lanes, float* sum) {
             kernels_.sumVoices({lanes, levels, kRowStride, on, sum, until - from});
         };
-        if (useA) add(scratch_.a.data(), &sums.viola[from]);
-        if (useB) add(scratch_.b.data(), &sums.violin[from]);
+        if (useA) add(a, &sums.viola[from]);
+        if (useB) add(b, &sums.violin[from]);
         from = until;
     }
 }

@@ -37,8 +37,6 @@ class UpperVoices : public UpperVoiceControls<dsp::VoiceLanes> {
     void renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
                          BassRows& bass, SectionSums& sums);
     void renderTables(double bendRatio, bool shared, SectionSums& sums);
-    // Writes `octaves` x phase + `offset` turns for every lane.
-    void lanePhases(const PhaseRows& phases, double octaves, double offset, float* out) const;
 
     // A set of slots as masks of their lanes, of which mostly the same one is asked for.
     class SlotMasks {
@@ -63,7 +61,7 @@ class UpperVoices : public UpperVoiceControls<dsp::VoiceLanes> {
     // Signals of all lanes over one segment, with room for whole vectors.
     struct alignas(dsp::kVectorBytes) Scratch {
         using Rows = std::array<float, kRowStride * dsp::kVoiceLanes>;
-        Rows a, b, phasesA, phasesB;
+        Rows a, b;
     };
     Scratch scratch_{};
 };

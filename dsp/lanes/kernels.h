@@ -17,7 +17,9 @@ constexpr int kMostFrames = 128;
 
 // One table per instruction set; all give the same bits.
 struct Kernels {
+    // The shared phases, and the phases of voices at a distance from them.
     void (*runPhases)(const PhaseRun& run);
+    void (*offsetPhases)(const PhaseOffset& run);
     // Operators and key high-passes of the voices; see VoiceRun.
     void (*runFeedback)(const VoiceRun& run);
     void (*runSquared)(const VoiceRun& run);

@@ -92,6 +92,18 @@ struct PhaseRun {
     int frames;
 };
 
+// Phases of voices at a distance from the shared ones: `octaves` times the voice's phase, plus
+// `offset`, rounded once. Lanes whose mask is 0 may be left alone.
+struct PhaseOffset {
+    const VoiceLanes& voices;
+    const LaneMasks& on;
+    const double* turns;  // PhaseRun::turns
+    double octaves;       // a power of two
+    double offset;        // turns
+    float* out;           // turns, kVoiceLanes per frame
+    int frames;
+};
+
 // The bass operators. They run together with the voices, in idle lanes or in their waits. Signals
 // have kBassLanes values per frame, of which the first two count, and room for a frame in front.
 struct BassRun {
