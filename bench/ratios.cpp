@@ -26,14 +26,24 @@ struct Work {
     const char* name;
     int voices;
     bool released;
-    float release;  // value of the parameter
-    int before;     // frames between the keys and the measurement
+    int before;  // frames between the keys and the measurement
+    // Values of the parameters.
+    float release;
+    float waveform = 0.0f;
+    float violinPhase = 0.0f;
 };
 
 constexpr Work kWorks[] = {
-    {"44 voices", 44, false, 1.0f, kFramesBefore},  {"10 voices", 10, false, 1.0f, kFramesBefore},
-    {"1 voice", 1, false, 1.0f, kFramesBefore},     {"44 released", 44, true, 1.0f, kFramesBefore},
-    {"10 released", 10, true, 1.0f, kFramesBefore}, {"tail", 1, true, 0.0f, kFramesToTail}};
+    {"44 voices", 44, false, kFramesBefore, 1.0f},
+    {"10 voices", 10, false, kFramesBefore, 1.0f},
+    {"1 voice", 1, false, kFramesBefore, 1.0f},
+    {"44 released", 44, true, kFramesBefore, 1.0f},
+    {"10 released", 10, true, kFramesBefore, 1.0f},
+    {"tail", 1, true, kFramesToTail, 0.0f},
+    {"44 with phase", 44, false, kFramesBefore, 1.0f, 0.0f, 0.3f},
+    {"44 Bowed", 44, false, kFramesBefore, 1.0f, 0.5f},
+    {"44 Hollow", 44, false, kFramesBefore, 1.0f, 1.0f},
+};
 
 struct Path {
     const char* name;
@@ -55,6 +65,8 @@ class Runner {
         : player_(std::move(engine)), work_(work), left_(block), right_(block) {
         player_.useEverything();
         player_.set(state::kEnvRelease, work.release);
+        player_.set(state::kWaveform, work.waveform);
+        player_.set(state::kVlphs, work.violinPhase);
     }
 
     // Strikes the keys anew, so that no release or tail ends meanwhile.
@@ -108,7 +120,7 @@ void measure(const Work& work, int turns, int block) {
             ratios[i].push_back(literalTimes.back() / times[i].back());
         }
     }
-    std::printf("%-12s literal %6.1f ns", work.name, median(literalTimes));
+    std::printf("%-13s literal %6.1f ns", work.name, median(literalTimes));
     for (std::size_t i = 0; i < runners.size(); ++i) {
         std::printf(" | %s %5.1f ns %5.2f x (%.2f to %.2f)", paths[i]->name, median(times[i]),
                     median(ratios[i]), median(ratios[i], 0.25), median(ratios[i], 0.75));

@@ -14,32 +14,44 @@ class PitchedOscillator {
     // MIDI note, limited to 0..127. Phase and filter state stay.
     void setNote(int midiNote);
     void clear() {
-        position_ = 0.0;
-        low_ = 0.0f;
+        state_.position = 0.0;
+        state_.low = 0.0f;
     }
 
     // One sample; bendRatio multiplies the frequency. At half the rate and above, and for NaN, the
     // phase stops and the high-pass fades the output.
     float tick(double bendRatio) {
-        const int row = static_cast<int>(position_);
-        const float fraction = static_cast<float>(position_ - row);
+        const int row = static_cast<int>(state_.position);
+        const float fraction = static_cast<float>(state_.position - row);
         const float here = column_[row];
         const float x = here + (column_[row + 1] - here) * fraction;
-        const double step = step_ * bendRatio;
-        if (step >= 0.0 && step < kCyclePoints / 2) position_ += step;
-        if (position_ >= kCyclePoints) position_ -= kCyclePoints;
-        low_ += (x - low_) * coefficient_;
-        return x - low_;
+        state_.position += step(bendRatio);
+        if (state_.position >= kCyclePoints) state_.position -= kCyclePoints;
+        state_.low += (x - state_.low) * coefficient_;
+        return x - state_.low;
     }
+
+    // What tick works on.
+    struct State {
+        double position = 0.0;  // rows, 0 <= position < 400
+        float low = 0.0f;
+    };
+    const State& state() const { return state_; }
+    void setState(const State& state) { state_ = state; }
+    const float* column() const { return column_; }
+    double step(double bendRatio) const {  // rows per sample
+        const double bent = step_ * bendRatio;
+        return bent >= 0.0 && bent < kCyclePoints / 2 ? bent : 0.0;
+    }
+    float coefficient() const { return coefficient_; }  // of the high-pass
 
   private:
     void update();
 
     const StringWavetable* table_;
     const float* column_;
-    double position_ = 0.0;  // rows, 0 <= position < 400
-    double step_ = 0.0;      // rows per sample, without bend
-    float low_ = 0.0f;
+    State state_;
+    double step_ = 0.0;  // rows per sample, without bend
     float coefficient_ = 0.0f;
     double sampleRate_ = 44100.0;
     int note_ = 60;

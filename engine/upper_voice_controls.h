@@ -40,8 +40,8 @@ class UpperVoiceControls {
             envelope.computeRates();
             envelope.setReleaseFactor(releaseFactor);
 
-            tables_[slot].oscA.setRate(sampleRate);
-            tables_[slot].oscB.setRate(sampleRate);
+            tables_.a[slot].setRate(sampleRate);
+            tables_.b[slot].setRate(sampleRate);
             clearLane(slot);
             lanes_.oscA.setRate(slot, static_cast<float>(sampleRate));
             lanes_.oscB.setRate(slot, static_cast<float>(sampleRate));
@@ -89,8 +89,8 @@ class UpperVoiceControls {
 
         const int index = upperKeyIndex(key);
         noteState_[slot] = 1;
-        tables_[slot].oscA.setNote(index + kNoteOfIndexZero);
-        tables_[slot].oscB.setNote(index + kNoteOfIndexZero + kSemitones);
+        tables_.a[slot].setNote(index + kNoteOfIndexZero);
+        tables_.b[slot].setNote(index + kNoteOfIndexZero + kSemitones);
         const Pitch pitch = pitchFromIndex(index);
         lanes_.semitone[slot] = pitch.semitone;
         lanes_.octave[slot] = static_cast<float>(pitch.octaveFactor);
@@ -147,9 +147,8 @@ class UpperVoiceControls {
     dsp::VoiceEnvelope& sectionEnvelope() { return sectionEnvelope_; }
 
   protected:
-    struct TableVoice {
-        dsp::PitchedOscillator oscA;
-        dsp::PitchedOscillator oscB;
+    struct TableVoices {
+        std::array<dsp::PitchedOscillator, kMaxVoices> a, b;
     };
 
     // The slots whose envelopes notes or settings have changed since the last call.
@@ -157,7 +156,7 @@ class UpperVoiceControls {
 
     VoiceEnvelopes envelopes_;
     Lanes lanes_;
-    std::array<TableVoice, kMaxVoices> tables_;
+    TableVoices tables_;
     Waveform waveform_ = Waveform::kFeedback;
     float violinPhase_ = 0.0f;
 

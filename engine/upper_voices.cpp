@@ -11,10 +11,7 @@ void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sectio
     sums.sounding = levels_.longest();
     std::fill_n(sums.viola.begin(), sums.sounding, 0.0f);
     std::fill_n(sums.violin.begin(), sums.sounding, 0.0f);
-    if (waveform_ == Waveform::kTable) {
-        renderTables(bendRatio, shared, sums);
-    }
-    renderOperators(phases, sections, shared, bass, sums);
+    renderOscillators(phases, bendRatio, sections, shared, bass, sums);
     // The kernels wrote whole vectors; clear what they left after the last frame that sounds.
     std::fill(sums.viola.begin() + sums.sounding, sums.viola.begin() + frames, 0.0f);
     std::fill(sums.violin.begin() + sums.sounding, sums.violin.begin() + frames, 0.0f);
@@ -22,8 +19,10 @@ void UpperVoices::render(const PhaseRows& phases, double bendRatio, const Sectio
 
 // Splits the segment where a voice or the bass falls idle, so that every run has a fixed set of
 // lanes.
-void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
-                                  BassRows& bass, SectionSums& sums) {
+void UpperVoices::renderOscillators(const PhaseRows& phases, double bendRatio,
+                                    const Sections& sections, bool shared, BassRows& bass,
+                                    SectionSums& sums) {
+    const bool table = waveform_ == Waveform::kTable;
     const bool squared = waveform_ == Waveform::kSquaredFeedback;
     const bool feedback = waveform_ == Waveform::kFeedback;
     const bool useA =
@@ -67,26 +66,19 @@ void UpperVoices::renderOperators(const PhaseRows& phases, const Sections& secti
                                    b,
                                    bassSounds ? &bassRun : nullptr,
                                    until - from};
+        // Tables have no operators; what is left then is the bass.
         (squared ? kernels_.runSquared : kernels_.runFeedback)(run);
+        if (table) {
+            kernels_.runTables(
+                {tables_.a.data(), tables_.b.data(), on, bendRatio, a, b, until - from});
+        }
         const float* const levels = shared ? nullptr : levels_.row(0) + from;
         const auto add = [&](const float* lanes, float* sum) {
             kernels_.sumVoices({lanes, levels, kRowStride, on, sum, until - from});
         };
-        if (useA) add(a, &sums.viola[from]);
-        if (useB) add(b, &sums.violin[from]);
+        if (useA || table) add(a, &sums.viola[from]);
+        if (useB || table) add(b, &sums.violin[from]);
         from = until;
-    }
-}
-
-void UpperVoices::renderTables(double bendRatio, bool shared, SectionSums& sums) {
-    for (int slot = 0; slot < polyphony(); ++slot) {
-        TableVoice& voice = tables_[slot];
-        const float* const levels = levels_.row(slot);
-        for (int t = 0; t < levels_.framesOf(slot); ++t) {
-            const float level = shared ? 1.0f : levels[t];
-            sums.viola[t] += level * voice.oscA.tick(bendRatio);
-            sums.violin[t] += level * voice.oscB.tick(bendRatio);
-        }
     }
 }
 

@@ -34,9 +34,8 @@ class UpperVoices : public UpperVoiceControls<dsp::VoiceLanes> {
     void envelopeSum(float* sum, int frames) { levels_.sum(sum, frames); }
 
   private:
-    void renderOperators(const PhaseRows& phases, const Sections& sections, bool shared,
-                         BassRows& bass, SectionSums& sums);
-    void renderTables(double bendRatio, bool shared, SectionSums& sums);
+    void renderOscillators(const PhaseRows& phases, double bendRatio, const Sections& sections,
+                           bool shared, BassRows& bass, SectionSums& sums);
 
     // A set of slots as masks of their lanes, of which mostly the same one is asked for.
     class SlotMasks {

@@ -23,6 +23,7 @@ struct Kernels {
     // Operators and key high-passes of the voices; see VoiceRun.
     void (*runFeedback)(const VoiceRun& run);
     void (*runSquared)(const VoiceRun& run);
+    void (*runTables)(const TableRun& run);
     // Adds up the voices in the order of their lanes; see VoiceSum.
     void (*sumVoices)(const VoiceSum& sum);
     // Envelope levels on a ramp; see LevelRamps. sumRamps writes no rows but adds the levels of all

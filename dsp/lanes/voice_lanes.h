@@ -6,6 +6,7 @@
 
 #include "dsp/biquad.h"
 #include "dsp/lanes/width.h"
+#include "dsp/pitched_oscillator.h"
 #include "dsp/square_lfo.h"
 
 namespace dsp {
@@ -126,6 +127,18 @@ struct VoiceRun {
     float* a;
     float* b;
     const BassRun* bass;  // null: none
+    int frames;
+};
+
+// The wavetable oscillators of the voices. Lanes whose mask is 0 keep their state; their output may
+// be left alone.
+struct TableRun {
+    PitchedOscillator* oscillatorsA;  // one for each lane that is ever on
+    PitchedOscillator* oscillatorsB;
+    const LaneMasks& on;
+    double bendRatio;
+    float* a;  // kVoiceLanes per frame
+    float* b;
     int frames;
 };
 

@@ -72,7 +72,7 @@ class UpperVoices : public engine::UpperVoiceControls<VoiceBlocks> {
                         const engine::Sections& sections) {
         const double phase = phases[lanes_.semitone[slot]] * lanes_.octave[slot];
         if (waveform_ == engine::Waveform::kTable) {
-            return {tables_[slot].oscA.tick(bendRatio), tables_[slot].oscB.tick(bendRatio)};
+            return {tables_.a[slot].tick(bendRatio), tables_.b[slot].tick(bendRatio)};
         }
         if (waveform_ == engine::Waveform::kSquaredFeedback) {
             return {lanes_.oscA[slot].processSquared(static_cast<float>(phase - 0.5)),
