@@ -49,8 +49,8 @@ class COptionMenu : public CParamDisplay {
     void setMax(float) override {}
     float getMax() const override;
 
-    // Opens the menu in the frame, at the view or below `where`, and returns at once. It is at least
-    // as wide as the view. The callback runs when the menu closes.
+    // Opens the menu in the frame, at the view or below `where`, and returns at once. It is at
+    // least as wide as the view. The callback runs when the menu closes.
     virtual bool popup(const PopupCallback& callback = {});
     virtual bool popup(CFrame* frame, const CPoint& where, const PopupCallback& callback = {});
 
