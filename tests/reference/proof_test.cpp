@@ -71,6 +71,23 @@ TEST(Proof, HoldsWhereTheSpringIsShorterThanABlock) {
     EXPECT_GT(prove(scene, 512), 0.01f);
 }
 
+// All slots sound, and end one by one within blocks.
+TEST(Proof, HoldsForEachWaveformWhileVoicesEnd) {
+    std::vector<SceneEvent> keys;
+    for (std::uint8_t key = 48; key < 92; ++key) keys.push_back({0.0, {0x90, key, 100}});
+    for (std::uint8_t key = 48; key < 92; ++key) {
+        keys.push_back({0.05 + 0.004 * (key - 48), {0x80, key, 0}});
+    }
+    for (const SceneSetting sound :
+         {SceneSetting{state::kVlphs, 0.3f}, {state::kWaveform, 0.5f}, {state::kWaveform, 1.0f}}) {
+        SCOPED_TRACE(testing::Message() << sound.index << " at " << sound.value);
+        const std::vector<SceneSetting> settings = {
+            {state::kConfigs, 0.0f}, {state::kKSplit, 0.0f},     {state::kViolin2, 1.0f},
+            {state::kViolin, 0.5f},  {state::kEnvRelease, 0.0f}, sound};
+        EXPECT_GT(prove({"voices end", 44100.0f, 0.4, settings, keys}, 100), 0.01f);
+    }
+}
+
 // In parts, which run at the same time.
 constexpr unsigned kParts = 4;
 
